@@ -1,0 +1,18 @@
+# What every target of this project is compiled with: link it as felspar_options.
+add_library(felspar_options INTERFACE)
+target_include_directories(felspar_options INTERFACE ${PROJECT_SOURCE_DIR})
+target_compile_options(
+    felspar_options
+    INTERFACE -Wall
+              -Wextra
+              -Wpedantic
+              -Wshadow
+              -Wconversion
+              -Werror
+              # Fused multiply-adds would change the last bits of gains and levels from machine to machine.
+              -ffp-contract=off)
+if(FELSPAR_SANITIZE)
+    target_compile_options(felspar_options INTERFACE -fsanitize=${FELSPAR_SANITIZE} -fno-omit-frame-pointer
+                                                     -fno-sanitize-recover=all)
+    target_link_options(felspar_options INTERFACE -fsanitize=${FELSPAR_SANITIZE})
+endif()

@@ -1,0 +1,73 @@
+#pragma once
+// A curve over time: points with a value and a shape, in the order of their positions.
+// Positions are seconds from the take's start, values linear gain.
+
+#include <cstddef>
+#include <span>
+#include <string>
+#include <vector>
+
+namespace headless {
+
+/// How the curve runs from one point to the next; the numbers are those of the project file.
+enum class PointShape { linear, square, slow_start_end, fast_start, fast_end, bezier };
+
+/// The shape of that number, linear for an unknown one.
+PointShape point_shape(int number);
+
+struct EnvelopePoint {
+    double position_seconds = 0.0;
+    double value = 1.0;
+    PointShape shape = PointShape::linear; ///< of the stretch behind the point
+    bool selected = false;
+    double tension = 0.0; ///< -1..1, bends a bezier: above 0 it starts slowly, below 0 it starts fast
+
+    bool operator==(const EnvelopePoint&) const = default;
+};
+
+/// What an envelope is apart from its points.
+struct EnvelopeProperties {
+    bool active = true;
+    bool visible = true;
+    bool armed = false;
+    bool in_lane = true;
+    int lane_height = 0; ///< pixels, 0 is the default height
+    PointShape default_shape = PointShape::linear;
+    bool fader_scaling = false; ///< how the curve is drawn; values are linear gain either way
+    int automation_item_options = -1;
+
+    bool operator==(const EnvelopeProperties&) const = default;
+};
+
+/// The curve's value at `position_seconds`, which lies from `from`'s position to before `to`'s.
+double value_between(const EnvelopePoint& from, const EnvelopePoint& to, double position_seconds);
+
+class Envelope {
+public:
+    explicit Envelope(std::string name) : name_(std::move(name)) {}
+
+    /// "Volume", "Pan", ...: what GetTakeEnvelopeByName looks for.
+    const std::string& name() const { return name_; }
+
+    EnvelopeProperties properties;
+
+    /// Ascending by position; points at one position keep the order they were given in.
+    std::span<const EnvelopePoint> points() const { return points_; }
+
+    /// Sorts by position, stably.
+    void set_points(std::vector<EnvelopePoint> points);
+
+    /// How many points lie at or before the position. The point of that index is the next one; a walk along
+    /// the curve asks once and then counts up.
+    std::size_t points_up_to(double position_seconds) const;
+
+    /// The first point's value before it, the last point's value from it on, 1 without any point. Of several
+    /// points at one position the last one counts from there on, so that a curve can step.
+    double value_at(double position_seconds) const;
+
+private:
+    std::string name_;
+    std::vector<EnvelopePoint> points_;
+};
+
+} // namespace headless

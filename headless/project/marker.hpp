@@ -1,0 +1,51 @@
+#pragma once
+// Markers and regions of a project, and the numbers by which users know them.
+
+#include <cstddef>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace headless {
+
+struct Marker {
+    bool is_region = false;
+    double position_seconds = 0.0;
+    double end_seconds = 0.0; ///< of a region; a marker's is 0
+    std::string name;
+    int number = 0; ///< as displayed; markers and regions are numbered apart
+    int color = 0;  ///< native with the flag 0x1000000, 0 for the default
+
+    bool operator==(const Marker&) const = default;
+};
+
+/// In the order of positions; entries at one position keep the order they came in.
+class MarkerList {
+public:
+    const std::vector<Marker>& all() const { return markers_; }
+
+    std::size_t region_count() const;
+
+    /// Adds the marker under its own number. A negative number, and the number of a region that another
+    /// region has, are replaced by the lowest free one from 1.
+    /// @returns the number it got
+    int add(Marker marker);
+
+    /// Replaces the first entry of that kind and number.
+    /// @returns false when there is none
+    bool replace(Marker marker);
+
+    /// The first entry of that kind and number, null when there is none.
+    const Marker* find(bool is_region, int number) const;
+
+    /// @returns false past the end
+    bool erase(std::size_t index);
+
+private:
+    void insert(Marker marker);
+    int lowest_free_number(bool is_region) const;
+
+    std::vector<Marker> markers_;
+};
+
+} // namespace headless

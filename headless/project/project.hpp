@@ -1,0 +1,94 @@
+#pragma once
+// The project: tracks in order, with their items, markers, the cursor, and the settings that its file keeps.
+// Knows no files and no audio.
+
+#include "headless/project/live_objects.hpp"
+#include "headless/project/marker.hpp"
+#include "headless/project/selection.hpp"
+#include "headless/project/track.hpp"
+
+#include <cstddef>
+#include <cstdint>
+#include <filesystem>
+#include <memory>
+#include <vector>
+
+namespace headless {
+
+/// Track order, then the order on the track.
+struct StandsBefore {
+    bool operator()(const Item* left, const Item* right) const;
+    bool operator()(const Track* left, const Track* right) const { return left->index() < right->index(); }
+};
+
+class Project {
+public:
+    Project();
+    ~Project();
+    Project(const Project&) = delete;
+    Project& operator=(const Project&) = delete;
+
+    std::filesystem::path file;        ///< empty until the project is saved
+    std::filesystem::path record_path; ///< where renders go; absolute, or from the project file's folder
+    double cursor_seconds = 0.0;
+    int play_state = 0; ///< 1 playing + 2 paused + 4 recording, 0 stopped
+    double play_position_seconds = 0.0;
+    double frame_rate = 24.0; ///< frames a second
+    bool drop_frame = false;
+    int sample_rate = 48000;
+    double tempo_bpm = 120.0;
+    int meter_numerator = 4;
+    int meter_denominator = 4;
+    MarkerList markers;
+
+    const std::vector<std::unique_ptr<Track>>& tracks() const { return tracks_; }
+
+    /// Null past the end.
+    Track* track(std::size_t index) const { return index < tracks_.size() ? tracks_[index].get() : nullptr; }
+
+    Track& master() const { return *master_; }
+
+    /// A new track of that index, at the end when the index is past it. It opens and closes no folder, so
+    /// every other track keeps its depth.
+    Track& insert_track(std::size_t index);
+
+    /// Destroys the track and its items. What lay in a folder that it opened moves up one level; all other
+    /// tracks keep their depths. The master, and a track of another project, are left alone.
+    void erase_track(const Track& track);
+
+    std::size_t item_count() const;
+
+    /// In track order, then by position; null past the end.
+    Item* item(std::size_t index) const;
+
+    void select_all_items(bool selected);
+    const Selection<Item, StandsBefore>& selected_items() const { return selected_items_; }
+
+    /// Without the master.
+    const Selection<Track, StandsBefore>& selected_tracks() const { return selected_tracks_; }
+
+    /// Where the last item, marker or region ends; 0 for an empty project.
+    double end_seconds() const;
+
+    const LiveObjects& live_objects() const { return live_objects_; }
+
+private:
+    friend class Track;
+    friend class Item;
+    friend class Take;
+
+    void number_tracks();
+    void close_gap_of(std::size_t index);
+    void work_out_tree() const;
+    std::size_t end_of_folder(std::size_t index) const;
+
+    LiveObjects live_objects_; // first: objects leave it when they are destroyed
+    Selection<Item, StandsBefore> selected_items_;
+    Selection<Track, StandsBefore> selected_tracks_;
+    std::uint64_t next_item_serial_ = 0;
+    mutable bool tree_is_stale_ = false;
+    std::unique_ptr<Track> master_;
+    std::vector<std::unique_ptr<Track>> tracks_;
+};
+
+} // namespace headless

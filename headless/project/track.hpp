@@ -1,0 +1,73 @@
+#pragma once
+// A track: a name, a level, a place in the folder tree, and the items on it in the order of their positions.
+
+#include "headless/project/item.hpp"
+
+#include <cstddef>
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace headless {
+
+class Project;
+
+/// Lives in a project, which makes and destroys it; its address is its identity.
+class Track {
+public:
+    explicit Track(Project& project);
+    ~Track();
+    Track(const Track&) = delete;
+    Track& operator=(const Track&) = delete;
+
+    Project& project() const { return project_; }
+
+    /// Its place among the project's tracks, from 0; means nothing for the master.
+    std::size_t index() const { return index_; }
+
+    std::string name;
+    int color = 0;       ///< native with the flag 0x1000000, 0 for none
+    double volume = 1.0; ///< linear
+    double pan = 0.0;    ///< -1 left .. 1 right
+    bool mute = false;
+    int solo = 0; ///< 0 off, 1 solo, 2 in place, 5 safe solo, 6 safe solo in place
+
+    bool selected() const { return selected_; }
+    void set_selected(bool selected);
+
+    /// 1 opens a folder, -n closes the n innermost ones behind this track.
+    int folder_depth_change() const { return folder_depth_change_; }
+
+    /// More than 1 counts as 1: a track opens one folder at most.
+    void set_folder_depth_change(int change);
+
+    /// Number of folders around the track, 0 at top level and for the master.
+    int depth() const;
+
+    /// The folder around the track, null at top level and for the master.
+    Track* parent() const;
+
+    const std::vector<std::unique_ptr<Item>>& items() const { return items_; }
+
+    /// An item without takes, at its place in the order of positions.
+    Item& add_item(double position_seconds, double length_seconds);
+
+    /// Destroys the item; one of another track is left alone.
+    void erase_item(const Item& item);
+
+private:
+    friend class Item;    // moves itself when its position changes
+    friend class Project; // numbers the tracks and works out the tree
+
+    std::vector<std::unique_ptr<Item>>::iterator place_of(const Item& item);
+
+    Project& project_;
+    std::size_t index_ = 0;
+    bool selected_ = false;
+    int folder_depth_change_ = 0;
+    int depth_ = 0;
+    Track* parent_ = nullptr;
+    std::vector<std::unique_ptr<Item>> items_;
+};
+
+} // namespace headless

@@ -1,0 +1,37 @@
+#pragma once
+// The gain over time that a take is heard with: a constant factor, times an envelope if there is one.
+
+#include "headless/project/envelope.hpp"
+
+#include <cstdint>
+#include <span>
+#include <vector>
+
+namespace headless {
+
+/// A linear gain for every frame of a range. Frame 0 is the range's first frame.
+class GainCurve {
+public:
+    /// The same gain throughout.
+    explicit GainCurve(double factor = 1.0) : factor_(factor) {}
+
+    /// `factor` times the envelope, whether that is active or not; a copy is kept.
+    /// @param start_seconds position in the envelope at which frame 0 lies
+    GainCurve(const Envelope& envelope, double start_seconds, double factor = 1.0);
+
+    /// Writes the gains of frames `first_frame`, `first_frame + 1`, ... into `gains`, one per frame. Blocks
+    /// may start anywhere: each costs one search, however many frames and points it has.
+    void evaluate(std::int64_t first_frame, int sample_rate, std::span<double> gains) const;
+
+    /// target = source times gain, rounded once to float. Interleaved samples of whole frames; the spans have
+    /// one size and may be the same.
+    void apply(std::int64_t first_frame, int sample_rate, int channels, std::span<const float> source,
+               std::span<float> target) const;
+
+private:
+    std::vector<EnvelopePoint> points_; // none: the factor alone
+    double start_seconds_ = 0.0;
+    double factor_ = 1.0;
+};
+
+} // namespace headless

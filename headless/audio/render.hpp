@@ -1,0 +1,26 @@
+#pragma once
+// Writes a range of an audio file times a gain as a new wav file.
+
+#include "headless/audio/audio_store.hpp"
+#include "headless/audio/gain_curve.hpp"
+
+#include <filesystem>
+
+namespace headless {
+
+/// What becomes of a file that already has the target's name.
+enum class ExistingFile { keep, replace };
+
+/// Writes `range` of `source` times `gain` to `target`: 32-bit float wav (RF64 past 4 GiB) in the source's
+/// sample rate and channels, no clipping, no dither; the same input gives the same bytes. The file appears
+/// under its name only when it is whole. `ExistingFile::keep` fails when the name is taken. Fails, naming the
+/// path at fault, when the source cannot be read or the target cannot be written; then nothing has changed
+/// and no temporary file is left.
+Result<AudioFormat> render(AudioStore& store, const std::filesystem::path& source, FrameRange range,
+                           const GainCurve& gain, const std::filesystem::path& target,
+                           ExistingFile existing = ExistingFile::keep);
+
+/// True when `file` is an audio file that `render` wrote.
+bool is_own_file(const std::filesystem::path& file);
+
+} // namespace headless

@@ -54,7 +54,7 @@ public:
     /// Ascending by position; points at one position keep the order they were given in.
     std::span<const EnvelopePoint> points() const { return points_; }
 
-    /// Sorts by position, stably.
+    /// Sorts by position, stably; leaves out points whose position or value is not finite.
     void set_points(std::vector<EnvelopePoint> points);
 
     /// How many points lie at or before the position. The point of that index is the next one; a walk along

@@ -12,7 +12,7 @@ struct Marker {
     bool is_region = false;
     double position_seconds = 0.0;
     double end_seconds = 0.0; ///< of a region; a marker's is 0
-    std::string name;
+    std::string name{};
     int number = 0; ///< as displayed; markers and regions are numbered apart
     int color = 0;  ///< native with the flag 0x1000000, 0 for the default
 

@@ -11,6 +11,7 @@
 #include <cstdint>
 #include <filesystem>
 #include <memory>
+#include <optional>
 #include <vector>
 
 namespace headless {
@@ -80,7 +81,7 @@ private:
     void number_tracks();
     void close_gap_of(std::size_t index);
     void work_out_tree() const;
-    std::size_t end_of_folder(std::size_t index) const;
+    std::optional<std::size_t> last_in_folder(std::size_t index) const;
 
     LiveObjects live_objects_; // first: objects leave it when they are destroyed
     Selection<Item, StandsBefore> selected_items_;

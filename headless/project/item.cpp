@@ -1,0 +1,81 @@
+#include "headless/project/item.hpp"
+
+#include "headless/project/project.hpp"
+
+#include <algorithm>
+#include <cmath>
+#include <utility>
+
+namespace headless {
+
+Item::Item(Track& track, std::uint64_t serial, double position_seconds, double length_seconds)
+    : track_(track), serial_(serial), position_seconds_(position_seconds), length_seconds_(length_seconds) {
+    track.project().live_objects_.enter(this);
+}
+
+Item::~Item() {
+    takes_.clear();
+    track_.project().live_objects_.leave(this);
+}
+
+void Item::set_position_seconds(double position_seconds) {
+    if (!std::isfinite(position_seconds)) {
+        return;
+    }
+    const bool was_selected = selected_;
+    set_selected(false); // the selection is ordered by position
+    auto& items = track_.items_;
+    const auto place = track_.place_of(*this);
+    auto self = std::move(*place);
+    items.erase(place);
+    position_seconds_ = position_seconds;
+    items.insert(track_.place_of(*this), std::move(self));
+    set_selected(was_selected);
+}
+
+void Item::set_length_seconds(double length_seconds) {
+    if (std::isfinite(length_seconds)) {
+        length_seconds_ = std::max(length_seconds, 0.0);
+    }
+}
+
+void Item::set_selected(bool selected) {
+    if (selected == selected_) {
+        return;
+    }
+    auto& selection = track_.project().selected_items_;
+    if (selected) {
+        selection.insert(this);
+    } else {
+        selection.erase(this);
+    }
+    selected_ = selected;
+}
+
+void Item::set_active_take(const Take& wanted) {
+    const auto found = std::ranges::find(takes_, &wanted, &std::unique_ptr<Take>::get);
+    if (found != takes_.end()) {
+        active_take_ = static_cast<std::size_t>(found - takes_.begin());
+    }
+}
+
+Take& Item::add_take(Source source, std::string name) {
+    takes_.push_back(std::make_unique<Take>(*this, std::move(source), std::move(name)));
+    return *takes_.back();
+}
+
+void Item::crop_to_active_take() {
+    if (takes_.empty()) {
+        return;
+    }
+    auto kept = std::move(takes_[active_take_]);
+    takes_.clear();
+    takes_.push_back(std::move(kept));
+    active_take_ = 0;
+}
+
+bool Item::stands_before(const Item& other) const {
+    return std::pair(position_seconds_, serial_) < std::pair(other.position_seconds_, other.serial_);
+}
+
+} // namespace headless

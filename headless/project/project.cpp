@@ -1,0 +1,135 @@
+#include "headless/project/project.hpp"
+
+#include <algorithm>
+#include <utility>
+
+namespace headless {
+
+bool StandsBefore::operator()(const Item* left, const Item* right) const {
+    if (&left->track() != &right->track()) {
+        return left->track().index() < right->track().index();
+    }
+    return left->stands_before(*right);
+}
+
+Project::Project() : master_(std::make_unique<Track>(*this)) {}
+
+Project::~Project() = default;
+
+Track& Project::insert_track(std::size_t index) {
+    const std::size_t place = std::min(index, tracks_.size());
+    tracks_.insert(tracks_.begin() + static_cast<std::ptrdiff_t>(place), std::make_unique<Track>(*this));
+    number_tracks();
+    return *tracks_[place];
+}
+
+void Project::erase_track(const Track& track) {
+    const std::size_t index = track.index();
+    if (this->track(index) != &track) {
+        return;
+    }
+    close_gap_of(index);
+    Track& going = *tracks_[index];
+    for (const auto& item : going.items()) {
+        item->set_selected(false);
+    }
+    going.set_selected(false);
+    tracks_.erase(tracks_.begin() + static_cast<std::ptrdiff_t>(index));
+    number_tracks();
+}
+
+void Project::number_tracks() {
+    for (std::size_t index = 0; index < tracks_.size(); ++index) {
+        tracks_[index]->index_ = index;
+    }
+    tree_is_stale_ = true;
+}
+
+// Hands the depth change of a track that is about to go to the neighbour that keeps the others in place.
+void Project::close_gap_of(std::size_t index) {
+    const int change = tracks_[index]->folder_depth_change();
+    if (change > 0) {
+        if (const auto last = last_in_folder(index)) {
+            tracks_[*last]->folder_depth_change_ += change;
+        }
+    } else if (index > 0) {
+        tracks_[index - 1]->folder_depth_change_ += change;
+    }
+}
+
+// The track that closes the folder which the track of that index opens; none when it stays open to the end.
+std::optional<std::size_t> Project::last_in_folder(std::size_t index) const {
+    int open_folders = 0;
+    for (std::size_t place = index; place < tracks_.size(); ++place) {
+        open_folders += tracks_[place]->folder_depth_change();
+        if (open_folders <= 0) {
+            return place;
+        }
+    }
+    return std::nullopt;
+}
+
+void Project::work_out_tree() const {
+    if (!tree_is_stale_) {
+        return;
+    }
+    std::vector<Track*> open_folders;
+    for (const auto& track : tracks_) {
+        track->depth_ = static_cast<int>(open_folders.size());
+        track->parent_ = open_folders.empty() ? nullptr : open_folders.back();
+        if (track->folder_depth_change() > 0) {
+            open_folders.push_back(track.get());
+        }
+        for (int closed = track->folder_depth_change(); closed < 0 && !open_folders.empty(); ++closed) {
+            open_folders.pop_back();
+        }
+    }
+    tree_is_stale_ = false;
+}
+
+std::size_t Project::item_count() const {
+    std::size_t count = 0;
+    for (const auto& track : tracks_) {
+        count += track->items().size();
+    }
+    return count;
+}
+
+Item* Project::item(std::size_t index) const {
+    for (const auto& track : tracks_) {
+        if (index < track->items().size()) {
+            return track->items()[index].get();
+        }
+        index -= track->items().size();
+    }
+    return nullptr;
+}
+
+void Project::select_all_items(bool selected) {
+    if (!selected) {
+        while (selected_items_.size() > 0) {
+            selected_items_.at(selected_items_.size() - 1)->set_selected(false);
+        }
+        return;
+    }
+    for (const auto& track : tracks_) {
+        for (const auto& item : track->items()) {
+            item->set_selected(true);
+        }
+    }
+}
+
+double Project::end_seconds() const {
+    double end = 0.0;
+    for (const auto& track : tracks_) {
+        for (const auto& item : track->items()) {
+            end = std::max(end, item->end_seconds());
+        }
+    }
+    for (const Marker& marker : markers.all()) {
+        end = std::max({end, marker.position_seconds, marker.end_seconds});
+    }
+    return end;
+}
+
+} // namespace headless

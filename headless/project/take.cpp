@@ -1,0 +1,41 @@
+#include "headless/project/take.hpp"
+
+#include "headless/project/project.hpp"
+
+#include <utility>
+
+namespace headless {
+
+double Source::length_seconds() const {
+    return sample_rate > 0 ? static_cast<double>(frames) / sample_rate : 0.0;
+}
+
+Take::Take(Item& item, Source take_source, std::string take_name)
+    : source(std::move(take_source)), name(std::move(take_name)), item_(item) {
+    item.track().project().live_objects_.enter(this);
+}
+
+Take::~Take() {
+    LiveObjects& live_objects = item_.track().project().live_objects_;
+    for (const auto& envelope : envelopes_) {
+        live_objects.leave(envelope.get());
+    }
+    live_objects.leave(this);
+}
+
+Envelope* Take::envelope(std::string_view wanted) const {
+    for (const auto& envelope : envelopes_) {
+        if (envelope->name() == wanted) {
+            return envelope.get();
+        }
+    }
+    return nullptr;
+}
+
+Envelope& Take::add_envelope(std::string envelope_name) {
+    envelopes_.push_back(std::make_unique<Envelope>(std::move(envelope_name)));
+    item_.track().project().live_objects_.enter(envelopes_.back().get());
+    return *envelopes_.back();
+}
+
+} // namespace headless

@@ -1,0 +1,68 @@
+#include "headless/project/track.hpp"
+
+#include "headless/project/project.hpp"
+
+#include <algorithm>
+#include <cmath>
+
+namespace headless {
+
+Track::Track(Project& project) : project_(project) { project.live_objects_.enter(this); }
+
+Track::~Track() {
+    items_.clear();
+    project_.live_objects_.leave(this);
+}
+
+void Track::set_selected(bool selected) {
+    if (selected == selected_) {
+        return;
+    }
+    selected_ = selected;
+    if (this == &project_.master()) {
+        return;
+    }
+    if (selected) {
+        project_.selected_tracks_.insert(this);
+    } else {
+        project_.selected_tracks_.erase(this);
+    }
+}
+
+void Track::set_folder_depth_change(int change) {
+    folder_depth_change_ = std::min(change, 1);
+    project_.tree_is_stale_ = true;
+}
+
+int Track::depth() const {
+    project_.work_out_tree();
+    return depth_;
+}
+
+Track* Track::parent() const {
+    project_.work_out_tree();
+    return parent_;
+}
+
+Item& Track::add_item(double position_seconds, double length_seconds) {
+    auto item = std::make_unique<Item>(*this, project_.next_item_serial_++,
+                                       std::isfinite(position_seconds) ? position_seconds : 0.0, 0.0);
+    item->set_length_seconds(length_seconds);
+    return **items_.insert(place_of(*item), std::move(item));
+}
+
+void Track::erase_item(const Item& item) {
+    const auto place = place_of(item);
+    if (place != items_.end() && place->get() == &item) {
+        (*place)->set_selected(false);
+        items_.erase(place);
+    }
+}
+
+std::vector<std::unique_ptr<Item>>::iterator Track::place_of(const Item& item) {
+    return std::ranges::lower_bound(
+        items_, item, [](const Item& left, const Item& right) { return left.stands_before(right); },
+        [](const std::unique_ptr<Item>& owner) -> const Item& { return *owner; });
+}
+
+} // namespace headless

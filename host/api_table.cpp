@@ -1,0 +1,38 @@
+#include "host/api_table.hpp"
+
+#include "api/media/actions.hpp"
+#include "api/track/lookup.hpp"
+#include "api/track/state.hpp"
+#include "api/track/volume_name.hpp"
+#include "ride/ride.hpp"
+
+#include <iterator>
+
+void* __verarg_empty(void**, int) { return nullptr; }
+
+namespace {
+
+#define MK_ROW_NAMES(name)                                                                                   \
+    "API_MK_" #name, "APIdef_MK_" #name, "APIvararg_MK_" #name, "-API_MK_" #name, "-APIdef_MK_" #name,       \
+        "-APIvararg_MK_" #name
+
+#define MK_ROW(scope, name, names, help)                                                                     \
+    {reinterpret_cast<void*>(&scope::name), reinterpret_cast<void*>(&Entry<&scope::name>::vararg),           \
+     Entry<&scope::name>::definition<names, help>.data(), MK_ROW_NAMES(name)},
+
+#define MK_DOC_ROW(name, result, types, names, help)                                                         \
+    {reinterpret_cast<void*>(&__verarg_empty), reinterpret_cast<void*>(&__verarg_empty),                     \
+     result "\0" types "\0" names "\0[MK:API]" help, MK_ROW_NAMES(name)},
+
+const ApiRow rows[] = {
+#include "api/track/state_rows.inc"
+#include "api/track/volume_name_rows.inc"
+//
+#include "api/media/actions_rows.inc"
+//
+#include "ride/ride_rows.inc"
+};
+
+} // namespace
+
+const ApiDefineList api_define_list = {rows, std::size(rows)};

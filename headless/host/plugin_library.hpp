@@ -14,7 +14,8 @@ struct PluginRecord;
 /// Must go before the workstation that it was loaded into.
 class PluginLibrary {
 public:
-    /// Opens the library and calls its ReaperPluginEntry with this host's record.
+    /// Opens the library and calls its ReaperPluginEntry with this host's record. The workstation must be the
+    /// living one.
     /// @returns a failure that names the path: not there, not loadable, no entry, or the entry declined
     static Result<PluginLibrary> load(const std::filesystem::path& file, Workstation& workstation);
 

@@ -1,0 +1,101 @@
+// Host functions that measure takes: peaks and loudness.
+
+#include "headless/audio/loudness.hpp"
+#include "headless/audio/peaks.hpp"
+#include "headless/host/door.hpp"
+#include "headless/host/take_audio.hpp"
+
+#include <algorithm>
+#include <limits>
+
+namespace headless {
+namespace {
+
+constexpr std::int64_t largest_peak_count = 0xFFFFF; // the result has 20 bits for it
+
+constexpr double silence_lufs = -std::numeric_limits<double>::infinity();
+
+// Maxima, then minima; a third block for the extra kind is never filled. Levels are those of the file: no
+// volume and no envelope is in them.
+int get_take_peaks(Workstation& workstation, MediaItem_Take* handle, double peaks_per_second,
+                   double start_seconds, int channel_count, int interval_count, int /*extra_kind*/,
+                   double* buffer) {
+    const Take* take = workstation.live(handle);
+    if (!take || !buffer || channel_count < 1 || interval_count < 1) {
+        return 0;
+    }
+    if (const auto audio = audio_of(workstation.audio(), *take); !audio) {
+        workstation.report(audio.error());
+        return 0;
+    }
+    const double from_item_start = start_seconds - take->item().position_seconds();
+    const PeakRequest request{take->start_offset_seconds + from_item_start, peaks_per_second, channel_count};
+    const std::size_t block =
+        static_cast<std::size_t>(channel_count) * static_cast<std::size_t>(interval_count);
+    const auto delivered = measure_peaks(workstation.audio(), take->source.file, request, {buffer, block},
+                                         {buffer + block, block});
+    if (!delivered) {
+        workstation.report(delivered.error());
+        return 0;
+    }
+    return static_cast<int>(std::min(*delivered, largest_peak_count));
+}
+
+void put(double* target, double value) {
+    if (target) {
+        *target = value;
+    }
+}
+
+// False for a take that is too short for a momentary reading: a level made up for it would be acted on.
+bool analyze_take_loudness(Workstation& workstation, MediaItem_Take* handle, bool wants_true_peak,
+                           double* integrated, double* range, double* true_peak, double* true_peak_position,
+                           double* short_term_maximum, double* momentary_maximum, double* short_term_position,
+                           double* momentary_position) {
+    const Take* take = workstation.live(handle);
+    if (!take) {
+        return false;
+    }
+    const auto audio = audio_of(workstation.audio(), *take);
+    if (!audio) {
+        workstation.report(audio.error());
+        return false;
+    }
+    const LoudnessRequest request{.integrated = integrated != nullptr,
+                                  .range = range != nullptr,
+                                  .true_peak = wants_true_peak,
+                                  .short_term_maximum = short_term_maximum || short_term_position,
+                                  .momentary_maximum = true};
+    const auto loudness = measure_loudness(workstation.audio(), take->source.file, audio->range,
+                                           gain_of(*take, take->item().volume), request);
+    if (!loudness || !loudness->momentary_maximum_lufs) {
+        workstation.report(loudness ? Failure{"take '" + take->name + "': too short for a loudness reading"}
+                                    : loudness.error());
+        return false;
+    }
+    const double start_seconds = take->item().position_seconds();
+    const PlacedReading none{silence_lufs, 0.0};
+    const PlacedReading peak = loudness->true_peak_dbtp.value_or(PlacedReading{});
+    const PlacedReading short_term = loudness->short_term_maximum_lufs.value_or(none);
+    put(integrated, loudness->integrated_lufs.value_or(silence_lufs));
+    put(range, loudness->range_lu.value_or(0.0));
+    put(true_peak, peak.value);
+    put(true_peak_position, peak.position_seconds);
+    put(short_term_maximum, short_term.value);
+    put(short_term_position, start_seconds + short_term.position_seconds);
+    put(momentary_maximum, loudness->momentary_maximum_lufs->value);
+    put(momentary_position, start_seconds + loudness->momentary_maximum_lufs->position_seconds);
+    return true;
+}
+
+} // namespace
+
+std::span<const HostFunction> audio_functions() {
+    static const HostFunction table[] = {
+        host_function<get_take_peaks>("GetMediaItemTake_Peaks"),
+        host_function<analyze_take_loudness>("NF_AnalyzeTakeLoudness2"),
+    };
+    return table;
+}
+
+} // namespace headless

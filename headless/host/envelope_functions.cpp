@@ -1,0 +1,205 @@
+// The envelope functions of the SWS extension, on copies that are written back when they are freed.
+
+#include "headless/host/door.hpp"
+#include "headless/host/envelope_objects.hpp"
+
+#include <algorithm>
+#include <cmath>
+
+namespace headless {
+
+BR_Envelope* EnvelopeObjects::take_out(Envelope& envelope, double zero_seconds) {
+    auto object =
+        std::make_unique<EnvelopeObject>(EnvelopeObject{&envelope,
+                                                        zero_seconds,
+                                                        envelope.properties,
+                                                        {envelope.points().begin(), envelope.points().end()},
+                                                        {}});
+    auto* handle = reinterpret_cast<BR_Envelope*>(object.get());
+    objects_.emplace(handle, std::move(object));
+    return handle;
+}
+
+EnvelopeObject* EnvelopeObjects::find(BR_Envelope* handle) const {
+    const auto found = objects_.find(handle);
+    return found == objects_.end() ? nullptr : found->second.get();
+}
+
+namespace {
+
+// The host's bounds of a volume envelope: silence to +6 dB, around unity.
+constexpr double lowest_value = 0.0;
+constexpr double highest_value = 2.0;
+constexpr double middle_value = 1.0;
+constexpr int volume_type = 0;
+
+bool has_envelope(const Item& item, const Envelope& envelope) {
+    return std::ranges::any_of(item.takes(), [&](const auto& take) {
+        return std::ranges::find(take->envelopes(), &envelope, &std::unique_ptr<Envelope>::get) !=
+               take->envelopes().end();
+    });
+}
+
+const Item* item_of(const Project& project, const Envelope& envelope) {
+    for (const auto& track : project.tracks()) {
+        for (const auto& item : track->items()) {
+            if (has_envelope(*item, envelope)) {
+                return item.get();
+            }
+        }
+    }
+    return nullptr;
+}
+
+BR_Envelope* allocate(Workstation& workstation, TrackEnvelope* handle, bool takes_use_project_time) {
+    Envelope* envelope = workstation.live(handle);
+    if (!envelope) {
+        return nullptr;
+    }
+    const Item* item = takes_use_project_time ? item_of(workstation.project(), *envelope) : nullptr;
+    return workstation.envelope_objects().take_out(*envelope, item ? -item->position_seconds() : 0.0);
+}
+
+bool write_back(Workstation& workstation, const EnvelopeObject& object) {
+    if (!workstation.project().live_objects().contains(object.target)) {
+        return false;
+    }
+    Envelope& target = *object.target;
+    Envelope edited(target.name());
+    edited.set_points(object.points);
+    if (target.properties == object.properties && std::ranges::equal(target.points(), edited.points())) {
+        return false;
+    }
+    target.properties = object.properties;
+    target.set_points(object.points);
+    EnvelopeEdit edit = object.edit;
+    edit.points_kept = target.points().size();
+    workstation.set_last_envelope_edit(edit);
+    return true;
+}
+
+bool free_object(Workstation& workstation, BR_Envelope* handle, bool commit) {
+    const EnvelopeObject* object = workstation.envelope_objects().find(handle);
+    const bool written = object && commit && write_back(workstation, *object);
+    workstation.envelope_objects().release(handle);
+    return written;
+}
+
+template <class T>
+void put(T* target, T value) {
+    if (target) {
+        *target = value;
+    }
+}
+
+void get_properties(Workstation& workstation, BR_Envelope* handle, bool* active, bool* visible, bool* armed,
+                    bool* in_lane, int* lane_height, int* default_shape, double* minimum, double* maximum,
+                    double* center, int* type, bool* fader_scaling, int* automation_item_options) {
+    const EnvelopeObject* object = workstation.envelope_objects().find(handle);
+    if (!object) {
+        return;
+    }
+    const EnvelopeProperties& properties = object->properties;
+    put(active, properties.active);
+    put(visible, properties.visible);
+    put(armed, properties.armed);
+    put(in_lane, properties.in_lane);
+    put(lane_height, properties.lane_height);
+    put(default_shape, static_cast<int>(properties.default_shape));
+    put(minimum, lowest_value);
+    put(maximum, highest_value);
+    put(center, middle_value);
+    put(type, volume_type);
+    put(fader_scaling, properties.fader_scaling);
+    put(automation_item_options, properties.automation_item_options);
+}
+
+void set_properties(Workstation& workstation, BR_Envelope* handle, bool active, bool visible, bool armed,
+                    bool in_lane, int lane_height, int default_shape, bool fader_scaling,
+                    int* automation_item_options) {
+    EnvelopeObject* object = workstation.envelope_objects().find(handle);
+    if (!object) {
+        return;
+    }
+    const int options =
+        automation_item_options ? *automation_item_options : object->properties.automation_item_options;
+    object->properties = {active,        visible, armed, in_lane, lane_height, point_shape(default_shape),
+                          fader_scaling, options};
+}
+
+void sort_points(Workstation& workstation, BR_Envelope* handle) {
+    if (EnvelopeObject* object = workstation.envelope_objects().find(handle)) {
+        std::ranges::stable_sort(object->points, {}, &EnvelopePoint::position_seconds);
+    }
+}
+
+int count_points(Workstation& workstation, BR_Envelope* handle) {
+    const EnvelopeObject* object = workstation.envelope_objects().find(handle);
+    return object ? static_cast<int>(object->points.size()) : 0;
+}
+
+bool has_point(const EnvelopeObject* object, int id) {
+    return object && id >= 0 && static_cast<std::size_t>(id) < object->points.size();
+}
+
+bool delete_point(Workstation& workstation, BR_Envelope* handle, int id) {
+    EnvelopeObject* object = workstation.envelope_objects().find(handle);
+    if (!has_point(object, id)) {
+        return false;
+    }
+    object->points.erase(object->points.begin() + id);
+    ++object->edit.points_deleted;
+    return true;
+}
+
+bool get_point(Workstation& workstation, BR_Envelope* handle, int id, double* position, double* value,
+               int* shape, bool* selected, double* bezier) {
+    const EnvelopeObject* object = workstation.envelope_objects().find(handle);
+    if (!has_point(object, id)) {
+        return false;
+    }
+    const EnvelopePoint& point = object->points[static_cast<std::size_t>(id)];
+    put(position, point.position_seconds - object->zero_seconds);
+    put(value, point.value);
+    put(shape, static_cast<int>(point.shape));
+    put(selected, point.selected);
+    put(bezier, point.tension);
+    return true;
+}
+
+bool set_point(Workstation& workstation, BR_Envelope* handle, int id, double position, double value,
+               int shape, bool selected, double bezier) {
+    EnvelopeObject* object = workstation.envelope_objects().find(handle);
+    const bool is_new = id == -1;
+    if (!object || !std::isfinite(position) || !std::isfinite(value) || !(is_new || has_point(object, id))) {
+        return false;
+    }
+    const EnvelopePoint point{position + object->zero_seconds, value, point_shape(shape), selected, bezier};
+    if (is_new) {
+        object->points.push_back(point);
+        ++object->edit.points_created;
+    } else {
+        object->points[static_cast<std::size_t>(id)] = point;
+        ++object->edit.points_rewritten;
+    }
+    return true;
+}
+
+} // namespace
+
+std::span<const HostFunction> envelope_functions() {
+    static const HostFunction table[] = {
+        host_function<allocate>("BR_EnvAlloc"),
+        host_function<free_object>("BR_EnvFree"),
+        host_function<get_properties>("BR_EnvGetProperties"),
+        host_function<set_properties>("BR_EnvSetProperties"),
+        host_function<sort_points>("BR_EnvSortPoints"),
+        host_function<count_points>("BR_EnvCountPoints"),
+        host_function<delete_point>("BR_EnvDeletePoint"),
+        host_function<get_point>("BR_EnvGetPoint"),
+        host_function<set_point>("BR_EnvSetPoint"),
+    };
+    return table;
+}
+
+} // namespace headless

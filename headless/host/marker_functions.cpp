@@ -1,0 +1,111 @@
+// Host functions for markers and regions, and for native colours.
+
+#include "headless/host/door.hpp"
+#include "headless/host/text.hpp"
+
+#include <cmath>
+#include <utility>
+
+namespace headless {
+namespace {
+
+template <class T>
+void put(T* target, T value) {
+    if (target) {
+        *target = value;
+    }
+}
+
+int count_markers(Workstation& workstation, ReaProject* handle, int* marker_count, int* region_count) {
+    const Project* project = workstation.live(handle);
+    const int all = project ? static_cast<int>(project->markers.all().size()) : 0;
+    const int regions = project ? static_cast<int>(project->markers.region_count()) : 0;
+    put(marker_count, all - regions);
+    put(region_count, regions);
+    return all;
+}
+
+int enumerate_markers_3(Workstation& workstation, ReaProject* handle, int index, bool* is_region,
+                        double* position, double* region_end, const char** name, int* number, int* color) {
+    const Project* project = workstation.live(handle);
+    if (!project || index < 0 || static_cast<std::size_t>(index) >= project->markers.all().size()) {
+        return 0;
+    }
+    const Marker& marker = project->markers.all()[static_cast<std::size_t>(index)];
+    put(is_region, marker.is_region);
+    put(position, marker.position_seconds);
+    put(region_end, marker.end_seconds);
+    put(name, marker.name.c_str());
+    put(number, marker.number);
+    put(color, marker.color);
+    return index + 1;
+}
+
+int enumerate_markers_2(Workstation& workstation, ReaProject* handle, int index, bool* is_region,
+                        double* position, double* region_end, const char** name, int* number) {
+    return enumerate_markers_3(workstation, handle, index, is_region, position, region_end, name, number,
+                               nullptr);
+}
+
+Marker make_marker(bool is_region, double position, double region_end, const char* name, int number,
+                   int color) {
+    return {is_region, position, is_region ? region_end : 0.0, to_string(name), number, color};
+}
+
+bool is_on_timeline(double position, double region_end) {
+    return std::isfinite(position) && std::isfinite(region_end);
+}
+
+int add_marker(Workstation& workstation, ReaProject* handle, bool is_region, double position,
+               double region_end, const char* name, int wanted_number, int color) {
+    Project* project = workstation.live(handle);
+    if (!project || !is_on_timeline(position, region_end)) {
+        return -1;
+    }
+    return project->markers.add(make_marker(is_region, position, region_end, name, wanted_number, color));
+}
+
+bool set_marker(Workstation& workstation, ReaProject* handle, int number, bool is_region, double position,
+                double region_end, const char* name, int color) {
+    Project* project = workstation.live(handle);
+    const Marker* present = project ? project->markers.find(is_region, number) : nullptr;
+    if (!present || !is_on_timeline(position, region_end)) {
+        return false;
+    }
+    const int new_color = color == 0 ? present->color : color;
+    return project->markers.replace(make_marker(is_region, position, region_end, name, number, new_color));
+}
+
+bool delete_marker(Workstation& workstation, ReaProject* handle, int index) {
+    Project* project = workstation.live(handle);
+    return project && project->markers.erase(static_cast<std::size_t>(index));
+}
+
+// Native colours have red in the lowest byte, as stored in project files.
+void color_from_native(Workstation&, int color, int* red, int* green, int* blue) {
+    put(red, color & 0xFF);
+    put(green, (color >> 8) & 0xFF);
+    put(blue, (color >> 16) & 0xFF);
+}
+
+int color_to_native(Workstation&, int red, int green, int blue) {
+    return (red & 0xFF) | (green & 0xFF) << 8 | (blue & 0xFF) << 16;
+}
+
+} // namespace
+
+std::span<const HostFunction> marker_functions() {
+    static const HostFunction table[] = {
+        host_function<count_markers>("CountProjectMarkers"),
+        host_function<enumerate_markers_2>("EnumProjectMarkers2"),
+        host_function<enumerate_markers_3>("EnumProjectMarkers3"),
+        host_function<add_marker>("AddProjectMarker2"),
+        host_function<set_marker>("SetProjectMarker3"),
+        host_function<delete_marker>("DeleteProjectMarkerByIndex"),
+        host_function<color_from_native>("ColorFromNative"),
+        host_function<color_to_native>("ColorToNative"),
+    };
+    return table;
+}
+
+} // namespace headless

@@ -1,0 +1,32 @@
+#pragma once
+// Texts that go out into buffers of a given size, and the colours and file names that go with names.
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+
+namespace headless {
+
+/// Buffers that come without their size hold at least this many bytes.
+constexpr int unsized_buffer_bytes = 1024;
+
+/// Set in a native colour that is in use.
+constexpr int color_in_use = 0x1000000;
+
+/// The longest beginning of `text` that has at most `bytes` bytes and does not end inside a UTF-8 character.
+std::string_view utf8_prefix(std::string_view text, std::size_t bytes);
+
+/// Writes `text`, cut to `size - 1` bytes, and a NUL; nothing for a null buffer or a size of 0 or less.
+void copy_text(std::string_view text, char* buffer, int size);
+
+/// An empty text for a null.
+std::string to_string(const char* text);
+
+/// The name without the ending of a kind of audio file, if it has one: "line.final.WAV" gives "line.final".
+std::string_view without_audio_extension(std::string_view name);
+
+/// A file name for `stem` + `ending`: slashes and control characters become '_', and `stem` is cut so that
+/// the whole has at most 255 bytes. An empty stem becomes "untitled".
+std::string file_name_for(std::string_view stem, std::string_view ending);
+
+} // namespace headless

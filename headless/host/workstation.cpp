@@ -1,0 +1,107 @@
+#include "headless/host/workstation.hpp"
+
+#include "headless/audio/audio_store.hpp"
+#include "headless/host/door.hpp"
+#include "headless/host/envelope_objects.hpp"
+#include "headless/host/source_handles.hpp"
+
+#include <algorithm>
+#include <array>
+#include <stdexcept>
+#include <string_view>
+#include <system_error>
+#include <utility>
+
+namespace headless {
+namespace {
+
+Workstation* living_workstation = nullptr;
+
+template <class T>
+T* alive(const Project& project, void* address) {
+    T* object = static_cast<T*>(address);
+    return project.live_objects().contains(object) ? object : nullptr;
+}
+
+} // namespace
+
+void report_escaped(Workstation& workstation, const char* reason) noexcept {
+    try {
+        workstation.report(Failure{std::string("a host function failed: ") + reason});
+    } catch (...) { // no memory even for the report: the caller still gets its failure value
+        return;
+    }
+}
+
+Workstation::Workstation()
+    : project_(std::make_unique<Project>()), audio_(std::make_unique<AudioStore>()),
+      envelope_objects_(std::make_unique<EnvelopeObjects>()),
+      source_handles_(std::make_unique<SourceHandles>(project_->live_objects())) {
+    if (living_workstation) {
+        throw std::logic_error("there is a workstation already");
+    }
+    for (const auto table :
+         {track_functions(), item_functions(), take_functions(), audio_functions(), envelope_functions(),
+          marker_functions(), project_functions(), dialog_functions(), insertion_functions()}) {
+        for (const HostFunction& function : table) {
+            host_functions_.emplace(function.name, function.address);
+        }
+    }
+    living_workstation = this;
+}
+
+Workstation::~Workstation() { living_workstation = nullptr; }
+
+Workstation* Workstation::current() { return living_workstation; }
+
+void* Workstation::function(const char* name) const {
+    if (!name) {
+        return nullptr;
+    }
+    if (const auto found = host_functions_.find(name); found != host_functions_.end()) {
+        return found->second;
+    }
+    const auto registered = registered_.find(std::string("API_") + name);
+    return registered == registered_.end() ? nullptr : registered->second;
+}
+
+std::vector<Failure> Workstation::take_failures() { return std::exchange(failures_, {}); }
+
+void Workstation::allow_replacing(std::function<bool(const std::filesystem::path&)> may_replace) {
+    may_replace_ = std::move(may_replace);
+}
+
+std::filesystem::path Workstation::render_folder() const {
+    const std::filesystem::path base = std::filesystem::absolute(project_->file).parent_path();
+    std::error_code error;
+    const auto current = std::filesystem::current_path(error);
+    return (project_->file.empty() ? current : base) / project_->record_path;
+}
+
+Project* Workstation::live(ReaProject* handle) const {
+    return !handle || static_cast<void*>(handle) == project_.get() ? project_.get() : nullptr;
+}
+
+Track* Workstation::live(MediaTrack* handle) const { return alive<Track>(*project_, handle); }
+Item* Workstation::live(MediaItem* handle) const { return alive<Item>(*project_, handle); }
+Take* Workstation::live(MediaItem_Take* handle) const { return alive<Take>(*project_, handle); }
+Envelope* Workstation::live(TrackEnvelope* handle) const { return alive<Envelope>(*project_, handle); }
+
+bool Workstation::register_name(const std::string& name, void* value) {
+    constexpr std::array<std::string_view, 3> known{"API_", "APIdef_", "APIvararg_"};
+    const bool withdraws = name.starts_with('-');
+    const std::string kept = withdraws ? name.substr(1) : name;
+    if (std::ranges::none_of(known, [&](std::string_view prefix) { return kept.starts_with(prefix); })) {
+        return false;
+    }
+    if (withdraws) {
+        registered_.erase(kept);
+    } else {
+        registered_[kept] = value;
+    }
+    return true;
+}
+
+void Workstation::report(Failure failure) { failures_.push_back(std::move(failure)); }
+
+} // namespace headless

@@ -21,6 +21,8 @@ private:
     const LiveObjects& live_objects_;
 };
 
+SourceHandles::SourceHandles(const LiveObjects& live_objects) : live_objects_(live_objects) {}
+
 SourceHandles::~SourceHandles() = default;
 
 PCM_source* SourceHandles::handle(Take& take) {

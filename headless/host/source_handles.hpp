@@ -12,7 +12,7 @@ namespace headless {
 
 class SourceHandles {
 public:
-    explicit SourceHandles(const LiveObjects& live_objects) : live_objects_(live_objects) {}
+    explicit SourceHandles(const LiveObjects& live_objects);
     ~SourceHandles();
 
     /// Stays valid as long as this lives, also past the take: then it has no file name.

@@ -20,7 +20,7 @@ public:
     GainCurve(const Envelope& envelope, double start_seconds, double factor = 1.0);
 
     /// Writes the gains of frames `first_frame`, `first_frame + 1`, ... into `gains`, one per frame. Blocks
-    /// may start anywhere: each costs one search, however many frames and points it has.
+    /// may start anywhere: each costs one search among the points.
     void evaluate(std::int64_t first_frame, int sample_rate, std::span<double> gains) const;
 
     /// target = source times gain, rounded once to float. Interleaved samples of whole frames; the spans have

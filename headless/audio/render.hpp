@@ -3,13 +3,11 @@
 
 #include "headless/audio/audio_store.hpp"
 #include "headless/audio/gain_curve.hpp"
+#include "headless/base/staged_file.hpp"
 
 #include <filesystem>
 
 namespace headless {
-
-/// What becomes of a file that already has the target's name.
-enum class ExistingFile { keep, replace };
 
 /// Writes `range` of `source` times `gain` to `target`: 32-bit float wav (RF64 past 4 GiB) in the source's
 /// sample rate and channels, no clipping, no dither; the same input gives the same bytes. The file appears

@@ -1,0 +1,180 @@
+#include "headless/audio/decoded_file.hpp"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <limits>
+#include <vector>
+
+namespace headless {
+namespace {
+
+// Codecs seldom pack more samples than this into a byte; a header that claims more is checked by decoding.
+constexpr std::int64_t believable_samples_per_byte = 16;
+
+std::int64_t frames_per_block(int channels) {
+    return std::max<std::int64_t>(1, static_cast<std::int64_t>(block_samples) / channels);
+}
+
+bool holds_integers(const SF_INFO& info) {
+    switch (info.format & SF_FORMAT_SUBMASK) {
+    case SF_FORMAT_PCM_S8:
+    case SF_FORMAT_PCM_16:
+    case SF_FORMAT_PCM_24:
+    case SF_FORMAT_PCM_32:
+    case SF_FORMAT_PCM_U8:
+        return true;
+    default:
+        return false;
+    }
+}
+
+// Decodes the next frames, up to `frames`, and makes them finite. Fewer mean the end of what can be decoded.
+std::int64_t decode(const SoundFile& sound, float* samples, std::int64_t frames) {
+    const std::int64_t got = std::max<std::int64_t>(0, sf_readf_float(sound.handle.get(), samples, frames));
+    if (!holds_integers(sound.info)) {
+        const auto is_broken = [](float sample) { return !std::isfinite(sample); };
+        std::replace_if(samples, samples + got * sound.info.channels, is_broken, 0.0F);
+    }
+    return got;
+}
+
+// Calls visit(frame, count) for the frames from `first` to before `end`, at most a block at a time.
+template <class Visit>
+Result<void> for_each_block(std::int64_t first, std::int64_t end, int channels, Visit visit) {
+    for (std::int64_t frame = first; frame < end;) {
+        const std::int64_t count = std::min(end - frame, frames_per_block(channels));
+        if (auto done = visit(frame, count); !done) {
+            return done;
+        }
+        frame += count;
+    }
+    return {};
+}
+
+Result<void> visit_silence(std::int64_t frames, int channels, const FrameVisitor& visit) {
+    if (frames <= 0) {
+        return {};
+    }
+    const std::vector<float> silence(
+        static_cast<std::size_t>(std::min(frames, frames_per_block(channels)) * channels));
+    return for_each_block(0, frames, channels, [&](std::int64_t, std::int64_t count) {
+        return visit(std::span(silence).first(static_cast<std::size_t>(count * channels)));
+    });
+}
+
+tl::unexpected<Failure> failure(const std::filesystem::path& file, const char* reason) {
+    return tl::unexpected(Failure{file.string() + ": " + reason});
+}
+
+constexpr const char* nothing_decoded = "no audio could be decoded";
+
+} // namespace
+
+Result<DecodedFile> DecodedFile::open(const std::filesystem::path& file, const FileStamp& stamp) {
+    const auto sound = open_sound_file(file);
+    if (!sound) {
+        return tl::unexpected(sound.error());
+    }
+    const SF_INFO& info = sound->info;
+    DecodedFile opened(file, stamp, {info.samplerate, info.channels, info.frames});
+    if (info.frames / believable_samples_per_byte > stamp.bytes / info.channels) {
+        if (auto counted = opened.count_frames(*sound); !counted) {
+            return tl::unexpected(counted.error());
+        }
+    }
+    return opened;
+}
+
+std::size_t DecodedFile::bytes() const {
+    const auto frames = static_cast<std::size_t>(format_.frames);
+    const auto frame_bytes = static_cast<std::size_t>(format_.channels) * sizeof(float);
+    const auto most = std::numeric_limits<std::size_t>::max();
+    return frames > most / frame_bytes ? most : frames * frame_bytes;
+}
+
+Result<SoundFile> DecodedFile::reopen() const {
+    auto sound = open_sound_file(path_);
+    if (sound &&
+        (sound->info.channels != format_.channels || sound->info.samplerate != format_.sample_rate)) {
+        return failure(path_, "has changed while it was read");
+    }
+    return sound;
+}
+
+Result<void> DecodedFile::count_frames(const SoundFile& sound) {
+    const std::int64_t block_frames = frames_per_block(format_.channels);
+    std::vector<float> block(static_cast<std::size_t>(block_frames * format_.channels));
+    std::int64_t frames = 0;
+    while (const std::int64_t got = decode(sound, block.data(), block_frames)) {
+        frames += got;
+    }
+    if (frames == 0) {
+        return failure(path_, nothing_decoded);
+    }
+    format_.frames = frames;
+    return {};
+}
+
+Result<void> DecodedFile::load() {
+    const auto sound = reopen();
+    if (!sound) {
+        return tl::unexpected(sound.error());
+    }
+    auto samples = std::make_unique_for_overwrite<float[]>(bytes() / sizeof(float));
+    const std::int64_t frames = decode(*sound, samples.get(), format_.frames);
+    if (frames == 0) {
+        return failure(path_, nothing_decoded);
+    }
+    if (frames < format_.frames) { // keep no more memory than there is audio
+        format_.frames = frames;
+        auto fitting = std::make_unique_for_overwrite<float[]>(bytes() / sizeof(float));
+        std::copy_n(samples.get(), bytes() / sizeof(float), fitting.get());
+        samples = std::move(fitting);
+    }
+    samples_ = std::move(samples);
+    return {};
+}
+
+Result<void> DecodedFile::read(FrameRange range, const FrameVisitor& visit) const {
+    const std::int64_t first = range.first_frame;
+    const std::int64_t end = first + std::max<std::int64_t>(0, range.frame_count);
+    const std::int64_t audio_first = std::clamp<std::int64_t>(0, first, end);
+    const std::int64_t audio_end = std::clamp(format_.frames, audio_first, end);
+    return visit_silence(audio_first - first, format_.channels, visit)
+        .and_then([&] { return read_audio(audio_first, audio_end, visit); })
+        .and_then([&] { return visit_silence(end - audio_end, format_.channels, visit); });
+}
+
+Result<void> DecodedFile::read_audio(std::int64_t first, std::int64_t end, const FrameVisitor& visit) const {
+    if (!is_resident()) {
+        return first < end ? stream_audio(first, end, visit) : Result<void>{};
+    }
+    const int channels = format_.channels;
+    return for_each_block(first, end, channels, [&](std::int64_t frame, std::int64_t count) {
+        return visit({samples_.get() + frame * channels, static_cast<std::size_t>(count * channels)});
+    });
+}
+
+Result<void> DecodedFile::stream_audio(std::int64_t first, std::int64_t end,
+                                       const FrameVisitor& visit) const {
+    const auto sound = reopen();
+    if (!sound) {
+        return tl::unexpected(sound.error());
+    }
+    if (first > 0 && sf_seek(sound->handle.get(), first, SEEK_SET) != first) {
+        return failure(path_, "can only be read from its start");
+    }
+    const int channels = format_.channels;
+    std::vector<float> block(static_cast<std::size_t>(frames_per_block(channels) * channels));
+    return for_each_block(first, end, channels, [&](std::int64_t frame, std::int64_t count) -> Result<void> {
+        const std::int64_t got = decode(*sound, block.data(), count);
+        if (got == 0 && frame == 0) {
+            return failure(path_, nothing_decoded);
+        }
+        std::fill(block.begin() + got * channels, block.begin() + count * channels, 0.0F);
+        return visit(std::span(block).first(static_cast<std::size_t>(count * channels)));
+    });
+}
+
+} // namespace headless

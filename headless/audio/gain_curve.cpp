@@ -1,0 +1,115 @@
+#include "headless/audio/gain_curve.hpp"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+
+namespace headless {
+namespace {
+
+/// Where the frames of a block lie in the envelope.
+struct BlockTimes {
+    double start_seconds;
+    std::int64_t first_frame;
+    double sample_rate;
+    std::size_t size;
+
+    double seconds(std::size_t index) const {
+        return start_seconds +
+               static_cast<double>(first_frame + static_cast<std::int64_t>(index)) / sample_rate;
+    }
+
+    // The first frame at or after the position, not before `from`; `size` when there is none. The estimate is
+    // off by a frame at most, as rounding goes.
+    std::size_t frame_at(double position_seconds, std::size_t from) const {
+        const double estimate =
+            std::ceil((position_seconds - start_seconds) * sample_rate - static_cast<double>(first_frame));
+        auto index = static_cast<std::size_t>(
+            std::clamp(estimate, static_cast<double>(from), static_cast<double>(size)));
+        while (index > from && seconds(index - 1) >= position_seconds) {
+            --index;
+        }
+        while (index < size && seconds(index) < position_seconds) {
+            ++index;
+        }
+        return index;
+    }
+};
+
+// The line from one point to the next, from the frame `begin` on.
+void fill_line(std::span<double> gains, const EnvelopePoint& from, const EnvelopePoint& to,
+               const BlockTimes& times, std::size_t begin) {
+    const double slope = (to.value - from.value) / (to.position_seconds - from.position_seconds);
+    const double first = from.value + slope * (times.seconds(begin) - from.position_seconds);
+    const double step = slope / times.sample_rate;
+    const int count = static_cast<int>(gains.size());
+    for (int i = 0; i < count; ++i) {
+        gains[static_cast<std::size_t>(i)] = first + step * i;
+    }
+}
+
+void fill_stretch(std::span<double> gains, const EnvelopePoint& from, const EnvelopePoint& to,
+                  const BlockTimes& times, std::size_t begin) {
+    if (from.shape == PointShape::linear) {
+        fill_line(gains, from, to, times, begin);
+        return;
+    }
+    for (std::size_t i = 0; i < gains.size(); ++i) {
+        gains[i] = value_between(from, to, times.seconds(begin + i));
+    }
+}
+
+// The values of the curve through `points`, of which there is at least one.
+void fill_values(std::span<double> gains, std::span<const EnvelopePoint> points, const BlockTimes& times) {
+    auto next = std::ranges::upper_bound(points, times.seconds(0), {}, &EnvelopePoint::position_seconds);
+    std::size_t begin = 0;
+    for (; next != points.end() && begin < gains.size(); ++next) {
+        const std::size_t end = times.frame_at(next->position_seconds, begin);
+        const auto stretch = gains.subspan(begin, end - begin);
+        if (next == points.begin()) {
+            std::ranges::fill(stretch, next->value);
+        } else {
+            fill_stretch(stretch, next[-1], *next, times, begin);
+        }
+        begin = end;
+    }
+    std::ranges::fill(gains.subspan(begin), points.back().value);
+}
+
+} // namespace
+
+GainCurve::GainCurve(const Envelope& envelope, double start_seconds, double factor)
+    : points_(envelope.points().begin(), envelope.points().end()), start_seconds_(start_seconds),
+      factor_(factor) {}
+
+void GainCurve::evaluate(std::int64_t first_frame, int sample_rate, std::span<double> gains) const {
+    if (points_.empty()) {
+        std::ranges::fill(gains, factor_);
+        return;
+    }
+    fill_values(gains, points_,
+                {start_seconds_, first_frame, static_cast<double>(sample_rate), gains.size()});
+    for (double& gain : gains) {
+        gain *= factor_;
+    }
+}
+
+void GainCurve::apply(std::int64_t first_frame, int sample_rate, int channels, std::span<const float> source,
+                      std::span<float> target) const {
+    std::array<double, 1024> gains;
+    const auto width = static_cast<std::size_t>(channels);
+    const std::size_t frames = source.size() / width;
+    for (std::size_t done = 0; done < frames; done += gains.size()) {
+        const auto count = std::min(frames - done, gains.size());
+        evaluate(first_frame + static_cast<std::int64_t>(done), sample_rate, std::span(gains).first(count));
+        const float* in = source.data() + done * width;
+        float* out = target.data() + done * width;
+        for (const double gain : std::span(gains).first(count)) {
+            for (std::size_t channel = 0; channel < width; ++channel) {
+                *out++ = static_cast<float>(static_cast<double>(*in++) * gain);
+            }
+        }
+    }
+}
+
+} // namespace headless

@@ -72,10 +72,11 @@ void Workstation::allow_replacing(std::function<bool(const std::filesystem::path
 }
 
 std::filesystem::path Workstation::render_folder() const {
-    const std::filesystem::path base = std::filesystem::absolute(project_->file).parent_path();
-    std::error_code error;
-    const auto current = std::filesystem::current_path(error);
-    return (project_->file.empty() ? current : base) / project_->record_path;
+    namespace fs = std::filesystem;
+    std::error_code error; // where there is no current folder the path stays relative
+    const fs::path base =
+        project_->file.empty() ? fs::current_path(error) : fs::absolute(project_->file, error).parent_path();
+    return project_->record_path.empty() ? base : base / project_->record_path;
 }
 
 Project* Workstation::live(ReaProject* handle) const {

@@ -1,0 +1,141 @@
+// Load and unload: what the host is asked and told, in which order.
+
+#include "host/api_table.hpp"
+#include "host/entry.hpp"
+#include "host/host_functions.hpp"
+#include "host/message_catalogue.hpp"
+
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <fstream>
+#include <set>
+#include <string>
+#include <vector>
+
+namespace {
+
+std::vector<std::string> asked;
+std::vector<std::pair<std::string, void*>> registered;
+std::set<std::string> unknown;
+
+int log_registration(const char* name, void* payload) {
+    registered.emplace_back(name, payload);
+    return 0; // refused: the plug-in does not care
+}
+
+void* get_func(const char* name) {
+    asked.emplace_back(name);
+    if (unknown.contains(name))
+        return nullptr;
+    return reinterpret_cast<void*>(&log_registration); // any address will do for those that are not called
+}
+
+reaper_plugin_info_t record{0x1, nullptr, nullptr, &get_func};
+
+std::vector<std::string> published_names() {
+    std::ifstream list(TEST_DATA "/host/host_functions.txt");
+    return {std::istream_iterator<std::string>(list), {}};
+}
+
+class Entry : public ::testing::Test {
+protected:
+    Entry() {
+        asked.clear();
+        registered.clear();
+        unknown.clear();
+    }
+    ~Entry() override {
+        ReaperPluginEntry(nullptr, nullptr);
+        REAPERAPI_LoadAPI(nullptr);
+    }
+};
+
+using Loading = Entry;
+
+// Runs in a process of its own, as the loaded flag is never cleared.
+TEST(EntryDeathTest, unloads_without_a_load_in_silence) {
+    EXPECT_EXIT(
+        {
+            plugin_register = &log_registration;
+            const int result = ReaperPluginEntry(nullptr, nullptr);
+            std::exit(result == 0 && registered.empty() && !imported ? 0 : 1);
+        },
+        ::testing::ExitedWithCode(0), "");
+}
+
+TEST_F(Loading, binds_all_published_functions_in_their_order_whatever_the_version) {
+    EXPECT_EQ(ReaperPluginEntry(nullptr, &record), 1);
+    EXPECT_EQ(asked, published_names());
+    EXPECT_EQ(asked.size(), 810u);
+    EXPECT_EQ(reaper_plugin, &record);
+    EXPECT_TRUE(imported);
+    EXPECT_NE(GetTrack, nullptr);
+}
+
+TEST_F(Loading, counts_the_functions_that_the_host_lacks) {
+    for (const char* name : {"GetTrack", "plugin_register", "UpdateArrange", "__mergesort"})
+        unknown.insert(name);
+    EXPECT_EQ(REAPERAPI_LoadAPI(&get_func), 4);
+    EXPECT_EQ(GetTrack, nullptr);
+    EXPECT_EQ(REAPERAPI_LoadAPI(nullptr), 810);
+}
+
+TEST_F(Loading, registers_each_row_thrice_in_order_and_withdraws_the_same_pointers) {
+    ReaperPluginEntry(nullptr, &record);
+    std::vector<std::pair<std::string, void*>> expected;
+    for (std::size_t i = 0; i < api_define_list.count; ++i) {
+        const ApiRow& row = api_define_list.rows[i];
+        expected.emplace_back(row.api_name, row.function);
+        expected.emplace_back(row.definition_name, const_cast<char*>(row.definition));
+        expected.emplace_back(row.vararg_name, row.vararg);
+    }
+    EXPECT_EQ(registered, expected);
+
+    registered.clear();
+    EXPECT_EQ(ReaperPluginEntry(nullptr, nullptr), 0);
+    for (auto& entry : expected)
+        entry.first.insert(0, "-");
+    EXPECT_EQ(registered, expected);
+    EXPECT_EQ(reaper_plugin, nullptr);
+    EXPECT_TRUE(imported);
+}
+
+TEST_F(Loading, survives_a_host_that_knows_nothing) {
+    reaper_plugin_info_t empty{0, nullptr, nullptr, nullptr};
+    EXPECT_EQ(ReaperPluginEntry(nullptr, &empty), 1);
+    EXPECT_EQ(call(CountTracks, nullptr), 0);
+    EXPECT_EQ(ReaperPluginEntry(nullptr, nullptr), 0);
+}
+
+struct Locale {
+    const char* name;
+    const char* variable;
+    const char* value;
+    bool japanese;
+};
+
+class Language : public ::testing::TestWithParam<Locale> {};
+
+TEST_P(Language, is_japanese_for_exactly_that_locale) {
+    for (const char* variable : {"LC_ALL", "LC_MESSAGES", "LANG"})
+        unsetenv(variable);
+    setenv(GetParam().variable, GetParam().value, 1);
+    mk_app::message_util::set_localize();
+    unsetenv(GetParam().variable);
+    const std::string text = mk_app::message_list->MSG_DEPENDENCY_ERROR();
+    EXPECT_EQ(text.starts_with("%sを使用するためには%sのインストールが必要です。\n"), GetParam().japanese);
+    EXPECT_EQ(text.starts_with("To use %s, you need to install %s.\n"), !GetParam().japanese);
+    EXPECT_STREQ(mk_app::message_list->ERROR_TITLE(), "MERIDEK_FELSPAR");
+}
+
+INSTANTIATE_TEST_SUITE_P(Locales, Language,
+                         ::testing::Values(Locale{"japanese", "LANG", "ja_JP", true},
+                                           Locale{"with_its_encoding", "LC_ALL", "ja_JP.UTF-8", true},
+                                           Locale{"without_country", "LANG", "ja", false},
+                                           Locale{"longer_word", "LC_MESSAGES", "ja_JPN", false},
+                                           Locale{"english", "LANG", "en_US.UTF-8", false},
+                                           Locale{"empty", "LANG", "", false}),
+                         [](const auto& test) { return test.param.name; });
+
+} // namespace

@@ -1,0 +1,81 @@
+#pragma once
+// The plug-in's logic, entered in this process on a living headless host, and wav files to feed it.
+
+#include "headless/host/workstation.hpp"
+#include "host/host_functions.hpp"
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <map>
+#include <span>
+#include <string>
+#include <vector>
+
+namespace mk_test {
+
+/// A folder that goes with the test.
+class TemporaryFolder {
+public:
+    TemporaryFolder();
+    ~TemporaryFolder();
+    TemporaryFolder(const TemporaryFolder&) = delete;
+    TemporaryFolder& operator=(const TemporaryFolder&) = delete;
+    const std::filesystem::path& path() const { return path_; }
+
+private:
+    std::filesystem::path path_;
+};
+
+/// Writes a 32-bit float wav file of one channel.
+std::filesystem::path write_wav(const std::filesystem::path& file, std::span<const float> samples,
+                                int sample_rate = 8000);
+
+/// Speech-like: bursts of tone at levels that change every few hundred milliseconds, with pauses;
+/// reproducible.
+std::vector<float> babble(double seconds, int sample_rate, unsigned int seed);
+
+/// A new project in a new host, with the plug-in entered. What GetFunc answers can be overruled by name: null
+/// is a function that the host lacks.
+class BoundPlugin : public ::testing::Test {
+protected:
+    BoundPlugin();
+    ~BoundPlugin() override;
+
+    /// Enters the plug-in again, so that it sees the host as it is overruled now.
+    void enter();
+
+    /// Overrules what GetFunc answers from now on; bound pointers change at the next `enter`.
+    static void overrule(const std::string& name, void* function) { overruled[name] = function; }
+
+    template <class F>
+    static void overrule(const std::string& name, F* function) {
+        overruled[name] = reinterpret_cast<void*>(function);
+    }
+
+    /// An item over a new wav file of these samples on a new track.
+    headless::Item& add_item(std::span<const float> samples, double position_seconds = 0.0,
+                             const std::string& name = "line.wav");
+
+    static MediaItem* handle(headless::Item& item) {
+        return reinterpret_cast<MediaItem*>(headless::Workstation::handle(item));
+    }
+    static MediaTrack* handle(headless::Track& track) {
+        return reinterpret_cast<MediaTrack*>(headless::Workstation::handle(track));
+    }
+
+    /// Message boxes that were shown; each is answered with `message_box_answer`.
+    static std::vector<std::string> messages;
+    static int message_box_answer;
+
+    TemporaryFolder folder;
+    headless::Workstation workstation;
+
+private:
+    static void* get_func(const char* name);
+    static std::map<std::string, void*> overruled;
+    static headless::Workstation* host;
+    reaper_plugin_info_t record{0x20E, nullptr, nullptr, &get_func};
+};
+
+} // namespace mk_test

@@ -27,8 +27,10 @@ std::string gain_text(double gain_db) {
 
 std::string loudness_text(std::optional<double> lufs) { return lufs ? formatted("%.1f", *lufs) : "-"; }
 
-ordered_json number_or_null(std::optional<double> value) {
-    return value && std::isfinite(*value) ? ordered_json(*value) : ordered_json(nullptr);
+/// Decibels at four decimals: more would show where a curve was reckoned, not how it sounds.
+ordered_json decibels(std::optional<double> value) {
+    return value && std::isfinite(*value) ? ordered_json(std::round(*value * 1e4) / 1e4)
+                                          : ordered_json(nullptr);
 }
 
 std::string line_of(const ordered_json& object) {
@@ -58,10 +60,10 @@ std::string json_line(const RideReport& report) {
                     {"windows", report.windows},
                     {"points_written", report.points_written},
                     {"points_kept", report.points_kept},
-                    {"largest_cut_db", number_or_null(report.largest_cut_db)},
-                    {"largest_boost_db", number_or_null(report.largest_boost_db)},
-                    {"momentary_max_before_lufs", number_or_null(report.momentary_max_before_lufs)},
-                    {"momentary_max_after_lufs", number_or_null(report.momentary_max_after_lufs)}});
+                    {"largest_cut_db", decibels(report.largest_cut_db)},
+                    {"largest_boost_db", decibels(report.largest_boost_db)},
+                    {"momentary_max_before_lufs", decibels(report.momentary_max_before_lufs)},
+                    {"momentary_max_after_lufs", decibels(report.momentary_max_after_lufs)}});
 }
 
 std::string json_failure_line(const std::filesystem::path& file, std::string_view message) {

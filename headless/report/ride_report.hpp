@@ -32,8 +32,8 @@ std::string text_heading();
 /// A row of the table; its last column is the name of the file without its folder.
 std::string text_row(const RideReport& report);
 
-/// One JSON object and a line break. Names keep their units; what has no finite value is null; bytes of a
-/// path that are not UTF-8 become U+FFFD.
+/// One JSON object and a line break. Decibels have four decimals; what has no finite value is null; bytes of
+/// a path that are not UTF-8 become U+FFFD.
 std::string json_line(const RideReport& report);
 
 /// The same for a recording that could not be ridden: `{"file":...,"error":...}`.

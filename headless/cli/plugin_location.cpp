@@ -1,0 +1,22 @@
+#include "headless/cli/plugin_location.hpp"
+
+#include <system_error>
+
+namespace headless {
+
+Result<std::filesystem::path> find_plugin() {
+    constexpr const char* file_name = "libreaper_MERIDEK_FELSPAR_for_6.x.so";
+    std::error_code error;
+    const std::filesystem::path program = std::filesystem::read_symlink("/proc/self/exe", error);
+    const std::filesystem::path libraries = program.parent_path().parent_path() / "lib";
+    const std::filesystem::path installed = libraries / "felspar" / file_name;
+    const std::filesystem::path built = libraries / file_name;
+    if (std::filesystem::exists(installed, error))
+        return installed;
+    if (std::filesystem::exists(built, error))
+        return built;
+    return tl::unexpected(Failure{"the plug-in is neither " + installed.string() + " nor " + built.string() +
+                                  ": say where it is with --plugin"});
+}
+
+} // namespace headless

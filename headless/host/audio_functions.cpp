@@ -47,7 +47,26 @@ void put(double* target, double value) {
     }
 }
 
-// False for a take that is too short for a momentary reading: a level made up for it would be acted on.
+// Fails for a take that is too short for a momentary reading: a level made up for it would be acted on.
+Result<Loudness> loudness_of(AudioStore& store, const Take& take, const LoudnessRequest& request) {
+    const auto audio = audio_of(store, take);
+    if (!audio) {
+        return tl::unexpected(audio.error());
+    }
+    const GainCurve gain = gain_of(take, take.item().volume);
+    auto loudness = measure_loudness(store, take.source.file, audio->range, gain, request);
+    if (loudness && !loudness->momentary_maximum_lufs) {
+        return tl::unexpected(Failure{"take '" + take.name + "': too short for a loudness reading"});
+    }
+    return loudness;
+}
+
+void put_placed(double* value, double* position_seconds, const PlacedReading& reading, double start_seconds) {
+    put(value, reading.value);
+    put(position_seconds, start_seconds + reading.position_seconds);
+}
+
+// Positions are project time, but for the true peak's, which counts from the item.
 bool analyze_take_loudness(Workstation& workstation, MediaItem_Take* handle, bool wants_true_peak,
                            double* integrated, double* range, double* true_peak, double* true_peak_position,
                            double* short_term_maximum, double* momentary_maximum, double* short_term_position,
@@ -56,35 +75,25 @@ bool analyze_take_loudness(Workstation& workstation, MediaItem_Take* handle, boo
     if (!take) {
         return false;
     }
-    const auto audio = audio_of(workstation.audio(), *take);
-    if (!audio) {
-        workstation.report(audio.error());
-        return false;
-    }
     const LoudnessRequest request{.integrated = integrated != nullptr,
                                   .range = range != nullptr,
                                   .true_peak = wants_true_peak,
                                   .short_term_maximum = short_term_maximum || short_term_position,
                                   .momentary_maximum = true};
-    const auto loudness = measure_loudness(workstation.audio(), take->source.file, audio->range,
-                                           gain_of(*take, take->item().volume), request);
-    if (!loudness || !loudness->momentary_maximum_lufs) {
-        workstation.report(loudness ? Failure{"take '" + take->name + "': too short for a loudness reading"}
-                                    : loudness.error());
+    const auto loudness = loudness_of(workstation.audio(), *take, request);
+    if (!loudness) {
+        workstation.report(loudness.error());
         return false;
     }
     const double start_seconds = take->item().position_seconds();
-    const PlacedReading none{silence_lufs, 0.0};
-    const PlacedReading peak = loudness->true_peak_dbtp.value_or(PlacedReading{});
-    const PlacedReading short_term = loudness->short_term_maximum_lufs.value_or(none);
     put(integrated, loudness->integrated_lufs.value_or(silence_lufs));
     put(range, loudness->range_lu.value_or(0.0));
-    put(true_peak, peak.value);
-    put(true_peak_position, peak.position_seconds);
-    put(short_term_maximum, short_term.value);
-    put(short_term_position, start_seconds + short_term.position_seconds);
-    put(momentary_maximum, loudness->momentary_maximum_lufs->value);
-    put(momentary_position, start_seconds + loudness->momentary_maximum_lufs->position_seconds);
+    if (loudness->true_peak_dbtp) {
+        put_placed(true_peak, true_peak_position, *loudness->true_peak_dbtp, 0.0);
+    }
+    put_placed(short_term_maximum, short_term_position,
+               loudness->short_term_maximum_lufs.value_or(PlacedReading{silence_lufs, 0.0}), start_seconds);
+    put_placed(momentary_maximum, momentary_position, *loudness->momentary_maximum_lufs, start_seconds);
     return true;
 }
 

@@ -16,7 +16,7 @@ HostTest::HostTest()
 HostTest::~HostTest() { std::filesystem::remove_all(folder); }
 
 std::filesystem::path HostTest::write_recording(const std::string& name, const Recording& recording) const {
-    const std::filesystem::path file = folder / name;
+    std::filesystem::path file = folder / name;
     SF_INFO info{};
     info.samplerate = recording.sample_rate;
     info.channels = recording.channels;

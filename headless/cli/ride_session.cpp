@@ -31,6 +31,12 @@ std::optional<double> momentary_maximum(AudioStore& store, const std::filesystem
 
 double to_db(double gain) { return 20.0 * std::log10(gain); }
 
+/// Relative when it lies below the folder, so that the two can be moved together; else as it is.
+std::filesystem::path seen_from(const std::filesystem::path& folder, const std::filesystem::path& path) {
+    const std::filesystem::path relative = path.lexically_relative(folder);
+    return relative.empty() || *relative.begin() == ".." ? path : relative;
+}
+
 void add_gains(RideReport& report, const Take& take) {
     const Envelope* volume = take.envelope("Volume");
     if (volume == nullptr)
@@ -65,7 +71,7 @@ Result<RideSession> RideSession::open(const std::filesystem::path& plugin, Outpu
 
 void RideSession::set_folder(const std::filesystem::path& folder) {
     folder_ = folder;
-    workstation_->project().record_path = std::filesystem::absolute(folder);
+    workstation_->project().record_path = std::filesystem::canonical(folder);
 }
 
 std::filesystem::path RideSession::target_of(const Take& take) const {
@@ -113,8 +119,11 @@ Result<RideReport> RideSession::ride_item(Item& item, const std::filesystem::pat
 Result<void> RideSession::save(const std::filesystem::path& project_file) {
     if (auto permitted = guard_->permits_project(project_file); !permitted)
         return permitted;
-    workstation_->project().file = std::filesystem::absolute(project_file);
-    return save_project(workstation_->project(), project_file);
+    Project& project = workstation_->project();
+    project.file = std::filesystem::canonical(std::filesystem::absolute(project_file).parent_path()) /
+                   project_file.filename();
+    project.record_path = seen_from(project.file.parent_path(), project.record_path);
+    return save_project(project, project.file);
 }
 
 } // namespace headless

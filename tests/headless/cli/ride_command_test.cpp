@@ -91,6 +91,7 @@ TEST_F(RideCommand, saves_a_project_of_items_a_second_apart_with_the_ride_to_edi
     EXPECT_EQ(item.active_take(), item.take(1));
     EXPECT_TRUE(std::filesystem::equivalent(item.take(0)->source.file, folder / "b.wav"));
     EXPECT_TRUE(std::filesystem::equivalent(item.take(1)->source.file, folder / "ridden/b.wav"));
+    EXPECT_EQ(project.record_path, "ridden") << "the project and its renders can be moved together";
     const Envelope* volume = item.take(0)->envelope("Volume");
     ASSERT_NE(volume, nullptr);
     EXPECT_TRUE(volume->properties.active);

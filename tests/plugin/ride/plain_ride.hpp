@@ -11,14 +11,11 @@
 namespace mk_test {
 
 struct PlainPeak {
-    double time;
-    double max_peak;
-    double min_peak;
+    double time, max_peak, min_peak;
 };
 
 struct PlainRecord {
-    double pos;
-    double level;
+    double pos, level;
     double point_vol = 0.0;
     bool writes = false;
     double value = 0.0;
@@ -32,36 +29,29 @@ struct PlainScan {
 
 inline PlainScan plain_scan(std::span<const PlainPeak> peaks) {
     PlainScan scan;
-    int fill = 0;
-    double best = 100.0;
-    int best_index = 0;
-    double times[11] = {};
+    int fill = 0, best_index = 0;
+    double best = 100.0, times[11] = {};
     for (const PlainPeak& peak : peaks) {
         fill += 1;
-        const double a = std::abs(peak.max_peak);
-        const double b = std::abs(peak.min_peak);
+        const double a = std::abs(peak.max_peak), b = std::abs(peak.min_peak);
         const double level = a < b ? a : b;
         if (level < best) {
             best = level;
             best_index = fill;
         }
         times[fill] = peak.time;
-        if (fill == 10 && best < 50.0) {
-            int index = best_index;
-            if (index < 3)
-                index = 3;
-            if (index > 7)
-                index = 7;
+        if (fill < 10)
+            continue;
+        if (best < 50.0) {
+            const int index = best_index < 3 ? 3 : best_index > 7 ? 7 : best_index;
             scan.records.push_back({times[index], best});
             scan.sum += best;
             scan.loud_count += 1;
-        } else if (fill == 10) {
+        } else {
             scan.records.push_back({times[5], best});
         }
-        if (fill == 10) {
-            fill = 0;
-            best = 100.0;
-        }
+        fill = 0;
+        best = 100.0;
     }
     if (fill >= 6 && best < 50.0) {
         scan.records.push_back({times[5], best});
@@ -70,14 +60,9 @@ inline PlainScan plain_scan(std::span<const PlainPeak> peaks) {
     return scan;
 }
 
-struct PlainLadder {
-    double m1, m2, m3, m4, target;
-};
-
-inline PlainLadder plain_ladder(const PlainScan& scan, int ratio_type) {
-    const auto mean = [&](double limit) {
-        double sum = 0;
-        double n = 0;
+inline void plain_assign(PlainScan& scan, int ratio_type) {
+    const auto mean_below = [&](double limit) {
+        double sum = 0, n = 0;
         for (const PlainRecord& record : scan.records)
             if (record.level < limit) {
                 sum += record.level;
@@ -85,74 +70,59 @@ inline PlainLadder plain_ladder(const PlainScan& scan, int ratio_type) {
             }
         return sum / n;
     };
-    PlainLadder ladder{};
-    ladder.m1 = scan.sum / scan.loud_count;
-    ladder.m2 = mean(ladder.m1);
-    ladder.m3 = mean(ladder.m2);
-    ladder.m4 = mean(ladder.m3);
-    double f = 0.0;
-    if (ratio_type <= 0)
-        f = 0.6;
-    if (ratio_type == 1)
-        f = 0.4;
-    if (ratio_type == 2)
-        f = 0.2;
-    ladder.target = ladder.m3 + f * (ladder.m4 - ladder.m3);
-    return ladder;
-}
-
-inline void plain_assign(PlainScan& scan, const PlainLadder& ladder) {
+    const double m1 = scan.sum / scan.loud_count, m2 = mean_below(m1), m3 = mean_below(m2),
+                 m4 = mean_below(m3);
+    const double f = ratio_type <= 0 ? 0.6 : ratio_type == 1 ? 0.4 : ratio_type == 2 ? 0.2 : 0.0;
+    const double target = m3 + f * (m4 - m3), k = 0.115129254;
     for (PlainRecord& record : scan.records) {
-        const double level = record.level;
-        const double p = record.pos;
-        const double k = 0.115129254;
-        double ceiling = 0.0;
-        if (level < ladder.m3 && ladder.target - level > 0) {
-            record.point_vol = -(ladder.target - level);
-            record.writes = true;
-            record.value = std::exp((ladder.target - level) * -k);
+        const double level = record.level, p = record.pos;
+        record.writes = !(level < m3) || target - level > 0;
+        record.value = 1.0;
+        if (level < m3) {
+            if (record.writes) {
+                record.point_vol = -(target - level);
+                record.value = std::exp((target - level) * -k);
+            }
             continue;
         }
-        if (level < ladder.m3)
-            continue;
+        double ceiling = 0.0;
         if (level < 29.0 && p < 0.1)
             ceiling = 4.0;
         else if (level < 28.0 && p < 0.2)
             ceiling = 4.0;
         else if (level < 26.0 && p >= 0.2)
             ceiling = 2.0;
-        record.writes = true;
-        record.value = 1.0;
-        if (ceiling > 0.0 && ladder.m2 == ladder.m2) { // no second mean: unity
-            const double x = level - ladder.m2 < ceiling ? level - ladder.m2 : ceiling;
-            record.point_vol = x;
-            record.value = std::exp(x * k);
+        if (ceiling > 0.0 && m2 == m2) { // without a second mean: unity
+            record.point_vol = level - m2 < ceiling ? level - m2 : ceiling;
+            record.value = std::exp(record.point_vol * k);
         }
     }
 }
 
 inline std::vector<int> plain_flat(const PlainScan& scan) {
     std::vector<int> flat;
-    const int n = static_cast<int>(scan.records.size());
-    for (int i = 1; i < n - 1; ++i) {
-        const auto vol = [&](int j) { return scan.records[static_cast<std::size_t>(j)].point_vol; };
+    const auto vol = [&](std::size_t i) { return scan.records[i].point_vol; };
+    for (std::size_t i = 1; i + 1 < scan.records.size(); ++i)
         if (std::abs(vol(i) - vol(i - 1)) < 0.5 && std::abs(vol(i) - vol(i + 1)) < 0.5)
-            flat.push_back(i);
-    }
+            flat.push_back(static_cast<int>(i));
     return flat;
 }
 
 /// An envelope under edit that keeps its points in the order of their making and notes each call.
-class PlainEnvelope {
-public:
+struct PlainEnvelope {
     struct Point {
-        double position;
-        double value;
+        double position, value;
         bool operator==(const Point&) const = default;
     };
     std::vector<Point> points;
     std::vector<std::string> calls;
 
+    template <class... A>
+    void note(const char* format, A... values) {
+        char line[128];
+        std::snprintf(line, sizeof line, format, values...);
+        calls.emplace_back(line);
+    }
     void set(int id, double position, double value) {
         note("set %d %a %a", id, position, value);
         if (id == -1)
@@ -173,28 +143,19 @@ public:
         note("get %d", id);
         return points[static_cast<std::size_t>(id)];
     }
-    template <class... A>
-    void note(const char* format, A... values) {
-        char line[128];
-        std::snprintf(line, sizeof line, format, values...);
-        calls.emplace_back(line);
-    }
 };
 
 /// The calls on the envelope object, from its making to its commit, and the points that are left.
 inline PlainEnvelope plain_ride(std::span<const PlainPeak> peaks, int ratio_type,
                                 const std::vector<PlainEnvelope::Point>& existing) {
-    PlainEnvelope envelope;
-    envelope.points = existing;
-    envelope.note("properties active visible");
-    envelope.note("sort");
+    PlainEnvelope envelope{existing, {"properties active visible", "sort"}};
     for (int id = envelope.count(); id >= 1; --id)
         envelope.remove(id);
     envelope.set(0, 0.0, 1.0);
     PlainScan scan = plain_scan(peaks);
     for (const PlainRecord& record : scan.records)
         envelope.set(-1, record.pos, 1.0);
-    plain_assign(scan, plain_ladder(scan, ratio_type));
+    plain_assign(scan, ratio_type);
     for (std::size_t i = 0; i < scan.records.size(); ++i)
         if (scan.records[i].writes)
             envelope.set(static_cast<int>(i), scan.records[i].pos, scan.records[i].value);
@@ -203,10 +164,8 @@ inline PlainEnvelope plain_ride(std::span<const PlainPeak> peaks, int ratio_type
         envelope.remove(*i);
     const int n = envelope.count();
     for (int hi = n - 1; n >= 3 && hi >= 2; --hi) {
-        const PlainEnvelope::Point high = envelope.get(hi);
-        const PlainEnvelope::Point low = envelope.get(hi - 1);
-        const double d_high = std::abs(1.0 - high.value);
-        const double d_low = std::abs(1.0 - low.value);
+        const PlainEnvelope::Point high = envelope.get(hi), low = envelope.get(hi - 1);
+        const double d_high = std::abs(1.0 - high.value), d_low = std::abs(1.0 - low.value);
         if (high.position == low.position && d_low > d_high)
             envelope.remove(hi);
         else if (high.position == low.position && d_high > d_low)

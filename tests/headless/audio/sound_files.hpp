@@ -1,47 +1,18 @@
 #pragma once
-// Sound files that the tests make, in a folder that goes with the test.
+// Sound files that the tests make.
+
+#include "tests/headless/support/scratch_folder.hpp"
 
 #include <sndfile.h>
 
-#include <atomic>
 #include <cmath>
 #include <cstdint>
 #include <filesystem>
-#include <fstream>
-#include <iterator>
 #include <numbers>
 #include <stdexcept>
-#include <string>
-#include <unistd.h>
 #include <vector>
 
 namespace headless::test {
-
-/// An empty folder, removed with all that is in it at the end.
-class ScratchFolder {
-public:
-    ScratchFolder() {
-        static std::atomic<int> serial{0};
-        path = std::filesystem::temp_directory_path() /
-               ("felspar test " + std::to_string(getpid()) + "-" + std::to_string(serial++));
-        std::filesystem::create_directories(path);
-    }
-    ScratchFolder(const ScratchFolder&) = delete;
-    ScratchFolder& operator=(const ScratchFolder&) = delete;
-    ~ScratchFolder() {
-        std::error_code ignored;
-        std::filesystem::remove_all(path, ignored);
-    }
-
-    std::filesystem::path operator/(const std::string& name) const { return path / name; }
-
-    std::size_t entry_count() const {
-        return static_cast<std::size_t>(
-            std::distance(std::filesystem::directory_iterator(path), std::filesystem::directory_iterator()));
-    }
-
-    std::filesystem::path path;
-};
 
 inline constexpr int float_wav = SF_FORMAT_WAV | SF_FORMAT_FLOAT;
 
@@ -93,15 +64,6 @@ inline std::vector<float> noise(std::size_t samples, double peak, std::uint32_t 
 inline std::vector<float> operator+(std::vector<float> left, const std::vector<float>& right) {
     left.insert(left.end(), right.begin(), right.end());
     return left;
-}
-
-inline std::string bytes_of(const std::filesystem::path& file) {
-    std::ifstream stream(file, std::ios::binary);
-    return {std::istreambuf_iterator<char>(stream), {}};
-}
-
-inline void write_bytes(const std::filesystem::path& file, const std::string& bytes) {
-    std::ofstream(file, std::ios::binary) << bytes;
 }
 
 } // namespace headless::test

@@ -1,0 +1,24 @@
+#pragma once
+// What the writer and the reader of project files have to agree on. For use inside this folder.
+
+#include <array>
+#include <string_view>
+
+namespace headless::rpp {
+
+/// How our own files begin. A workstation that saves the project puts its own platform there.
+inline constexpr std::string_view own_beginning = R"(<REAPER_PROJECT 0.1 "6.19/felspar")";
+
+/// Stands for "no colour of its own" at tracks.
+inline constexpr int no_track_color = 16576;
+inline constexpr int color_in_use = 0x1000000;
+
+struct EnvelopeKind {
+    std::string_view name;  ///< as the model and the host's functions know it
+    std::string_view block; ///< in the file
+};
+inline constexpr std::array take_envelopes{EnvelopeKind{"Volume", "VOLENV"}, EnvelopeKind{"Pan", "PANENV"},
+                                           EnvelopeKind{"Mute", "MUTEENV"},
+                                           EnvelopeKind{"Pitch", "PITCHENV"}};
+
+} // namespace headless::rpp

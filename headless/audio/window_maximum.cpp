@@ -24,8 +24,9 @@ WindowMaximum::WindowMaximum(int window_milliseconds, int hop_milliseconds, unsi
     sums_are_exact_ = !hops_are_long() && hops_are_whole && sample_rate % 10 == 0 && window % hop == 0;
     read_milliseconds_ = hops_are_whole ? hop : hop + 1;
     // The library makes its windows of tenths of a second in whole frames.
-    const double window_frames = static_cast<double>(sample_rate / 10 * window) / 100.0;
-    read_share_ = static_cast<double>(read_milliseconds_ * sample_rate / 1000) / window_frames;
+    const unsigned long window_frames = sample_rate / 10 * (window / 100);
+    const unsigned long read_frames = read_milliseconds_ * sample_rate / 1000;
+    read_share_ = static_cast<double>(read_frames) / static_cast<double>(window_frames);
     hop_energies_.resize((window + hop - 1) / hop + (hops_are_whole ? 0 : 1));
 }
 

@@ -31,7 +31,7 @@ class Encoding : public testing::TestWithParam<EncodingCase> {};
 
 TEST_P(Encoding, is_read_frame_by_frame_as_it_was_written) {
     const ScratchFolder folder;
-    const auto written = noise(2 * 30000, 0.9);
+    const auto written = noise(60000, 0.9);
     const auto file = write_sound(folder / "sound", written, 44100, 2, GetParam().format);
     AudioStore store;
     EXPECT_EQ(store.format(file), (AudioFormat{44100, 2, 30000}));
@@ -57,7 +57,7 @@ INSTANTIATE_TEST_SUITE_P(AudioStore, Encoding,
 
 TEST(AudioStore, reads_the_same_from_memory_and_from_disk) {
     const ScratchFolder folder;
-    const auto written = noise(3 * 50000, 1.7);
+    const auto written = noise(150000, 1.7);
     const auto file = write_sound(folder / "sound.wav", written, 96000, 3);
     AudioStore roomy;
     AudioStore streaming(1000);

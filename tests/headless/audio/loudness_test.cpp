@@ -58,7 +58,7 @@ TEST_P(LoudnessAtOddRate, is_what_asking_at_every_ten_milliseconds_gives) {
     std::vector<float> samples;
     for (int i = 0; i < 60; ++i) {
         samples =
-            std::move(samples) + noise(static_cast<std::size_t>(rate / 10 + 1), 0.5 + 0.4 * std::sin(i * i));
+            std::move(samples) + noise(static_cast<std::size_t>(rate) / 10 + 1, 0.5 + 0.4 * std::sin(i * i));
     }
     ebur128_state* state = ebur128_init(1, static_cast<unsigned long>(rate), EBUR128_MODE_S);
     PlacedReading momentary{-HUGE_VAL, 0.0};

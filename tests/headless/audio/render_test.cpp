@@ -22,7 +22,7 @@ std::vector<float> samples_of(const std::filesystem::path& file) {
 
 TEST(Render, writes_each_frame_times_its_gain_without_clipping) {
     const ScratchFolder folder;
-    const auto samples = noise(2 * 20000, 0.9);
+    const auto samples = noise(40000, 0.9);
     const auto source = write_sound(folder / "source.wav", samples, 44100, 2);
     Envelope envelope("Volume");
     envelope.set_points({{0.0, 0.5}, {0.2, 4.0}, {0.4, 0.0}});

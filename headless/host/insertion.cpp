@@ -12,8 +12,15 @@ namespace {
 
 namespace fs = std::filesystem;
 
+// Reads before it asks for the format: what can be decoded counts, not what the header promises.
+Result<AudioFormat> decoded_format(AudioStore& audio, const fs::path& file) {
+    return audio.read(file, {0, 1}, [](std::span<const float>) { return Result<void>(); }).and_then([&] {
+        return audio.format(file);
+    });
+}
+
 Result<Source> open_source(AudioStore& audio, const fs::path& file) {
-    const Result<AudioFormat> format = audio.format(file);
+    const Result<AudioFormat> format = decoded_format(audio, file);
     if (!format) {
         return tl::unexpected(format.error());
     }
@@ -43,7 +50,7 @@ Track* track_for(Project& project, int mode) {
 
 Result<void> insert_item(Workstation& workstation, const fs::path& file, int mode) {
     Project& project = workstation.project();
-    if (const Result<AudioFormat> format = workstation.audio().format(file); !format) {
+    if (const Result<AudioFormat> format = decoded_format(workstation.audio(), file); !format) {
         return tl::unexpected(format.error()); // before a track is made for it
     }
     Track* track = track_for(project, mode);

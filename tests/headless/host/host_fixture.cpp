@@ -7,6 +7,8 @@
 
 namespace headless {
 
+const int wav_float = SF_FORMAT_WAV | SF_FORMAT_FLOAT;
+
 HostTest::HostTest()
     : folder(std::filesystem::temp_directory_path() / ("felspar-host-test-" + std::to_string(getpid()))) {
     std::filesystem::create_directories(folder);
@@ -15,12 +17,13 @@ HostTest::HostTest()
 
 HostTest::~HostTest() { std::filesystem::remove_all(folder); }
 
-std::filesystem::path HostTest::write_recording(const std::string& name, const Recording& recording) const {
+std::filesystem::path HostTest::write_recording(const std::string& name, const Recording& recording,
+                                                int format) const {
     std::filesystem::path file = folder / name;
     SF_INFO info{};
     info.samplerate = recording.sample_rate;
     info.channels = recording.channels;
-    info.format = SF_FORMAT_WAV | SF_FORMAT_FLOAT;
+    info.format = format;
     SNDFILE* sound = sf_open(file.c_str(), SFM_WRITE, &info);
     const auto count = static_cast<sf_count_t>(recording.samples.size());
     if (!sound || sf_write_float(sound, recording.samples.data(), count) != count) {

@@ -20,6 +20,8 @@ struct Recording {
 
 Recording read_recording(const std::filesystem::path& file);
 
+extern const int wav_float;
+
 class HostTest : public testing::Test {
 protected:
     HostTest();
@@ -33,8 +35,9 @@ protected:
         return function(arguments...);
     }
 
-    /// A 32-bit float wav file in the test's folder.
-    std::filesystem::path write_recording(const std::string& name, const Recording& recording) const;
+    /// A file in the test's folder: a 32-bit float wav file unless another of libsndfile's formats is named.
+    std::filesystem::path write_recording(const std::string& name, const Recording& recording,
+                                          int format = wav_float) const;
 
     /// An item at `position_seconds` on a track of its own, playing a file of constant samples.
     Item& insert_level(const std::string& name, float level, double length_seconds,

@@ -1,5 +1,8 @@
 #include "tests/headless/host/host_fixture.hpp"
 
+#include <sndfile.h>
+
+#include <cmath>
 #include <fstream>
 
 namespace headless {
@@ -43,6 +46,20 @@ TEST_F(Insertion, finds_or_makes_a_track) {
     EXPECT_EQ(project.track(1)->items().size(), 2U);
     EXPECT_EQ(insert(512 + (2 << 16)), 0);
     EXPECT_EQ(workstation.take_failures().size(), 1U);
+}
+
+TEST_F(Insertion, goes_by_what_can_be_decoded_rather_than_by_the_header) {
+    Recording tone{8000, 1, {}};
+    for (int frame = 0; frame < 80000; ++frame) {
+        tone.samples.push_back(static_cast<float>(0.5 * std::sin(0.37 * frame)));
+    }
+    const auto cut = write_recording("cut.flac", tone, SF_FORMAT_FLAC | SF_FORMAT_PCM_16);
+    std::filesystem::resize_file(cut, std::filesystem::file_size(cut) / 2);
+    Track& track = workstation.project().insert_track(0);
+    const auto item = workstation.insert_audio(track, cut, 0.0);
+    ASSERT_TRUE(item) << item.error().message;
+    EXPECT_GT((*item)->length_seconds(), 1.0);
+    EXPECT_LT((*item)->length_seconds(), 6.0);
 }
 
 TEST_F(Insertion, refuses_what_is_no_audio_and_modes_it_has_not) {

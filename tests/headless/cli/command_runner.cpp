@@ -1,17 +1,16 @@
 #include "tests/headless/cli/command_runner.hpp"
 
+#include "tests/headless/audio/sound_files.hpp"
+
 #include <sndfile.hh>
 
 #include <algorithm>
 #include <array>
 #include <cmath>
-#include <cstdlib>
 #include <fcntl.h>
-#include <fstream>
 #include <iterator>
 #include <numbers>
 #include <sstream>
-#include <stdexcept>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -23,13 +22,6 @@ void redirect(const char* file, int descriptor) {
     const int target = open(file, O_WRONLY | O_CREAT | O_TRUNC, 0644);
     if (target < 0 || dup2(target, descriptor) < 0)
         _exit(126);
-}
-
-std::filesystem::path new_folder() {
-    std::string pattern = (std::filesystem::temp_directory_path() / "felspar-cli-XXXXXX").string();
-    if (mkdtemp(pattern.data()) == nullptr)
-        throw std::runtime_error("no temporary folder");
-    return pattern;
 }
 
 } // namespace
@@ -60,20 +52,8 @@ void write_speech(const std::filesystem::path& file, double length_seconds, int 
         const double sample = level * swell * std::sin(2.0 * std::numbers::pi * 440.0 * seconds);
         samples.insert(samples.end(), static_cast<std::size_t>(channels), static_cast<float>(sample));
     }
-    SndfileHandle handle(file.c_str(), SFM_WRITE, SF_FORMAT_WAV | SF_FORMAT_PCM_16, channels, sample_rate);
-    handle.write(samples.data(), static_cast<sf_count_t>(samples.size()));
+    test::write_sound(file, samples, sample_rate, channels, SF_FORMAT_WAV | SF_FORMAT_PCM_16);
 }
-
-void write_text(const std::filesystem::path& file, const std::string& text) { std::ofstream(file) << text; }
-
-std::string read_text(const std::filesystem::path& file) {
-    std::ifstream stream(file, std::ios::binary);
-    return {std::istreambuf_iterator<char>(stream), {}};
-}
-
-FelsparCommand::FelsparCommand() : folder(new_folder()) {}
-
-FelsparCommand::~FelsparCommand() { std::filesystem::remove_all(folder); }
 
 Outcome FelsparCommand::felspar(const std::vector<std::string>& arguments, const std::string& output) const {
     std::vector<const char*> words{FELSPAR_PROGRAM};
@@ -82,7 +62,7 @@ Outcome FelsparCommand::felspar(const std::vector<std::string>& arguments, const
     words.push_back(nullptr);
     const pid_t child = fork();
     if (child == 0) {
-        if (chdir(folder.c_str()) != 0)
+        if (chdir(folder.path.c_str()) != 0)
             _exit(126);
         redirect(output.c_str(), STDOUT_FILENO);
         redirect("stderr", STDERR_FILENO);
@@ -91,8 +71,8 @@ Outcome FelsparCommand::felspar(const std::vector<std::string>& arguments, const
     }
     int status = 0;
     waitpid(child, &status, 0);
-    return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, read_text(folder / "stdout"),
-            read_text(folder / "stderr")};
+    return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, test::bytes_of(folder / "stdout"),
+            test::bytes_of(folder / "stderr")};
 }
 
 std::vector<std::string> FelsparCommand::names_in(const std::string& name) const {

@@ -1,6 +1,8 @@
 #pragma once
 // Runs the built command in a folder of its own, on recordings that the test makes.
 
+#include "tests/headless/support/scratch_folder.hpp"
+
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
 
@@ -32,22 +34,16 @@ Recording read_recording(const std::filesystem::path& file);
 /// Syllables of falling and rising level, two a second, at 16 bits.
 void write_speech(const std::filesystem::path& file, double length_seconds, int channels = 1);
 
-void write_text(const std::filesystem::path& file, const std::string& text);
-std::string read_text(const std::filesystem::path& file);
-
 /// Each test has an empty folder, in which the command runs.
 class FelsparCommand : public testing::Test {
 protected:
-    FelsparCommand();
-    ~FelsparCommand() override;
-
     /// @param output  file that takes the standard output, in the folder or absolute
     Outcome felspar(const std::vector<std::string>& arguments, const std::string& output = "stdout") const;
 
     /// Names of what lies in a folder of the test's folder, sorted.
     std::vector<std::string> names_in(const std::string& name) const;
 
-    std::filesystem::path folder;
+    test::ScratchFolder folder;
 };
 
 } // namespace headless

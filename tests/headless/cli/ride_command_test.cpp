@@ -122,18 +122,18 @@ TEST_P(BadRecording, fails_alone_with_one_line_that_names_it) {
 
 INSTANTIATE_TEST_SUITE_P(
     kinds, BadRecording,
-    testing::Values(BadFile{"missing", [](const std::filesystem::path&) {}},
-                    BadFile{"folder", [](const auto& file) { std::filesystem::create_directory(file); }},
-                    BadFile{"pipe", [](const auto& file) { mkfifo(file.c_str(), 0600); }},
-                    BadFile{"empty", [](const auto& file) { write_text(file, ""); }},
-                    BadFile{"text",
-                            [](const auto& file) { write_text(file, "RIFF and nothing of the kind"); }},
-                    BadFile{"cut_in_its_header",
-                            [](const auto& file) {
-                                write_speech(file, 1.0);
-                                std::filesystem::resize_file(file, 30);
-                            }},
-                    BadFile{"without_a_sample", [](const auto& file) { write_speech(file, 0.0); }}),
+    testing::Values(
+        BadFile{"missing", [](const std::filesystem::path&) {}},
+        BadFile{"folder", [](const auto& file) { std::filesystem::create_directory(file); }},
+        BadFile{"pipe", [](const auto& file) { mkfifo(file.c_str(), 0600); }},
+        BadFile{"empty", [](const auto& file) { test::write_bytes(file, ""); }},
+        BadFile{"text", [](const auto& file) { test::write_bytes(file, "RIFF and nothing of the kind"); }},
+        BadFile{"cut_in_its_header",
+                [](const auto& file) {
+                    write_speech(file, 1.0);
+                    std::filesystem::resize_file(file, 30);
+                }},
+        BadFile{"without_a_sample", [](const auto& file) { write_speech(file, 0.0); }}),
     [](const auto& row) { return row.param.name; });
 
 TEST_F(RideCommand, rides_what_is_there_of_a_truncated_file) {

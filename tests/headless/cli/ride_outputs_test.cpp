@@ -12,11 +12,11 @@ using RideOutputs = FelsparCommand;
 TEST_F(RideOutputs, are_the_same_bytes_when_made_again) {
     write_speech(folder / "a.wav", 1.0);
     ASSERT_EQ(felspar({"ride", "a.wav", "--project", "p.rpp"}).status, 0);
-    const std::string rendered = read_text(folder / "ridden/a.wav");
-    const std::string project = read_text(folder / "p.rpp");
+    const std::string rendered = test::bytes_of(folder / "ridden/a.wav");
+    const std::string project = test::bytes_of(folder / "p.rpp");
     ASSERT_EQ(felspar({"ride", "a.wav", "--project", "p.rpp"}).status, 0);
-    EXPECT_EQ(read_text(folder / "ridden/a.wav"), rendered);
-    EXPECT_EQ(read_text(folder / "p.rpp"), project);
+    EXPECT_EQ(test::bytes_of(folder / "ridden/a.wav"), rendered);
+    EXPECT_EQ(test::bytes_of(folder / "p.rpp"), project);
     EXPECT_EQ(names_in("ridden"), std::vector<std::string>{"a.wav"});
 }
 
@@ -25,22 +25,22 @@ TEST_F(RideOutputs, never_replace_a_file_that_the_user_made) {
     write_speech(folder / "b.wav", 1.0);
     std::filesystem::create_directory(folder / "ridden");
     write_speech(folder / "ridden/a.wav", 0.5);
-    const std::string theirs = read_text(folder / "ridden/a.wav");
+    const std::string theirs = test::bytes_of(folder / "ridden/a.wav");
     const Outcome outcome = felspar({"ride", "a.wav", "b.wav"});
     EXPECT_EQ(outcome.status, 1);
     EXPECT_NE(outcome.errors.find("ridden/a.wav: not overwritten"), std::string::npos) << outcome.errors;
-    EXPECT_EQ(read_text(folder / "ridden/a.wav"), theirs);
+    EXPECT_EQ(test::bytes_of(folder / "ridden/a.wav"), theirs);
     EXPECT_EQ(names_in("ridden"), (std::vector<std::string>{"a.wav", "b.wav"}));
 }
 
 TEST_F(RideOutputs, never_replace_what_the_run_reads) {
     write_speech(folder / "a.wav", 1.0);
     ASSERT_EQ(felspar({"ride", "a.wav"}).status, 0);
-    const std::string ridden = read_text(folder / "ridden/a.wav");
+    const std::string ridden = test::bytes_of(folder / "ridden/a.wav");
     std::filesystem::create_symlink("ridden", folder / "link");
     EXPECT_EQ(felspar({"ride", "ridden/a.wav", "-o", "link"}).status, 1);
     EXPECT_EQ(felspar({"ride", "a.wav", "ridden/a.wav"}).status, 1) << "read later in the run";
-    EXPECT_EQ(read_text(folder / "ridden/a.wav"), ridden);
+    EXPECT_EQ(test::bytes_of(folder / "ridden/a.wav"), ridden);
     EXPECT_EQ(names_in("ridden"), std::vector<std::string>{"a.wav"});
 }
 
@@ -56,13 +56,13 @@ TEST_F(RideOutputs, never_replace_what_the_run_has_written) {
 
 TEST_F(RideOutputs, leave_a_foreign_project_alone_and_then_do_no_work_at_all) {
     write_speech(folder / "a.wav", 1.0);
-    write_text(folder / "theirs.rpp", "<REAPER_PROJECT 0.1 \"6.19/linux-x86_64\" 1700000000\n>\n");
+    test::write_bytes(folder / "theirs.rpp", "<REAPER_PROJECT 0.1 \"6.19/linux-x86_64\" 1700000000\n>\n");
     for (const char* project : {"theirs.rpp", "a.wav", "missing/p.rpp"}) {
-        const std::string theirs = read_text(folder / project);
+        const std::string theirs = test::bytes_of(folder / project);
         const Outcome outcome = felspar({"ride", "a.wav", "--project", project});
         EXPECT_EQ(outcome.status, 1);
         EXPECT_NE(outcome.errors.find(project), std::string::npos) << outcome.errors;
-        EXPECT_EQ(read_text(folder / project), theirs);
+        EXPECT_EQ(test::bytes_of(folder / project), theirs);
         EXPECT_FALSE(std::filesystem::exists(folder / "ridden"));
     }
 }
@@ -86,7 +86,7 @@ class HopelessRun : public FelsparCommand, public testing::WithParamInterface<Re
 
 TEST_P(HopelessRun, says_why_in_one_line_and_writes_nothing) {
     write_speech(folder / "a.wav", 1.0);
-    write_text(folder / "note.txt", "no library");
+    test::write_bytes(folder / "note.txt", "no library");
     std::vector<std::string> arguments{"ride", "a.wav"};
     arguments.insert(arguments.end(), GetParam().options.begin(), GetParam().options.end());
     const Outcome outcome = felspar(arguments);

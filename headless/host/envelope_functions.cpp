@@ -9,12 +9,12 @@
 namespace headless {
 
 BR_Envelope* EnvelopeObjects::take_out(Envelope& envelope, double zero_seconds) {
-    auto object =
-        std::make_unique<EnvelopeObject>(EnvelopeObject{&envelope,
-                                                        zero_seconds,
-                                                        envelope.properties,
-                                                        {envelope.points().begin(), envelope.points().end()},
-                                                        {}});
+    auto object = std::make_unique<EnvelopeObject>(
+        EnvelopeObject{&envelope,
+                       zero_seconds,
+                       envelope.properties,
+                       GapList(std::vector(envelope.points().begin(), envelope.points().end())),
+                       {}});
     auto* handle = reinterpret_cast<BR_Envelope*>(object.get());
     objects_.emplace(handle, std::move(object));
     return handle;
@@ -60,18 +60,18 @@ BR_Envelope* allocate(Workstation& workstation, TrackEnvelope* handle, bool take
     return workstation.envelope_objects().take_out(*envelope, item ? -item->position_seconds() : 0.0);
 }
 
-bool write_back(Workstation& workstation, const EnvelopeObject& object) {
+bool write_back(Workstation& workstation, EnvelopeObject& object) {
     if (!workstation.project().live_objects().contains(object.target)) {
         return false;
     }
     Envelope& target = *object.target;
     Envelope edited(target.name());
-    edited.set_points(object.points);
+    edited.set_points(std::move(object.points).take());
     if (target.properties == object.properties && std::ranges::equal(target.points(), edited.points())) {
         return false;
     }
     target.properties = object.properties;
-    target.set_points(object.points);
+    target.set_points({edited.points().begin(), edited.points().end()});
     EnvelopeEdit edit = object.edit;
     edit.points_kept = target.points().size();
     workstation.set_last_envelope_edit(edit);
@@ -79,7 +79,7 @@ bool write_back(Workstation& workstation, const EnvelopeObject& object) {
 }
 
 bool free_object(Workstation& workstation, BR_Envelope* handle, bool commit) {
-    const EnvelopeObject* object = workstation.envelope_objects().find(handle);
+    EnvelopeObject* object = workstation.envelope_objects().find(handle);
     const bool written = object && commit && write_back(workstation, *object);
     workstation.envelope_objects().release(handle);
     return written;
@@ -129,7 +129,9 @@ void set_properties(Workstation& workstation, BR_Envelope* handle, bool active, 
 
 void sort_points(Workstation& workstation, BR_Envelope* handle) {
     if (EnvelopeObject* object = workstation.envelope_objects().find(handle)) {
-        std::ranges::stable_sort(object->points, {}, &EnvelopePoint::position_seconds);
+        auto points = std::move(object->points).take();
+        std::ranges::stable_sort(points, {}, &EnvelopePoint::position_seconds);
+        object->points = GapList(std::move(points));
     }
 }
 
@@ -147,7 +149,7 @@ bool delete_point(Workstation& workstation, BR_Envelope* handle, int id) {
     if (!has_point(object, id)) {
         return false;
     }
-    object->points.erase(object->points.begin() + id);
+    object->points.erase(static_cast<std::size_t>(id));
     ++object->edit.points_deleted;
     return true;
 }
@@ -178,6 +180,7 @@ bool set_point(Workstation& workstation, BR_Envelope* handle, int id, double pos
     if (is_new) {
         object->points.push_back(point);
         ++object->edit.points_created;
+        object->edit.points_rewritten = 0;
     } else {
         object->points[static_cast<std::size_t>(id)] = point;
         ++object->edit.points_rewritten;

@@ -1,12 +1,12 @@
 #pragma once
 // Envelopes taken out for editing: a plug-in changes a copy point by point and writes it back, or drops it.
 
+#include "headless/host/gap_list.hpp"
 #include "headless/host/handles.hpp"
 #include "headless/host/workstation.hpp"
 
 #include <memory>
 #include <unordered_map>
-#include <vector>
 
 namespace headless {
 
@@ -15,7 +15,7 @@ struct EnvelopeObject {
     Envelope* target;    ///< may be gone by the time of writing back
     double zero_seconds; ///< what positions count from, seen from the take's start
     EnvelopeProperties properties;
-    std::vector<EnvelopePoint> points;
+    GapList<EnvelopePoint> points;
     EnvelopeEdit edit;
 };
 

@@ -23,7 +23,7 @@ class SourceHandles;
 /// What was done to the envelope that was written back last.
 struct EnvelopeEdit {
     std::size_t points_created = 0;
-    std::size_t points_rewritten = 0; ///< writes to points that were there, not points
+    std::size_t points_rewritten = 0; ///< writes to points that were there, since the last one was created
     std::size_t points_deleted = 0;
     std::size_t points_kept = 0; ///< in the envelope as it was written back
 };

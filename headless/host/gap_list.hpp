@@ -1,0 +1,54 @@
+#pragma once
+// A list that is edited at one place after the other: what an envelope object needs when a plug-in deletes
+// its points one by one, which in a plain vector would move the whole rest each time.
+
+#include <cstddef>
+#include <utility>
+#include <vector>
+
+namespace headless {
+
+/// Elements by position. Access is constant; erasing costs the distance from where the last element was
+/// erased.
+template <class T>
+class GapList {
+public:
+    GapList() = default;
+    explicit GapList(std::vector<T> elements) : before_(std::move(elements)) {}
+
+    std::size_t size() const { return before_.size() + behind_.size(); }
+
+    T& operator[](std::size_t index) { return const_cast<T&>(std::as_const(*this)[index]); }
+    const T& operator[](std::size_t index) const {
+        return index < before_.size() ? before_[index] : behind_[size() - 1 - index];
+    }
+
+    void push_back(T element) {
+        move_gap(size());
+        before_.push_back(std::move(element));
+    }
+
+    void erase(std::size_t index) {
+        move_gap(index + 1);
+        before_.pop_back();
+    }
+
+    /// All elements in order.
+    std::vector<T> take() && {
+        move_gap(size());
+        return std::move(before_);
+    }
+
+private:
+    void move_gap(std::size_t index) {
+        for (; before_.size() > index; before_.pop_back())
+            behind_.push_back(std::move(before_.back()));
+        for (; before_.size() < index; behind_.pop_back())
+            before_.push_back(std::move(behind_.back()));
+    }
+
+    std::vector<T> before_; ///< up to the gap
+    std::vector<T> behind_; ///< from the gap on, last element first
+};
+
+} // namespace headless

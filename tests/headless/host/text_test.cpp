@@ -13,7 +13,7 @@ TEST(Text, is_cut_between_characters) {
     EXPECT_EQ(utf8_prefix("aあい", 4), "aあ");
     EXPECT_EQ(utf8_prefix("aあい", 6), "aあ");
     EXPECT_EQ(utf8_prefix("\xF0\x9F\x8E\x99x", 3), "");
-    EXPECT_EQ(utf8_prefix("\x80\x80\x80\x80\x80\x80", 5), "\x80\x80\x80\x80\x80") << "no UTF-8 at all";
+    EXPECT_EQ(utf8_prefix("_\x80\x80\x80\x80\x80", 5), "_\x80\x80\x80\x80") << "no UTF-8 at all";
 }
 
 TEST(Text, never_overruns_a_buffer) {

@@ -31,7 +31,7 @@ struct FolderRemover {
 
 // Noise in syllables of a quarter of a second.
 std::filesystem::path speech(int sample_rate) {
-    const auto file = folder / (std::to_string(sample_rate) + ".wav");
+    auto file = folder / (std::to_string(sample_rate) + ".wav");
     if (std::filesystem::exists(file)) {
         return file;
     }
@@ -58,6 +58,7 @@ std::filesystem::path speech(int sample_rate) {
 // A point every 10 ms, as a ride writes them.
 GainCurve ride_curve() {
     std::vector<EnvelopePoint> points;
+    points.reserve(seconds * 100UL);
     for (int i = 0; i < seconds * 100; ++i) {
         points.push_back({i * 0.01 + 0.005, 0.7 + 0.3 * std::sin(i)});
     }
@@ -101,8 +102,8 @@ void decode(benchmark::State& state) {
 void peaks(benchmark::State& state) {
     const auto file = speech(static_cast<int>(state.range(0)));
     AudioStore store;
-    std::vector<double> maxima(seconds * 1000);
-    std::vector<double> minima(seconds * 1000);
+    std::vector<double> maxima(seconds * 1000UL);
+    std::vector<double> minima(seconds * 1000UL);
     for (auto _ : state) {
         benchmark::DoNotOptimize(measure_peaks(store, file, PeakRequest{}, maxima, minima));
     }

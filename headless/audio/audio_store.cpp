@@ -18,6 +18,9 @@ Result<void> AudioStore::read(const std::filesystem::path& file, FrameRange rang
 }
 
 Result<DecodedFile*> AudioStore::find_or_open(const std::filesystem::path& file) {
+    if (!files_.empty() && files_.front().path() != file) {
+        files_.front().close(); // one open file at most, however many are asked about
+    }
     const auto stamp = stamp_of(file);
     if (const auto known = by_path_.find(file.native()); known != by_path_.end()) {
         if (stamp && known->second->stamp() == *stamp) {

@@ -33,8 +33,9 @@ bool holds_integers(const SF_INFO& info) {
 std::int64_t decode(const SoundFile& sound, float* samples, std::int64_t frames) {
     const std::int64_t got = std::max<std::int64_t>(0, sf_readf_float(sound.handle.get(), samples, frames));
     if (!holds_integers(sound.info)) {
-        const auto is_broken = [](float sample) { return !std::isfinite(sample); };
-        std::replace_if(samples, samples + got * sound.info.channels, is_broken, 0.0F);
+        for (float& sample : std::span(samples, static_cast<std::size_t>(got * sound.info.channels))) {
+            sample = std::abs(sample) <= std::numeric_limits<float>::max() ? sample : 0.0F;
+        }
     }
     return got;
 }
@@ -72,7 +73,7 @@ constexpr const char* nothing_decoded = "no audio could be decoded";
 } // namespace
 
 Result<DecodedFile> DecodedFile::open(const std::filesystem::path& file, const FileStamp& stamp) {
-    const auto sound = open_sound_file(file);
+    auto sound = open_sound_file(file);
     if (!sound) {
         return tl::unexpected(sound.error());
     }
@@ -82,6 +83,8 @@ Result<DecodedFile> DecodedFile::open(const std::filesystem::path& file, const F
         if (auto counted = opened.count_frames(*sound); !counted) {
             return tl::unexpected(counted.error());
         }
+    } else {
+        opened.opened_ = std::move(*sound);
     }
     return opened;
 }
@@ -117,7 +120,8 @@ Result<void> DecodedFile::count_frames(const SoundFile& sound) {
 }
 
 Result<void> DecodedFile::load() {
-    const auto sound = reopen();
+    const auto sound = opened_ ? Result<SoundFile>(std::move(*opened_)) : reopen();
+    opened_.reset();
     if (!sound) {
         return tl::unexpected(sound.error());
     }

@@ -8,6 +8,7 @@
 #include <cstdint>
 #include <filesystem>
 #include <memory>
+#include <optional>
 
 namespace headless {
 
@@ -30,6 +31,9 @@ public:
     Result<void> load();
     void unload() { samples_.reset(); }
 
+    /// Gives up the open file that `open` leaves for a `load` soon after.
+    void close() { opened_.reset(); }
+
     /// As AudioStore::read, from memory when loaded, else from disk.
     Result<void> read(FrameRange range, const FrameVisitor& visit) const;
 
@@ -45,6 +49,7 @@ private:
     std::filesystem::path path_;
     FileStamp stamp_;
     AudioFormat format_;
+    std::optional<SoundFile> opened_; // at its start
     std::unique_ptr<float[]> samples_;
 };
 

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <type_traits>
 
 namespace headless {
 namespace {
@@ -76,6 +77,28 @@ void fill_values(std::span<double> gains, std::span<const EnvelopePoint> points,
     std::ranges::fill(gains.subspan(begin), points.back().value);
 }
 
+// `width` is a constant for the usual channel counts, which lets the compiler do several frames at once.
+template <class Width>
+void scale(std::span<const double> gains, Width width, const float* in, float* out) {
+    for (std::size_t frame = 0; frame < gains.size(); ++frame) {
+        for (std::size_t channel = 0; channel < width; ++channel) {
+            const std::size_t i = frame * width + channel;
+            out[i] = static_cast<float>(static_cast<double>(in[i]) * gains[frame]);
+        }
+    }
+}
+
+void scale_channels(std::span<const double> gains, std::size_t channels, const float* in, float* out) {
+    switch (channels) {
+    case 1:
+        return scale(gains, std::integral_constant<std::size_t, 1>{}, in, out);
+    case 2:
+        return scale(gains, std::integral_constant<std::size_t, 2>{}, in, out);
+    default:
+        return scale(gains, channels, in, out);
+    }
+}
+
 } // namespace
 
 GainCurve::GainCurve(const Envelope& envelope, double start_seconds, double factor)
@@ -89,8 +112,10 @@ void GainCurve::evaluate(std::int64_t first_frame, int sample_rate, std::span<do
     }
     fill_values(gains, points_,
                 {start_seconds_, first_frame, static_cast<double>(sample_rate), gains.size()});
-    for (double& gain : gains) {
-        gain *= factor_;
+    if (factor_ != 1.0) {
+        for (double& gain : gains) {
+            gain *= factor_;
+        }
     }
 }
 
@@ -102,13 +127,8 @@ void GainCurve::apply(std::int64_t first_frame, int sample_rate, int channels, s
     for (std::size_t done = 0; done < frames; done += gains.size()) {
         const auto count = std::min(frames - done, gains.size());
         evaluate(first_frame + static_cast<std::int64_t>(done), sample_rate, std::span(gains).first(count));
-        const float* in = source.data() + done * width;
-        float* out = target.data() + done * width;
-        for (const double gain : std::span(gains).first(count)) {
-            for (std::size_t channel = 0; channel < width; ++channel) {
-                *out++ = static_cast<float>(static_cast<double>(*in++) * gain);
-            }
-        }
+        scale_channels(std::span(gains).first(count), width, source.data() + done * width,
+                       target.data() + done * width);
     }
 }
 

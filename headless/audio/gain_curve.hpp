@@ -28,6 +28,9 @@ public:
     void apply(std::int64_t first_frame, int sample_rate, int channels, std::span<const float> source,
                std::span<float> target) const;
 
+    /// True when every gain is 1.
+    bool is_unity() const { return points_.empty() && factor_ == 1.0; }
+
 private:
     std::vector<EnvelopePoint> points_; // none: the factor alone
     double start_seconds_ = 0.0;

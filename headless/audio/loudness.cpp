@@ -19,13 +19,17 @@ Result<Loudness> measure_loudness(AudioStore& store, const std::filesystem::path
     std::vector<float> heard;
     std::int64_t frame = 0;
     const auto take = [&](std::span<const float> block) -> Result<void> {
+        if (gain.is_unity()) {
+            meter->take(block);
+            return {};
+        }
         heard.resize(block.size());
         gain.apply(frame, format->sample_rate, format->channels, block, heard);
         meter->take(heard);
         frame += static_cast<std::int64_t>(block.size()) / format->channels;
         return {};
     };
-    return store.read(file, range, take).map([&] { return meter->readings(); });
+    return store.read(file, range, take).map([&] { return meter->finish(); });
 }
 
 } // namespace headless

@@ -188,9 +188,8 @@ INSTANTIATE_TEST_SUITE_P(
         UnreadableCase{"without_frames", [](const auto& path) { write_sound(path, {}, 8000); }, "no audio"}),
     [](const auto& row) { return row.param.name; });
 
-TEST(AudioStore, leaves_no_file_open_after_failures) {
+TEST(AudioStore, holds_one_file_open_at_most) {
     const ScratchFolder folder;
-    write_bytes(folder / "text.wav", "not a sound\n");
     const auto open_files = [] {
         return std::distance(std::filesystem::directory_iterator("/proc/self/fd"),
                              std::filesystem::directory_iterator());
@@ -198,8 +197,13 @@ TEST(AudioStore, leaves_no_file_open_after_failures) {
     AudioStore store;
     const auto before = open_files();
     for (int i = 0; i < 10; ++i) {
+        write_bytes(folder / "text.wav", "not a sound\n");
         EXPECT_FALSE(store.format(folder / "text.wav"));
+        EXPECT_TRUE(store.format(write_sound(folder / std::to_string(i), {0.5F}, 8000)));
+        EXPECT_TRUE(store.format(folder / "0"));
+        EXPECT_LE(open_files(), before + 1);
     }
+    EXPECT_EQ(read_all(store, folder / "5", {0, 1}), std::vector{0.5F});
     EXPECT_EQ(open_files(), before);
 }
 

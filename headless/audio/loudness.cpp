@@ -29,7 +29,7 @@ Result<Loudness> measure_loudness(AudioStore& store, const std::filesystem::path
         frame += static_cast<std::int64_t>(block.size()) / format->channels;
         return {};
     };
-    return store.read(file, range, take).map([&] { return meter->finish(); });
+    return store.read(file, range, take).map([&] { return meter->readings(); });
 }
 
 } // namespace headless

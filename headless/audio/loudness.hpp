@@ -17,7 +17,7 @@ struct LoudnessRequest {
     bool true_peak = false;
     bool short_term_maximum = false;
     bool momentary_maximum = false;
-    /// Distance of the windows among which the two maxima are sought, a multiple of 10: 400 reads coarsely.
+    /// Distance of the windows among which the two maxima are sought: 10 ms, or 400 ms for a coarse reading.
     int hop_milliseconds = 10;
 
     static LoudnessRequest momentary_only() { return {.momentary_maximum = true}; }

@@ -51,62 +51,40 @@ TEST_P(LoudnessAtRate, finds_the_momentary_maximum_of_tones_that_grow_louder) {
 
 INSTANTIATE_TEST_SUITE_P(Ebu3341, LoudnessAtRate, testing::Values(16000, 44100, 48000, 96000));
 
-struct ShapeCase {
-    int sample_rate;
-    int channels;
-};
+class LoudnessAtOddRate : public testing::TestWithParam<int> {};
 
-class LoudnessOfShape : public testing::TestWithParam<ShapeCase> {};
-
-TEST_P(LoudnessOfShape, is_what_asking_the_library_at_every_ten_milliseconds_gives) {
-    const auto [rate, channels] = GetParam();
-    const auto tenth = static_cast<std::size_t>(rate / 10 + 1) * static_cast<std::size_t>(channels);
+TEST_P(LoudnessAtOddRate, is_what_asking_at_every_ten_milliseconds_gives) {
+    const int rate = GetParam();
     std::vector<float> samples;
     for (int i = 0; i < 60; ++i) {
-        samples = std::move(samples) + noise(tenth, 0.5 + 0.4 * std::sin(i * i), static_cast<unsigned>(i));
+        samples =
+            std::move(samples) + noise(static_cast<std::size_t>(rate) / 10 + 1, 0.5 + 0.4 * std::sin(i * i));
     }
-    ebur128_state* library =
-        ebur128_init(static_cast<unsigned>(channels), static_cast<unsigned long>(rate), EBUR128_MODE_S);
+    ebur128_state* state = ebur128_init(1, static_cast<unsigned long>(rate), EBUR128_MODE_S);
     PlacedReading momentary{-HUGE_VAL, 0.0};
     PlacedReading short_term{-HUGE_VAL, 0.0};
     std::int64_t fed = 0;
     for (int hop = 1; hop <= 600; ++hop) {
         const std::int64_t border = std::llround(hop * rate / 100.0);
-        ebur128_add_frames_float(library, samples.data() + fed * channels,
-                                 static_cast<std::size_t>(border - fed));
+        ebur128_add_frames_float(state, samples.data() + fed, static_cast<std::size_t>(border - fed));
         fed = border;
         double value = 0.0;
-        ebur128_loudness_momentary(library, &value);
+        ebur128_loudness_momentary(state, &value);
         momentary = hop >= 40 && value > momentary.value ? PlacedReading{value, hop * 0.01 - 0.4} : momentary;
-        ebur128_loudness_shortterm(library, &value);
+        ebur128_loudness_shortterm(state, &value);
         short_term =
             hop >= 300 && value > short_term.value ? PlacedReading{value, hop * 0.01 - 3.0} : short_term;
     }
-    ebur128_destroy(&library);
-    const auto loudness =
-        measure(samples, rate, channels, {.short_term_maximum = true, .momentary_maximum = true});
+    ebur128_destroy(&state);
+    const auto loudness = measure(samples, rate, 1, {.short_term_maximum = true, .momentary_maximum = true});
     ASSERT_TRUE(loudness.momentary_maximum_lufs && loudness.short_term_maximum_lufs);
-    // Where hops are no whole frames, the library's windows are a few frames longer than 0.4 and 3 seconds.
-    const bool hops_are_whole = rate % 100 == 0;
-    const double tolerance = hops_are_whole ? 1e-6 : 0.01;
-    const double distance_seconds = hops_are_whole ? 1e-9 : 0.1;
-    EXPECT_NEAR(loudness.momentary_maximum_lufs->value, momentary.value, tolerance);
-    EXPECT_NEAR(loudness.momentary_maximum_lufs->position_seconds, momentary.position_seconds,
-                distance_seconds);
-    EXPECT_NEAR(loudness.short_term_maximum_lufs->value, short_term.value, tolerance);
-    EXPECT_NEAR(loudness.short_term_maximum_lufs->position_seconds, short_term.position_seconds,
-                distance_seconds);
+    EXPECT_NEAR(loudness.momentary_maximum_lufs->value, momentary.value, 1e-9);
+    EXPECT_NEAR(loudness.momentary_maximum_lufs->position_seconds, momentary.position_seconds, 1e-9);
+    EXPECT_NEAR(loudness.short_term_maximum_lufs->value, short_term.value, 1e-9);
+    EXPECT_NEAR(loudness.short_term_maximum_lufs->position_seconds, short_term.position_seconds, 1e-9);
 }
 
-INSTANTIATE_TEST_SUITE_P(Loudness, LoudnessOfShape,
-                         testing::Values(ShapeCase{8000, 1}, ShapeCase{11025, 1}, ShapeCase{22050, 2},
-                                         ShapeCase{44056, 1}, ShapeCase{192000, 1}, ShapeCase{48000, 3},
-                                         ShapeCase{48000, 4}, ShapeCase{48000, 5}, ShapeCase{48000, 6},
-                                         ShapeCase{48000, 8}),
-                         [](const auto& row) {
-                             return std::to_string(row.param.sample_rate) + "_Hz_" +
-                                    std::to_string(row.param.channels) + "_channels";
-                         });
+INSTANTIATE_TEST_SUITE_P(Loudness, LoudnessAtOddRate, testing::Values(8000, 11025, 22050, 44056, 48000));
 
 // EBU Tech 3341 tests 1 and 12, and EBU Tech 3342 test 1, shortened.
 TEST(Loudness, reads_the_published_values_of_steady_and_stepped_tones) {

@@ -1,0 +1,51 @@
+#pragma once
+// The loudest of the windows of one length that end at the hops of a measurement. For use inside this folder.
+
+#include "headless/audio/loudness.hpp"
+
+#include <ebur128.h>
+
+#include <cstdint>
+#include <optional>
+#include <vector>
+
+namespace headless {
+
+/// Finds what asking the library for the window at every hop would find.
+///
+/// The library reads a window by summing all of its frames, which at every hop takes longer than the
+/// filtering. So the energy of each hop is read, and what the hops of a window add up to tells its loudness:
+/// exactly, when hops are whole numbers of frames, and else as a bound, above which the library is asked.
+class WindowMaximum {
+public:
+    using Ask = int (*)(ebur128_state*, double*);
+
+    WindowMaximum(int window_milliseconds, int hop_milliseconds, unsigned long sample_rate, Ask ask);
+
+    /// `state` has just been given the last frames of a hop.
+    void end_hop(ebur128_state* state);
+
+    /// Empty when no whole window fitted.
+    std::optional<PlacedReading> reading() const;
+
+private:
+    bool hops_are_long() const { return hop_milliseconds_ >= longest_summed_hop_milliseconds; }
+    double summed_energy() const;
+    double asked_energy(ebur128_state* state) const;
+    void read_hop(ebur128_state* state);
+
+    static constexpr int longest_summed_hop_milliseconds = 100;
+
+    int window_milliseconds_;
+    int hop_milliseconds_;
+    Ask ask_;
+    bool sums_are_exact_;
+    unsigned long read_milliseconds_;  // of a hop: no less than it
+    double read_share_;                // of the window's frames
+    std::vector<double> hop_energies_; // a ring: each hop's part of a window's mean energy
+    std::int64_t hops_ = 0;
+    std::int64_t loudest_hop_ = 0;
+    std::optional<double> most_energy_;
+};
+
+} // namespace headless

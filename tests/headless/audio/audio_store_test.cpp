@@ -1,5 +1,5 @@
 #include "headless/audio/audio_store.hpp"
-#include "tests/headless/audio/sound_files.hpp"
+#include "tests/headless/support/sound_files.hpp"
 
 #include <gtest/gtest.h>
 

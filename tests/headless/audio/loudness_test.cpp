@@ -1,5 +1,5 @@
 #include "headless/audio/loudness.hpp"
-#include "tests/headless/audio/sound_files.hpp"
+#include "tests/headless/support/sound_files.hpp"
 
 #include <ebur128.h>
 #include <gtest/gtest.h>

@@ -1,6 +1,6 @@
 #include "tests/headless/cli/command_runner.hpp"
 
-#include "tests/headless/audio/sound_files.hpp"
+#include "tests/headless/support/sound_files.hpp"
 
 #include <sndfile.hh>
 

@@ -72,7 +72,7 @@ TEST_F(Actions, render_to_a_new_take_that_bears_the_old_name) {
     EXPECT_TRUE(RenderMediaItemActiveTake(handle(first)));
     ASSERT_EQ(first.takes().size(), 2u);
     EXPECT_EQ(first.take(0)->name, "first.wav");
-    EXPECT_NE(first.take(0)->source.file, folder.path() / "first.wav");
+    EXPECT_NE(first.take(0)->source.file, folder.path / "first.wav");
 }
 
 TEST_F(Actions, switch_off_all_envelopes_and_leave_the_rest_of_them) {

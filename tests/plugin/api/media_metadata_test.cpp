@@ -153,7 +153,7 @@ TEST_F(Media, names_the_file_behind_a_take) {
     char name[16] = "";
     EXPECT_EQ(GetSourceName(handle(second), 0, true, name, sizeof name), 0);
     EXPECT_STREQ(name, "second");
-    std::filesystem::remove(folder.path() / "second.wav");
+    std::filesystem::remove(folder.path / "second.wav");
     EXPECT_EQ(GetSourceName(handle(second), 0, true), "") << "a path that is gone has no parts";
 }
 

@@ -12,14 +12,14 @@ class Dependency : public mk_test::BoundPlugin {
 protected:
     // The opening command is found by the path, where a stand-in notes what it is asked to open.
     Dependency() {
-        const auto command = folder.path() / "xdg-open";
+        const auto command = folder.path / "xdg-open";
         std::ofstream(command) << "#!/bin/sh\necho \"$1\" >> \"" << opened_file().string() << "\"\n";
         std::filesystem::permissions(command, std::filesystem::perms::owner_all);
-        setenv("PATH", (folder.path().string() + ":" + old_path).c_str(), 1);
+        setenv("PATH", (folder.path.string() + ":" + old_path).c_str(), 1);
     }
     ~Dependency() override { setenv("PATH", old_path.c_str(), 1); }
 
-    std::filesystem::path opened_file() const { return folder.path() / "opened"; }
+    std::filesystem::path opened_file() const { return folder.path / "opened"; }
     std::string opened() const {
         std::ifstream file(opened_file());
         return {std::istreambuf_iterator<char>(file), {}};

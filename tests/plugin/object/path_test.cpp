@@ -1,8 +1,9 @@
 // Real files and folders taken apart, and the record's JSON form.
 
 #include "object/path.hpp"
-#include "tests/plugin/support/bound_plugin.hpp"
+#include "tests/headless/support/scratch_folder.hpp"
 
+#include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
 
 #include <fstream>
@@ -15,17 +16,17 @@ using mk_object::mk_Path;
 class PathRecord : public ::testing::Test {
 protected:
     std::string make_file(const std::string& name) {
-        std::ofstream(folder.path() / name) << "x";
-        return (folder.path() / name).string();
+        std::ofstream(folder.path / name) << "x";
+        return (folder.path / name).string();
     }
-    mk_test::TemporaryFolder folder;
-    std::string root = folder.path().string();
+    headless::test::ScratchFolder folder;
+    std::string root = folder.path.string();
 };
 
 TEST_F(PathRecord, takes_a_file_apart) {
     const mk_Path path(make_file("a.b.wav"));
     EXPECT_EQ(path.ParentPath->value, root);
-    EXPECT_EQ(path.ParentName->value, folder.path().filename());
+    EXPECT_EQ(path.ParentName->value, folder.path.filename());
     EXPECT_EQ(path.FilePath->value, root + "/a.b.wav");
     EXPECT_EQ(path.FileName->value, "a.b.wav");
     EXPECT_EQ(path.FileNameWithoutExtension->value, "a.b");

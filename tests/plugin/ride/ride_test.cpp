@@ -4,6 +4,7 @@
 #include "api/media/peak_levels.hpp"
 #include "host/sws_functions.hpp"
 #include "ride/ride.hpp"
+#include "tests/headless/support/sound_files.hpp"
 #include "tests/plugin/ride/plain_ride.hpp"
 #include "tests/plugin/support/bound_plugin.hpp"
 
@@ -175,7 +176,7 @@ TEST_F(Ride, keeps_the_selection_whether_or_not_the_item_is_in_it) {
 
 TEST_F(Ride, crops_an_item_of_several_takes_to_the_active_one) {
     headless::Item& item = add_item(mk_test::babble(1.0, 8000, 1), 0.0, "old.wav");
-    const auto newer = mk_test::write_wav(folder.path() / "new.wav", mk_test::babble(1.0, 8000, 2));
+    const auto newer = headless::test::write_sound(folder / "new.wav", mk_test::babble(1.0, 8000, 2), 8000);
     headless::Source source = item.take(0)->source;
     source.file = newer;
     item.set_active_take(item.add_take(source, "new"));

@@ -1,8 +1,7 @@
 #include "tests/plugin/support/bound_plugin.hpp"
 
 #include "host/entry.hpp"
-
-#include <sndfile.hh>
+#include "tests/headless/support/sound_files.hpp"
 
 #include <cmath>
 #include <cstdlib>
@@ -10,27 +9,6 @@
 #include <random>
 
 namespace mk_test {
-
-TemporaryFolder::TemporaryFolder() {
-    std::string name = (std::filesystem::temp_directory_path() / "felspar-test-XXXXXX").string();
-    if (!mkdtemp(name.data()))
-        std::abort();
-    path_ = name;
-}
-
-TemporaryFolder::~TemporaryFolder() {
-    std::error_code ignored;
-    std::filesystem::remove_all(path_, ignored);
-}
-
-std::filesystem::path write_wav(const std::filesystem::path& file, std::span<const float> samples,
-                                int sample_rate) {
-    SndfileHandle handle(file.string(), SFM_WRITE, SF_FORMAT_WAV | SF_FORMAT_FLOAT, 1, sample_rate);
-    EXPECT_EQ(handle.write(samples.data(), static_cast<sf_count_t>(samples.size())),
-              static_cast<sf_count_t>(samples.size()))
-        << file;
-    return file;
-}
 
 std::vector<float> babble(double seconds, int sample_rate, unsigned int seed) {
     std::mt19937 random(seed);
@@ -65,7 +43,7 @@ BoundPlugin::BoundPlugin() {
     overruled.clear();
     messages.clear();
     message_box_answer = 7;
-    workstation.project().record_path = folder.path();
+    workstation.project().record_path = folder.path;
     overrule(
         "ShowMessageBox", +[](const char* text, const char*, int) {
             messages.emplace_back(text);
@@ -78,12 +56,12 @@ BoundPlugin::~BoundPlugin() { ReaperPluginEntry(nullptr, nullptr); }
 
 void BoundPlugin::enter() { EXPECT_EQ(ReaperPluginEntry(nullptr, &record), 1); }
 
-headless::Item& BoundPlugin::add_item(std::span<const float> samples, double position_seconds,
+headless::Item& BoundPlugin::add_item(const std::vector<float>& samples, double position_seconds,
                                       const std::string& name) {
     headless::Project& project = workstation.project();
     headless::Track& track = project.insert_track(project.tracks().size());
-    const auto item =
-        workstation.insert_audio(track, write_wav(folder.path() / name, samples), position_seconds);
+    const auto item = workstation.insert_audio(
+        track, headless::test::write_sound(folder / name, samples, 8000), position_seconds);
     if (!item) {
         ADD_FAILURE() << item.error().message;
         std::abort();

@@ -1,35 +1,17 @@
 #pragma once
-// The plug-in's logic, entered in this process on a living headless host, and wav files to feed it.
+// The plug-in's logic, entered in this process on a living headless host, and recordings to feed it.
 
 #include "headless/host/workstation.hpp"
 #include "host/host_functions.hpp"
+#include "tests/headless/support/scratch_folder.hpp"
 
 #include <gtest/gtest.h>
 
-#include <filesystem>
 #include <map>
-#include <span>
 #include <string>
 #include <vector>
 
 namespace mk_test {
-
-/// A folder that goes with the test.
-class TemporaryFolder {
-public:
-    TemporaryFolder();
-    ~TemporaryFolder();
-    TemporaryFolder(const TemporaryFolder&) = delete;
-    TemporaryFolder& operator=(const TemporaryFolder&) = delete;
-    const std::filesystem::path& path() const { return path_; }
-
-private:
-    std::filesystem::path path_;
-};
-
-/// Writes a 32-bit float wav file of one channel.
-std::filesystem::path write_wav(const std::filesystem::path& file, std::span<const float> samples,
-                                int sample_rate = 8000);
 
 /// Speech-like: bursts of tone at levels that change every few hundred milliseconds, with pauses;
 /// reproducible.
@@ -54,7 +36,7 @@ protected:
     }
 
     /// An item over a new wav file of these samples on a new track.
-    headless::Item& add_item(std::span<const float> samples, double position_seconds = 0.0,
+    headless::Item& add_item(const std::vector<float>& samples, double position_seconds = 0.0,
                              const std::string& name = "line.wav");
 
     static MediaItem* handle(headless::Item& item) {
@@ -68,7 +50,7 @@ protected:
     static std::vector<std::string> messages;
     static int message_box_answer;
 
-    TemporaryFolder folder;
+    headless::test::ScratchFolder folder;
     headless::Workstation workstation;
 
 private:

@@ -1,6 +1,8 @@
-#include "tests/plugin/support/bound_plugin.hpp"
+#include "tests/headless/support/scratch_folder.hpp"
 #include "utility/dialog_command.hpp"
 #include "utility/mk_utility.hpp"
+
+#include <gtest/gtest.h>
 
 #include <cmath>
 #include <cstdlib>
@@ -123,12 +125,12 @@ TEST(DialogCommand, shows_quotes_as_they_are_and_runs_nothing_in_them) {
 
 // The dialog service is found by the path, so a stand-in answers for it.
 TEST(MessageBox, gives_the_button_and_a_no_for_a_service_that_fails) {
-    const mk_test::TemporaryFolder folder;
+    const headless::test::ScratchFolder folder;
     const std::string old_path = std::getenv("PATH");
-    setenv("PATH", (folder.path().string() + ":" + old_path).c_str(), 1);
+    setenv("PATH", (folder.path.string() + ":" + old_path).c_str(), 1);
     const auto service_exits_with = [&](int status) {
-        std::ofstream(folder.path() / "zenity") << "#!/bin/sh\nexit " << status << "\n";
-        std::filesystem::permissions(folder.path() / "zenity", std::filesystem::perms::owner_all);
+        std::ofstream(folder.path / "zenity") << "#!/bin/sh\nexit " << status << "\n";
+        std::filesystem::permissions(folder.path / "zenity", std::filesystem::perms::owner_all);
     };
     service_exits_with(0);
     EXPECT_EQ(mk_utility::show_message_box_info("m"), 0);

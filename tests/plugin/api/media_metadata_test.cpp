@@ -35,38 +35,31 @@ TEST_F(Media, appends_the_selection_and_selects_a_list) {
     EXPECT_EQ(GetSelectedMediaItems(nullptr, items), 0);
     EXPECT_EQ(items, std::vector({handle(first), handle(second)}));
     EXPECT_EQ(SelectMediaItems({handle(first)}, true), 0);
-    EXPECT_EQ(CountSelectedMediaItems(nullptr), 2) << "the others stay as they were";
+    EXPECT_EQ(CountSelectedMediaItems(nullptr), 2);
 }
 
-template <class T, class Get, class... Front>
-std::pair<bool, T> read(Get get, Front... front) {
-    T value{};
-    const bool result = get(front..., &value);
-    return {result, value};
+/// What a property's five forms read of the second item, which is the only selected one on the only selected
+/// track.
+template <class T>
+void expect_in_each_form(T expected, bool (*item)(MediaItem*, T*), bool (*project)(ReaProject*, int, T*),
+                         bool (*selected)(ReaProject*, int, T*), bool (*track)(ReaProject*, int, int, T*),
+                         bool (*selected_track)(ReaProject*, int, int, T*), MediaItem* second) {
+    T values[5] = {};
+    EXPECT_TRUE(item(second, &values[0]) && project(nullptr, 1, &values[1]) &&
+                selected(nullptr, 0, &values[2]) && track(nullptr, 1, 0, &values[3]) &&
+                selected_track(nullptr, 0, 0, &values[4]));
+    for (const T value : values)
+        EXPECT_EQ(value, expected);
 }
 
 TEST_F(Media, measures_the_same_item_in_each_form) {
-    const std::pair end(true, 3.75);
-    EXPECT_EQ(read<double>(GetMediaItemEndTime, handle(second)), end);
-    EXPECT_EQ(read<double>(GetMediaEndTime, nullptr, 1), end);
-    EXPECT_EQ(read<double>(GetSelectedMediaEndTime, nullptr, 0), end);
-    EXPECT_EQ(read<double>(GetTrackMediaEndTime, nullptr, 1, 0), end);
-    EXPECT_EQ(read<double>(GetSelectedTrackMediaEndTime, nullptr, 0, 0), end);
-
     workstation.project().frame_rate = 24.0;
-    const std::pair frame(true, 90);
-    EXPECT_EQ(read<int>(GetMediaItemEndTimeFrame, handle(second)), frame);
-    EXPECT_EQ(read<int>(GetMediaEndTimeFrame, nullptr, 1), frame);
-    EXPECT_EQ(read<int>(GetSelectedMediaEndTimeFrame, nullptr, 0), frame);
-    EXPECT_EQ(read<int>(GetTrackMediaEndFrame, nullptr, 1, 0), frame);
-    EXPECT_EQ(read<int>(GetSelectedTrackMediaEndTimeFrame, nullptr, 0, 0), frame);
-
-    const std::pair length(true, 2.25);
-    EXPECT_EQ(read<double>(GetMediaItemLength, handle(second)), length);
-    EXPECT_EQ(read<double>(GetMediaLength, nullptr, 1), length);
-    EXPECT_EQ(read<double>(GetSelectedMediaLength, nullptr, 0), length);
-    EXPECT_EQ(read<double>(GetTrackMediaLength, nullptr, 1, 0), length);
-    EXPECT_EQ(read<double>(GetSelectedTrackMediaLength, nullptr, 0, 0), length);
+    expect_in_each_form(3.75, GetMediaItemEndTime, GetMediaEndTime, GetSelectedMediaEndTime,
+                        GetTrackMediaEndTime, GetSelectedTrackMediaEndTime, handle(second));
+    expect_in_each_form(90, GetMediaItemEndTimeFrame, GetMediaEndTimeFrame, GetSelectedMediaEndTimeFrame,
+                        GetTrackMediaEndFrame, GetSelectedTrackMediaEndTimeFrame, handle(second));
+    expect_in_each_form(2.25, GetMediaItemLength, GetMediaLength, GetSelectedMediaLength, GetTrackMediaLength,
+                        GetSelectedTrackMediaLength, handle(second));
 }
 
 TEST_F(Media, fails_with_outputs_unwritten_for_a_missing_item) {
@@ -83,16 +76,15 @@ TEST_F(Media, fails_with_outputs_unwritten_for_a_missing_item) {
     EXPECT_STREQ(name, "before");
 }
 
-// The factors 10000 and 0.0001 do not cancel out: at this boundary the plain product would give one frame
-// less.
+// The factors 10000 and 0.0001 do not cancel out: at such lengths the plain product would give another frame.
 TEST_F(Media, reckons_frames_in_the_given_order_of_operations) {
     workstation.project().frame_rate = 30.0;
     second.set_position_seconds(0.0);
     for (const double length : {0.1, 0.7, 1.1, 2.3, 4.7}) {
         second.set_length_seconds(length);
-        const double expected = 30.0 * ((length + 0.0) * 10000.0) * 0.0001;
-        EXPECT_EQ(read<int>(GetMediaItemEndTimeFrame, handle(second)).second, static_cast<int>(expected))
-            << length;
+        int frame = -1;
+        EXPECT_TRUE(GetMediaItemEndTimeFrame(handle(second), &frame));
+        EXPECT_EQ(frame, static_cast<int>(30.0 * (length * 10000.0) * 0.0001)) << length;
     }
 }
 

@@ -118,38 +118,24 @@ TEST_F(Peaks, read_a_real_file_to_its_true_extremes) {
     EXPECT_FALSE(MK_FELSPAR::GetSelectedMediaIdPeakList(nullptr, 1, peaks));
 }
 
-struct Nothing {
-    const char* name;
-    double length_seconds;
-    int answer;
-    std::size_t requests;
-    bool result;
-};
-
-class PeaksOfNothing : public Peaks, public ::testing::WithParamInterface<Nothing> {};
-
-TEST_P(PeaksOfNothing, leave_the_list_alone) {
+TEST_F(Peaks, leave_the_list_alone_when_there_is_nothing) {
+    struct Nothing {
+        double length_seconds;
+        int answer;
+        std::size_t requests;
+        bool result;
+    };
     peaks.emplace_back();
-    deliver_for(GetParam().length_seconds);
-    answer = GetParam().answer;
-    EXPECT_EQ(read(), GetParam().result);
-    EXPECT_EQ(peaks.size(), 1u);
-    EXPECT_EQ(requests.size(), GetParam().requests);
-}
-
-INSTANTIATE_TEST_SUITE_P(Cases, PeaksOfNothing,
-                         ::testing::Values(Nothing{"no_length", 0.0, 1, 0, false},
-                                           Nothing{"under_half_a_millisecond", 0.0004, 0, 1, false},
-                                           Nothing{"the_same_with_a_host_that_claims_one", 0.0004, 1, 1,
-                                                   true},
-                                           Nothing{"nothing_delivered", 0.5, 0, 1, false},
-                                           Nothing{"only_mode_bits", 0.5, 0x1100000, 1, false}),
-                         [](const auto& test) { return test.param.name; });
-
-TEST_F(Peaks, of_half_a_millisecond_are_one) {
-    deliver_for(0.0005);
-    EXPECT_TRUE(read());
-    EXPECT_EQ(peaks.size(), 1u);
+    for (const Nothing& nothing :
+         {Nothing{0.0, 1, 0, false}, Nothing{0.0004, 0, 1, false}, Nothing{0.0004, 1, 1, true},
+          Nothing{0.5, 0, 1, false}, Nothing{0.5, 0x1100000, 1, false}}) {
+        requests.clear();
+        deliver_for(nothing.length_seconds);
+        answer = nothing.answer;
+        EXPECT_EQ(read(), nothing.result) << nothing.length_seconds;
+        EXPECT_EQ(peaks.size(), 1u);
+        EXPECT_EQ(requests.size(), nothing.requests);
+    }
 }
 
 // The host counts what it delivers in 20 bits.

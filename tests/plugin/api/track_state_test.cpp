@@ -21,21 +21,17 @@ protected:
     static double value(MediaTrack* track, const char* key) { return GetMediaTrackInfo_Value(track, key); }
 };
 
-TEST_F(TrackState, finds_tracks_by_number_among_all_or_the_selected) {
+TEST_F(TrackState, finds_and_counts_tracks_among_all_or_the_selected) {
     EXPECT_EQ(GetTrackItemSelect(nullptr, 1, 0), track(1));
     EXPECT_EQ(GetTrackItemSelect(nullptr, 0, 1), track(2));
     EXPECT_EQ(GetTrackItemSelect(nullptr, 3, 0), nullptr);
     EXPECT_EQ(GetTrackItemSelect(nullptr, 0, 2), nullptr);
-}
-
-TEST_F(TrackState, counts_tracks_and_gives_zero_for_an_unknown_type) {
-    int count = -1;
-    EXPECT_TRUE(GetTrackCountSelect(nullptr, 0, &count));
-    EXPECT_EQ(count, 3);
-    EXPECT_TRUE(GetTrackCountSelect(nullptr, 1, &count));
-    EXPECT_EQ(count, 1);
-    EXPECT_TRUE(GetTrackCountSelect(nullptr, 2, &count));
-    EXPECT_EQ(count, 0);
+    const int counts[] = {3, 1, 0};
+    for (int type = 0; type < 3; ++type) {
+        int count = -1;
+        EXPECT_TRUE(GetTrackCountSelect(nullptr, type, &count));
+        EXPECT_EQ(count, counts[type]);
+    }
 }
 
 struct SwitchFamily {
@@ -106,27 +102,19 @@ TEST_F(TrackState, guards_mute_but_asks_the_host_about_the_solo_of_a_missing_tra
 }
 
 TEST_F(TrackState, marks_a_colour_as_in_use_but_not_one_of_three_parts) {
-    EXPECT_TRUE(SetTrackItemColor(track(0), 0));
+    EXPECT_TRUE(SetTrackIdColor(nullptr, 0, 0));
     EXPECT_EQ(GetTrackColor(track(0)), 0x1000000);
-    static int set_color;
-    SetTrackColor = [](MediaTrack*, int color) { set_color = color; };
-    EXPECT_TRUE(SetTrackIdRGB(nullptr, 1, 10, 20, 30));
-    EXPECT_EQ(set_color, ColorToNative(10, 20, 30));
-    EXPECT_TRUE(SetSelectedTrackIdRGB(nullptr, 0, 0, 0, 0));
-    EXPECT_EQ(set_color, 0);
-}
-
-TEST_F(TrackState, takes_a_colour_apart) {
-    SetTrackIdColor(nullptr, 1, ColorToNative(10, 20, 30));
-    int color = 0;
-    int r = 0;
-    int g = 0;
-    int b = 0;
+    EXPECT_TRUE(SetTrackItemColor(track(1), ColorToNative(10, 20, 30)));
+    int color = 0, r = 0, g = 0, b = 0;
     EXPECT_TRUE(GetTrackItemColor(track(1), &color, &r, &g, &b));
-    EXPECT_EQ(color, ColorToNative(10, 20, 30) | 0x1000000);
-    EXPECT_EQ(std::vector({r, g, b}), std::vector({10, 20, 30}));
+    EXPECT_EQ(std::vector({color, r, g, b}),
+              std::vector({ColorToNative(10, 20, 30) | 0x1000000, 10, 20, 30}));
     EXPECT_TRUE(GetTrackIdColor(nullptr, 9, &color, &r, &g, &b)) << "a missing track is not tested for";
     EXPECT_EQ(color, 0);
+    static int set_color;
+    SetTrackColor = [](MediaTrack*, int native) { set_color = native; };
+    EXPECT_TRUE(SetSelectedTrackIdRGB(nullptr, 0, 10, 20, 30));
+    EXPECT_EQ(set_color, ColorToNative(10, 20, 30));
 }
 
 TEST_F(TrackState, selects_one_track_or_only_one) {

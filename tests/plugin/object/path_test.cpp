@@ -57,11 +57,6 @@ TEST_F(PathRecord, stays_as_it_was_when_there_is_no_such_path) {
     EXPECT_TRUE(missing.to_json().is_null());
 }
 
-TEST_F(PathRecord, makes_a_relative_path_absolute) {
-    const mk_Path here(".");
-    EXPECT_EQ(here.FilePath->value, (std::filesystem::current_path() / ".").string());
-}
-
 TEST_F(PathRecord, survives_its_json_form_and_ignores_what_is_not_typed_as_text) {
     mk_Path path(make_file("日本.wav"));
     json form = path.to_json();
@@ -74,18 +69,6 @@ TEST_F(PathRecord, survives_its_json_form_and_ignores_what_is_not_typed_as_text)
     EXPECT_FALSE(nothing.FileName->exists);
     EXPECT_FALSE(nothing.Type->exists);
     EXPECT_FALSE(nothing.Extension->exists);
-}
-
-TEST_F(PathRecord, becomes_a_lua_table_and_back) {
-    lua_State* L = luaL_newstate();
-    mk_Path(make_file("a.wav")).pushvalue(L);
-    mk_Path copy;
-    copy.set_value_from_luatable(L, 1);
-    EXPECT_EQ(copy.FilePath->value, root + "/a.wav");
-    luaL_dostring(L, "return {FileName = 5}");
-    copy.set_value_from_luatable(L, 2);
-    EXPECT_EQ(copy.FileName->value, "") << "a value that is no text stores the empty one";
-    lua_close(L);
 }
 
 } // namespace

@@ -118,29 +118,29 @@ struct PlainEnvelope {
     std::vector<std::string> calls;
 
     template <class... A>
-    void note(const char* format, A... values) {
+    static std::string text(const char* format, A... values) {
         char line[128];
         std::snprintf(line, sizeof line, format, values...);
-        calls.emplace_back(line);
+        return line;
     }
     void set(int id, double position, double value) {
-        note("set %d %a %a", id, position, value);
+        calls.push_back(text("BR_EnvSetPoint %d %a %a 0 0 0x0p+0", id, position, value));
         if (id == -1)
             points.push_back({position, value});
         else if (id < static_cast<int>(points.size()))
             points[static_cast<std::size_t>(id)] = {position, value};
     }
     void remove(int id) {
-        note("delete %d", id);
+        calls.push_back(text("BR_EnvDeletePoint %d", id));
         if (id < static_cast<int>(points.size()))
             points.erase(points.begin() + id);
     }
     int count() {
-        note("count");
+        calls.push_back("BR_EnvCountPoints");
         return static_cast<int>(points.size());
     }
     Point get(int id) {
-        note("get %d", id);
+        calls.push_back(text("BR_EnvGetPoint %d", id));
         return points[static_cast<std::size_t>(id)];
     }
 };
@@ -148,7 +148,7 @@ struct PlainEnvelope {
 /// The calls on the envelope object, from its making to its commit, and the points that are left.
 inline PlainEnvelope plain_ride(std::span<const PlainPeak> peaks, int ratio_type,
                                 const std::vector<PlainEnvelope::Point>& existing) {
-    PlainEnvelope envelope{existing, {"properties active visible", "sort"}};
+    PlainEnvelope envelope{existing, {"BR_EnvSetProperties 1 1 1 1 0 0 0", "BR_EnvSortPoints"}};
     for (int id = envelope.count(); id >= 1; --id)
         envelope.remove(id);
     envelope.set(0, 0.0, 1.0);
@@ -171,7 +171,7 @@ inline PlainEnvelope plain_ride(std::span<const PlainPeak> peaks, int ratio_type
         else if (high.position == low.position && d_high > d_low)
             envelope.remove(hi - 1);
     }
-    envelope.note("free 1");
+    envelope.calls.push_back("BR_EnvFree 1");
     return envelope;
 }
 

@@ -23,10 +23,28 @@ const std::vector<std::string> sws_names = {
 headless::Workstation* real_host = nullptr;
 PlainEnvelope log; // its calls only
 
-template <class F>
-F* host_function(const char* name) {
-    return reinterpret_cast<F*>(real_host->function(name));
+// Notes a call on an envelope object (its numbers, not its pointers) and passes it on.
+template <class T>
+void append(std::string& line, T value) {
+    if constexpr (std::is_same_v<T, double>)
+        line += PlainEnvelope::text(" %a", value);
+    else if constexpr (std::is_integral_v<T>)
+        line += PlainEnvelope::text(" %d", value);
 }
+
+template <auto Name, class Signature>
+struct Logged;
+
+template <auto Name, class R, class... A>
+struct Logged<Name, R(BR_Envelope*, A...)> {
+    static R call(BR_Envelope* envelope, A... arguments) {
+        std::string line = Name();
+        (append(line, arguments), ...);
+        log.calls.push_back(line);
+        return reinterpret_cast<R (*)(BR_Envelope*, A...)>(real_host->function(Name()))(envelope,
+                                                                                        arguments...);
+    }
+};
 
 class Ride : public mk_test::BoundPlugin {
 protected:
@@ -35,50 +53,19 @@ protected:
         log = {};
     }
 
-    /// Notes each call on an envelope object and passes it on.
-    void log_envelope_calls() {
-        overrule(
-            "BR_EnvSortPoints", +[](BR_Envelope* e) {
-                log.note("sort");
-                host_function<sws::EnvSortPoints>("BR_EnvSortPoints")(e);
-            });
-        overrule(
-            "BR_EnvCountPoints", +[](BR_Envelope* e) {
-                log.note("count");
-                return host_function<sws::EnvCountPoints>("BR_EnvCountPoints")(e);
-            });
-        overrule(
-            "BR_EnvDeletePoint", +[](BR_Envelope* e, int id) {
-                log.note("delete %d", id);
-                return host_function<sws::EnvDeletePoint>("BR_EnvDeletePoint")(e, id);
-            });
-        overrule(
-            "BR_EnvFree", +[](BR_Envelope* e, bool commit) {
-                log.note("free %d", commit);
-                return host_function<sws::EnvFree>("BR_EnvFree")(e, commit);
-            });
-        overrule(
-            "BR_EnvGetPoint", +[](BR_Envelope* e, int id, double* position, double* value, int* shape,
-                                  bool* selected, double* bezier) {
-                log.note("get %d", id);
-                return host_function<sws::EnvGetPoint>("BR_EnvGetPoint")(e, id, position, value, shape,
-                                                                         selected, bezier);
-            });
-        overrule(
-            "BR_EnvSetPoint", +[](BR_Envelope* e, int id, double position, double value, int shape,
-                                  bool selected, double bezier) {
-                log.note(shape == 0 && !selected && bezier == 0.0 ? "set %d %a %a" : "odd point %d %a %a", id,
-                         position, value);
-                return host_function<sws::EnvSetPoint>("BR_EnvSetPoint")(e, id, position, value, shape,
-                                                                         selected, bezier);
-            });
-        overrule(
-            "BR_EnvSetProperties", +[](BR_Envelope* e, bool active, bool visible, bool armed, bool in_lane,
-                                       int height, int shape, bool fader_scaling, int* options) {
-                log.note(active && visible ? "properties active visible" : "properties off");
-                host_function<sws::EnvSetProperties>("BR_EnvSetProperties")(
-                    e, active, visible, armed, in_lane, height, shape, fader_scaling, options);
-            });
+    template <auto Name, class Signature>
+    static void log_calls() {
+        overrule(Name(), &Logged<Name, Signature>::call);
+    }
+
+    static void log_envelope_calls() {
+        log_calls<[] { return "BR_EnvSortPoints"; }, sws::EnvSortPoints>();
+        log_calls<[] { return "BR_EnvCountPoints"; }, sws::EnvCountPoints>();
+        log_calls<[] { return "BR_EnvDeletePoint"; }, sws::EnvDeletePoint>();
+        log_calls<[] { return "BR_EnvFree"; }, sws::EnvFree>();
+        log_calls<[] { return "BR_EnvGetPoint"; }, sws::EnvGetPoint>();
+        log_calls<[] { return "BR_EnvSetPoint"; }, sws::EnvSetPoint>();
+        log_calls<[] { return "BR_EnvSetProperties"; }, sws::EnvSetProperties>();
     }
 
     static std::vector<PlainPeak> plain_peaks(headless::Item& item) {
@@ -118,7 +105,9 @@ TEST_P(RideOnRecordings, makes_the_calls_and_leaves_the_points_of_the_plain_reck
     EXPECT_TRUE(SetMediaItemRIDESCRIBER(handle(item), GetParam().ratio_type));
 
     // Two envelopes are switched off first, each in an object of its own.
-    const std::vector<std::string> off{"properties off", "free 1", "properties off", "free 1"};
+    const std::string free = "BR_EnvFree 1";
+    const std::vector<std::string> off{"BR_EnvSetProperties 0 0 1 1 0 0 0", free,
+                                       "BR_EnvSetProperties 0 0 0 1 0 0 0", free};
     ASSERT_GE(log.calls.size(), off.size());
     EXPECT_EQ(std::vector(log.calls.begin(), log.calls.begin() + 4), off);
     EXPECT_EQ(std::vector(log.calls.begin() + 4, log.calls.end()), plain.calls);

@@ -69,9 +69,14 @@ std::filesystem::path save_project(RideSession& session, const RideOptions& opti
     if (options.project.empty() || reporter.ridden_count() == 0)
         return {};
     const auto saved = session.save(options.project);
-    if (!saved)
+    if (!saved) {
         reporter.failed(options.project, saved.error());
-    return saved ? options.project : std::filesystem::path{};
+        return {};
+    }
+    for (const std::filesystem::path& lost : *saved)
+        reporter.failed(options.project, Failure{options.project.string() + ": cannot hold the path of " +
+                                                 lost.string() + ", which will not be found from it"});
+    return options.project;
 }
 
 int cannot_begin(const Failure& failure) {

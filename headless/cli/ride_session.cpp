@@ -116,14 +116,14 @@ Result<RideReport> RideSession::ride_item(Item& item, const std::filesystem::pat
     return report;
 }
 
-Result<void> RideSession::save(const std::filesystem::path& project_file) {
-    if (auto permitted = guard_->permits_project(project_file); !permitted)
-        return permitted;
+Result<std::vector<std::filesystem::path>> RideSession::save(const std::filesystem::path& project_file) {
+    if (const auto permitted = guard_->permits_project(project_file); !permitted)
+        return tl::unexpected(permitted.error());
     Project& project = workstation_->project();
     project.file = std::filesystem::canonical(std::filesystem::absolute(project_file).parent_path()) /
                    project_file.filename();
     project.record_path = seen_from(project.file.parent_path(), project.record_path);
-    return save_project(project, project.file);
+    return save_project(project, project.file).map([&] { return paths_that_do_not_fit(project); });
 }
 
 } // namespace headless

@@ -9,6 +9,7 @@
 
 #include <filesystem>
 #include <memory>
+#include <vector>
 
 namespace headless {
 
@@ -27,7 +28,8 @@ public:
     Result<RideReport> ride(const std::filesystem::path& file, int ratio);
 
     /// Writes the project of all that was ridden.
-    Result<void> save(const std::filesystem::path& project_file);
+    /// @returns the recordings and renders whose paths the project file cannot hold
+    Result<std::vector<std::filesystem::path>> save(const std::filesystem::path& project_file);
 
 private:
     using RideFunction = bool(MediaItem*, int);

@@ -62,6 +62,10 @@ std::string file_name_for(std::string_view stem, std::string_view ending) {
     std::string name(utf8_prefix(stem.empty() ? "untitled" : stem, longest_file_name - ending.size()));
     std::ranges::replace_if(
         name, [](char byte) { return !is_safe_in_file_names(byte); }, '_');
+    const auto has = [&](char quote) { return name.find(quote) != std::string::npos; };
+    if (has('"') && has('\'') && has('`')) { // the project file cannot quote a path with all three
+        std::ranges::replace(name, '`', '_');
+    }
     return name.append(ending);
 }
 

@@ -8,6 +8,7 @@
 #include <iosfwd>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace headless {
 
@@ -18,6 +19,11 @@ Result<void> save_project(const Project& project, const std::filesystem::path& f
 /// Reads everything that the model holds into `project`, which must be empty; lines and blocks it does not
 /// know are skipped. Fails with the path and the number of the line at fault.
 Result<void> load_project(Project& project, const std::filesystem::path& file);
+
+/// The audio files whose paths the file's syntax cannot hold: those with line breaks or other control
+/// characters, or with all three kinds of quote. They are written with other characters in their place, so
+/// the audio will not be found from there.
+std::vector<std::filesystem::path> paths_that_do_not_fit(const Project& project);
 
 /// True when `file` is a project file that save_project wrote.
 bool is_own_project(const std::filesystem::path& file);

@@ -151,7 +151,23 @@ void write_master(ChunkWriter& out, const Track& master) {
     out.line("MASTER_SEL", master.selected());
 }
 
+bool fits(const std::string& text) { return rpp::in_quotes(text).substr(1, text.size()) == text; }
+
 } // namespace
+
+std::vector<std::filesystem::path> paths_that_do_not_fit(const Project& project) {
+    std::vector<std::filesystem::path> paths;
+    for (const auto& track : project.tracks()) {
+        for (const auto& item : track->items()) {
+            for (const auto& take : item->takes()) {
+                if (!fits(take->source.file.string())) {
+                    paths.push_back(take->source.file);
+                }
+            }
+        }
+    }
+    return paths;
+}
 
 std::string project_text(const Project& project, const std::filesystem::path& folder) {
     ChunkWriter out;

@@ -25,7 +25,9 @@ std::string to_string(const char* text);
 /// The name without the ending of a kind of audio file, if it has one: "line.final.WAV" gives "line.final".
 std::string_view without_audio_extension(std::string_view name);
 
-/// A file name for `stem` + `ending`: slashes and control characters become '_', and `stem` is cut so that
+/// A file name for `stem` + `ending`: slashes, control characters, and backticks beside both other quotes
+/// become
+/// '_', and `stem` is cut so that
 /// the whole has at most 255 bytes. An empty stem becomes "untitled".
 std::string file_name_for(std::string_view stem, std::string_view ending);
 

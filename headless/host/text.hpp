@@ -26,9 +26,7 @@ std::string to_string(const char* text);
 std::string_view without_audio_extension(std::string_view name);
 
 /// A file name for `stem` + `ending`: slashes, control characters, and backticks beside both other quotes
-/// become
-/// '_', and `stem` is cut so that
-/// the whole has at most 255 bytes. An empty stem becomes "untitled".
+/// become '_', and `stem` is cut so that the whole has at most 255 bytes. An empty stem becomes "untitled".
 std::string file_name_for(std::string_view stem, std::string_view ending);
 
 } // namespace headless

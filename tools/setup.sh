@@ -9,7 +9,7 @@ build_needs=(cmake:cmake ninja:ninja-build c++:g++ pkg-config:pkg-config libsndf
 speech_needs=(asterisk-core-sounds-en-wav)
 test_needs=(node:nodejs npm:npm)
 format_needs=(clang-format-14:clang-format-14)
-check_needs=(clang++:clang libclang-rt-14-dev clang-tidy-14:clang-tidy-14 run-clang-tidy-14:clang-tidy-14)
+check_needs=(clang++:clang clang-tidy-14:clang-tidy-14 run-clang-tidy-14:clang-tidy-14)
 
 # is_missing NEED: neither the command is found nor the package installed.
 is_missing() {

@@ -1,97 +1,94 @@
 #include "headless/audio/render.hpp"
 #include "tests/headless/support/sound_files.hpp"
 
-#include <gtest/gtest.h>
-
 #include <csignal>
+#include <gmock/gmock.h>
 #include <sys/resource.h>
 
 namespace headless::test {
 namespace {
 
-std::vector<float> samples_of(const std::filesystem::path& file) {
+using testing::HasSubstr;
+using testing::Not;
+
+struct Render : testing::Test {
+    ScratchFolder folder;
     AudioStore store;
-    std::vector<float> samples;
-    const auto visit = [&](std::span<const float> block) -> Result<void> {
-        samples.insert(samples.end(), block.begin(), block.end());
-        return {};
-    };
-    EXPECT_TRUE(store.read(file, {0, store.format(file).value_or(AudioFormat{}).frames}, visit));
-    return samples;
+};
+
+/// Points closer than blocks, of every shape, and a step.
+Envelope dense_envelope() {
+    std::vector<EnvelopePoint> points{{0.3, 0.1}, {0.3, 4.0}};
+    for (int i = 0; i < 400; ++i) {
+        const auto shape = i % 5 == 0 ? static_cast<PointShape>(i / 5 % 6) : PointShape::linear;
+        points.push_back({0.03 + 0.001 * i + (i % 7) * 1e-4, 1.5 + std::sin(i), shape, false, 0.3});
+    }
+    Envelope envelope("Volume");
+    envelope.set_points(points);
+    return envelope;
 }
 
-TEST(Render, writes_each_frame_times_its_gain_without_clipping) {
-    const ScratchFolder folder;
-    const auto samples = noise(40000, 0.9);
-    const auto source = write_sound(folder / "source.wav", samples, 44100, 2);
-    Envelope envelope("Volume");
-    envelope.set_points({{0.0, 0.5}, {0.2, 4.0}, {0.4, 0.0}});
-    AudioStore store;
-    const auto format =
-        render(store, source, {-10, 20020}, GainCurve(envelope, 0.01, 2.0), folder / "target.wav");
-    EXPECT_EQ(format, (AudioFormat{44100, 2, 20020}));
-    EXPECT_EQ(store.format(folder / "target.wav"), (AudioFormat{44100, 2, 20020}));
-    const auto rendered = samples_of(folder / "target.wav");
-    double loudest = 0.0;
-    for (std::size_t frame = 0; frame < 20020; ++frame) {
-        const double gain = envelope.value_at(0.01 + static_cast<double>(frame) / 44100) * 2.0;
-        for (std::size_t channel = 0; channel < 2; ++channel) {
-            const bool inside = frame >= 10 && frame < 20010;
-            const double heard = inside ? samples[(frame - 10) * 2 + channel] * gain : 0.0;
-            ASSERT_NEAR(rendered[frame * 2 + channel], heard, 1e-6) << frame;
+TEST_F(Render, writes_each_frame_times_the_envelopes_value_there_without_clipping) {
+    const auto samples = noise(60000, 0.9);
+    const Envelope envelope = dense_envelope();
+    for (const int rate : {8000, 11025, 44100, 192000}) {
+        SCOPED_TRACE(rate);
+        const auto source = write_sound(folder / "source.wav", samples, rate, 3);
+        const auto target = folder / ("target" + std::to_string(rate));
+        const auto format = render(store, source, {-10, 20020}, GainCurve(envelope, 0.01, 2.0), target);
+        EXPECT_EQ(format, (AudioFormat{rate, 3, 20020}));
+        EXPECT_EQ(store.format(target), (AudioFormat{rate, 3, 20020}));
+        const auto rendered = read_sound(target).samples;
+        double loudest = 0.0;
+        for (std::size_t i = 0; i < 60060; ++i) {
+            const double gain = envelope.value_at(0.01 + static_cast<double>(i / 3) / rate) * 2.0;
+            const double heard = i >= 30 && i < 60030 ? samples[i - 30] * gain : 0.0;
+            ASSERT_NEAR(rendered[i], heard, 1e-6) << i;
             loudest = std::max(loudest, std::abs(heard));
         }
+        EXPECT_GT(loudest, 2.0);
     }
-    EXPECT_GT(loudest, 2.0);
 }
 
-TEST(Render, gives_the_same_bytes_for_the_same_input_and_marks_them_as_its_own) {
-    const ScratchFolder folder;
+TEST_F(Render, gives_the_same_bytes_for_the_same_input_and_marks_them_as_its_own) {
     const auto source =
         write_sound(folder / "source.flac", noise(40000, 0.9), 8000, 1, SF_FORMAT_FLAC | SF_FORMAT_PCM_16);
-    AudioStore roomy;
     AudioStore streaming(0);
-    ASSERT_TRUE(render(roomy, source, {0, 40000}, GainCurve(0.3), folder / "first.wav"));
+    ASSERT_TRUE(render(store, source, {0, 40000}, GainCurve(0.3), folder / "first.wav"));
     ASSERT_TRUE(render(streaming, source, {0, 40000}, GainCurve(0.3), folder / "second.wav"));
     EXPECT_EQ(bytes_of(folder / "first.wav"), bytes_of(folder / "second.wav"));
-    EXPECT_EQ(bytes_of(folder / "first.wav").find("PEAK"), std::string::npos);
+    EXPECT_THAT(bytes_of(folder / "first.wav"), Not(HasSubstr("PEAK"))) << "it holds the time of writing";
     EXPECT_TRUE(is_own_file(folder / "first.wav"));
     EXPECT_FALSE(is_own_file(source));
     EXPECT_FALSE(is_own_file(folder / "missing.wav"));
 }
 
-TEST(Render, replaces_an_existing_file_only_when_told_to) {
-    const ScratchFolder folder;
+TEST_F(Render, replaces_an_existing_file_only_when_told_to) {
     const auto source = write_sound(folder / "source.wav", {0.5F, 0.25F}, 8000);
-    write_bytes(folder / "target.wav", "precious");
-    AudioStore store;
-    const auto refused = render(store, source, {0, 2}, GainCurve(), folder / "target.wav");
+    const auto target = folder / "target.wav";
+    write_bytes(target, "precious");
+    const auto refused = render(store, source, {0, 2}, GainCurve(), target);
     ASSERT_FALSE(refused);
-    EXPECT_NE(refused.error().message.find((folder / "target.wav").string()), std::string::npos);
-    EXPECT_EQ(bytes_of(folder / "target.wav"), "precious");
-    EXPECT_TRUE(render(store, source, {0, 2}, GainCurve(), folder / "target.wav", ExistingFile::replace));
-    EXPECT_EQ(samples_of(folder / "target.wav"), (std::vector{0.5F, 0.25F}));
+    EXPECT_THAT(refused.error().message, HasSubstr(target.string()));
+    EXPECT_EQ(bytes_of(target), "precious");
+    EXPECT_TRUE(render(store, source, {0, 2}, GainCurve(), target, ExistingFile::replace));
+    EXPECT_EQ(read_sound(target).samples, (std::vector{0.5F, 0.25F}));
     EXPECT_EQ(folder.entry_count(), 2U);
 }
 
-TEST(Render, leaves_nothing_behind_when_it_fails) {
-    const ScratchFolder folder;
+TEST_F(Render, leaves_nothing_behind_when_it_fails) {
     const auto source = write_sound(folder / "source.wav", {0.5F}, 8000);
-    AudioStore store;
     const auto without_folder = render(store, source, {0, 1}, GainCurve(), folder / "none/target.wav");
     ASSERT_FALSE(without_folder);
-    EXPECT_NE(without_folder.error().message.find("none/target.wav: No such file"), std::string::npos);
+    EXPECT_THAT(without_folder.error().message, HasSubstr("none/target.wav: No such file"));
     EXPECT_FALSE(render(store, folder / "missing.wav", {0, 1}, GainCurve(), folder / "target.wav"));
     EXPECT_FALSE(render(store, source, {0, 0}, GainCurve(), folder / "target.wav"));
     EXPECT_EQ(folder.entry_count(), 1U);
 }
 
 // Writing past the limit fails as on a full disk.
-TEST(Render, tells_of_a_full_disk_and_removes_what_it_wrote) {
-    const ScratchFolder folder;
+TEST_F(Render, tells_of_a_full_disk_and_removes_what_it_wrote) {
     const auto source = write_sound(folder / "source.wav", noise(50000, 0.5), 8000);
-    AudioStore store;
-    ASSERT_TRUE(store.read(source, {0, 1}, [](auto) -> Result<void> { return {}; }));
     rlimit whole{};
     getrlimit(RLIMIT_FSIZE, &whole);
     const rlimit small{100000, whole.rlim_max};
@@ -101,8 +98,8 @@ TEST(Render, tells_of_a_full_disk_and_removes_what_it_wrote) {
     setrlimit(RLIMIT_FSIZE, &whole);
     std::signal(SIGXFSZ, old_handler);
     ASSERT_FALSE(rendered);
-    EXPECT_NE(rendered.error().message.find("target.wav"), std::string::npos);
-    EXPECT_NE(rendered.error().message.find("File too large"), std::string::npos) << rendered.error().message;
+    EXPECT_THAT(rendered.error().message, HasSubstr("target.wav"));
+    EXPECT_THAT(rendered.error().message, HasSubstr("File too large"));
     EXPECT_EQ(folder.entry_count(), 1U);
 }
 

@@ -1,16 +1,16 @@
 #pragma once
 // Runs the built command in a folder of its own, on recordings that the test makes.
 
-#include "tests/headless/support/scratch_folder.hpp"
+#include "tests/headless/support/sound_files.hpp"
 
-#include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
 
-#include <filesystem>
-#include <string>
-#include <vector>
+#include <fcntl.h>
+#include <gmock/gmock.h>
+#include <sstream>
+#include <sys/wait.h>
 
-namespace headless {
+namespace headless::test {
 
 struct Outcome {
     int status = -1; ///< exit status, -1 when the program was ended by a signal
@@ -18,32 +18,61 @@ struct Outcome {
     std::string errors;
 
     /// The output as one object a line.
-    std::vector<nlohmann::json> objects() const;
+    std::vector<nlohmann::json> objects() const {
+        std::vector<nlohmann::json> parsed;
+        std::istringstream lines(output);
+        for (std::string line; std::getline(lines, line);) {
+            parsed.push_back(nlohmann::json::parse(line));
+        }
+        return parsed;
+    }
 };
 
-struct Recording {
-    int sample_rate = 0;
-    int channels = 0;
-    std::vector<float> samples; ///< interleaved
-
-    bool operator==(const Recording&) const = default;
-};
-
-Recording read_recording(const std::filesystem::path& file);
-
-/// Syllables of falling and rising level, two a second, at 16 bits.
-void write_speech(const std::filesystem::path& file, double length_seconds, int channels = 1);
+/// Syllables of falling and rising level, two a second, 16000 frames a second at 16 bits.
+inline void write_speech(const std::filesystem::path& file, double length_seconds, int channels = 1) {
+    constexpr double levels[] = {0.05, 0.2, 0.5, 0.9, 0.3, 0.1};
+    auto samples = tone(length_seconds, 1.0, 16000, channels, 440.0);
+    for (std::size_t i = 0; i < samples.size(); ++i) {
+        const double seconds = static_cast<double>(i) / (16000.0 * channels);
+        const double swell = std::abs(std::sin(2.0 * std::numbers::pi * seconds));
+        samples[i] *= static_cast<float>(levels[static_cast<std::size_t>(seconds * 2.0) % 6] * swell);
+    }
+    write_sound(file, samples, 16000, channels, SF_FORMAT_WAV | SF_FORMAT_PCM_16);
+}
 
 /// Each test has an empty folder, in which the command runs.
 class FelsparCommand : public testing::Test {
 protected:
     /// @param output  file that takes the standard output, in the folder or absolute
-    Outcome felspar(const std::vector<std::string>& arguments, const std::string& output = "stdout") const;
+    Outcome felspar(std::vector<std::string> arguments, const std::string& output = "stdout") const {
+        std::vector<char*> words{const_cast<char*>(FELSPAR_PROGRAM)};
+        for (std::string& argument : arguments) {
+            words.push_back(argument.data());
+        }
+        words.push_back(nullptr);
+        const pid_t child = fork();
+        if (child == 0) {
+            const bool is_ready = chdir(folder.path.c_str()) == 0 &&
+                                  dup2(creat(output.c_str(), 0644), STDOUT_FILENO) >= 0 &&
+                                  dup2(creat("stderr", 0644), STDERR_FILENO) >= 0;
+            _exit(is_ready ? execv(FELSPAR_PROGRAM, words.data()) : 126);
+        }
+        int status = 0;
+        waitpid(child, &status, 0);
+        return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, bytes_of(folder / "stdout"),
+                bytes_of(folder / "stderr")};
+    }
 
-    /// Names of what lies in a folder of the test's folder, sorted.
-    std::vector<std::string> names_in(const std::string& name) const;
+    /// Names of what lies in the folder of the rendered files.
+    std::vector<std::string> ridden_names() const {
+        std::vector<std::string> names;
+        for (const auto& entry : std::filesystem::directory_iterator(folder / "ridden")) {
+            names.push_back(entry.path().filename().string());
+        }
+        return names;
+    }
 
-    test::ScratchFolder folder;
+    ScratchFolder folder;
 };
 
-} // namespace headless
+} // namespace headless::test

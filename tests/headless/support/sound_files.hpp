@@ -1,9 +1,9 @@
 #pragma once
-// Sound files that the tests make.
+// Sound files that the tests make and read.
 
 #include "tests/headless/support/scratch_folder.hpp"
 
-#include <sndfile.h>
+#include <sndfile.hh>
 
 #include <cmath>
 #include <cstdint>
@@ -18,20 +18,26 @@ inline constexpr int float_wav = SF_FORMAT_WAV | SF_FORMAT_FLOAT;
 
 inline std::filesystem::path write_sound(const std::filesystem::path& file, const std::vector<float>& samples,
                                          int sample_rate, int channels = 1, int format = float_wav) {
-    SF_INFO info{};
-    info.samplerate = sample_rate;
-    info.channels = channels;
-    info.format = format;
-    SNDFILE* handle = sf_open(file.c_str(), SFM_WRITE, &info);
-    if (handle == nullptr) {
-        throw std::runtime_error(sf_strerror(nullptr));
-    }
+    SndfileHandle handle(file.c_str(), SFM_WRITE, format, channels, sample_rate);
     const auto count = static_cast<sf_count_t>(samples.size());
-    const bool is_whole = sf_write_float(handle, samples.data(), count) == count;
-    if (sf_close(handle) != 0 || !is_whole) {
+    if (!handle || handle.write(samples.data(), count) != count) {
         throw std::runtime_error("cannot write " + file.string());
     }
     return file;
+}
+
+struct Sound {
+    int sample_rate = 0;
+    int channels = 0;
+    std::vector<float> samples; ///< interleaved
+};
+
+/// Without samples when there is no such sound file.
+inline Sound read_sound(const std::filesystem::path& file) {
+    SndfileHandle handle(file.c_str());
+    std::vector<float> samples(static_cast<std::size_t>(handle.frames() * handle.channels()));
+    handle.readf(samples.data(), handle.frames());
+    return {handle.samplerate(), handle.channels(), std::move(samples)};
 }
 
 /// A sine of that peak, the same in all channels, interleaved.

@@ -37,42 +37,34 @@ TEST(Envelope, leaves_out_points_that_are_no_numbers) {
     EXPECT_EQ(envelope.value_at(7.0), 0.5);
 }
 
-struct ShapeCase {
-    const char* name;
-    PointShape shape;
-    double tension;
-    double quarter; // value a quarter of the way from 0 to 1
-    double half;
-};
-
-class ShapeTest : public testing::TestWithParam<ShapeCase> {};
-
-TEST_P(ShapeTest, rises_from_one_point_to_the_next_without_turning_back) {
-    const ShapeCase& shape = GetParam();
-    const Envelope envelope =
-        envelope_of({{0.0, 0.0, shape.shape, false, shape.tension}, {1.0, 1.0, shape.shape, false, 0.0}});
-    EXPECT_EQ(envelope.value_at(0.0), 0.0);
-    EXPECT_NEAR(envelope.value_at(0.25), shape.quarter, 1e-12);
-    EXPECT_NEAR(envelope.value_at(0.5), shape.half, 1e-12);
-    EXPECT_EQ(envelope.value_at(1.0), 1.0);
-    for (double position = 0.01; position < 1.0; position += 0.01) {
-        EXPECT_GE(envelope.value_at(position), envelope.value_at(position - 0.01));
+TEST(Envelope, rises_in_each_shape_from_one_point_to_the_next_without_turning_back) {
+    struct Rise {
+        PointShape shape;
+        double tension;
+        double quarter; // value a quarter of the way from 0 to 1
+        double half;
+    };
+    // A bezier of full tension follows x = 1 - (1 - s)^2, y = s^2 (or the two exchanged).
+    for (const auto& [shape, tension, quarter, half] :
+         {Rise{PointShape::linear, 0.0, 0.25, 0.5},
+          {PointShape::square, 0.0, 0.0, 0.0},
+          {PointShape::slow_start_end, 0.0, 0.15625, 0.5},
+          {PointShape::fast_start, 0.0, 0.578125, 0.875},
+          {PointShape::fast_end, 0.0, 0.015625, 0.125},
+          {PointShape::bezier, 0.0, 0.25, 0.5},
+          {PointShape::bezier, 1.0, std::pow(1.0 - std::sqrt(0.75), 2), std::pow(1.0 - std::sqrt(0.5), 2)},
+          {PointShape::bezier, -1.0, 0.75, 2.0 * std::sqrt(0.5) - 0.5}}) {
+        SCOPED_TRACE(testing::Message() << "shape " << static_cast<int>(shape) << ", tension " << tension);
+        const Envelope envelope = envelope_of({{0.0, 0.0, shape, false, tension}, {1.0, 1.0, shape}});
+        EXPECT_EQ(envelope.value_at(0.0), 0.0);
+        EXPECT_NEAR(envelope.value_at(0.25), quarter, 1e-12);
+        EXPECT_NEAR(envelope.value_at(0.5), half, 1e-12);
+        EXPECT_EQ(envelope.value_at(1.0), 1.0);
+        for (double position = 0.01; position < 1.0; position += 0.01) {
+            EXPECT_GE(envelope.value_at(position), envelope.value_at(position - 0.01));
+        }
     }
 }
-
-// A bezier of full tension follows x = 1 - (1 - s)^2, y = s^2 (or the two exchanged).
-INSTANTIATE_TEST_SUITE_P(
-    Shapes, ShapeTest,
-    testing::Values(ShapeCase{"linear", PointShape::linear, 0.0, 0.25, 0.5},
-                    ShapeCase{"square", PointShape::square, 0.0, 0.0, 0.0},
-                    ShapeCase{"slow_start_end", PointShape::slow_start_end, 0.0, 0.15625, 0.5},
-                    ShapeCase{"fast_start", PointShape::fast_start, 0.0, 0.578125, 0.875},
-                    ShapeCase{"fast_end", PointShape::fast_end, 0.0, 0.015625, 0.125},
-                    ShapeCase{"straight_bezier", PointShape::bezier, 0.0, 0.25, 0.5},
-                    ShapeCase{"late_bezier", PointShape::bezier, 1.0, std::pow(1.0 - std::sqrt(0.75), 2),
-                              std::pow(1.0 - std::sqrt(0.5), 2)},
-                    ShapeCase{"early_bezier", PointShape::bezier, -1.0, 0.75, 2.0 * std::sqrt(0.5) - 0.5}),
-    [](const auto& test) { return test.param.name; });
 
 } // namespace
 } // namespace headless

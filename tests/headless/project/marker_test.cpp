@@ -16,17 +16,5 @@ TEST(MarkerList, numbers_markers_and_regions_apart_and_fills_gaps) {
     EXPECT_EQ(markers.all().front().position_seconds, 0.0);
 }
 
-TEST(MarkerList, moves_a_replaced_entry_to_its_new_place) {
-    MarkerList markers;
-    markers.add({.position_seconds = 1.0, .name = "first", .number = 7});
-    markers.add({.position_seconds = 2.0, .name = "second", .number = 8});
-    EXPECT_TRUE(markers.replace({.position_seconds = 3.0, .name = "moved", .number = 7}));
-    EXPECT_EQ(markers.all().back().name, "moved");
-    EXPECT_FALSE(markers.replace({.is_region = true, .position_seconds = 3.0, .number = 7}));
-    EXPECT_TRUE(markers.erase(0));
-    EXPECT_FALSE(markers.erase(1));
-    EXPECT_EQ(markers.find(false, 8), nullptr);
-}
-
 } // namespace
 } // namespace headless

@@ -1,47 +1,41 @@
 #include "tests/headless/host/host_fixture.hpp"
 
-#include <gmock/gmock.h>
 #include <limits>
 
 namespace headless {
 namespace {
 
-using testing::ElementsAre;
-
 class EnvelopeFunctions : public HostTest {
 protected:
     EnvelopeFunctions() {
-        Item& item = workstation.project().insert_track(0).add_item(10.0, 1.0);
+        Item& item = project.insert_track(0).add_item(10.0, 1.0);
         envelope = &item.add_take({}, "take").add_envelope("Volume");
         envelope->set_points({{0.0, 1.0}, {1.0, 0.5}});
     }
 
     BR_Envelope* take_out(bool project_time = false) {
-        return call<BR_Envelope*(TrackEnvelope*, bool)>("BR_EnvAlloc", Workstation::handle(*envelope),
-                                                        project_time);
+        const auto allocate = function<BR_Envelope*(TrackEnvelope*, bool)>("BR_EnvAlloc");
+        return allocate(Workstation::handle(*envelope), project_time);
     }
 
     bool set(BR_Envelope* object, int id, double position, double value) {
-        return call<bool(BR_Envelope*, int, double, double, int, bool, double)>(
-            "BR_EnvSetPoint", object, id, position, value, 0, false, 0.0);
+        return function<bool(BR_Envelope*, int, double, double, int, bool, double)>("BR_EnvSetPoint")(
+            object, id, position, value, 0, false, 0.0);
     }
 
     double position_of(BR_Envelope* object, int id) {
         double position = -1.0;
-        using GetPoint = bool(BR_Envelope*, int, double*, double*, int*, bool*, double*);
-        EXPECT_TRUE(
-            call<GetPoint>("BR_EnvGetPoint", object, id, &position, nullptr, nullptr, nullptr, nullptr));
+        EXPECT_TRUE((function<bool(BR_Envelope*, int, double*, double*, int*, bool*, double*)>(
+            "BR_EnvGetPoint")(object, id, &position, nullptr, nullptr, nullptr, nullptr)));
         return position;
     }
 
-    bool free(BR_Envelope* object, bool commit) {
-        return call<bool(BR_Envelope*, bool)>("BR_EnvFree", object, commit);
-    }
-
+    bool (*free)(BR_Envelope*, bool) = function<bool(BR_Envelope*, bool)>("BR_EnvFree");
     Envelope* envelope;
 };
 
 TEST_F(EnvelopeFunctions, number_points_by_creation_until_they_are_sorted) {
+    const auto remove = function<bool(BR_Envelope*, int)>("BR_EnvDeletePoint");
     BR_Envelope* object = take_out();
     EXPECT_TRUE(set(object, -1, 0.5, 2.0));
     EXPECT_TRUE(set(object, 0, 9.0, 0.25));
@@ -50,16 +44,14 @@ TEST_F(EnvelopeFunctions, number_points_by_creation_until_they_are_sorted) {
     EXPECT_FALSE(set(object, 3, 0.0, 1.0));
     EXPECT_FALSE(set(object, -2, 0.0, 1.0));
     EXPECT_FALSE(set(object, -1, std::numeric_limits<double>::infinity(), 1.0));
-    EXPECT_FALSE((call<bool(BR_Envelope*, int)>("BR_EnvDeletePoint", object, 3)));
-    EXPECT_TRUE((call<bool(BR_Envelope*, int)>("BR_EnvDeletePoint", object, 1)));
-    call<void(BR_Envelope*)>("BR_EnvSortPoints", object);
+    EXPECT_FALSE(remove(object, 3));
+    EXPECT_TRUE(remove(object, 1));
+    function<void(BR_Envelope*)>("BR_EnvSortPoints")(object);
     EXPECT_EQ(position_of(object, 0), 0.5);
     EXPECT_TRUE(free(object, true));
     EXPECT_THAT(envelope->points(), ElementsAre(EnvelopePoint{0.5, 2.0}, EnvelopePoint{9.0, 0.25}));
-    const EnvelopeEdit edit = workstation.last_envelope_edit();
-    EXPECT_THAT(
-        (std::vector{edit.points_created, edit.points_rewritten, edit.points_deleted, edit.points_kept}),
-        ElementsAre(1, 1, 1, 2));
+    const auto [created, rewritten, deleted, kept] = workstation.last_envelope_edit();
+    EXPECT_THAT((std::vector{created, rewritten, deleted, kept}), ElementsAre(1, 1, 1, 2));
 }
 
 TEST_F(EnvelopeFunctions, write_only_what_is_committed_and_has_changed) {
@@ -74,8 +66,8 @@ TEST_F(EnvelopeFunctions, write_only_what_is_committed_and_has_changed) {
     EXPECT_FALSE(free(unchanged, true));
 
     BR_Envelope* hidden = take_out();
-    using SetProperties = void(BR_Envelope*, bool, bool, bool, bool, int, int, bool, int*);
-    call<SetProperties>("BR_EnvSetProperties", hidden, false, false, true, true, 40, 5, false, nullptr);
+    function<void(BR_Envelope*, bool, bool, bool, bool, int, int, bool, int*)>("BR_EnvSetProperties")(
+        hidden, false, false, true, true, 40, 5, false, nullptr);
     EXPECT_TRUE(free(hidden, true));
     EXPECT_EQ(envelope->properties,
               (EnvelopeProperties{false, false, true, true, 40, PointShape::bezier, false, -1}));
@@ -92,7 +84,7 @@ TEST_F(EnvelopeFunctions, count_from_the_project_start_when_asked_to) {
 TEST_F(EnvelopeFunctions, drop_the_edit_of_an_envelope_that_is_gone) {
     BR_Envelope* object = take_out();
     set(object, 0, 0.0, 7.0);
-    workstation.project().erase_track(*workstation.project().track(0));
+    project.erase_track(*project.track(0));
     EXPECT_FALSE(free(object, true));
 }
 

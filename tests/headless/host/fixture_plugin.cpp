@@ -10,22 +10,17 @@ struct Record {
     void* (*GetFunc)(const char* name);
 };
 
-Record* record = nullptr;
-int (*host_register)(const char*, void*) = nullptr;
+Record host;
 
 int tracks_plus_version(int addend) {
-    auto* count_tracks = reinterpret_cast<int (*)(void*)>(record->GetFunc("CountTracks"));
-    return count_tracks(nullptr) + record->caller_version + addend;
+    auto* count_tracks = reinterpret_cast<int (*)(void*)>(host.GetFunc("CountTracks"));
+    return count_tracks(nullptr) + host.caller_version + addend;
 }
 
 } // namespace
 
-extern "C" __attribute__((visibility("default"))) int ReaperPluginEntry(void*, Record* given) {
-    void* const function = reinterpret_cast<void*>(tracks_plus_version);
-    if (given) {
-        record = given;
-        host_register = given->Register;
-        return given->Register("API_TracksPlusVersion", function);
-    }
-    return host_register("-API_TracksPlusVersion", function);
+extern "C" __attribute__((visibility("default"))) int ReaperPluginEntry(void*, const Record* record) {
+    host = record ? *record : host;
+    return host.Register(record ? "API_TracksPlusVersion" : "-API_TracksPlusVersion",
+                         reinterpret_cast<void*>(tracks_plus_version));
 }

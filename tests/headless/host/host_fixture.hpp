@@ -1,50 +1,42 @@
 #pragma once
-// A workstation and a folder of its own for each test, and calls as a plug-in makes them.
+// A workstation and a folder of its own for each test, and its functions as a plug-in gets them.
 
 #include "headless/host/workstation.hpp"
+#include "tests/headless/support/sound_files.hpp"
 
-#include <gtest/gtest.h>
-
-#include <filesystem>
+#include <gmock/gmock.h>
 #include <string>
 #include <vector>
 
 namespace headless {
 
-/// Samples of a file, interleaved.
-struct Recording {
-    int sample_rate = 0;
-    int channels = 0;
-    std::vector<float> samples;
-};
+using testing::ElementsAre;
 
-Recording read_recording(const std::filesystem::path& file);
-
-extern const int wav_float;
+inline auto tells(const std::string& text) {
+    return testing::Field(&Failure::message, testing::HasSubstr(text));
+}
 
 class HostTest : public testing::Test {
 protected:
-    HostTest();
-    ~HostTest() override;
+    HostTest() { project.record_path = folder.path; }
 
-    /// The host function of that name, called through its address.
-    template <class Signature, class... Arguments>
-    auto call(const char* name, Arguments... arguments) {
-        auto* function = workstation.function_as<Signature>(name);
-        EXPECT_NE(function, nullptr) << name;
-        return function(arguments...);
+    template <class Signature>
+    Signature* function(const char* name) const {
+        auto* found = workstation.function_as<Signature>(name);
+        return found ? found : throw std::runtime_error(std::string("the host has no ") + name);
     }
 
-    /// A file in the test's folder: a 32-bit float wav file unless another of libsndfile's formats is named.
-    std::filesystem::path write_recording(const std::string& name, const Recording& recording,
-                                          int format = wav_float) const;
+    /// On a track of its own, playing a new file of these samples at 8 kHz.
+    Item& insert_item(const std::vector<float>& samples = std::vector<float>(800, 0.5F),
+                      double position_seconds = 0.0, const std::string& name = "line.wav") {
+        Track& track = project.insert_track(project.tracks().size());
+        const auto file = test::write_sound(folder / name, samples, 8000);
+        return *workstation.insert_audio(track, file, position_seconds).value();
+    }
 
-    /// An item at `position_seconds` on a track of its own, playing a file of constant samples.
-    Item& insert_level(const std::string& name, float level, double length_seconds,
-                       double position_seconds = 0.0);
-
+    test::ScratchFolder folder; ///< also the project's record path
     Workstation workstation;
-    std::filesystem::path folder; ///< also the project's record path
+    Project& project = workstation.project();
 };
 
 } // namespace headless

@@ -19,6 +19,8 @@ if(FELSPAR_SANITIZE)
     target_compile_options(
         felspar_options
         INTERFACE -fsanitize=${FELSPAR_SANITIZE} -fno-omit-frame-pointer -fno-sanitize-recover=all
+                  # The host's objects are of classes that only the host knows.
+                  -fno-sanitize=vptr
                   $<$<CXX_COMPILER_ID:GNU>:-fno-sanitize=null,nonnull-attribute,returns-nonnull-attribute>
                   # And it sees uninitialised functions in <regex> that are not there.
                   $<$<CXX_COMPILER_ID:GNU>:-Wno-maybe-uninitialized>)

@@ -10,7 +10,6 @@
 
 #include <cmath>
 #include <memory>
-#include <ranges>
 
 namespace mk_api::RIDESCRIBER {
 namespace {
@@ -125,8 +124,9 @@ bool write_envelope(MediaItem* item, MediaItem_Take* take, int ratio_type) {
     clear(object);
     RideScan scan = scan_item(item);
     write_points(object, scan, ratio_type);
-    for (const int id : std::views::reverse(CollectFlatPoints(scan.windows)))
-        BR_EnvDeletePoint(object, id);
+    const std::vector<int> flat = CollectFlatPoints(scan.windows);
+    for (auto id = flat.rbegin(); id != flat.rend(); ++id)
+        BR_EnvDeletePoint(object, *id);
     delete_same_positions(object);
     BR_EnvFree(envelope.release(), true);
     return true;

@@ -40,7 +40,8 @@ def compare(what, found, expected):
 symbols = [line[19:] for line in output("nm", "-DC", "--defined-only", library).splitlines()]
 symbols = [s for s in symbols if not s.startswith(("vtable for mk_object::", "typeinfo for mk_object::",
                                                    "typeinfo name for mk_object::"))]
-names = {plain_name(symbol) for symbol in symbols}
+# clang++ also emits the records' field lists, which are constants of the headers.
+names = {name for name in map(plain_name, symbols) if not name.endswith("::fields")}
 good = compare("exported", names, lines("host_functions.txt") | lines("exports.txt"))
 
 # C linkage: the names in the symbol table are the plain ones.

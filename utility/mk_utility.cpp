@@ -94,7 +94,7 @@ int mk_utility::exec_command(std::string& command) {
 std::pair<std::string, std::string> mk_utility::split_extension(std::string path) {
     const std::size_t dot = path.rfind('.');
     if (dot == std::string::npos || path.find_first_of("\r\n") != std::string::npos)
-        return {std::move(path), {}};
+        return {std::move(path), std::string()};
     return {path.substr(0, dot), path.substr(dot + 1)};
 }
 

@@ -20,7 +20,7 @@ const std::vector<double>& host_peaks() {
     static const std::vector<double> peaks = [] {
         std::mt19937 random(1);
         std::uniform_real_distribution<double> level_db(-90.0, 0.0);
-        std::vector<double> values(2 * milliseconds);
+        std::vector<double> values(2 * std::size_t{milliseconds});
         for (double& value : values)
             value = std::pow(10.0, level_db(random) / 20.0);
         return values;
@@ -54,13 +54,13 @@ double plain_db(double peak) {
 }
 
 std::vector<PlainRecord> plain_records() {
-    std::vector<double> buffer(3 * milliseconds);
+    std::vector<double> buffer(3 * std::size_t{milliseconds});
     deliver(nullptr, 0.0, 0.0, 1, milliseconds, 0, buffer.data());
     std::vector<PlainRecord> records;
     records.reserve(milliseconds);
-    for (int i = 0; i < milliseconds; ++i)
-        records.push_back({i * 0.001, plain_db(buffer[static_cast<std::size_t>(i)]),
-                           plain_db(buffer[static_cast<std::size_t>(milliseconds + i)])});
+    for (std::size_t i = 0; i < milliseconds; ++i)
+        records.push_back(
+            {static_cast<double>(i) * 0.001, plain_db(buffer[i]), plain_db(buffer[milliseconds + i])});
     return records;
 }
 

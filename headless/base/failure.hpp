@@ -7,7 +7,7 @@
 
 namespace headless {
 
-/// Why something could not be done. `message` is one line, names the path or object, and can be shown as it is.
+/// Why something could not be done. `message` is one line that names the path or object and can be shown.
 struct Failure {
     std::string message;
 };

@@ -52,7 +52,8 @@ public:
         return reinterpret_cast<Signature*>(function(name));
     }
 
-    /// An item with one take over all that can be decoded of the file, named as the file. Neither cursor nor selection changes.
+    /// An item with one take over all that can be decoded of the file, named as the file. Neither cursor
+    /// nor selection changes.
     /// @returns a failure that names the path when the file is not readable audio
     Result<Item*> insert_audio(Track& track, const std::filesystem::path& file, double position_seconds);
 

@@ -7,6 +7,7 @@ using AudioFunctions = HostTest;
 
 TEST_F(AudioFunctions, place_peaks_by_project_time_within_the_file) {
     std::vector<float> samples; // 0.00, 0.01, 0.02, ... for a millisecond each, in both directions
+    samples.reserve(800);
     for (int frame = 0; frame < 800; ++frame) {
         samples.push_back(static_cast<float>(frame % 2 == 0 ? frame / 8 : -(frame / 8)) / 100.0F);
     }

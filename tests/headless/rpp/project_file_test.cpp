@@ -16,9 +16,8 @@ const std::filesystem::path home = "/home/somebody/my project";
 template <class Parts, class Read>
 auto each(const Parts& parts, Read read) {
     std::vector<decltype(read(*parts[0]))> all;
-    for (const auto& part : parts) {
-        all.push_back(read(*part));
-    }
+    std::transform(parts.begin(), parts.end(), std::back_inserter(all),
+                   [&](const auto& part) { return read(*part); });
     return all;
 }
 

@@ -10,9 +10,9 @@ using mk_api::envelope::SetMediaItemEnvelopeAllOFF;
 using mk_api::render::RenderMediaItemActiveTake;
 
 std::vector<MediaItem*> selection() {
-    std::vector<MediaItem*> items;
-    for (int i = 0; i < CountSelectedMediaItems(nullptr); ++i)
-        items.push_back(GetSelectedMediaItem(nullptr, i));
+    std::vector<MediaItem*> items(static_cast<std::size_t>(CountSelectedMediaItems(nullptr)));
+    for (int i = 0; MediaItem * &item : items)
+        item = GetSelectedMediaItem(nullptr, i++);
     return items;
 }
 

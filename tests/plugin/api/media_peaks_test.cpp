@@ -32,7 +32,8 @@ int deliver(MediaItem_Take*, double rate, double start, int channels, int count,
         std::copy_n(from.begin(), std::min(from.size(), static_cast<std::size_t>(count)), to);
     };
     if (buffer) {
-        EXPECT_EQ(std::count(buffer, buffer + 3 * count, 0.0), 3 * count) << "zero-filled";
+        const std::span<double> cells(buffer, 3 * static_cast<std::size_t>(count));
+        EXPECT_EQ(std::ranges::count(cells, 0.0), std::ssize(cells)) << "zero-filled";
         copy(maxima, buffer);
         copy(minima, buffer + count);
     }

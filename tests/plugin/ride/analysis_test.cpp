@@ -121,9 +121,9 @@ INSTANTIATE_TEST_SUITE_P(
 
 TEST(RideFlatPoints, differ_from_both_neighbours_by_less_than_half_a_decibel) {
     const auto flat = [](const std::vector<double>& gains) {
-        std::vector<RideWindow> windows;
-        for (const double gain : gains)
-            windows.push_back({.pos = 0.0, .level = 0.0, .point_vol = gain, .point_value = {}});
+        std::vector<RideWindow> windows(gains.size());
+        for (std::size_t i = 0; i < gains.size(); ++i)
+            windows[i].point_vol = gains[i];
         return CollectFlatPoints(windows);
     };
     EXPECT_EQ(flat({0.0, 0.4, 0.7}), std::vector({1}));

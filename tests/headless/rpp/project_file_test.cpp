@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <gmock/gmock.h>
+#include <iterator>
 #include <tuple>
 
 namespace headless::test {

@@ -4,8 +4,10 @@
 #include "api/media/peaks.hpp"
 #include "tests/plugin/support/bound_plugin.hpp"
 
+#include <algorithm>
 #include <cmath>
 #include <random>
+#include <span>
 
 namespace {
 

@@ -12,6 +12,15 @@
 
 namespace headless::test {
 
+inline std::vector<std::string> lines_of(const std::string& text) {
+    std::vector<std::string> lines;
+    std::istringstream stream(text);
+    for (std::string line; std::getline(stream, line);) {
+        lines.push_back(line);
+    }
+    return lines;
+}
+
 struct Outcome {
     int status = -1; ///< exit status, -1 when the program was ended by a signal
     std::string output;
@@ -20,8 +29,7 @@ struct Outcome {
     /// The output as one object a line.
     std::vector<nlohmann::json> objects() const {
         std::vector<nlohmann::json> parsed;
-        std::istringstream lines(output);
-        for (std::string line; std::getline(lines, line);) {
+        for (const std::string& line : lines_of(output)) {
             parsed.push_back(nlohmann::json::parse(line));
         }
         return parsed;
@@ -63,14 +71,7 @@ protected:
                 bytes_of(folder / "stderr")};
     }
 
-    /// Names of what lies in the folder of the rendered files.
-    std::vector<std::string> ridden_names() const {
-        std::vector<std::string> names;
-        for (const auto& entry : std::filesystem::directory_iterator(folder / "ridden")) {
-            names.push_back(entry.path().filename().string());
-        }
-        return names;
-    }
+    std::vector<std::string> ridden_names() const { return names_in(folder / "ridden"); }
 
     ScratchFolder folder;
 };

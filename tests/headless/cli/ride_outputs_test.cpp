@@ -7,6 +7,7 @@
 namespace headless::test {
 namespace {
 
+using testing::ElementsAre;
 using testing::HasSubstr;
 
 struct RideOutputs : FelsparCommand {
@@ -33,7 +34,7 @@ TEST_F(RideOutputs, never_replace_a_file_that_the_user_made) {
     EXPECT_EQ(outcome.status, 1);
     EXPECT_THAT(outcome.errors, HasSubstr("ridden/a.wav: not overwritten"));
     EXPECT_EQ(bytes_of(rendered), theirs);
-    EXPECT_EQ(ridden_names(), std::vector<std::string>{"a.wav"});
+    EXPECT_THAT(ridden_names(), ElementsAre("a.wav"));
 }
 
 TEST_F(RideOutputs, never_replace_what_the_run_reads) {
@@ -43,7 +44,7 @@ TEST_F(RideOutputs, never_replace_what_the_run_reads) {
     EXPECT_EQ(felspar({"ride", "ridden/a.wav", "-o", "link"}).status, 1);
     EXPECT_EQ(felspar({"ride", "a.wav", "ridden/a.wav"}).status, 1) << "read later in the run";
     EXPECT_EQ(bytes_of(rendered), first);
-    EXPECT_EQ(ridden_names(), std::vector<std::string>{"a.wav"});
+    EXPECT_THAT(ridden_names(), ElementsAre("a.wav"));
 }
 
 TEST_F(RideOutputs, never_replace_what_the_run_has_written) {
@@ -75,9 +76,8 @@ TEST_F(RideOutputs, fail_the_run_with_one_line_that_says_why_when_they_cannot_be
         {{"-o", "nowhere"}, "nowhere: the output folder does not exist"},
         {{"-o", "note.txt"}, "note.txt: the output folder"},
         {{"-o", "/proc"}, "/proc/a.wav"}, // where nobody may write
-        {{"--plugin", "none.so"}, "none.so"},
         {{"--plugin", "note.txt"}, "note.txt"},
-        {{"--plugin", DECLINING_PLUGIN}, "a.wav: the plug-in did not ride it"}};
+        {{"--plugin", FIXTURE_PLUGIN}, "a.wav: the plug-in did not ride it"}};
     for (const auto& [options, message] : runs) {
         const Outcome outcome = felspar({"ride", "a.wav", options[0], options[1]});
         EXPECT_EQ(outcome.status, 1);

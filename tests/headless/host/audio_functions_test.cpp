@@ -7,7 +7,6 @@ using AudioFunctions = HostTest;
 
 TEST_F(AudioFunctions, place_peaks_by_project_time_within_the_file) {
     std::vector<float> samples; // 0.00, 0.01, 0.02, ... for a millisecond each, in both directions
-    samples.reserve(800);
     for (int frame = 0; frame < 800; ++frame) {
         samples.push_back(static_cast<float>(frame % 2 == 0 ? frame / 8 : -(frame / 8)) / 100.0F);
     }
@@ -20,7 +19,6 @@ TEST_F(AudioFunctions, place_peaks_by_project_time_within_the_file) {
     EXPECT_EQ(read_peaks(Workstation::handle(take), 1000.0, 5.02, 1, 3, 115, buffer.data()), 3);
     EXPECT_THAT(buffer,
                 testing::Pointwise(testing::DoubleNear(1e-6), {0.30, 0.31, 0.32, -0.30, -0.31, -0.32}));
-    EXPECT_EQ(read_peaks(Workstation::handle(take), 1000.0, 5.02, 1, 0, 115, buffer.data()), 0);
 }
 
 TEST_F(AudioFunctions, measure_loudness_as_heard_and_in_project_time) {
@@ -38,8 +36,7 @@ TEST_F(AudioFunctions, measure_loudness_as_heard_and_in_project_time) {
     };
     ASSERT_TRUE(measure());
     EXPECT_NEAR(momentary_lufs, -23.01 - 12.04, 0.1) << "a 1 kHz sine of -20 dBFS in one channel, quartered";
-    EXPECT_GE(position_seconds, 100.9);
-    EXPECT_LE(position_seconds, 101.61);
+    EXPECT_NEAR(position_seconds, 101.3, 0.31);
     item.set_length_seconds(0.3);
     EXPECT_FALSE(measure());
     EXPECT_THAT(workstation.take_failures(), ElementsAre(tells("too short")));

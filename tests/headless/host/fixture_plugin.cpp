@@ -1,5 +1,5 @@
-// A plug-in that registers one function, which asks the host through GetFunc, and withdraws it when it
-// leaves.
+// A plug-in whose ride declines. It also registers a function that asks the host, and withdraws it in the
+// end.
 
 namespace {
 
@@ -17,10 +17,13 @@ int tracks_plus_version(int addend) {
     return count_tracks(nullptr) + host.caller_version + addend;
 }
 
+bool decline_to_ride(void*, int) { return false; }
+
 } // namespace
 
 extern "C" __attribute__((visibility("default"))) int ReaperPluginEntry(void*, const Record* record) {
     host = record ? *record : host;
+    host.Register("API_MK_SetMediaItemRIDESCRIBER", reinterpret_cast<void*>(decline_to_ride));
     return host.Register(record ? "API_TracksPlusVersion" : "-API_TracksPlusVersion",
                          reinterpret_cast<void*>(tracks_plus_version));
 }

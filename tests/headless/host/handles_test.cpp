@@ -15,13 +15,12 @@ protected:
     template <class R, class Handle, class... Rest>
     void fail(std::initializer_list<const char*> names) {
         for (const char* name : names) {
-            const auto host_function = function<R(Handle*, Rest...)>(name);
             for (void* address : bad_addresses) {
-                auto* handle = reinterpret_cast<Handle*>(address);
+                auto* handle = static_cast<Handle*>(address);
                 if constexpr (std::is_void_v<R>) {
-                    host_function(handle, Rest()...);
+                    function<R(Handle*, Rest...)>(name)(handle, Rest()...);
                 } else {
-                    EXPECT_EQ(host_function(handle, Rest()...), R()) << name;
+                    EXPECT_EQ(function<R(Handle*, Rest...)>(name)(handle, Rest()...), R()) << name;
                 }
             }
         }

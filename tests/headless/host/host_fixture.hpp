@@ -2,19 +2,17 @@
 // A workstation and a folder of its own for each test, and its functions as a plug-in gets them.
 
 #include "headless/host/workstation.hpp"
+#include "tests/headless/support/failures.hpp"
 #include "tests/headless/support/sound_files.hpp"
 
-#include <gmock/gmock.h>
 #include <string>
 #include <vector>
 
 namespace headless {
 
+using test::fails_telling;
+using test::tells;
 using testing::ElementsAre;
-
-inline auto tells(const std::string& text) {
-    return testing::Field(&Failure::message, testing::HasSubstr(text));
-}
 
 class HostTest : public testing::Test {
 protected:

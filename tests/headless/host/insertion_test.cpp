@@ -25,7 +25,6 @@ TEST_F(Insertion, puts_the_file_at_the_cursor_of_the_selected_track) {
     EXPECT_EQ(project.cursor_seconds, 2.5);
     EXPECT_EQ(item.active_take()->name, "line.final.wav");
     EXPECT_EQ(item.active_take()->source, (Source{file, "WAVE", 8000, 2, 4000}));
-
     EXPECT_EQ(insert(3), 1);
     EXPECT_EQ(item.takes().size(), 2U);
 }
@@ -36,8 +35,6 @@ TEST_F(Insertion, finds_or_makes_a_track) {
     EXPECT_EQ(insert(512 + (1 << 16)), 1);
     EXPECT_EQ(project.tracks().size(), 2U);
     EXPECT_EQ(project.track(1)->items().size(), 2U);
-    EXPECT_EQ(insert(512 + (2 << 16)), 0);
-    EXPECT_EQ(workstation.take_failures().size(), 1U);
 }
 
 TEST_F(Insertion, goes_by_what_can_be_decoded_rather_than_by_the_header) {
@@ -45,16 +42,17 @@ TEST_F(Insertion, goes_by_what_can_be_decoded_rather_than_by_the_header) {
                                        SF_FORMAT_FLAC | SF_FORMAT_PCM_16);
     std::filesystem::resize_file(cut, std::filesystem::file_size(cut) / 2);
     const Item& item = *workstation.insert_audio(project.insert_track(0), cut, 0.0).value();
-    EXPECT_GT(item.length_seconds(), 1.0);
-    EXPECT_LT(item.length_seconds(), 6.0);
+    EXPECT_NEAR(item.length_seconds(), 5.0, 1.0);
 }
 
-TEST_F(Insertion, refuses_what_is_no_audio_and_modes_it_has_not) {
+TEST_F(Insertion, refuses_what_is_no_audio_modes_it_has_not_and_tracks_that_are_not_there) {
     EXPECT_EQ(insert(4), 0);
+    EXPECT_EQ(insert(512 + (2 << 16)), 0);
     test::write_bytes(file, "no audio at all");
     EXPECT_EQ(insert(1), 0);
     EXPECT_EQ(project.tracks().size(), 0U);
-    EXPECT_THAT(workstation.take_failures(), ElementsAre(tells("mode 4"), tells("line.final.wav")));
+    EXPECT_THAT(workstation.take_failures(),
+                ElementsAre(tells("mode 4"), tells("no track"), tells("line.final.wav")));
 }
 
 } // namespace

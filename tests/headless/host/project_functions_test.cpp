@@ -24,20 +24,17 @@ TEST_F(ProjectFunctions, tell_the_folder_that_renders_go_to) {
     project.file = folder / "game.rpp";
     function<void(char*, int)>("GetProjectPath")(path.data(), static_cast<int>(path.size()));
     EXPECT_EQ(std::filesystem::path(path.data()), folder / "takes");
-    EXPECT_FALSE(info(nullptr, "NOTHING", path.data(), false));
 }
 
 TEST_F(ProjectFunctions, keep_what_plugins_register_until_it_is_withdrawn) {
     const auto enroll = function<int(const char*, void*)>("plugin_register");
     int payload = 0;
     EXPECT_EQ(enroll("API_Mine", &payload), 1);
-    EXPECT_EQ(enroll("APIdef_Mine", &payload), 1);
     EXPECT_EQ(enroll("hookcommand", &payload), 0);
     EXPECT_EQ(workstation.function("Mine"), &payload);
     EXPECT_EQ(workstation.function("API_Mine"), nullptr);
     EXPECT_EQ(enroll("-API_Mine", &payload), 1);
     EXPECT_EQ(workstation.function("Mine"), nullptr);
-    EXPECT_EQ(workstation.function(nullptr), nullptr);
 }
 
 TEST_F(ProjectFunctions, serve_one_workstation_at_a_time) { EXPECT_THROW(Workstation(), std::logic_error); }
@@ -52,37 +49,51 @@ TEST_F(ProjectFunctions, answer_boxes_by_default_when_there_is_no_terminal) {
 }
 
 TEST_F(ProjectFunctions, name_a_track_without_a_name_by_its_number) {
-    const auto get_name = function<bool(MediaTrack*, char*, int)>("GetTrackName");
-    Track& track = project.insert_track(0);
     char name[8] = "";
-    EXPECT_TRUE(get_name(Workstation::handle(track), name, 8));
+    function<bool(MediaTrack*, char*, int)>("GetTrackName")(Workstation::handle(project.insert_track(0)),
+                                                            name, 8);
     EXPECT_STREQ(name, "Track 1");
 }
 
 TEST_F(ProjectFunctions, keep_or_refuse_the_values_of_a_track) {
     struct Value {
         const char* key;
-        double written;
+        double written, read;
         bool is_accepted;
-        double read;
     };
     const auto set = function<bool(MediaTrack*, const char*, double)>("SetMediaTrackInfo_Value");
     const auto get = function<double(MediaTrack*, const char*)>("GetMediaTrackInfo_Value");
-    for (const auto& [key, written, is_accepted, read] : {Value{"I_FOLDERDEPTH", 3.0, true, 1.0},
-                                                          {"I_FOLDERDEPTH", -2.0, true, -2.0},
-                                                          {"I_CUSTOMCOLOR", 255.0, true, 0.0},
-                                                          {"I_SOLO", 1e300, true, 2147483647.0},
-                                                          {"D_VOL", infinity, false, 1.0},
-                                                          {"D_NOTHING", 1.0, false, 0.0}}) {
+    for (const auto& [key, written, read, is_accepted] : {Value{"I_FOLDERDEPTH", 3.0, 1.0, true},
+                                                          {"I_CUSTOMCOLOR", 255.0, 0.0, true},
+                                                          {"I_SOLO", 1e300, 2147483647.0, true},
+                                                          {"D_VOL", infinity, 1.0, false},
+                                                          {"D_NOTHING", 1.0, 0.0, false}}) {
         MediaTrack* track = Workstation::handle(project.insert_track(0));
         EXPECT_EQ(set(track, key, written), is_accepted) << key << ' ' << written;
         EXPECT_EQ(get(track, key), read) << key << ' ' << written;
     }
 }
 
-TEST_F(ProjectFunctions, enumerate_and_change_markers) {
-    const auto add =
+TEST_F(ProjectFunctions, clamp_the_cursor_to_the_timeline_and_send_it_to_the_projects_end) {
+    const auto set = function<void(ReaProject*, double, bool, bool)>("SetEditCurPos2");
+    const auto get = function<double(ReaProject*)>("GetCursorPositionEx");
+    set(nullptr, 3.0, false, false);
+    set(nullptr, infinity, false, false);
+    EXPECT_EQ(get(nullptr), 3.0);
+    set(nullptr, -1.0, false, false);
+    EXPECT_EQ(get(nullptr), 0.0);
+    project.insert_track(0).add_item(2.0, 5.0);
+    project.insert_track(1).add_item(4.0, 1.0);
+    function<void()>("CSurf_GoEnd")();
+    EXPECT_EQ(get(nullptr), 7.0);
+}
+
+struct MarkerFunctions : HostTest {
+    int (*add)(ReaProject*, bool, double, double, const char*, int, int) =
         function<int(ReaProject*, bool, double, double, const char*, int, int)>("AddProjectMarker2");
+};
+
+TEST_F(MarkerFunctions, enumerate_and_change_markers) {
     const auto enumerate = function<int(ReaProject*, int, bool*, double*, double*, const char**, int*, int*)>(
         "EnumProjectMarkers3");
     const auto set =
@@ -91,20 +102,37 @@ TEST_F(ProjectFunctions, enumerate_and_change_markers) {
     EXPECT_EQ(add(nullptr, false, 1.0, 0.0, nullptr, -1, 0), 1);
     EXPECT_EQ(add(nullptr, false, infinity, 0.0, "never", -1, 0), -1);
     bool is_region = false;
-    double position = 0.0;
     double end = 0.0;
     const char* name = nullptr;
     int number = 0;
-    int color = 0;
-    EXPECT_EQ(enumerate(nullptr, 1, &is_region, &position, &end, &name, &number, &color), 2);
+    EXPECT_EQ(enumerate(nullptr, 1, &is_region, nullptr, &end, &name, &number, nullptr), 2);
     EXPECT_TRUE(is_region);
     EXPECT_EQ(end, 4.0);
     // The host's own text comes back in, as scripts hand it on.
     EXPECT_TRUE(set(nullptr, number, true, 0.5, end, name, 0));
-    EXPECT_EQ(enumerate(nullptr, 0, nullptr, nullptr, nullptr, &name, nullptr, &color), 1);
-    EXPECT_STREQ(name, "scene");
-    EXPECT_EQ(color, 0x10000FF) << "colour 0 leaves it as it is";
+    const Marker moved{true, 0.5, 4.0, "scene", 7, 0x10000FF}; // colour 0 leaves it as it is
+    EXPECT_EQ(project.markers.all().front(), moved);
     EXPECT_FALSE(set(nullptr, 7, false, 0.0, 0.0, "", 0));
+}
+
+TEST_F(MarkerFunctions, count_markers_and_regions_apart_and_delete_by_place) {
+    const auto erase = function<bool(ReaProject*, int)>("DeleteProjectMarkerByIndex");
+    const auto counts = [&] {
+        std::array<int, 3> all_markers_regions{};
+        all_markers_regions[0] = function<int(ReaProject*, int*, int*)>("CountProjectMarkers")(
+            nullptr, &all_markers_regions[1], &all_markers_regions[2]);
+        return all_markers_regions;
+    };
+    add(nullptr, true, 2.0, 4.0, "scene", -1, 0);
+    add(nullptr, false, 1.0, 0.0, "first", -1, 0);
+    add(nullptr, false, 3.0, 0.0, "last", -1, 0);
+    EXPECT_THAT(counts(), ElementsAre(3, 2, 1));
+    EXPECT_TRUE(erase(nullptr, 1));
+    EXPECT_THAT(counts(), ElementsAre(2, 2, 0));
+    EXPECT_EQ(project.markers.all().back().name, "last");
+    EXPECT_FALSE(erase(nullptr, 2));
+    EXPECT_FALSE(erase(nullptr, -1));
+    EXPECT_THAT(counts(), ElementsAre(2, 2, 0));
 }
 
 } // namespace

@@ -3,7 +3,6 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
-#include <limits>
 
 namespace headless {
 namespace {
@@ -14,24 +13,19 @@ Envelope envelope_of(std::vector<EnvelopePoint> points) {
     return envelope;
 }
 
-TEST(Envelope, is_a_straight_line_between_points_and_flat_outside) {
-    const Envelope envelope = envelope_of({{1.0, 2.0}, {3.0, 4.0}});
+TEST(Envelope, is_straight_between_points_flat_outside_and_steps_where_two_share_a_position) {
+    const Envelope envelope = envelope_of({{3.0, 4.0}, {1.0, 2.0}, {3.0, 0.5}});
     EXPECT_EQ(envelope.value_at(-1.0), 2.0);
     EXPECT_EQ(envelope.value_at(1.5), 2.5);
-    EXPECT_EQ(envelope.value_at(3.0), 4.0);
-    EXPECT_EQ(envelope.value_at(99.0), 4.0);
+    EXPECT_NEAR(envelope.value_at(3.0 - 1e-9), 4.0, 1e-8);
+    EXPECT_EQ(envelope.value_at(3.0), 0.5);
+    EXPECT_EQ(envelope.value_at(99.0), 0.5);
+    EXPECT_EQ(envelope.points_up_to(3.0), 3U);
     EXPECT_EQ(Envelope("Volume").value_at(0.0), 1.0);
 }
 
-TEST(Envelope, steps_where_two_points_share_a_position) {
-    const Envelope envelope = envelope_of({{2.0, 0.5}, {1.0, 1.0}, {1.0, 0.25}});
-    EXPECT_EQ(envelope.points_up_to(1.0), 2U);
-    EXPECT_EQ(envelope.value_at(0.999), 1.0);
-    EXPECT_EQ(envelope.value_at(1.0), 0.25);
-}
-
 TEST(Envelope, leaves_out_points_that_are_no_numbers) {
-    const double nan = std::numeric_limits<double>::quiet_NaN();
+    const double nan = std::nan("");
     const Envelope envelope = envelope_of({{nan, 1.0}, {0.0, 0.5}, {1.0, nan}});
     EXPECT_EQ(envelope.points().size(), 1U);
     EXPECT_EQ(envelope.value_at(7.0), 0.5);
@@ -56,11 +50,9 @@ TEST(Envelope, rises_in_each_shape_from_one_point_to_the_next_without_turning_ba
           {PointShape::bezier, -1.0, 0.75, 2.0 * std::sqrt(0.5) - 0.5}}) {
         SCOPED_TRACE(testing::Message() << "shape " << static_cast<int>(shape) << ", tension " << tension);
         const Envelope envelope = envelope_of({{0.0, 0.0, shape, false, tension}, {1.0, 1.0, shape}});
-        EXPECT_EQ(envelope.value_at(0.0), 0.0);
         EXPECT_NEAR(envelope.value_at(0.25), quarter, 1e-12);
         EXPECT_NEAR(envelope.value_at(0.5), half, 1e-12);
-        EXPECT_EQ(envelope.value_at(1.0), 1.0);
-        for (double position = 0.01; position < 1.0; position += 0.01) {
+        for (double position = 0.01; position <= 1.0; position += 0.01) {
             EXPECT_GE(envelope.value_at(position), envelope.value_at(position - 0.01));
         }
     }

@@ -11,16 +11,6 @@ inline Take& add_take(Item& item, const std::filesystem::path& file, const std::
     return item.add_take(Source{.file = file, .type = "WAVE"}, name);
 }
 
-inline void add_envelope(Take& take) {
-    Envelope& envelope = take.add_envelope("Volume");
-    envelope.properties = {true, true, true, false, 40, PointShape::square, true, 2};
-    envelope.set_points({{0.0, 1.0},
-                         {0.1, 0.5011872336272722},
-                         {1e-7, 5e-5},
-                         {0.5, 2.0, PointShape::bezier, true, -0.25},
-                         {0.5, 0.0, PointShape::fast_end}});
-}
-
 inline void add_line(Track& track, const std::filesystem::path& folder) {
     Item& item = track.add_item(1.0 / 3.0, 2.25);
     item.volume = 0.75;
@@ -36,9 +26,17 @@ inline void add_line(Track& track, const std::filesystem::path& folder) {
     recorded.preserve_pitch = false;
     recorded.pitch_semitones = -2.5;
     recorded.channel_mode = 3;
-    add_envelope(recorded);
+    Envelope& envelope = recorded.add_envelope("Volume");
+    envelope.properties = {true, true, true, false, 40, PointShape::square, true, 2};
+    envelope.set_points({{0.0, 1.0},
+                         {0.1, 0.5011872336272722},
+                         {1e-7, 5e-5},
+                         {0.5, 2.0, PointShape::bezier, true, -0.25},
+                         {0.5, 0.0, PointShape::fast_end}});
     Take& rendered = add_take(item, "/elsewhere/line_001 render.wav", "台詞 `one` 'two' \"three\"");
     rendered.volume = 0.5;
+    rendered.start_offset_seconds = -1e22;
+    rendered.pitch_semitones = 5e-324;
     rendered.add_envelope("Pan").properties.active = false;
     item.set_active_take(rendered);
 }
@@ -72,7 +70,7 @@ inline void fill_sample(Project& project, const std::filesystem::path& folder) {
     child.set_folder_depth_change(-1);
     add_line(child, folder);
     child.add_item(10.0, 1.0); // without a take
-    add_take(child.add_item(20.0, 0.5), folder / "b.wav", "");
+    add_take(child.add_item(20.0, 0.5), folder / "b.wav", std::string("a\r\nb\t\x7F\0c", 8));
     project.insert_track(2);
 }
 

@@ -7,6 +7,7 @@
 #include <iterator>
 #include <string>
 #include <unistd.h>
+#include <vector>
 
 namespace headless::test {
 
@@ -28,13 +29,17 @@ public:
 
     std::filesystem::path operator/(const std::string& name) const { return path / name; }
 
-    std::size_t entry_count() const {
-        return static_cast<std::size_t>(
-            std::distance(std::filesystem::directory_iterator(path), std::filesystem::directory_iterator()));
-    }
-
     std::filesystem::path path;
 };
+
+/// What lies in the folder, in no order.
+inline std::vector<std::string> names_in(const std::filesystem::path& folder) {
+    std::vector<std::string> names;
+    for (const auto& entry : std::filesystem::directory_iterator(folder)) {
+        names.push_back(entry.path().filename().string());
+    }
+    return names;
+}
 
 inline std::string bytes_of(const std::filesystem::path& file) {
     std::ifstream stream(file, std::ios::binary);

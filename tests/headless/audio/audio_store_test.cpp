@@ -1,7 +1,7 @@
 #include "headless/audio/audio_store.hpp"
 #include "tests/headless/support/sound_files.hpp"
 
-#include <gmock/gmock.h>
+#include <gtest/gtest.h>
 
 namespace headless::test {
 namespace {
@@ -23,27 +23,11 @@ struct AudioStoreTest : testing::Test {
     AudioStore store;
 };
 
-TEST_F(AudioStoreTest, reads_integer_and_float_files_frame_by_frame_as_they_were_written) {
-    struct Encoding {
-        int format, sample_rate, channels;
-        double tolerance;
-    };
-    for (const auto& [format, sample_rate, channels, tolerance] :
-         {Encoding{SF_FORMAT_WAV | SF_FORMAT_PCM_16, 11025, 2, 7e-5},
-          {SF_FORMAT_WAV | SF_FORMAT_DOUBLE, 96000, 3, 0.0},
-          {SF_FORMAT_FLAC | SF_FORMAT_PCM_24, 192000, 8, 2e-7}}) {
-        const auto written = noise(30000 * static_cast<std::size_t>(channels), 0.9);
-        write_sound(file, written, sample_rate, channels, format);
-        EXPECT_EQ(store.format(file), (AudioFormat{sample_rate, channels, 30000}));
-        EXPECT_THAT(read_all(store, file, {0, 30000}),
-                    testing::Pointwise(testing::FloatNear(static_cast<float>(tolerance)), written));
-    }
-}
-
 TEST_F(AudioStoreTest, reads_the_same_from_memory_and_from_disk_with_silence_beyond_both_ends) {
     const auto written = noise(150000, 1.7);
     write_sound(file, written, 96000, 3);
     AudioStore streaming(1000);
+    EXPECT_EQ(store.format(file), (AudioFormat{96000, 3, 50000}));
     for (const FrameRange range :
          {FrameRange{0, 50000}, {777, 20000}, {5, 0}, {-2, 9000}, {-3, 2}, {49990, 20}, {100000, 2}}) {
         std::vector<float> expected;
@@ -81,18 +65,6 @@ TEST_F(AudioStoreTest, decodes_a_changed_file_anew) {
     std::filesystem::remove(file);
     EXPECT_FALSE(store.format(file));
     EXPECT_EQ(store.resident_bytes(), 0U);
-}
-
-TEST_F(AudioStoreTest, reads_what_a_truncated_file_still_holds) {
-    const auto written = noise(20000, 0.5);
-    write_sound(file, written, 8000, 1, SF_FORMAT_FLAC | SF_FORMAT_PCM_24);
-    std::filesystem::resize_file(file, std::filesystem::file_size(file) / 2);
-    const auto samples = read_all(store, file, {0, 20000});
-    for (std::size_t i = 0; i < 5000; ++i) {
-        ASSERT_NEAR(samples[i], written[i], 1e-6);
-    }
-    EXPECT_EQ(samples.back(), 0.0F);
-    EXPECT_LT(store.format(file).value().frames, 11000);
 }
 
 TEST_F(AudioStoreTest, does_not_believe_a_header_that_claims_more_than_the_file_can_hold) {

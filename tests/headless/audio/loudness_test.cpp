@@ -2,30 +2,21 @@
 #include "tests/headless/support/failures.hpp"
 #include "tests/headless/support/sound_files.hpp"
 
-#include <ebur128.h>
-
 namespace headless::test {
 namespace {
 
-Result<Loudness> try_to_measure(const std::vector<float>& samples, int sample_rate, int channels,
-                                const LoudnessRequest& request, const GainCurve& gain = GainCurve()) {
+Result<Loudness> measure(const std::vector<float>& samples, int sample_rate, int channels,
+                         const LoudnessRequest& request = LoudnessRequest::everything()) {
     const ScratchFolder folder;
     const auto file = write_sound(folder / "sound.wav", samples, sample_rate, channels);
     AudioStore store;
     const auto frames = static_cast<std::int64_t>(samples.size()) / channels;
-    return measure_loudness(store, file, {0, frames}, gain, request);
+    return measure_loudness(store, file, {0, frames}, GainCurve(), request);
 }
 
-Loudness measure(const std::vector<float>& samples, int sample_rate, int channels,
-                 const LoudnessRequest& request = LoudnessRequest::everything()) {
-    return try_to_measure(samples, sample_rate, channels, request).value();
-}
-
-PlacedReading momentary(const std::vector<float>& samples, int sample_rate, int channels,
-                        const GainCurve& gain = GainCurve()) {
-    return *try_to_measure(samples, sample_rate, channels, LoudnessRequest::momentary_only(), gain)
-                .value()
-                .momentary_maximum_lufs;
+PlacedReading momentary(const std::vector<float>& samples, int sample_rate, int channels) {
+    const auto loudness = measure(samples, sample_rate, channels, LoudnessRequest::momentary_only());
+    return loudness.value().momentary_maximum_lufs.value();
 }
 
 double peak_of_dbfs(double level_db) { return std::pow(10.0, level_db / 20.0); }
@@ -56,71 +47,30 @@ TEST_P(LoudnessAtRate, finds_the_momentary_maximum_of_tones_that_grow_louder) {
     }
 }
 
-INSTANTIATE_TEST_SUITE_P(Ebu3341, LoudnessAtRate, testing::Values(16000, 44100, 48000, 96000));
-
-/// The loudest of the windows of 0.4 s for which the library is asked at every 10 ms.
-PlacedReading library_maximum(const std::vector<float>& samples, int rate) {
-    ebur128_state* state = ebur128_init(1, static_cast<unsigned long>(rate), EBUR128_MODE_M);
-    PlacedReading maximum{-HUGE_VAL, 0.0};
-    std::int64_t fed = 0;
-    for (int hop = 1; hop <= 300; ++hop) {
-        const std::int64_t border = std::llround(hop * rate / 100.0);
-        ebur128_add_frames_float(state, samples.data() + fed, static_cast<std::size_t>(border - fed));
-        fed = border;
-        double value = 0.0;
-        ebur128_loudness_momentary(state, &value);
-        if (hop >= 40 && value > maximum.value) {
-            maximum = {value, (hop - 40) * 0.01};
-        }
-    }
-    ebur128_destroy(&state);
-    return maximum;
-}
-
-TEST(Loudness, has_the_maximum_that_asking_the_library_at_every_ten_milliseconds_gives) {
-    for (const int rate : {8000, 11025, 22050, 44056, 48000}) {
-        std::vector<float> samples;
-        for (int i = 0; i < 30; ++i) {
-            samples = std::move(samples) +
-                      noise(static_cast<std::size_t>(rate) / 10 + 1, 0.5 + 0.4 * std::sin(i * i));
-        }
-        const auto found = momentary(samples, rate, 1);
-        const auto expected = library_maximum(samples, rate);
-        EXPECT_NEAR(found.value, expected.value, 1e-9) << rate;
-        EXPECT_NEAR(found.position_seconds, expected.position_seconds, 1e-9) << rate;
-    }
-}
+INSTANTIATE_TEST_SUITE_P(Ebu3341, LoudnessAtRate, testing::Values(11025, 16000, 22050, 44100, 48000, 96000));
 
 // EBU Tech 3341 tests 1 and 12, and EBU Tech 3342 test 1, shortened.
 TEST(Loudness, reads_the_published_values_of_steady_and_stepped_tones) {
-    const auto steady = measure(tone(20.0, peak_of_dbfs(-23), 48000, 2), 48000, 2);
+    const auto steady = measure(tone(20.0, peak_of_dbfs(-23), 48000, 2), 48000, 2).value();
     EXPECT_NEAR(steady.integrated_lufs.value(), -23.0, 0.1);
     EXPECT_NEAR(steady.short_term_maximum_lufs.value().value, -23.0, 0.1);
     EXPECT_NEAR(steady.true_peak_dbtp.value().value, -23.0, 0.2);
     const auto stepped =
         measure(tone(20.0, peak_of_dbfs(-20), 48000, 2) + tone(20.0, peak_of_dbfs(-30), 48000, 2), 48000, 2);
-    EXPECT_NEAR(stepped.range_lu.value(), 10.0, 1.0);
-}
-
-TEST(Loudness, is_of_what_is_heard_with_the_gain) {
-    Envelope envelope("Volume");
-    envelope.set_points({{0.0, 1.0}, {1.0, 1.0}, {1.0, 0.1}, {2.0, 0.1}});
-    const auto samples = tone(2.0, 0.5, 48000);
-    const double plain = momentary(samples, 48000, 1).value;
-    EXPECT_NEAR(momentary(samples, 48000, 1, GainCurve(envelope, 1.0)).value, plain - 20.0, 1e-3);
-    EXPECT_NEAR(momentary(samples, 48000, 1, GainCurve(envelope, 0.0, 2.0)).value, plain + 6.0206, 1e-3);
+    EXPECT_NEAR(stepped.value().range_lu.value(), 10.0, 1.0);
 }
 
 TEST(Loudness, of_the_coarse_reading_looks_at_one_window_every_400_milliseconds) {
     const auto samples = silence(0.2, 48000) + tone(0.4, 0.1, 48000) + silence(0.6, 48000);
     const auto coarse = measure(samples, 48000, 1, {.momentary_maximum = true, .hop_milliseconds = 400});
-    EXPECT_NEAR(coarse.momentary_maximum_lufs->value, momentary(samples, 48000, 1).value - 3.01, 0.05);
+    EXPECT_NEAR(coarse.value().momentary_maximum_lufs->value, momentary(samples, 48000, 1).value - 3.01,
+                0.05);
 }
 
 TEST(Loudness, has_the_readings_that_the_length_allows_and_they_are_infinite_for_silence) {
     for (const double seconds : {0.399, 0.4, 2.999, 3.0}) {
         SCOPED_TRACE(seconds);
-        const auto loudness = measure(silence(seconds, 44100), 44100, 1);
+        const auto loudness = measure(silence(seconds, 44100), 44100, 1).value();
         EXPECT_EQ(loudness.momentary_maximum_lufs.has_value(), seconds >= 0.4);
         EXPECT_EQ(loudness.momentary_maximum_lufs.value_or(PlacedReading{-HUGE_VAL, 0.0}).value, -HUGE_VAL);
         EXPECT_EQ(loudness.integrated_lufs, seconds >= 0.4 ? std::optional(-HUGE_VAL) : std::nullopt);
@@ -133,14 +83,13 @@ TEST(Loudness, has_the_readings_that_the_length_allows_and_they_are_infinite_for
 TEST(Loudness, places_the_true_peak_where_it_is) {
     auto samples = tone(1.0, 0.1, 48000);
     samples[36000] = 0.9F;
-    const auto true_peak = measure(samples, 48000, 1, {.true_peak = true}).true_peak_dbtp.value();
+    const auto true_peak = measure(samples, 48000, 1, {.true_peak = true})->true_peak_dbtp.value();
     EXPECT_NEAR(true_peak.position_seconds, 0.75, 0.0101);
     EXPECT_GT(true_peak.value, -1.0);
 }
 
 TEST(Loudness, fails_at_rates_that_it_is_not_defined_for) {
-    EXPECT_THAT(try_to_measure(noise(100, 0.5), 100, 1, LoudnessRequest::momentary_only()),
-                fails_telling("100 Hz"));
+    EXPECT_THAT(measure(noise(100, 0.5), 100, 1, LoudnessRequest::momentary_only()), fails_telling("100 Hz"));
 }
 
 } // namespace

@@ -25,15 +25,6 @@ struct Outcome {
     int status = -1; ///< exit status, -1 when the program was ended by a signal
     std::string output;
     std::string errors;
-
-    /// The output as one object a line.
-    std::vector<nlohmann::json> objects() const {
-        std::vector<nlohmann::json> parsed;
-        for (const std::string& line : lines_of(output)) {
-            parsed.push_back(nlohmann::json::parse(line));
-        }
-        return parsed;
-    }
 };
 
 /// Syllables of falling and rising level, two a second, 16000 frames a second at 16 bits.

@@ -1,7 +1,4 @@
-// A plug-in whose ride declines. It also registers a function that asks the host, and withdraws it in the
-// end.
-
-namespace {
+// A plug-in whose ride declines. It also registers a function, which it withdraws when it leaves.
 
 struct Record {
     int caller_version;
@@ -10,20 +7,13 @@ struct Record {
     void* (*GetFunc)(const char* name);
 };
 
-Record host;
+static Record host;
 
-int tracks_plus_version(int addend) {
-    auto* count_tracks = reinterpret_cast<int (*)(void*)>(host.GetFunc("CountTracks"));
-    return count_tracks(nullptr) + host.caller_version + addend;
-}
-
-bool decline_to_ride(void*, int) { return false; }
-
-} // namespace
+static int tracks() { return reinterpret_cast<int (*)(void*)>(host.GetFunc("CountTracks"))(nullptr); }
+static bool decline_to_ride(void*, int) { return false; }
 
 extern "C" __attribute__((visibility("default"))) int ReaperPluginEntry(void*, const Record* record) {
     host = record ? *record : host;
     host.Register("API_MK_SetMediaItemRIDESCRIBER", reinterpret_cast<void*>(decline_to_ride));
-    return host.Register(record ? "API_TracksPlusVersion" : "-API_TracksPlusVersion",
-                         reinterpret_cast<void*>(tracks_plus_version));
+    return host.Register(record ? "API_Tracks" : "-API_Tracks", reinterpret_cast<void*>(tracks));
 }

@@ -34,9 +34,7 @@ TEST(Envelope, leaves_out_points_that_are_no_numbers) {
 TEST(Envelope, rises_in_each_shape_from_one_point_to_the_next_without_turning_back) {
     struct Rise {
         PointShape shape;
-        double tension;
-        double quarter; // value a quarter of the way from 0 to 1
-        double half;
+        double tension, quarter, half; // the values a quarter and half of the way from 0 to 1
     };
     // A bezier of full tension follows x = 1 - (1 - s)^2, y = s^2 (or the two exchanged).
     for (const auto& [shape, tension, quarter, half] :

@@ -5,64 +5,51 @@
 
 namespace {
 
-using mk_api::action::ActionMediaItemSelectKeep;
-using mk_api::envelope::SetMediaItemEnvelopeAllOFF;
-using mk_api::render::RenderMediaItemActiveTake;
+using namespace mk_api::action;
+using namespace mk_api::envelope;
+using namespace mk_api::render;
+using mk_test::babble;
+using Items = std::vector<MediaItem*>;
 
-std::vector<MediaItem*> selection() {
-    std::vector<MediaItem*> items(static_cast<std::size_t>(CountSelectedMediaItems(nullptr)));
-    for (int i = 0; MediaItem * &item : items)
-        item = GetSelectedMediaItem(nullptr, i++);
+Items selection() {
+    Items items;
+    for (int i = 0; i < CountSelectedMediaItems(nullptr); ++i)
+        items.push_back(GetSelectedMediaItem(nullptr, i));
     return items;
 }
 
-std::vector<std::vector<MediaItem*>> selected_while_running;
-std::vector<int> commands;
+std::vector<std::pair<int, Items>> commands; ///< and what was selected at the time
 
 class Actions : public mk_test::BoundPlugin {
 protected:
-    Actions() {
-        selected_while_running.clear();
-        commands.clear();
-    }
     static void log_commands() {
-        Main_OnCommandEx = [](int command, int, ReaProject*) {
-            commands.push_back(command);
-            selected_while_running.push_back(selection());
-        };
+        commands.clear();
+        Main_OnCommandEx = [](int command, int, ReaProject*) { commands.emplace_back(command, selection()); };
     }
-    headless::Item& first = add_item(mk_test::babble(0.5, 8000, 1), 0.0, "first.wav");
-    headless::Item& second = add_item(mk_test::babble(0.5, 8000, 2), 1.0, "second.wav");
-    headless::Item& third = add_item(mk_test::babble(0.5, 8000, 3), 2.0, "third.wav");
+    headless::Item& first = add_item(babble(0.5, 1), 0.0, "first.wav");
+    headless::Item& second = add_item(babble(0.5, 2), 1.0, "second.wav");
+    headless::Item& third = add_item(babble(0.5, 3), 2.0, "third.wav");
 };
 
 TEST_F(Actions, run_on_the_one_item_and_restore_the_selection) {
     log_commands();
     for (headless::Item* item : {&first, &third})
         SetMediaItemSelected(handle(*item), true);
-    const auto before = selection();
+    const Items before = selection();
     EXPECT_TRUE(ActionMediaItemSelectKeep(handle(second), 40131));
-    EXPECT_TRUE(mk_api::action::ActionSelectedMediaIdSelectKeep(nullptr, 1, 41999));
-    EXPECT_EQ(commands, std::vector({40131, 41999}));
-    EXPECT_EQ(selected_while_running,
-              std::vector<std::vector<MediaItem*>>({{handle(second)}, {handle(third)}}));
+    EXPECT_TRUE(ActionSelectedMediaIdSelectKeep(nullptr, 1, 41999));
+    const decltype(commands) expected{{40131, {handle(second)}}, {41999, {handle(third)}}};
+    EXPECT_EQ(commands, expected);
+    EXPECT_FALSE(ActionMediaItemSelectKeep(nullptr, 40131));
+    EXPECT_FALSE(ActionMediaIdSelectKeep(nullptr, 3, 40131));
+    EXPECT_FALSE(RenderMediaItemActiveTake(handle(first.track().add_item(9.0, 1.0)))) << "no take";
+    EXPECT_FALSE(RenderSelectedMediaIdActiveTake(nullptr, 2));
+    EXPECT_EQ(commands, expected) << "nothing to run on";
     EXPECT_EQ(selection(), before);
 }
 
-TEST_F(Actions, do_nothing_without_an_item) {
-    log_commands();
-    SetMediaItemSelected(handle(first), true);
-    EXPECT_FALSE(ActionMediaItemSelectKeep(nullptr, 40131));
-    EXPECT_FALSE(mk_api::action::ActionMediaIdSelectKeep(nullptr, 3, 40131));
-    EXPECT_FALSE(RenderMediaItemActiveTake(nullptr));
-    EXPECT_FALSE(RenderMediaItemActiveTake(handle(first.track().add_item(9.0, 1.0)))) << "no take";
-    EXPECT_FALSE(mk_api::render::RenderSelectedMediaIdActiveTake(nullptr, 1));
-    EXPECT_TRUE(commands.empty());
-    EXPECT_EQ(selection(), std::vector({handle(first)}));
-}
-
 TEST_F(Actions, render_to_a_new_take_that_bears_the_old_name) {
-    EXPECT_TRUE(mk_api::render::RenderMediaIdActiveTake(nullptr, 0));
+    EXPECT_TRUE(RenderMediaIdActiveTake(nullptr, 0));
     ASSERT_EQ(first.takes().size(), 2u);
     EXPECT_EQ(first.active_take(), first.take(1));
     EXPECT_EQ(first.active_take()->name, "first.wav");
@@ -75,32 +62,28 @@ TEST_F(Actions, render_to_a_new_take_that_bears_the_old_name) {
     EXPECT_NE(first.take(0)->source.file, folder.path / "first.wav");
 }
 
-TEST_F(Actions, switch_off_all_envelopes_and_leave_the_rest_of_them) {
+TEST_F(Actions, switch_off_all_envelopes_and_leave_the_rest_of_them_when_nothing_is_missing) {
     headless::Take& take = *first.active_take();
     for (const char* name : {"Volume", "Pan", "Pitch"})
         take.add_envelope(name).set_points({{.position_seconds = 0.25, .value = 0.5}});
     take.envelopes()[1]->properties.armed = true;
-    EXPECT_TRUE(mk_api::envelope::SetMediaIdEnvelopeAllOFF(nullptr, 0));
-    for (const auto& envelope : take.envelopes()) {
-        EXPECT_FALSE(envelope->properties.active || envelope->properties.visible) << envelope->name();
-        EXPECT_EQ(envelope->properties.armed, envelope->name() == "Pan");
-        EXPECT_EQ(envelope->points().size(), 1u);
-    }
-    EXPECT_TRUE(SetMediaItemEnvelopeAllOFF(handle(second))) << "no envelopes";
-    EXPECT_FALSE(mk_api::envelope::SetSelectedMediaIdEnvelopeAllOFF(nullptr, 0)) << "nothing selected";
-}
-
-TEST_F(Actions, tell_once_which_function_is_missing_and_change_nothing) {
-    first.active_take()->add_envelope("Volume");
     for (const char* name : {"BR_EnvAlloc", "BR_EnvGetProperties", "BR_EnvSetProperties", "BR_EnvFree"}) {
         messages.clear();
         overrule(name, static_cast<void*>(nullptr));
         EXPECT_FALSE(SetMediaItemEnvelopeAllOFF(handle(first)));
         ASSERT_EQ(messages.size(), 1u) << name;
         EXPECT_TRUE(messages[0].starts_with("To use MK_SetMediaItemRideScriber, you need to install "));
-        EXPECT_TRUE(first.active_take()->envelopes()[0]->properties.active);
+        EXPECT_TRUE(take.envelopes()[0]->properties.active);
         overrule(name, workstation.function(name));
     }
+    EXPECT_TRUE(SetMediaIdEnvelopeAllOFF(nullptr, 0));
+    for (const auto& envelope : take.envelopes()) {
+        EXPECT_FALSE(envelope->properties.active || envelope->properties.visible) << envelope->name();
+        EXPECT_EQ(envelope->properties.armed, envelope->name() == "Pan");
+        EXPECT_EQ(envelope->points().size(), 1u);
+    }
+    EXPECT_TRUE(SetMediaItemEnvelopeAllOFF(handle(second))) << "no envelopes";
+    EXPECT_FALSE(SetSelectedMediaIdEnvelopeAllOFF(nullptr, 0)) << "nothing selected";
 }
 
 } // namespace

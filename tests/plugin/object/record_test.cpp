@@ -1,121 +1,90 @@
-// The operations that every record has, tried on each class through the interface.
+// The operations that every record has, tried on each class through the interface; and the pools of records
+// that wait for scripts: who owns what, and what is left after a release.
 
 #include "object/records.hpp"
 
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
 
-#include <functional>
 #include <stdexcept>
 
 namespace {
 
 using namespace mk_object;
 
-struct LuaState {
-    lua_State* L = luaL_newstate();
-    ~LuaState() { lua_close(L); }
-    operator lua_State*() const { return L; }
-};
+using Lua = std::unique_ptr<lua_State, decltype(&lua_close)>;
+Lua new_lua() { return {luaL_newstate(), &lua_close}; }
 
-struct Column {
-    const char* key;
-    const char* type;
-    mk_Value value;
-};
-
-struct RecordClass {
-    const char* name;
-    std::function<std::shared_ptr<void>()> make; ///< owns; the interface itself never does
-    std::function<mk_List*(void*)> interface;
-    std::vector<Column> columns;
-};
-
+using Column = std::pair<std::string, std::string>; // key and type name
 template <class T>
-RecordClass record_class(const char* name, std::vector<Column> columns) {
-    return {name, [] { return std::make_shared<T>(); },
-            [](void* record) -> mk_List* { return static_cast<T*>(record); }, std::move(columns)};
-}
+const std::vector<Column> columns;
+template <>
+const std::vector<Column> columns<TrackDetail>{
+    {"Name", "string"}, {"Track", "MediaTrack*"}, {"Volume", "double"}, {"Index", "int"}, {"Depth", "int"}};
+template <>
+const std::vector<Column> columns<mk_Peak>{{"Time", "double"},    {"MaxPeak", "double"},
+                                           {"MinPeak", "double"}, {"Frequency", "double"},
+                                           {"Pos", "double"},     {"PointVol", "double"}};
+template <>
+const std::vector<Column> columns<mk_Midi>{
+    {"Index", "int"}, {"Pitch", "int"}, {"Velocity", "int"}, {"StartPos", "double"}, {"EndPos", "double"}};
+template <>
+const std::vector<Column> columns<LINGOMAT_Tracks>{{"MasterName", "string"},
+                                                   {"MasterTrack", "MediaTrack*"},
+                                                   {"BaseTrack", "MediaTrack*"},
+                                                   {"UniqueTrack", "MediaTrack*"}};
 
 int some_track;
+const std::map<std::string, mk_Value> value_of_type{{"string", std::string("guitar")},
+                                                    {"MediaTrack*", static_cast<void*>(&some_track)},
+                                                    {"double", -3.5},
+                                                    {"int", 60}};
 
-const RecordClass track_detail =
-    record_class<TrackDetail>("TrackDetail", {{"Name", "string", std::string("guitar")},
-                                              {"Track", "MediaTrack*", static_cast<void*>(&some_track)},
-                                              {"Volume", "double", -3.5},
-                                              {"Index", "int", 4},
-                                              {"Depth", "int", 2}});
-const RecordClass peak = record_class<mk_Peak>("mk_Peak", {{"Time", "double", 0.001},
-                                                           {"MaxPeak", "double", -6.0},
-                                                           {"MinPeak", "double", -7.0},
-                                                           {"Frequency", "double", 440.0},
-                                                           {"Pos", "double", 0.5},
-                                                           {"PointVol", "double", 2.0}});
-const RecordClass midi = record_class<mk_Midi>("mk_Midi", {{"Index", "int", 1},
-                                                           {"Pitch", "int", 60},
-                                                           {"Velocity", "int", 99},
-                                                           {"StartPos", "double", 1.5},
-                                                           {"EndPos", "double", 2.0}});
-const RecordClass tracks = record_class<LINGOMAT_Tracks>(
-    "LINGOMAT_Tracks", {{"MasterName", "string", std::string("scene")},
-                        {"MasterTrack", "MediaTrack*", static_cast<void*>(&some_track)},
-                        {"BaseTrack", "MediaTrack*", static_cast<void*>(&some_track)},
-                        {"UniqueTrack", "MediaTrack*", static_cast<void*>(&some_track)}});
-
-class EveryRecord : public ::testing::TestWithParam<RecordClass> {
+template <class T>
+class EveryRecord : public ::testing::Test {
 protected:
-    std::shared_ptr<void> owner = GetParam().make();
-    mk_List& record = *GetParam().interface(owner.get());
-    LuaState L;
+    T object;
+    mk_List& record = object;
+    Lua L = new_lua();
 };
+using RecordClasses = ::testing::Types<TrackDetail, mk_Peak, mk_Midi, LINGOMAT_Tracks>;
+TYPED_TEST_SUITE(EveryRecord, RecordClasses);
 
-TEST_P(EveryRecord, is_empty_when_fresh_and_reads_zeros) {
-    EXPECT_EQ(record.get_size(), 0u);
-    EXPECT_THROW(record.get_key_info(0), std::out_of_range);
-    EXPECT_EQ(record.pool_key, reinterpret_cast<unsigned long long>(&record));
-    EXPECT_TRUE(record.to_json().is_null());
-    record.set_value("volume", 1.0);
-    for (const Column& column : GetParam().columns) {
-        EXPECT_EQ(record.get_value(column.key).index(), column.value.index()) << column.key;
-        EXPECT_NE(record.get_value(column.key), column.value) << column.key;
-        record.set_value(column.key, true);
-        EXPECT_EQ(record.get_size(), 0u) << "a value of another type is dropped";
+TYPED_TEST(EveryRecord, is_empty_when_fresh_and_reads_zeros) {
+    EXPECT_EQ(this->record.pool_key, reinterpret_cast<unsigned long long>(&this->record));
+    EXPECT_TRUE(this->record.to_json().is_null());
+    EXPECT_EQ(this->record.get_value("no such key"), mk_Value(0));
+    this->record.set_value("no such key", 1.0);
+    for (const auto& [key, type] : columns<TypeParam>) {
+        this->record.set_value(key, true); // a value of another type is dropped
+        EXPECT_EQ(this->record.get_value(key).index(), value_of_type.at(type).index()) << key;
+        EXPECT_NE(this->record.get_value(key), value_of_type.at(type)) << key;
     }
-    EXPECT_EQ(record.get_value("no such key"), mk_Value(0));
+    EXPECT_EQ(this->record.get_size(), 0u);
 }
 
-TEST_P(EveryRecord, walks_its_present_fields_in_order) {
-    for (std::size_t i = GetParam().columns.size(); i-- > 0;) { // set backwards: the order is the class's own
-        const Column& column = GetParam().columns[i];
-        record.set_value(column.key, column.value);
-        EXPECT_EQ(record.get_value(column.key), column.value);
-        EXPECT_EQ(record.get_key_info(0), std::pair(std::string(column.key), std::string(column.type)));
+TYPED_TEST(EveryRecord, walks_its_present_fields_in_order_and_passes_through_a_lua_table) {
+    const std::vector<Column>& keys = columns<TypeParam>;
+    for (auto column = keys.rbegin(); column != keys.rend(); ++column) { // the order is the class's own
+        this->record.set_value(column->first, value_of_type.at(column->second));
+        EXPECT_EQ(this->record.get_key_info(0), *column);
     }
-    const auto size = static_cast<int>(GetParam().columns.size());
-    EXPECT_EQ(record.get_size(), static_cast<unsigned>(size));
-    for (int i = 0; i < size; ++i)
-        EXPECT_EQ(record.get_key_info(i).first, GetParam().columns[static_cast<std::size_t>(i)].key);
-    EXPECT_THROW(record.get_key_info(size), std::out_of_range);
-    EXPECT_THROW(record.get_key_info(-1), std::out_of_range);
-}
+    const int size = static_cast<int>(this->record.get_size());
+    ASSERT_EQ(keys.size(), this->record.get_size());
+    EXPECT_THROW(this->record.get_key_info(size), std::out_of_range);
+    EXPECT_THROW(this->record.get_key_info(-1), std::out_of_range);
 
-TEST_P(EveryRecord, becomes_a_lua_table_of_its_present_fields_and_back) {
-    for (const Column& column : GetParam().columns)
-        record.set_value(column.key, column.value);
-    record.pushvalue(L);
-    EXPECT_EQ(lua_gettop(L), 1);
-    const auto copy_owner = GetParam().make();
-    mk_List& copy = *GetParam().interface(copy_owner.get());
-    copy.set_value_from_luatable(L, 1);
-    EXPECT_EQ(lua_gettop(L), 1);
-    for (const Column& column : GetParam().columns) {
-        const bool is_skipped = column.key == std::string("Track");
-        EXPECT_EQ(copy.get_value(column.key) == column.value, !is_skipped) << column.key;
+    this->record.pushvalue(this->L.get());
+    TypeParam copy;
+    copy.set_value_from_luatable(this->L.get(), 1);
+    EXPECT_EQ(lua_gettop(this->L.get()), 1);
+    for (int i = 0; i < size; ++i) {
+        const auto& [key, type] = keys[static_cast<std::size_t>(i)];
+        EXPECT_EQ(this->record.get_key_info(i).first, key);
+        EXPECT_EQ(this->record.get_value(key), value_of_type.at(type)) << key;
+        EXPECT_EQ(copy.get_value(key) == value_of_type.at(type), key != "Track") << "not read from tables";
     }
 }
-
-INSTANTIATE_TEST_SUITE_P(Records, EveryRecord, ::testing::Values(track_detail, peak, midi, tracks),
-                         [](const auto& test) { return test.param.name; });
 
 TEST(Record, shares_its_cells_with_its_copies_but_not_its_key) {
     TrackDetail source;
@@ -130,7 +99,8 @@ TEST(Record, shares_its_cells_with_its_copies_but_not_its_key) {
 }
 
 TEST(Record, takes_the_zero_for_a_value_of_another_lua_type_and_stops_at_a_key_that_is_no_string) {
-    LuaState L;
+    const Lua owner = new_lua();
+    lua_State* L = owner.get();
     luaL_dostring(L, "return {Volume = 'loud', Index = 2.5, Other = 1}");
     TrackDetail record;
     record.set_value("Track", static_cast<void*>(nullptr));
@@ -143,6 +113,41 @@ TEST(Record, takes_the_zero_for_a_value_of_another_lua_type_and_stops_at_a_key_t
     unread.set_value_from_luatable(L, 2);
     EXPECT_EQ(unread.get_size(), 0u);
     EXPECT_EQ(lua_gettop(L), 2);
+}
+
+TEST(Pool, owns_the_records_of_an_array_until_its_release) {
+    const auto handle = mk_List::create_mklist_array();
+    mk_List* record = mk_List::create_mkobj_inarray<mk_Midi>(handle);
+    mk_List::create_mkobj_inarray<TrackDetail>(handle);
+    EXPECT_EQ(mk_Midi::pool.at(record->pool_key).use_count(), 1);
+    EXPECT_EQ(mk_List::mkList_pool.at(handle)->size(), 2u);
+    EXPECT_TRUE(mk_List::release_mkList(handle));
+    EXPECT_TRUE(mk_Midi::pool.empty());
+    EXPECT_TRUE(TrackDetail::pool.empty());
+    EXPECT_FALSE(mk_List::release_mkList(handle));
+    EXPECT_EQ(mk_List::create_mkobj_inarray<mk_Midi>(handle), nullptr) << "the array is gone";
+}
+
+TEST(Pool, holds_a_record_once_however_often_it_is_put_in) {
+    auto record = std::make_shared<TrackDetail>();
+    mk_List::set_obj_topool(record);
+    mk_List::set_obj_topool(record);
+    EXPECT_EQ(record.use_count(), 2);
+    record->release_inpool();
+    EXPECT_TRUE(TrackDetail::pool.empty());
+}
+
+TEST(Pool, keeps_a_list_alive_beyond_its_source) {
+    std::vector<mk_List*>* array = nullptr;
+    {
+        std::vector<TrackDetail> list(2);
+        list[1].Index->set(7);
+        EXPECT_EQ(mk_List::to_mkList_array(list)[1], &list[1]);
+        array = mk_List::pool_mkList_array(list);
+    }
+    EXPECT_EQ(array->at(1)->get_value("Index"), mk_Value(7));
+    EXPECT_TRUE(mk_List::release_mkList(reinterpret_cast<unsigned long long>(array)));
+    EXPECT_TRUE(TrackDetail::pool.empty());
 }
 
 } // namespace

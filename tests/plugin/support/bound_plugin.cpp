@@ -4,34 +4,24 @@
 #include "tests/headless/support/sound_files.hpp"
 
 #include <cmath>
-#include <cstdlib>
-#include <numbers>
 #include <random>
 
 namespace mk_test {
 
-std::vector<float> babble(double seconds, int sample_rate, unsigned int seed) {
+using headless::test::operator+;
+
+std::vector<float> babble(double seconds, unsigned int seed) {
     std::mt19937 random(seed);
-    std::uniform_real_distribution<double> level_db(-60.0, -1.0);
-    std::uniform_int_distribution<int> burst_ms(20, 400);
-    std::vector<float> samples(static_cast<std::size_t>(seconds * sample_rate));
-    double level = 0.0;
-    std::size_t burst_end = 0;
-    for (std::size_t i = 0; i < samples.size(); ++i) {
-        if (i >= burst_end) {
-            level = random() % 5 == 0 ? 0.0 : std::pow(10.0, level_db(random) / 20.0);
-            burst_end = i + static_cast<std::size_t>(burst_ms(random) * sample_rate / 1000);
-        }
-        const double phase = 2.0 * std::numbers::pi * 330.0 * static_cast<double>(i) / sample_rate;
-        samples[i] = static_cast<float>(level * std::sin(phase));
+    std::uniform_real_distribution<double> level_db(-60.0, -1.0), burst_seconds(0.02, 0.4);
+    const auto count = static_cast<std::size_t>(seconds * sample_rate);
+    std::vector<float> samples;
+    while (samples.size() < count) {
+        const double level = random() % 5 == 0 ? 0.0 : std::pow(10.0, level_db(random) / 20.0);
+        samples = std::move(samples) + headless::test::tone(burst_seconds(random), level, sample_rate);
     }
+    samples.resize(count);
     return samples;
 }
-
-std::vector<std::string> BoundPlugin::messages;
-int BoundPlugin::message_box_answer = 7;
-std::map<std::string, void*> BoundPlugin::overruled;
-headless::Workstation* BoundPlugin::host = nullptr;
 
 void* BoundPlugin::get_func(const char* name) {
     const auto found = overruled.find(name);
@@ -42,7 +32,7 @@ BoundPlugin::BoundPlugin() {
     host = &workstation;
     overruled.clear();
     messages.clear();
-    message_box_answer = 7;
+    message_box_answer = no;
     workstation.project().record_path = folder.path;
     overrule(
         "ShowMessageBox", +[](const char* text, const char*, int) {
@@ -60,13 +50,8 @@ headless::Item& BoundPlugin::add_item(const std::vector<float>& samples, double 
                                       const std::string& name) {
     headless::Project& project = workstation.project();
     headless::Track& track = project.insert_track(project.tracks().size());
-    const auto item = workstation.insert_audio(
-        track, headless::test::write_sound(folder / name, samples, 8000), position_seconds);
-    if (!item) {
-        ADD_FAILURE() << item.error().message;
-        std::abort();
-    }
-    return **item;
+    const auto file = headless::test::write_sound(folder / name, samples, sample_rate);
+    return *workstation.insert_audio(track, file, position_seconds).value();
 }
 
 } // namespace mk_test

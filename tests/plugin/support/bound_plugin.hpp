@@ -13,9 +13,10 @@
 
 namespace mk_test {
 
-/// Speech-like: bursts of tone at levels that change every few hundred milliseconds, with pauses;
-/// reproducible.
-std::vector<float> babble(double seconds, int sample_rate, unsigned int seed);
+inline constexpr int sample_rate = 8000;
+
+/// Speech-like: bursts of tone at levels that change every few hundred milliseconds, with pauses.
+std::vector<float> babble(double seconds, unsigned int seed);
 
 /// A new project in a new host, with the plug-in entered. What GetFunc answers can be overruled by name: null
 /// is a function that the host lacks.
@@ -28,8 +29,6 @@ protected:
     void enter();
 
     /// Overrules what GetFunc answers from now on; bound pointers change at the next `enter`.
-    static void overrule(const std::string& name, void* function) { overruled[name] = function; }
-
     template <class F>
     static void overrule(const std::string& name, F* function) {
         overruled[name] = reinterpret_cast<void*>(function);
@@ -46,17 +45,18 @@ protected:
         return reinterpret_cast<MediaTrack*>(headless::Workstation::handle(track));
     }
 
+    static constexpr int yes = 6, no = 7; ///< the host's button codes
     /// Message boxes that were shown; each is answered with `message_box_answer`.
-    static std::vector<std::string> messages;
-    static int message_box_answer;
+    static inline std::vector<std::string> messages;
+    static inline int message_box_answer = no;
 
     headless::test::ScratchFolder folder;
     headless::Workstation workstation;
 
 private:
     static void* get_func(const char* name);
-    static std::map<std::string, void*> overruled;
-    static headless::Workstation* host;
+    static inline std::map<std::string, void*> overruled;
+    static inline headless::Workstation* host = nullptr;
     reaper_plugin_info_t record{0x20E, nullptr, nullptr, &get_func};
 };
 

@@ -6,7 +6,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <random>
 #include <span>
 #include <tuple>
 
@@ -64,16 +63,10 @@ TEST_F(Peaks, round_magnitudes_twice_like_the_plain_reckoning) {
         {0.0, -80.0}, {1.5, 3.5218}, {0.00016, -73.9794}, {1e9, 180.0}};
     for (const auto& [peak, decibels] : worked_out)
         EXPECT_EQ(peak_db(peak), decibels) << peak;
-    std::mt19937 random(1);
-    std::uniform_real_distribution<double> exponent(-5.0, 1.0);
-    for (int i = 0; i < 200'000; ++i) {
-        const double peak = std::pow(10.0, exponent(random));
-        ASSERT_EQ(peak_db(i % 2 ? peak : -peak), plain_db(peak)) << peak;
-    }
     for (int step = 0; step < 20'000; ++step)
         for (const double offset : {-0.5, 0.0, 0.4999999, 0.5}) {
             const double peak = (step + offset) / 10000.0;
-            ASSERT_EQ(peak_db(peak), plain_db(peak)) << peak;
+            ASSERT_EQ(peak_db(step % 2 ? peak : -peak), plain_db(peak)) << peak;
         }
 }
 

@@ -23,9 +23,6 @@ TEST(ApiTable, holds_the_rows_of_the_list_in_their_order_byte_for_byte) {
         EXPECT_EQ(row.api_name, "API_" + name);
         EXPECT_EQ(row.definition_name, "APIdef_" + name);
         EXPECT_EQ(row.vararg_name, "APIvararg_" + name);
-        EXPECT_EQ(row.withdraw_api_name, "-API_" + name);
-        EXPECT_EQ(row.withdraw_definition_name, "-APIdef_" + name);
-        EXPECT_EQ(row.withdraw_vararg_name, "-APIvararg_" + name);
         const bool only_documents = line.find("MediaItemArray") != std::string::npos;
         EXPECT_EQ(row.function == reinterpret_cast<void*>(&__verarg_empty), only_documents) << name;
         EXPECT_EQ(row.vararg == row.function, only_documents) << name;

@@ -10,6 +10,7 @@
 #include <cstdlib>
 #include <fstream>
 #include <string>
+#include <tuple>
 #include <vector>
 
 namespace {
@@ -90,18 +91,15 @@ TEST_F(Loading, counts_what_a_host_lacks_and_survives_one_that_knows_nothing) {
     EXPECT_EQ(ReaperPluginEntry(nullptr, nullptr), 0);
 }
 
-struct Locale {
-    const char* variable;
-    const char* value;
-    bool japanese;
-};
-
 TEST(Language, is_japanese_for_exactly_that_locale) {
     for (const char* variable : {"LC_ALL", "LC_MESSAGES", "LANG"})
         unsetenv(variable);
-    for (const auto& [variable, value, japanese] :
-         {Locale{"LANG", "ja_JP", true}, Locale{"LC_ALL", "ja_JP.UTF-8", true}, Locale{"LANG", "ja", false},
-          Locale{"LC_MESSAGES", "ja_JPN", false}, Locale{"LANG", "", false}}) {
+    const std::tuple<const char*, const char*, bool> locales[] = {{"LANG", "ja_JP", true},
+                                                                  {"LC_ALL", "ja_JP.UTF-8", true},
+                                                                  {"LANG", "ja", false},
+                                                                  {"LC_MESSAGES", "ja_JPN", false},
+                                                                  {"LANG", "", false}};
+    for (const auto& [variable, value, japanese] : locales) {
         setenv(variable, value, 1);
         mk_app::message_util::set_localize();
         unsetenv(variable);

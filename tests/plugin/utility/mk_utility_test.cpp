@@ -43,12 +43,8 @@ TEST(MatchInTail, takes_the_tail_as_a_pattern_behind_at_least_one_character) {
     EXPECT_FALSE(mk_utility::match_intail(".wav", "\\.wav"));
     EXPECT_THROW(mk_utility::match_intail("take", "("), std::regex_error);
     EXPECT_THROW(mk_utility::match_intail("take", std::string(5000, '(')), std::regex_error);
-}
-
-TEST(MatchInTail, survives_long_texts_and_patterns_that_branch) {
-    const std::string text(1 << 20, 'a');
-    EXPECT_TRUE(mk_utility::match_intail(text, "a"));
-    EXPECT_FALSE(mk_utility::match_intail(text.substr(0, 5000), "(a|aa)+b"));
+    EXPECT_TRUE(mk_utility::match_intail(std::string(1 << 20, 'a'), "a"));
+    EXPECT_FALSE(mk_utility::match_intail(std::string(5000, 'a'), "(a|aa)+b")) << "a pattern that branches";
 }
 
 TEST(SplitExtension, splits_at_the_last_dot_of_a_single_line) {

@@ -1,10 +1,44 @@
 #include "headless/audio/loudness.hpp"
 
 #include "headless/audio/loudness_meter.hpp"
+#include "headless/audio/momentary_search.hpp"
 
 #include <vector>
 
 namespace headless {
+namespace {
+
+/// The audio as it is heard.
+struct HeardRange {
+    AudioStore& store;
+    const std::filesystem::path& file;
+    FrameRange range;
+    const GainCurve& gain;
+    AudioFormat format;
+};
+
+template <class Meter>
+Result<Loudness> listen(const HeardRange& audio, Result<Meter> meter) {
+    if (!meter) {
+        return tl::unexpected(Failure{audio.file.string() + ": " + meter.error().message});
+    }
+    std::vector<float> heard;
+    std::int64_t frame = 0;
+    const auto take = [&](std::span<const float> block) -> Result<void> {
+        if (audio.gain.is_unity()) {
+            meter->take(block);
+            return {};
+        }
+        heard.resize(block.size());
+        audio.gain.apply(frame, audio.format.sample_rate, audio.format.channels, block, heard);
+        meter->take(heard);
+        frame += static_cast<std::int64_t>(block.size()) / audio.format.channels;
+        return {};
+    };
+    return audio.store.read(audio.file, audio.range, take).map([&] { return meter->readings(); });
+}
+
+} // namespace
 
 Result<Loudness> measure_loudness(AudioStore& store, const std::filesystem::path& file, FrameRange range,
                                   const GainCurve& gain, const LoudnessRequest& request) {
@@ -12,24 +46,12 @@ Result<Loudness> measure_loudness(AudioStore& store, const std::filesystem::path
     if (!format) {
         return tl::unexpected(format.error());
     }
-    auto meter = LoudnessMeter::create(format->sample_rate, format->channels, request);
-    if (!meter) {
-        return tl::unexpected(Failure{file.string() + ": " + meter.error().message});
+    const HeardRange audio{store, file, range, gain, *format};
+    if (request == LoudnessRequest::momentary_only()) {
+        return listen(
+            audio, MomentarySearch::create(format->sample_rate, format->channels, request.hop_milliseconds));
     }
-    std::vector<float> heard;
-    std::int64_t frame = 0;
-    const auto take = [&](std::span<const float> block) -> Result<void> {
-        if (gain.is_unity()) {
-            meter->take(block);
-            return {};
-        }
-        heard.resize(block.size());
-        gain.apply(frame, format->sample_rate, format->channels, block, heard);
-        meter->take(heard);
-        frame += static_cast<std::int64_t>(block.size()) / format->channels;
-        return {};
-    };
-    return store.read(file, range, take).map([&] { return meter->readings(); });
+    return listen(audio, LoudnessMeter::create(format->sample_rate, format->channels, request));
 }
 
 } // namespace headless

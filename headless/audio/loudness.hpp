@@ -20,6 +20,8 @@ struct LoudnessRequest {
     /// Distance of the windows among which the two maxima are sought: 10 ms, or 400 ms for a coarse reading.
     int hop_milliseconds = 10;
 
+    bool operator==(const LoudnessRequest&) const = default;
+
     static LoudnessRequest momentary_only() { return {.momentary_maximum = true}; }
     static LoudnessRequest everything() { return {true, true, true, true, true}; }
 };

@@ -7,7 +7,7 @@
 namespace headless {
 namespace {
 
-constexpr int lowest_sample_rate = 2000; // below, the weighting filter's shelf lies beyond the spectrum
+constexpr int lowest_sample_rate = 4000; // below, the weighting filter's shelf lies beyond the spectrum
 constexpr double momentary_seconds = 0.4;
 constexpr double short_term_seconds = 3.0;
 
@@ -49,14 +49,14 @@ LoudnessMeter::LoudnessMeter(std::unique_ptr<ebur128_state, EburCloser> state, c
       short_term_(3000, request.hop_milliseconds, state_->samplerate, ebur128_loudness_shortterm) {}
 
 // Rounded from the start each time, so that hops of no whole number of frames do not drift.
-std::int64_t LoudnessMeter::border_after(std::int64_t hop) const {
+std::int64_t LoudnessMeter::hop_end(std::int64_t hop) const {
     const auto sample_rate = static_cast<std::int64_t>(state_->samplerate);
     return ((hop + 1) * request_.hop_milliseconds * sample_rate + 500) / 1000;
 }
 
 void LoudnessMeter::take(std::span<const float> heard) {
     while (!heard.empty()) {
-        const std::int64_t border = border_after(hops_);
+        const std::int64_t border = hop_end(hops_);
         const auto up_to_border = static_cast<std::size_t>(border - frames_) * state_->channels;
         const auto piece = heard.first(std::min(heard.size(), up_to_border));
         add(piece);
@@ -96,6 +96,13 @@ void LoudnessMeter::end_hop() {
     if (request_.short_term_maximum) {
         short_term_.end_hop(state_.get());
     }
+}
+
+void LoudnessMeter::skip_hop() {
+    frames_ = hop_end(hops_);
+    ++hops_;
+    momentary_.skip_hop();
+    short_term_.skip_hop();
 }
 
 double LoudnessMeter::seconds_taken() const {

@@ -25,13 +25,22 @@ public:
     /// The next frames, interleaved.
     void take(std::span<const float> heard);
 
+    /// As many frames as reach the next hop were not listened to; what was taken so far ends at a hop. Only
+    /// the readings of maxima allow it.
+    void skip_hop();
+
+    /// Frames from the start to the end of hop `hop`, counted from 0.
+    std::int64_t hop_end(std::int64_t hop) const;
+
+    /// Mean weighted energy of the loudest momentary window yet, full scale being 1.
+    double most_momentary_energy() const { return momentary_.most_energy(); }
+
     /// The readings asked for, of all that was taken.
     Loudness readings() const;
 
 private:
     LoudnessMeter(std::unique_ptr<ebur128_state, EburCloser> state, const LoudnessRequest& request);
 
-    std::int64_t border_after(std::int64_t hop) const;
     void add(std::span<const float> heard);
     void note_true_peak();
     void end_hop();

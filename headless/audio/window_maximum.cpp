@@ -35,7 +35,8 @@ void WindowMaximum::end_hop(ebur128_state* state) {
         read_hop(state);
     }
     ++hops_;
-    if (hops_ * hop_milliseconds_ < window_milliseconds_) {
+    ++usable_hops_;
+    if (usable_hops_ * hop_milliseconds_ < window_milliseconds_) {
         return;
     }
     const double energy = sums_are_exact_ ? summed_energy() : asked_energy(state);
@@ -43,6 +44,11 @@ void WindowMaximum::end_hop(ebur128_state* state) {
         most_energy_ = energy;
         loudest_hop_ = hops_;
     }
+}
+
+void WindowMaximum::skip_hop() {
+    ++hops_;
+    usable_hops_ = -(weighting_memory_milliseconds / hop_milliseconds_);
 }
 
 void WindowMaximum::read_hop(ebur128_state* state) {

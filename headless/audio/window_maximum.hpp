@@ -11,6 +11,10 @@
 
 namespace headless {
 
+/// After this time what the weighting filter heard before has fallen by some 180 dB: its slowest part is a
+/// double pole at 38 Hz.
+inline constexpr int weighting_memory_milliseconds = 100;
+
 /// Finds what asking the library for the window at every hop would find.
 ///
 /// The library reads a window by summing all of its frames, which at every hop takes longer than the
@@ -24,6 +28,13 @@ public:
 
     /// `state` has just been given the last frames of a hop.
     void end_hop(ebur128_state* state);
+
+    /// A hop went by of which `state` was given nothing: windows count again when the weighting filter has
+    /// forgotten the gap.
+    void skip_hop();
+
+    /// Mean energy of the loudest window; 0 before the first.
+    double most_energy() const { return most_energy_.value_or(0.0); }
 
     /// Empty when no whole window fitted.
     std::optional<PlacedReading> reading() const;
@@ -44,6 +55,7 @@ private:
     double read_share_;                // of the window's frames
     std::vector<double> hop_energies_; // a ring: each hop's part of a window's mean energy
     std::int64_t hops_ = 0;
+    std::int64_t usable_hops_ = 0; // without a gap; negative while the filter still remembers one
     std::int64_t loudest_hop_ = 0;
     std::optional<double> most_energy_;
 };

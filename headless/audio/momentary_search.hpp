@@ -1,0 +1,54 @@
+#pragma once
+// A LoudnessMeter for the momentary maximum alone, which hears only what may hold it. For use inside this folder.
+
+#include "headless/audio/loudness_meter.hpp"
+
+#include <cstdint>
+#include <span>
+#include <vector>
+
+namespace headless {
+
+/// Finds the maximum that a LoudnessMeter finds, without weighting all of the audio.
+///
+/// The weighting filter takes far longer than sums of squares, and these bound what it makes of a stretch: it
+/// gives the energy of no frequency more gain than a constant plus a multiple of what the difference of
+/// neighbouring samples does. A window whose bound, with that of the filter's memory before it, lies below the
+/// loudest window yet cannot be the maximum, and frames of no other window go by unheard.
+class MomentarySearch {
+public:
+    /// Fails as LoudnessMeter::create does.
+    /// @param hop_milliseconds a divisor of the window's 400 ms
+    static Result<MomentarySearch> create(int sample_rate, int channels, int hop_milliseconds);
+
+    /// The next frames, interleaved.
+    void take(std::span<const float> heard);
+
+    /// The momentary maximum of all that was taken.
+    Loudness readings() const { return meter_.readings(); }
+
+private:
+    MomentarySearch(LoudnessMeter meter, int sample_rate, int channels, int hop_milliseconds);
+
+    void end_hop();
+    bool may_be_loudest() const;
+    void hear_pending();
+    void skip_first_pending();
+    void forget_before(std::size_t end);
+    /// Samples from the start of the audio to hop `hop`.
+    std::size_t samples_before(std::int64_t hop) const;
+    std::span<const float> pending() const { return std::span(buffer_).subspan(pending_begin_); }
+
+    LoudnessMeter meter_;
+    std::size_t channels_;
+    float slope_;                    // of the bound, over the energy of differences
+    double gain_;                    // from the bounds of a stretch to the mean energy of a window in it
+    std::vector<double> hop_bounds_; // a ring over a window and the memory before it
+    // One frame at least that was heard or skipped, then from `pending_begin_` on what was neither.
+    std::vector<float> buffer_;
+    std::size_t pending_begin_ = channels_;
+    std::int64_t hops_ = 0;          // complete ones
+    std::int64_t first_pending_ = 0; // of the hops
+};
+
+} // namespace headless

@@ -100,7 +100,7 @@ TEST(Record, shares_its_cells_with_its_copies_but_not_its_key) {
 
 TEST(Record, takes_the_zero_for_a_value_of_another_lua_type_and_stops_at_a_key_that_is_no_string) {
     const Lua L = new_lua();
-    luaL_dostring(L.get(), "return {Volume = 'loud', Index = 2.5, Other = 1}, {'no string', Depth = 3}");
+    luaL_dostring(L.get(), "return {Volume = '1.5', Index = 2.5, Other = 1}, {'no string', Depth = 3}");
     TrackDetail record, unread;
     record.set_value_from_luatable(L.get(), 1);
     EXPECT_EQ(record.get_size(), 2u);

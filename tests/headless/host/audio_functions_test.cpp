@@ -23,11 +23,11 @@ TEST_F(AudioFunctions, place_peaks_by_project_time_within_the_file) {
 
 TEST_F(AudioFunctions, measure_loudness_as_heard_and_in_project_time) {
     using test::operator+;
-    Item& item = insert_item(test::silence(1.0, 8000) + test::tone(1.0, 0.1, 8000), 100.0);
+    Item& item = insert_item(test::silence(3.0, 8000) + test::tone(1.0, 0.1, 8000), 100.0);
     item.volume = 0.5;
     item.active_take()->volume = 0.5;
     Envelope& envelope = item.active_take()->add_envelope("Volume");
-    envelope.set_points({{0.0, 1.0}, {1.5, 1.0}, {1.5, 0.1}}); // leaves one window as it was
+    envelope.set_points({{0.0, 0.1}, {3.5, 0.1}, {3.5, 1.0}}); // leaves one window as it was
     double momentary_lufs = 0.0;
     double position_seconds = 0.0;
     const auto measure = [&] {
@@ -38,7 +38,7 @@ TEST_F(AudioFunctions, measure_loudness_as_heard_and_in_project_time) {
     };
     ASSERT_TRUE(measure());
     EXPECT_NEAR(momentary_lufs, -23.01 - 12.04, 0.1) << "a 1 kHz sine of -20 dBFS in one channel, quartered";
-    EXPECT_NEAR(position_seconds, 101.05, 0.06);
+    EXPECT_NEAR(position_seconds, 103.55, 0.06);
     item.set_length_seconds(0.3);
     EXPECT_FALSE(measure());
     EXPECT_THAT(workstation.take_failures(), ElementsAre(tells("too short")));

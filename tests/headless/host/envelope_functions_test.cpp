@@ -37,6 +37,7 @@ protected:
 TEST_F(EnvelopeFunctions, number_points_by_creation_until_they_are_sorted) {
     const auto remove = function<bool(BR_Envelope*, int)>("BR_EnvDeletePoint");
     BR_Envelope* object = take_out();
+    EXPECT_TRUE(set(object, 1, 1.0, 4.0)) << "before the last one is created, so not counted";
     EXPECT_TRUE(set(object, -1, 0.5, 2.0));
     EXPECT_TRUE(set(object, 0, 9.0, 0.25));
     EXPECT_EQ(position_of(object, 0), 9.0);

@@ -7,7 +7,7 @@ target_compile_options(
               -Wextra
               -Wpedantic
               -Wshadow
-              -Wconversion
+              -Wconversion -Wsign-conversion
               -Werror
               # g++ 12 sees overlaps in std::string's operator+ that are not there.
               $<$<CXX_COMPILER_ID:GNU>:-Wno-restrict>

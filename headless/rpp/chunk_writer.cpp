@@ -32,7 +32,7 @@ std::string decimal(double value) {
     if (!std::isfinite(value) || value == 0.0) {
         return "0";
     }
-    std::array<char, 1100> digits; // the smallest double has 1074 decimals
+    std::array<char, 400> digits; // the smallest and the largest double take some 330
     const auto end =
         std::to_chars(digits.data(), digits.data() + digits.size(), value, std::chars_format::fixed);
     return {digits.data(), end.ptr};

@@ -13,13 +13,16 @@ constexpr int window_milliseconds = 400;
 constexpr double margin = 1.001; // for sums in floats, and the library's rounder numbers of the shelf
 
 // The weighting of ITU-R BS.1770 is a shelf of 4 dB at 1682 Hz and a high pass at 38 Hz. With k the square of
-// tan(pi 1682 / rate) and u = tan^2(w / 2) / k the shelf gives energies the gain (1 + S u^2) / (1 + u^2), where
-// S is 4 dB. A difference of neighbouring samples has the gain 4 sin^2(w / 2), and the shelf's is nowhere more
-// than 1 + slope times that, for the slope returned here.
+// tan(pi 1682 / rate) and u = tan^2(w / 2) / k the shelf gives energies the gain (1 + S u^2) / (1 + u^2),
+// where S is 4 dB. A difference of neighbouring samples has the gain 4 sin^2(w / 2), and the shelf's is
+// nowhere more than 1 + slope times that, for the slope returned here.
 float shelf_slope(int sample_rate) {
     const double k = std::pow(std::tan(std::numbers::pi * 1682.0 / sample_rate), 2);
     return static_cast<float>((std::pow(10.0, 0.4) - 1.0) / (8.0 * k) * (k + std::hypot(1.0, k)));
 }
+
+// As the library makes a window of tenths of a second in whole frames.
+int window_frames(int sample_rate) { return sample_rate / 10 * (window_milliseconds / 100); }
 
 // What the high pass gains by not being normalised in the library, and the weight of surround channels.
 double other_gain(int sample_rate, int channels) {
@@ -68,9 +71,12 @@ Result<MomentarySearch> MomentarySearch::create(int sample_rate, int channels, i
 }
 
 MomentarySearch::MomentarySearch(LoudnessMeter meter, int sample_rate, int channels, int hop_milliseconds)
-    : meter_(std::move(meter)), channels_(static_cast<std::size_t>(channels)), slope_(shelf_slope(sample_rate)),
-      gain_(other_gain(sample_rate, channels) * margin / (sample_rate / 10 * (window_milliseconds / 100))),
-      hop_bounds_(static_cast<std::size_t>((window_milliseconds + weighting_memory_milliseconds) / hop_milliseconds) + 1),
+    : meter_(std::move(meter)), channels_(static_cast<std::size_t>(channels)),
+      slope_(shelf_slope(sample_rate)),
+      gain_(other_gain(sample_rate, channels) * margin / window_frames(sample_rate)),
+      hop_bounds_(
+          static_cast<std::size_t>((window_milliseconds + weighting_memory_milliseconds) / hop_milliseconds) +
+          1),
       buffer_(channels_) {}
 
 std::size_t MomentarySearch::samples_before(std::int64_t hop) const {
@@ -93,8 +99,8 @@ void MomentarySearch::end_hop() {
     const std::size_t hop_size = samples_before(hops_ + 1) - samples_before(hops_);
     const auto samples = std::span(buffer_).last(hop_size + channels_);
     // A stretch may be cut before or after this hop, which adds a difference to silence at the cut.
-    const double cuts = (1.0 + slope_) * square_sum(samples.first(channels_)) +
-                        slope_ * square_sum(samples.last(channels_));
+    const double cuts =
+        (1.0 + slope_) * square_sum(samples.first(channels_)) + slope_ * square_sum(samples.last(channels_));
     hop_bounds_[static_cast<std::size_t>(hops_) % hop_bounds_.size()] =
         bounding_energy(samples, channels_, slope_) + cuts;
     ++hops_;

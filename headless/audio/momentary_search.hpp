@@ -1,5 +1,6 @@
 #pragma once
-// A LoudnessMeter for the momentary maximum alone, which hears only what may hold it. For use inside this folder.
+// A LoudnessMeter for the momentary maximum alone, which hears only what may hold it. For use inside this
+// folder.
 
 #include "headless/audio/loudness_meter.hpp"
 
@@ -13,8 +14,8 @@ namespace headless {
 ///
 /// The weighting filter takes far longer than sums of squares, and these bound what it makes of a stretch: it
 /// gives the energy of no frequency more gain than a constant plus a multiple of what the difference of
-/// neighbouring samples does. A window whose bound, with that of the filter's memory before it, lies below the
-/// loudest window yet cannot be the maximum, and frames of no other window go by unheard.
+/// neighbouring samples does. A window whose bound, with that of the filter's memory before it, lies below
+/// the loudest window yet cannot be the maximum, and frames of no other window go by unheard.
 class MomentarySearch {
 public:
     /// Fails as LoudnessMeter::create does.

@@ -23,7 +23,8 @@ std::vector<float> bursts(int rate, int channels) {
     for (int i = rate + channels; i < rate + channels + 40; ++i) {
         const double peak = std::pow(10.0, -2.0 * std::abs(std::sin(i)));
         const double hertz = std::min(25.0 * std::pow(2.0, i * 7 % 10), 0.45 * rate);
-        const auto count = static_cast<std::size_t>(rate / 20 * (1 + i % 9) * channels);
+        const auto count =
+            static_cast<std::size_t>(rate) / 20 * static_cast<std::size_t>((1 + i % 9) * channels);
         samples = std::move(samples) + noise(count, i % 3 == 0 ? peak : peak * 1e-3) +
                   tone(0.03 * (i % 11), peak, rate, channels, hertz);
         samples.back() = i % 5 == 0 ? 1.0F : 0.0F; // a click

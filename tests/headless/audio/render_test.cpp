@@ -60,7 +60,8 @@ TEST_F(Render, writes_each_frame_times_the_envelopes_value_there_without_clippin
         EXPECT_EQ(store.format(target), (AudioFormat{rate, 3, 20020}));
         const auto rendered = read_sound(target).samples;
         for (std::size_t i = 0; i < 60060; ++i) {
-            const double gain = envelope.value_at(0.01 + static_cast<double>(i / 3) / rate) * 2.0;
+            const std::size_t frame = i / 3;
+            const double gain = envelope.value_at(0.01 + static_cast<double>(frame) / rate) * 2.0;
             const double heard = i >= 30 && i < 60030 ? samples[i - 30] * gain : 0.0;
             ASSERT_NEAR(rendered[i], heard, 1e-6) << i;
         }

@@ -8,7 +8,8 @@ using AudioFunctions = HostTest;
 TEST_F(AudioFunctions, place_peaks_by_project_time_within_the_file) {
     std::vector<float> samples; // 0.00, 0.01, 0.02, ... for a millisecond each, in both directions
     for (int frame = 0; frame < 800; ++frame) {
-        samples.push_back(static_cast<float>(frame % 2 == 0 ? frame / 8 : -(frame / 8)) / 100.0F);
+        const int level = frame % 2 == 0 ? frame / 8 : -(frame / 8);
+        samples.push_back(static_cast<float>(level) / 100.0F);
     }
     Take& take = *insert_item(samples, 5.0).active_take();
     take.start_offset_seconds = 0.01;

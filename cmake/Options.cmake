@@ -7,7 +7,8 @@ target_compile_options(
               -Wextra
               -Wpedantic
               -Wshadow
-              -Wconversion -Wsign-conversion
+              -Wconversion
+              -Wsign-conversion
               -Werror
               # g++ 12 sees overlaps in std::string's operator+ that are not there.
               $<$<CXX_COMPILER_ID:GNU>:-Wno-restrict>

@@ -110,22 +110,11 @@ void peaks(benchmark::State& state) {
     count_frames(state);
 }
 
-void momentary_maximum(benchmark::State& state) {
+void loudness(benchmark::State& state, const LoudnessRequest& request) {
     const auto file = speech(static_cast<int>(state.range(0)));
     AudioStore store;
     for (auto _ : state) {
-        benchmark::DoNotOptimize(
-            measure_loudness(store, file, whole(state), GainCurve(), LoudnessRequest::momentary_only()));
-    }
-    count_frames(state);
-}
-
-void all_of_loudness(benchmark::State& state) {
-    const auto file = speech(static_cast<int>(state.range(0)));
-    AudioStore store;
-    for (auto _ : state) {
-        benchmark::DoNotOptimize(
-            measure_loudness(store, file, whole(state), GainCurve(), LoudnessRequest::everything()));
+        benchmark::DoNotOptimize(measure_loudness(store, file, whole(state), GainCurve(), request));
     }
     count_frames(state);
 }
@@ -154,8 +143,8 @@ void render_with_a_ride(benchmark::State& state) {
 BENCHMARK(bare_decode)->Arg(8000)->Arg(48000);
 BENCHMARK(decode)->Arg(8000)->Arg(48000);
 BENCHMARK(peaks)->Arg(8000)->Arg(48000);
-BENCHMARK(momentary_maximum)->Arg(8000)->Arg(48000);
-BENCHMARK(all_of_loudness)->Arg(8000)->Arg(48000);
+BENCHMARK_CAPTURE(loudness, momentary_maximum, LoudnessRequest::momentary_only())->Arg(8000)->Arg(48000);
+BENCHMARK_CAPTURE(loudness, everything, LoudnessRequest::everything())->Arg(8000)->Arg(48000);
 BENCHMARK(gain)->Arg(8000)->Arg(48000);
 BENCHMARK(render_with_a_ride)->Arg(8000)->Arg(48000);
 

@@ -48,8 +48,7 @@ Result<Loudness> measure_loudness(AudioStore& store, const std::filesystem::path
     }
     const HeardRange audio{store, file, range, gain, *format};
     if (request == LoudnessRequest::momentary_only()) {
-        return listen(
-            audio, MomentarySearch::create(format->sample_rate, format->channels, request.hop_milliseconds));
+        return listen(audio, MomentarySearch::create(format->sample_rate, format->channels));
     }
     return listen(audio, LoudnessMeter::create(format->sample_rate, format->channels, request));
 }

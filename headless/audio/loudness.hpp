@@ -22,8 +22,8 @@ struct LoudnessRequest {
 
     bool operator==(const LoudnessRequest&) const = default;
 
-    static LoudnessRequest momentary_only() { return {.momentary_maximum = true}; }
-    static LoudnessRequest everything() { return {true, true, true, true, true}; }
+    static constexpr LoudnessRequest momentary_only() { return {.momentary_maximum = true}; }
+    static constexpr LoudnessRequest everything() { return {true, true, true, true, true}; }
 };
 
 /// A reading and the place in the measured range, in seconds from its first frame.

@@ -10,6 +10,9 @@ namespace headless {
 namespace {
 
 constexpr int window_milliseconds = 400;
+constexpr std::size_t hops_of_a_stretch = (window_milliseconds + weighting_memory_milliseconds) /
+                                              LoudnessRequest::momentary_only().hop_milliseconds +
+                                          1;
 constexpr double margin = 1.001; // for sums in floats, and the library's rounder numbers of the shelf
 
 // The weighting of ITU-R BS.1770 is a shelf of 4 dB at 1682 Hz and a high pass at 38 Hz. With k the square of
@@ -63,21 +66,16 @@ double square_sum(std::span<const float> samples) {
 
 } // namespace
 
-Result<MomentarySearch> MomentarySearch::create(int sample_rate, int channels, int hop_milliseconds) {
-    const LoudnessRequest request{.momentary_maximum = true, .hop_milliseconds = hop_milliseconds};
-    return LoudnessMeter::create(sample_rate, channels, request).map([&](LoudnessMeter&& meter) {
-        return MomentarySearch(std::move(meter), sample_rate, channels, hop_milliseconds);
-    });
+Result<MomentarySearch> MomentarySearch::create(int sample_rate, int channels) {
+    return LoudnessMeter::create(sample_rate, channels, LoudnessRequest::momentary_only())
+        .map([&](LoudnessMeter&& meter) { return MomentarySearch(std::move(meter), sample_rate, channels); });
 }
 
-MomentarySearch::MomentarySearch(LoudnessMeter meter, int sample_rate, int channels, int hop_milliseconds)
+MomentarySearch::MomentarySearch(LoudnessMeter meter, int sample_rate, int channels)
     : meter_(std::move(meter)), channels_(static_cast<std::size_t>(channels)),
       slope_(shelf_slope(sample_rate)),
       gain_(other_gain(sample_rate, channels) * margin / window_frames(sample_rate)),
-      hop_bounds_(
-          static_cast<std::size_t>((window_milliseconds + weighting_memory_milliseconds) / hop_milliseconds) +
-          1),
-      buffer_(channels_) {}
+      hop_bounds_(hops_of_a_stretch), buffer_(channels_) {}
 
 std::size_t MomentarySearch::samples_before(std::int64_t hop) const {
     return hop == 0 ? 0 : static_cast<std::size_t>(meter_.hop_end(hop - 1)) * channels_;

@@ -18,9 +18,8 @@ namespace headless {
 /// the loudest window yet cannot be the maximum, and frames of no other window go by unheard.
 class MomentarySearch {
 public:
-    /// Fails as LoudnessMeter::create does.
-    /// @param hop_milliseconds a divisor of the window's 400 ms
-    static Result<MomentarySearch> create(int sample_rate, int channels, int hop_milliseconds);
+    /// For windows 10 ms apart. Fails as LoudnessMeter::create does.
+    static Result<MomentarySearch> create(int sample_rate, int channels);
 
     /// The next frames, interleaved.
     void take(std::span<const float> heard);
@@ -29,7 +28,7 @@ public:
     Loudness readings() const { return meter_.readings(); }
 
 private:
-    MomentarySearch(LoudnessMeter meter, int sample_rate, int channels, int hop_milliseconds);
+    MomentarySearch(LoudnessMeter meter, int sample_rate, int channels);
 
     void end_hop();
     bool may_be_loudest() const;

@@ -37,7 +37,7 @@ TEST(MomentarySearch, finds_what_a_meter_finds_that_hears_everything) {
         for (const int channels : {1, 2, 6}) {
             SCOPED_TRACE(testing::Message() << rate << " Hz, " << channels << " channels");
             const auto samples = bursts(rate, channels);
-            const auto found = momentary_maximum(MomentarySearch::create(rate, channels, 10), samples);
+            const auto found = momentary_maximum(MomentarySearch::create(rate, channels), samples);
             const auto expected = momentary_maximum(
                 LoudnessMeter::create(rate, channels, LoudnessRequest::momentary_only()), samples);
             EXPECT_NEAR(found.value, expected.value, 1e-6);

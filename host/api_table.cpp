@@ -26,6 +26,7 @@ namespace {
 
 const ApiRow rows[] = {
 #include "api/track/state_rows.inc"
+//
 #include "api/track/volume_name_rows.inc"
 //
 #include "api/media/actions_rows.inc"

@@ -1,11 +1,11 @@
 #include "utility/mk_utility.hpp"
 
 #include "host/message_catalogue.hpp"
+#include "utility/safe_regex.hpp"
 
 #include <algorithm>
 #include <cmath>
 #include <cstdio>
-#include <regex>
 #include <strings.h>
 
 namespace {
@@ -55,17 +55,7 @@ double mk_utility::to_reaper_volume(double decibels) { return std::exp(decibels 
 double mk_utility::to_dB(double linear) { return 20.0 * std::log10(linear); }
 
 bool mk_utility::match_intail(const std::string& text, const std::string& tail) {
-    // A pattern nests as deep as it is long, and compiling it recurses with it.
-    constexpr std::size_t longest_pattern = 1024;
-    if (tail.size() > longest_pattern)
-        throw std::regex_error(std::regex_constants::error_complexity);
-    auto flags = std::regex::ECMAScript | std::regex::icase;
-#ifdef __GLIBCXX__
-    // The default matcher recurses once per character and overflows the stack on long texts; this one does
-    // not.
-    flags |= std::regex_constants::__polynomial;
-#endif
-    return std::regex_match(text, std::regex(".+" + tail, flags));
+    return std::regex_match(text, compile_pattern(".+" + tail, std::regex::ECMAScript | std::regex::icase));
 }
 
 std::string mk_utility::multi_to_utf8(const std::string& text) { return text; }

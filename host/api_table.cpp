@@ -25,6 +25,8 @@ namespace {
      result "\0" types "\0" names "\0[MK:API]" help, MK_ROW_NAMES(name)},
 
 const ApiRow rows[] = {
+#include "object/json_text_rows.inc"
+//
 #include "api/track/state_rows.inc"
 //
 #include "api/track/volume_name_rows.inc"

@@ -1,6 +1,12 @@
 #include "host/api_table.hpp"
 
 #include "api/media/actions.hpp"
+#include "api/project/dialogs.hpp"
+#include "api/project/files.hpp"
+#include "api/project/folders.hpp"
+#include "api/project/random_numbers.hpp"
+#include "api/project/regions.hpp"
+#include "api/project/strings.hpp"
 #include "api/track/lookup.hpp"
 #include "api/track/state.hpp"
 #include "api/track/volume_name.hpp"
@@ -32,6 +38,18 @@ const ApiRow rows[] = {
 #include "api/track/volume_name_rows.inc"
 //
 #include "api/media/actions_rows.inc"
+//
+#include "api/project/regions_rows.inc"
+//
+#include "api/project/strings_rows.inc"
+//
+#include "api/project/folders_rows.inc"
+//
+#include "api/project/files_rows.inc"
+//
+#include "api/project/random_numbers_rows.inc"
+//
+#include "api/project/dialogs_rows.inc"
 //
 #include "ride/ride_rows.inc"
 };

@@ -2,6 +2,7 @@
 
 #include "api/track/lookup.hpp"
 #include "host/host_functions.hpp"
+#include "host/native_color.hpp"
 #include "host/output.hpp"
 
 namespace MK_FELSPAR {
@@ -42,9 +43,6 @@ bool switch_all_off(const Switch& property, ReaProject* project) {
         write(property, GetTrackItemSelect(project, number, static_cast<int>(Scope::all)), false);
     return true;
 }
-
-/// Marks a native colour as a custom colour in use, black among them.
-constexpr int color_in_use = 0x1000000;
 
 bool select(MediaTrack* track, bool selected) {
     call(SetTrackSelected, track, selected);

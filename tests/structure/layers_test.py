@@ -5,8 +5,8 @@ import re
 import sys
 
 # From the ground up. A line's rooms do not know each other; single files of host/ stand higher than the rest of it.
-plugin = [["host"], ["utility"], ["host/dependency"], ["object"], ["api/track"], ["api/media"], ["ride"],
-          ["host/api_table"], ["host/entry"]]
+plugin = [["host"], ["utility"], ["host/dependency"], ["object"], ["api/project"], ["api/track"], ["api/media"],
+          ["ride"], ["dialogue"], ["host/api_table"], ["host/entry"]]
 headless = [["headless/base"], ["headless/project"], ["headless/audio", "headless/rpp"], ["headless/host"],
             ["headless/report"], ["headless/cli"]]
 floors = {room: (house, floor) for house, rooms in enumerate([plugin, headless])

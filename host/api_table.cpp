@@ -9,6 +9,7 @@
 #include "api/project/strings.hpp"
 #include "api/track/lookup.hpp"
 #include "api/track/state.hpp"
+#include "api/track/tree.hpp"
 #include "api/track/volume_name.hpp"
 #include "ride/ride.hpp"
 
@@ -32,6 +33,8 @@ namespace {
 
 const ApiRow rows[] = {
 #include "object/json_text_rows.inc"
+//
+#include "api/track/tree_rows.inc"
 //
 #include "api/track/state_rows.inc"
 //

@@ -1,6 +1,7 @@
 #include "host/api_table.hpp"
 
 #include "api/media/actions.hpp"
+#include "api/media/loudness.hpp"
 #include "api/project/dialogs.hpp"
 #include "api/project/files.hpp"
 #include "api/project/folders.hpp"
@@ -39,6 +40,8 @@ const ApiRow rows[] = {
 #include "api/track/state_rows.inc"
 //
 #include "api/track/volume_name_rows.inc"
+//
+#include "api/media/loudness_rows.inc"
 //
 #include "api/media/actions_rows.inc"
 //

@@ -21,6 +21,9 @@ using EnvGetProperties = void(BR_Envelope* envelope, bool* active, bool* visible
 using EnvSetProperties = void(BR_Envelope* envelope, bool active, bool visible, bool armed, bool inLane,
                               int laneHeight, int defaultShape, bool faderScaling,
                               int* automationItemsOptions);
+using AnalyzeTakeLoudness2 = bool(MediaItem_Take* take, bool analyzeTruePeak, double* lufsIntegrated,
+                                  double* range, double* truePeak, double* truePeakPos, double* shortTermMax,
+                                  double* momentaryMax, double* shortTermMaxPos, double* momentaryMaxPos);
 
 /// Makes an envelope active and visible, or neither; all else stays as it is.
 inline void set_in_use(EnvGetProperties* get_properties, EnvSetProperties* set_properties,

@@ -58,6 +58,8 @@ const ApiRow rows[] = {
 #include "api/project/dialogs_rows.inc"
 //
 #include "ride/ride_rows.inc"
+//
+#include "dialogue/lingomat_rows.inc"
 };
 
 } // namespace

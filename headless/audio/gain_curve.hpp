@@ -4,6 +4,7 @@
 #include "headless/project/envelope.hpp"
 
 #include <cstdint>
+#include <optional>
 #include <span>
 #include <vector>
 
@@ -28,8 +29,11 @@ public:
     void apply(std::int64_t first_frame, int sample_rate, int channels, std::span<const float> source,
                std::span<float> target) const;
 
+    /// The gain when it is the same throughout; none with an envelope.
+    std::optional<double> constant() const { return points_.empty() ? std::optional(factor_) : std::nullopt; }
+
     /// True when every gain is 1.
-    bool is_unity() const { return points_.empty() && factor_ == 1.0; }
+    bool is_unity() const { return constant() == 1.0; }
 
 private:
     std::vector<EnvelopePoint> points_; // none: the factor alone

@@ -1,9 +1,9 @@
 // Host functions that measure takes: peaks and loudness.
 
-#include "headless/audio/loudness.hpp"
 #include "headless/audio/peaks.hpp"
 #include "headless/host/door.hpp"
 #include "headless/host/take_audio.hpp"
+#include "headless/host/take_loudness.hpp"
 
 #include <algorithm>
 #include <limits>
@@ -47,20 +47,6 @@ void put(double* target, double value) {
     }
 }
 
-// Fails for a take that is too short for a momentary reading: a level made up for it would be acted on.
-Result<Loudness> loudness_of(AudioStore& store, const Take& take, const LoudnessRequest& request) {
-    const auto audio = audio_of(store, take);
-    if (!audio) {
-        return tl::unexpected(audio.error());
-    }
-    const GainCurve gain = gain_of(take, take.item().volume);
-    auto loudness = measure_loudness(store, take.source.file, audio->range, gain, request);
-    if (loudness && !loudness->momentary_maximum_lufs) {
-        return tl::unexpected(Failure{"take '" + take.name + "': too short for a loudness reading"});
-    }
-    return loudness;
-}
-
 void put_placed(double* value, double* position_seconds, const PlacedReading& reading, double start_seconds) {
     put(value, reading.value);
     put(position_seconds, start_seconds + reading.position_seconds);
@@ -80,7 +66,7 @@ bool analyze_take_loudness(Workstation& workstation, MediaItem_Take* handle, boo
                                   .true_peak = wants_true_peak,
                                   .short_term_maximum = short_term_maximum || short_term_position,
                                   .momentary_maximum = true};
-    const auto loudness = loudness_of(workstation.audio(), *take, request);
+    const auto loudness = heard_loudness(workstation, *take, request);
     if (!loudness) {
         workstation.report(loudness.error());
         return false;

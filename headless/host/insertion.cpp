@@ -48,7 +48,7 @@ Track* track_for(Project& project, int mode) {
     return selected ? selected : &last_track_or_new(project);
 }
 
-Result<void> insert_item(Workstation& workstation, const fs::path& file, int mode) {
+Result<Item*> insert_item(Workstation& workstation, const fs::path& file, int mode) {
     Project& project = workstation.project();
     if (const Result<AudioFormat> format = decoded_format(workstation.audio(), file); !format) {
         return tl::unexpected(format.error()); // before a track is made for it
@@ -64,33 +64,38 @@ Result<void> insert_item(Workstation& workstation, const fs::path& file, int mod
     project.select_all_items(false);
     (*item)->set_selected(true);
     project.cursor_seconds = (*item)->end_seconds();
-    return {};
+    return item;
 }
 
-Result<void> insert_takes(Workstation& workstation, const fs::path& file) {
+Result<Item*> insert_takes(Workstation& workstation, const fs::path& file) {
     const Result<Source> source = open_source(workstation.audio(), file);
     if (!source) {
         return tl::unexpected(source.error());
     }
-    for (Item* item : workstation.project().selected_items()) {
+    const auto& selected = workstation.project().selected_items();
+    for (Item* item : selected) {
         item->add_take(*source, file.filename().string());
     }
-    return {};
+    return selected.at(0);
 }
 
-int insert_media(Workstation& workstation, const char* file, int mode) {
+Result<Item*> insert_in_mode(Workstation& workstation, const fs::path& file, int mode) {
     const int other_bits = mode & 0xFFFF & ~(place_bits | on_track_number | harmless_bits);
-    Result<void> inserted;
     if (other_bits != 0 || (mode & place_bits) == 2) {
-        inserted = tl::unexpected(
-            Failure{to_string(file) + ": insertion mode " + std::to_string(mode) + " is not supported"});
-    } else if ((mode & place_bits) == 3) {
-        inserted = insert_takes(workstation, to_string(file));
-    } else {
-        inserted = insert_item(workstation, to_string(file), mode);
+        return tl::unexpected(
+            Failure{file.string() + ": insertion mode " + std::to_string(mode) + " is not supported"});
     }
+    return (mode & place_bits) == 3 ? insert_takes(workstation, file) : insert_item(workstation, file, mode);
+}
+
+int insert_media(Workstation& workstation, const char* name, int mode) {
+    const fs::path file = to_string(name);
+    const Result<Item*> inserted = insert_in_mode(workstation, file, mode);
     if (!inserted) {
         workstation.report(inserted.error());
+    }
+    if (workstation.on_insertion) {
+        workstation.on_insertion(file, inserted.value_or(nullptr));
     }
     return inserted ? 1 : 0;
 }

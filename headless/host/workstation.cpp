@@ -1,6 +1,7 @@
 #include "headless/host/workstation.hpp"
 
 #include "headless/audio/audio_store.hpp"
+#include "headless/audio/loudness_readings.hpp"
 #include "headless/host/door.hpp"
 #include "headless/host/envelope_objects.hpp"
 #include "headless/host/source_handles.hpp"
@@ -35,6 +36,7 @@ void report_escaped(Workstation& workstation, const char* reason) noexcept {
 
 Workstation::Workstation()
     : project_(std::make_unique<Project>()), audio_(std::make_unique<AudioStore>()),
+      loudness_(std::make_unique<LoudnessReadings>(*audio_)),
       envelope_objects_(std::make_unique<EnvelopeObjects>()),
       source_handles_(std::make_unique<SourceHandles>(project_->live_objects())) {
     if (living_workstation) {

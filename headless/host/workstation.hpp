@@ -18,6 +18,7 @@ namespace headless {
 
 class AudioStore;
 class EnvelopeObjects;
+class LoudnessReadings;
 class SourceHandles;
 
 /// What was done to the envelope that was written back last.
@@ -42,6 +43,11 @@ public:
 
     Project& project() { return *project_; }
     AudioStore& audio() { return *audio_; }
+    LoudnessReadings& loudness() { return *loudness_; }
+
+    /// Distance of the windows among which every loudness maximum is sought: 10 ms at first; 400 ms reads as
+    /// coarsely as workstations do.
+    int loudness_hop_milliseconds = 10;
 
     /// What GetFunc answers: a host function, else what was registered under "API_" and the name, else null.
     void* function(const char* name) const;
@@ -59,6 +65,11 @@ public:
 
     /// What commands and functions could not do since this was last asked, in order.
     std::vector<Failure> take_failures();
+
+    /// Called at the end of every InsertMedia with the file asked for and the new item (the first of those
+    /// that got a take), which is null when the file was refused; what was reported about it is among the
+    /// failures.
+    std::function<void(const std::filesystem::path& file, Item* item)> on_insertion;
 
     EnvelopeEdit last_envelope_edit() const { return last_envelope_edit_; }
 
@@ -97,6 +108,7 @@ public:
 private:
     std::unique_ptr<Project> project_;
     std::unique_ptr<AudioStore> audio_;
+    std::unique_ptr<LoudnessReadings> loudness_; // reads from the audio
     std::unique_ptr<EnvelopeObjects> envelope_objects_;
     std::unique_ptr<SourceHandles> source_handles_;
     std::unordered_map<std::string, void*> host_functions_;

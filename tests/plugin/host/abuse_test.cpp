@@ -5,6 +5,7 @@
 #include "tests/plugin/support/bound_plugin.hpp"
 
 #include <cstring>
+#include <filesystem>
 #include <fstream>
 #include <limits>
 #include <sstream>
@@ -13,6 +14,9 @@ namespace {
 
 class Abuse : public mk_test::BoundPlugin {
 protected:
+    Abuse() { std::filesystem::current_path(folder.path); } // for files and folders of relative names
+    ~Abuse() override { std::filesystem::current_path(old_folder); }
+
     /// Calls each row through its adapter, with the given words for handles, ints and texts.
     void call_every_row(void* handle_word, int number, double real, const char* text) {
         char buffer[16] = "";
@@ -37,6 +41,9 @@ protected:
             reinterpret_cast<void* (*)(void**, int)>(row.vararg)(words.data(), count);
         }
     }
+
+private:
+    const std::filesystem::path old_folder = std::filesystem::current_path();
 };
 
 TEST_F(Abuse, of_nulls_stale_handles_and_odd_values_returns_every_time) {
@@ -51,8 +58,7 @@ TEST_F(Abuse, of_nulls_stale_handles_and_odd_values_returns_every_time) {
         call_every_row(word, 16, -std::numeric_limits<double>::infinity(), long_text.c_str());
         call_every_row(word, std::numeric_limits<int>::min(), 1e308, "\xff\xfe\n\"");
     }
-    EXPECT_TRUE(project.tracks().empty());
-    EXPECT_TRUE(messages.empty());
+    EXPECT_EQ(messages, std::vector<std::string>(3)) << "the box that is asked for with 0, and no other";
 }
 
 TEST_F(Abuse, of_a_host_that_lacks_any_one_of_its_functions_returns_every_time) {
@@ -62,11 +68,12 @@ TEST_F(Abuse, of_a_host_that_lacks_any_one_of_its_functions_returns_every_time) 
         if (!workstation.function(name.c_str()))
             continue; // not one of those that are called
         headless::Item& item = add_item(mk_test::babble(0.1, 2), 0.0, name + ".wav");
+        void* const known = get_func(name.c_str());
         overrule(name, static_cast<void*>(nullptr));
         enter();
         call_every_row(handle(item), 0, 0.0, "name");
         call_every_row(handle(item.track()), 0, 0.0, "name");
-        overrule(name, workstation.function(name.c_str()));
+        overrule(name, known);
         workstation.project().erase_track(item.track());
         ++hosts;
     }

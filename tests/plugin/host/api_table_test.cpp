@@ -6,8 +6,14 @@
 #include <algorithm>
 #include <fstream>
 #include <new>
+#include <string_view>
 
 namespace {
+
+/// Rows whose parameters are objects: what scripts read about functions that they call in another way.
+constexpr std::string_view documentation[] = {"MK_Json_Deserialize", "MK_Json_Serialize", "MK_GetPathInfo",
+                                              "MK_SetMediaItemListRIDESCRIBER",
+                                              "MK_LINGOMAT_InsertMediaItems"};
 
 TEST(ApiTable, holds_the_rows_of_the_list_in_their_order_byte_for_byte) {
     std::ifstream list(TEST_DATA "/host/rows.txt");
@@ -23,11 +29,12 @@ TEST(ApiTable, holds_the_rows_of_the_list_in_their_order_byte_for_byte) {
         EXPECT_EQ(row.api_name, "API_" + name);
         EXPECT_EQ(row.definition_name, "APIdef_" + name);
         EXPECT_EQ(row.vararg_name, "APIvararg_" + name);
-        const bool only_documents = line.find("MediaItemArray") != std::string::npos;
+        const bool only_documents = std::ranges::count(documentation, name) == 1;
         EXPECT_EQ(row.function == reinterpret_cast<void*>(&__verarg_empty), only_documents) << name;
         EXPECT_EQ(row.vararg == row.function, only_documents) << name;
     }
     EXPECT_EQ(i, api_define_list.count);
+    EXPECT_EQ(i, 105u);
     EXPECT_EQ(__verarg_empty(nullptr, 0), nullptr);
 }
 

@@ -39,6 +39,9 @@ BoundPlugin::BoundPlugin() {
             messages.emplace_back(text);
             return message_box_answer;
         });
+    resource_folder = folder.path;
+    overrule(
+        "GetResourcePath", +[] { return resource_folder.c_str(); }); // the user's stays as it is
     enter();
 }
 

@@ -34,6 +34,9 @@ protected:
         overruled[name] = reinterpret_cast<void*>(function);
     }
 
+    /// What the plug-in gets for a name.
+    static void* get_func(const char* name);
+
     /// An item over a new wav file of these samples on a new track.
     headless::Item& add_item(const std::vector<float>& samples, double position_seconds = 0.0,
                              const std::string& name = "line.wav");
@@ -50,13 +53,13 @@ protected:
     static inline std::vector<std::string> messages;
     static inline int message_box_answer = no;
 
-    headless::test::ScratchFolder folder;
+    headless::test::ScratchFolder folder; ///< also the project's record path and the host's resource folder
     headless::Workstation workstation;
 
 private:
-    static void* get_func(const char* name);
     static inline std::map<std::string, void*> overruled;
     static inline headless::Workstation* host = nullptr;
+    static inline std::string resource_folder;
     reaper_plugin_info_t record{0x20E, nullptr, nullptr, &get_func};
 };
 

@@ -12,7 +12,7 @@ namespace mk_api::string {
 
 using json = nlohmann::json;
 
-/// Parses a JSON text; comments are no part of it. @returns 0, or 1 with `objOut` as it was
+/// Parses a JSON text without comments. @returns 0, or 1 with `objOut` as it was
 MK_EXPORT int Json_Deserialize(std::string jsonStr, json& objOut);
 
 /// Writes a value as one line without blanks, keys in byte order, non-ASCII letters as they are.

@@ -16,8 +16,8 @@ constexpr std::size_t longest_pattern = 1024;
 // Looks at positions that a replacement may take: plenty for a pattern that looks at each a few times, and
 // seconds at most for any other, with a text of 1 MiB. Before a look the matcher walks through groups and
 // alternatives; a few of them take as long as the look.
-constexpr std::size_t least_budget = std::size_t{1} << 20;
-constexpr std::size_t looks_per_character = 16;
+constexpr std::size_t least_budget = std::size_t{1} << 21;
+constexpr std::size_t looks_per_character = 32;
 constexpr std::size_t branches_per_look = 4;
 
 // References back need the matcher that recurses. The stack that it takes grows with the text's bytes times

@@ -69,9 +69,10 @@ void push_array(lua_State* L, const json& array) {
 
 void push_object(lua_State* L, const json& object) {
     lua_createtable(L, 0, 0);
-    for (const auto& entry : object.items()) {
+    // Not by items(), which owns texts that a memory error would leak.
+    for (auto entry = object.begin(); entry != object.end(); ++entry) {
         lua_pushstring(L, entry.key().c_str());
-        push(L, entry.value());
+        push(L, *entry);
         lua_settable(L, -3);
     }
 }

@@ -76,8 +76,9 @@ std::size_t repeats(std::string_view text) {
     std::size_t most = 0;
     std::size_t number = 0;
     for (const char digit : text.substr(0, text.find('}'))) {
+        const bool is_digit = digit >= '0' && digit <= '9';
         number =
-            digit >= '0' && digit <= '9' ? std::min<std::size_t>(10 * number + (digit - '0'), 100000) : 0;
+            is_digit ? std::min<std::size_t>(10 * number + static_cast<std::size_t>(digit - '0'), 100000) : 0;
         most = std::max(most, number);
     }
     return most;

@@ -5,7 +5,6 @@
 
 #include <iostream>
 #include <string>
-#include <vector>
 
 namespace headless {
 namespace {
@@ -50,8 +49,7 @@ constexpr Command commands[] = {
 void run_command(Workstation& workstation, int number) {
     for (const Command& command : commands) {
         if (command.number == number) {
-            const auto& selected = workstation.project().selected_items();
-            for (Item* item : std::vector<Item*>(selected.begin(), selected.end())) {
+            for (Item* item : workstation.project().selected_items().all()) {
                 command.run(workstation, *item);
             }
             return;

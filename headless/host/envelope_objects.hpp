@@ -1,7 +1,7 @@
 #pragma once
 // Envelopes taken out for editing: a plug-in changes a copy point by point and writes it back, or drops it.
 
-#include "headless/host/gap_list.hpp"
+#include "headless/base/gap_list.hpp"
 #include "headless/host/handles.hpp"
 #include "headless/host/workstation.hpp"
 

@@ -73,7 +73,7 @@ Result<Item*> insert_takes(Workstation& workstation, const fs::path& file) {
         return tl::unexpected(source.error());
     }
     const auto& selected = workstation.project().selected_items();
-    for (Item* item : selected) {
+    for (Item* item : selected.all()) {
         item->add_take(*source, file.filename().string());
     }
     return selected.at(0);

@@ -59,6 +59,8 @@ PluginLibrary::PluginLibrary(void* library, std::unique_ptr<PluginRecord> record
 PluginLibrary::PluginLibrary(PluginLibrary&& other) noexcept
     : library_(std::exchange(other.library_, nullptr)), record_(std::move(other.record_)) {}
 
+void* PluginLibrary::symbol(const char* name) const { return library_ ? dlsym(library_, name) : nullptr; }
+
 PluginLibrary::~PluginLibrary() {
     if (!library_) {
         return;

@@ -24,6 +24,10 @@ public:
     PluginLibrary(PluginLibrary&&) noexcept;
     PluginLibrary& operator=(PluginLibrary&&) = delete;
 
+    /// A symbol that the library shows, by its linker's name; null when there is none. Not to be used once
+    /// this object is gone.
+    void* symbol(const char* name) const;
+
 private:
     PluginLibrary(void* library, std::unique_ptr<PluginRecord> record);
 

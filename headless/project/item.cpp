@@ -4,9 +4,24 @@
 
 #include <algorithm>
 #include <cmath>
+#include <memory_resource>
 #include <utility>
 
 namespace headless {
+namespace {
+
+std::pmr::memory_resource& item_memory() {
+    static std::pmr::synchronized_pool_resource pool;
+    return pool;
+}
+
+} // namespace
+
+void* Item::operator new(std::size_t bytes) { return item_memory().allocate(bytes, alignof(Item)); }
+
+void Item::operator delete(void* item, std::size_t bytes) {
+    item_memory().deallocate(item, bytes, alignof(Item));
+}
 
 Item::Item(Track& track, std::uint64_t serial, double position_seconds, double length_seconds)
     : track_(track), serial_(serial), position_seconds_(position_seconds), length_seconds_(length_seconds) {
@@ -28,14 +43,19 @@ void Item::set_position_seconds(double position_seconds) {
     const auto place = track_.place_of(*this);
     auto self = std::move(*place);
     items.erase(place);
+    Project& project = track_.project();
+    project.forget_end(end_seconds());
     position_seconds_ = position_seconds;
+    project.note_end(end_seconds());
     items.insert(track_.place_of(*this), std::move(self));
     set_selected(was_selected);
 }
 
 void Item::set_length_seconds(double length_seconds) {
     if (std::isfinite(length_seconds)) {
+        track_.project().forget_end(end_seconds());
         length_seconds_ = std::max(length_seconds, 0.0);
+        track_.project().note_end(end_seconds());
     }
 }
 

@@ -21,6 +21,11 @@ public:
     Item(const Item&) = delete;
     Item& operator=(const Item&) = delete;
 
+    /// Items lie side by side in memory: going through all of them, as plug-ins do at each insertion, would
+    /// else wait for memory at each.
+    static void* operator new(std::size_t bytes);
+    static void operator delete(void* item, std::size_t bytes);
+
     Track& track() const { return track_; }
 
     double position_seconds() const { return position_seconds_; }

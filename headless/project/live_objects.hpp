@@ -2,8 +2,11 @@
 // The addresses of a project's living objects, kind by kind: how a handle from outside is told from a stale
 // one.
 
-#include <tuple>
-#include <unordered_set>
+#include "headless/base/pointer_set.hpp"
+
+#include <array>
+#include <cstddef>
+#include <type_traits>
 
 namespace headless {
 
@@ -16,29 +19,36 @@ class LiveObjects {
 public:
     template <class T>
     void enter(const T* object) {
-        set_of<T>().insert(object);
+        sets_[kind_of<T>()].insert(object);
     }
 
     template <class T>
     void leave(const T* object) {
-        set_of<T>().erase(object);
+        sets_[kind_of<T>()].erase(object);
     }
 
     /// Only compares addresses: any pointer will do, also one to nothing.
     template <class T>
     bool contains(const T* object) const {
-        return std::get<std::unordered_set<const T*>>(sets_).contains(object);
+        return sets_[kind_of<T>()].contains(object);
     }
 
 private:
     template <class T>
-    std::unordered_set<const T*>& set_of() {
-        return std::get<std::unordered_set<const T*>>(sets_);
+    static constexpr std::size_t kind_of() {
+        if constexpr (std::is_same_v<T, Track>) {
+            return 0;
+        } else if constexpr (std::is_same_v<T, Item>) {
+            return 1;
+        } else if constexpr (std::is_same_v<T, Take>) {
+            return 2;
+        } else {
+            static_assert(std::is_same_v<T, Envelope>);
+            return 3;
+        }
     }
 
-    std::tuple<std::unordered_set<const Track*>, std::unordered_set<const Item*>,
-               std::unordered_set<const Take*>, std::unordered_set<const Envelope*>>
-        sets_;
+    std::array<PointerSet, 4> sets_;
 };
 
 } // namespace headless

@@ -32,6 +32,7 @@ void Project::erase_track(const Track& track) {
     Track& going = *tracks_[index];
     for (const auto& item : going.items()) {
         item->set_selected(false);
+        forget_end(item->end_seconds());
     }
     going.set_selected(false);
     tracks_.erase(tracks_.begin() + static_cast<std::ptrdiff_t>(index));
@@ -43,6 +44,7 @@ void Project::number_tracks() {
         tracks_[index]->index_ = index;
     }
     tree_is_stale_ = true;
+    item_counts_are_stale_ = true;
 }
 
 // Hands the depth change of a track that is about to go to the neighbour that keeps the others in place.
@@ -87,22 +89,30 @@ void Project::work_out_tree() const {
     tree_is_stale_ = false;
 }
 
-std::size_t Project::item_count() const {
+void Project::count_items() const {
+    if (!item_counts_are_stale_) {
+        return;
+    }
+    items_up_to_.clear();
     std::size_t count = 0;
     for (const auto& track : tracks_) {
-        count += track->items().size();
+        items_up_to_.push_back(count += track->items().size());
     }
-    return count;
+    item_counts_are_stale_ = false;
+}
+
+std::size_t Project::item_count() const {
+    count_items();
+    return items_up_to_.empty() ? 0 : items_up_to_.back();
 }
 
 Item* Project::item(std::size_t index) const {
-    for (const auto& track : tracks_) {
-        if (index < track->items().size()) {
-            return track->items()[index].get();
-        }
-        index -= track->items().size();
+    if (index >= item_count()) {
+        return nullptr;
     }
-    return nullptr;
+    const auto place = std::ranges::upper_bound(items_up_to_, index);
+    const auto& items = tracks_[static_cast<std::size_t>(place - items_up_to_.begin())]->items();
+    return items[items.size() - (*place - index)].get();
 }
 
 void Project::select_all_items(bool selected) {
@@ -119,13 +129,30 @@ void Project::select_all_items(bool selected) {
     }
 }
 
+// An item ends here from now on.
+void Project::note_end(double end_seconds) {
+    if (items_end_seconds_) {
+        items_end_seconds_ = std::max(*items_end_seconds_, end_seconds);
+    }
+}
+
+// An item no longer ends here.
+void Project::forget_end(double end_seconds) {
+    if (end_seconds >= items_end_seconds_) {
+        items_end_seconds_.reset();
+    }
+}
+
 double Project::end_seconds() const {
-    double end = 0.0;
-    for (const auto& track : tracks_) {
-        for (const auto& item : track->items()) {
-            end = std::max(end, item->end_seconds());
+    if (!items_end_seconds_) {
+        items_end_seconds_ = 0.0;
+        for (const auto& track : tracks_) {
+            for (const auto& item : track->items()) {
+                items_end_seconds_ = std::max(*items_end_seconds_, item->end_seconds());
+            }
         }
     }
+    double end = *items_end_seconds_;
     for (const Marker& marker : markers.all()) {
         end = std::max({end, marker.position_seconds, marker.end_seconds});
     }

@@ -79,6 +79,9 @@ private:
     friend class Take;
 
     void number_tracks();
+    void count_items() const;
+    void note_end(double end_seconds);
+    void forget_end(double end_seconds);
     void close_gap_of(std::size_t index);
     void work_out_tree() const;
     std::optional<std::size_t> last_in_folder(std::size_t index) const;
@@ -88,6 +91,9 @@ private:
     Selection<Track, StandsBefore> selected_tracks_;
     std::uint64_t next_item_serial_ = 0;
     mutable bool tree_is_stale_ = false;
+    mutable bool item_counts_are_stale_ = false;
+    mutable std::vector<std::size_t> items_up_to_;          ///< and with each track
+    mutable std::optional<double> items_end_seconds_ = 0.0; ///< none when it has to be looked for
     std::unique_ptr<Track> master_;
     std::vector<std::unique_ptr<Track>> tracks_;
 };

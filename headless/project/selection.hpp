@@ -1,15 +1,16 @@
 #pragma once
 // The selected objects of one kind, in project order, counted through without a search.
 
+#include "headless/base/gap_list.hpp"
+
 #include <cstddef>
-#include <iterator>
-#include <set>
+#include <vector>
 
 namespace headless {
 
-/// Selecting and deselecting cost O(log n). `at` walks from the first, the last or the place last asked for,
-/// whichever is nearest: counting through in either direction, deselecting on the way or not, costs O(1) a
-/// step.
+/// `at` is constant. Selecting and deselecting objects one after the other, in either direction, cost O(1)
+/// each: the place of the last change is looked at first. Elsewhere they cost O(log n) comparisons and the
+/// distance from there.
 /// @tparam Before  orders two objects; what it reads of an object must not change while that is in here
 template <class T, class Before>
 class Selection {
@@ -17,62 +18,52 @@ public:
     std::size_t size() const { return objects_.size(); }
 
     /// The object of that place in the order, null past the end.
-    T* at(std::size_t index) const {
-        if (index >= size()) {
-            return nullptr;
-        }
-        move_to(index);
-        return *cursor_;
-    }
+    T* at(std::size_t index) const { return index < size() ? objects_[index] : nullptr; }
 
     void insert(T* object) {
-        if (objects_.insert(object).second) {
-            forget_place();
+        const std::size_t place = place_of(object);
+        if (at(place) != object) {
+            objects_.insert(place, object);
         }
     }
 
     void erase(T* object) {
-        const auto found = objects_.find(object);
-        if (found == objects_.end()) {
-            return;
+        const std::size_t place = place_of(object);
+        if (at(place) == object) {
+            objects_.erase(place);
         }
-        if (index_ != unknown && index_ > 0 && found == cursor_) { // the neighbour below keeps the place
-            --cursor_;
-            --index_;
-        } else {
-            forget_place();
-        }
-        objects_.erase(found);
     }
 
-    auto begin() const { return objects_.begin(); }
-    auto end() const { return objects_.end(); }
+    /// All of them as they are now.
+    std::vector<T*> all() const {
+        std::vector<T*> objects;
+        for (std::size_t index = 0; index < size(); ++index) {
+            objects.push_back(objects_[index]);
+        }
+        return objects;
+    }
 
 private:
-    using Place = typename std::set<T*, Before>::const_iterator;
-    static constexpr std::size_t unknown = static_cast<std::size_t>(-1);
-
-    void forget_place() { index_ = unknown; }
-
-    void move_to(std::size_t index) const {
-        const std::size_t from_end = size() - index;
-        const std::size_t from_cursor =
-            index_ == unknown ? unknown : (index_ > index ? index_ - index : index - index_);
-        if (from_cursor > index) {
-            cursor_ = objects_.begin();
-            index_ = 0;
+    // The number of objects that stand before this one.
+    std::size_t place_of(const T* object) const {
+        std::size_t begin = 0;
+        std::size_t end = size();
+        for (std::size_t probe = objects_.gap(); begin < end; probe = begin + (end - begin) / 2) {
+            if (probe > begin && objects_[probe - 1] == object) {
+                return probe - 1;
+            }
+            if (probe < end && Before()(objects_[probe], object)) {
+                begin = probe + 1;
+            } else if (probe > begin && !Before()(objects_[probe - 1], object)) {
+                end = probe - 1;
+            } else {
+                return probe;
+            }
         }
-        if (from_end < (index_ > index ? index_ - index : index - index_)) {
-            cursor_ = objects_.end();
-            index_ = size();
-        }
-        std::advance(cursor_, static_cast<std::ptrdiff_t>(index) - static_cast<std::ptrdiff_t>(index_));
-        index_ = index;
+        return begin;
     }
 
-    std::set<T*, Before> objects_;
-    mutable Place cursor_;
-    mutable std::size_t index_ = unknown;
+    GapList<T*> objects_;
 };
 
 } // namespace headless

@@ -45,9 +45,11 @@ Track* Track::parent() const {
 }
 
 Item& Track::add_item(double position_seconds, double length_seconds) {
-    auto item = std::make_unique<Item>(*this, project_.next_item_serial_++,
-                                       std::isfinite(position_seconds) ? position_seconds : 0.0, 0.0);
-    item->set_length_seconds(length_seconds);
+    const auto finite = [](double seconds) { return std::isfinite(seconds) ? seconds : 0.0; };
+    auto item = std::make_unique<Item>(*this, project_.next_item_serial_++, finite(position_seconds),
+                                       std::max(finite(length_seconds), 0.0));
+    project_.note_end(item->end_seconds());
+    project_.item_counts_are_stale_ = true;
     return **items_.insert(place_of(*item), std::move(item));
 }
 
@@ -55,6 +57,8 @@ void Track::erase_item(const Item& item) {
     const auto place = place_of(item);
     if (place != items_.end() && place->get() == &item) {
         (*place)->set_selected(false);
+        project_.forget_end(item.end_seconds());
+        project_.item_counts_are_stale_ = true;
         items_.erase(place);
     }
 }

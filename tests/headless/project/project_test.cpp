@@ -23,9 +23,7 @@ std::vector<int> depths(const Project& project) {
     return depths;
 }
 
-std::vector<Item*> selected(const Project& project) {
-    return {project.selected_items().begin(), project.selected_items().end()};
-}
+std::vector<Item*> selected(const Project& project) { return project.selected_items().all(); }
 
 TEST(Project, keeps_items_and_their_selection_by_track_and_position_wherever_they_move) {
     Project project;

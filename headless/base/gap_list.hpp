@@ -1,6 +1,6 @@
 #pragma once
-// A list that is edited at one place after the other: what an envelope object needs when a plug-in deletes
-// its points one by one, which in a plain vector would move the whole rest each time.
+// A list that is edited at one place after the other, as when a plug-in deletes points or selects items one
+// by one: in a plain vector each edit would move the whole rest.
 
 #include <cstddef>
 #include <utility>
@@ -8,8 +8,8 @@
 
 namespace headless {
 
-/// Elements by position. Access is constant; erasing costs the distance from where the last element was
-/// erased.
+/// Elements by position. Access is constant; inserting and erasing cost the distance from the gap, which is
+/// where that was last done.
 template <class T>
 class GapList {
 public:
@@ -23,8 +23,14 @@ public:
         return index < before_.size() ? before_[index] : behind_[size() - 1 - index];
     }
 
-    void push_back(T element) {
-        move_gap(size());
+    /// Index of the element behind the gap.
+    std::size_t gap() const { return before_.size(); }
+
+    void push_back(T element) { insert(size(), std::move(element)); }
+
+    /// The gap is behind the element then.
+    void insert(std::size_t index, T element) {
+        move_gap(index);
         before_.push_back(std::move(element));
     }
 

@@ -1,8 +1,10 @@
 #include "headless/report/printable.hpp"
 
+#include <algorithm>
 #include <array>
 #include <cstdint>
 #include <cstdio>
+#include <utf8proc.h>
 
 namespace headless {
 namespace {
@@ -99,6 +101,17 @@ std::string_view fitting(std::string_view text, std::size_t columns) {
         end += character.bytes;
     }
     return text.substr(0, end);
+}
+
+std::size_t display_columns(std::string_view text) {
+    std::size_t columns = 0;
+    for (std::size_t i = 0; i < text.size();) {
+        const Character character = decode(text, i);
+        columns += static_cast<std::size_t>(
+            std::max(utf8proc_charwidth(static_cast<utf8proc_int32_t>(character.code)), 0));
+        i += character.bytes;
+    }
+    return columns;
 }
 
 } // namespace headless

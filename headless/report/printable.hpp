@@ -16,4 +16,7 @@ std::string printable(std::string_view text);
 /// ASCII counts as two columns, as wide as any is.
 std::string_view fitting(std::string_view text, std::size_t columns);
 
+/// How many terminal columns a printable text takes, near enough to line up a table.
+std::size_t display_columns(std::string_view text);
+
 } // namespace headless

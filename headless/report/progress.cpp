@@ -2,7 +2,7 @@
 
 #include "headless/report/printable.hpp"
 
-#include <string>
+#include <cmath>
 #include <sys/ioctl.h>
 #include <unistd.h>
 
@@ -19,13 +19,34 @@ std::size_t columns_of(int descriptor) {
 
 } // namespace
 
+std::string time_left_text(double elapsed_seconds, std::size_t done, std::size_t total) {
+    if (done == 0 || done > total)
+        return {};
+    const auto left =
+        std::llround(elapsed_seconds / static_cast<double>(done) * static_cast<double>(total - done));
+    const auto two_digits = [](long long number) {
+        return (number < 10 ? "0" : "") + std::to_string(number);
+    };
+    const std::string minutes = left < 3600 ? std::to_string(left / 60)
+                                            : std::to_string(left / 3600) + ":" + two_digits(left / 60 % 60);
+    return minutes + ":" + two_digits(left % 60) + " left";
+}
+
 Progress::Progress(int stream_descriptor)
     : descriptor_(stream_descriptor), on_terminal_(isatty(stream_descriptor) == 1) {}
 
 void Progress::show(std::size_t number, std::size_t total, std::string_view name) {
     if (!on_terminal_)
         return;
-    const std::string line = std::to_string(number) + "/" + std::to_string(total) + "  " + printable(name);
+    if (first_number_ == 0) {
+        first_number_ = number;
+        begin_ = std::chrono::steady_clock::now();
+    }
+    const std::chrono::duration<double> elapsed = std::chrono::steady_clock::now() - begin_;
+    const std::string left =
+        time_left_text(elapsed.count(), number - first_number_, total + 1 - first_number_);
+    const std::string line = std::to_string(number) + "/" + std::to_string(total) + "  " + left +
+                             (left.empty() ? "" : "  ") + printable(name);
     // A full last column would make some terminals wrap, and the line could no longer be erased.
     write(std::string(erase_line) + std::string(fitting(line, columns_of(descriptor_) - 1)));
     shown_ = true;

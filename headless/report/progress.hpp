@@ -1,10 +1,16 @@
 #pragma once
 // How far the work has come, as one line that is rewritten in place on a terminal.
 
+#include <chrono>
 #include <cstddef>
+#include <string>
 #include <string_view>
 
 namespace headless {
+
+/// "1:05 left", "2:00:10 left": what remains when every piece takes as long as those that are done. Empty
+/// while none is.
+std::string time_left_text(double elapsed_seconds, std::size_t done, std::size_t total);
 
 /// Writes nothing where the stream is no terminal. The line is gone when the object is.
 class Progress {
@@ -15,7 +21,8 @@ public:
     Progress(const Progress&) = delete;
     Progress& operator=(const Progress&) = delete;
 
-    /// "3/40  name", cut to the terminal's width. `number` counts from 1.
+    /// "3/40  1:05 left  name", cut to the terminal's width. `number` counts from 1; the time counts from the
+    /// first call.
     void show(std::size_t number, std::size_t total, std::string_view name);
 
     /// Leaves the terminal's line as if nothing had been written; to be called before other output.
@@ -27,6 +34,8 @@ private:
     int descriptor_;
     bool on_terminal_;
     bool shown_ = false;
+    std::size_t first_number_ = 0; ///< 0: nothing shown yet
+    std::chrono::steady_clock::time_point begin_;
 };
 
 } // namespace headless

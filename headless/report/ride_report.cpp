@@ -1,40 +1,21 @@
 #include "headless/report/ride_report.hpp"
 
+#include "headless/report/figures.hpp"
 #include "headless/report/printable.hpp"
 
-#include <nlohmann/json.hpp>
-
-#include <array>
 #include <cmath>
-#include <cstdio>
 
 namespace headless {
 namespace {
 
-using nlohmann::ordered_json;
-
-template <class... Values>
-std::string formatted(const char* format, Values... values) {
-    std::array<char, 160> text{};
-    std::snprintf(text.data(), text.size(), format, values...);
-    return text.data();
-}
+using figures::decibels;
+using figures::formatted;
+using figures::line_of;
+using figures::loudness_text;
 
 /// With its sign; none where it would round to 0.0.
 std::string gain_text(double gain_db) {
     return std::abs(gain_db) < 0.05 ? "0.0" : formatted("%+.1f", gain_db);
-}
-
-std::string loudness_text(std::optional<double> lufs) { return lufs ? formatted("%.1f", *lufs) : "-"; }
-
-/// Decibels at four decimals: more would show where a curve was reckoned, not how it sounds.
-ordered_json decibels(std::optional<double> value) {
-    return value && std::isfinite(*value) ? ordered_json(std::round(*value * 1e4) / 1e4)
-                                          : ordered_json(nullptr);
-}
-
-std::string line_of(const ordered_json& object) {
-    return object.dump(-1, ' ', false, ordered_json::error_handler_t::replace) + "\n";
 }
 
 } // namespace

@@ -4,7 +4,9 @@
 
 namespace headless {
 
-Result<std::filesystem::path> find_plugin() {
+Result<std::filesystem::path> find_plugin(const std::filesystem::path& given) {
+    if (!given.empty())
+        return given;
     constexpr const char* file_name = "libreaper_MERIDEK_FELSPAR_for_6.x.so";
     std::error_code error;
     const std::filesystem::path program = std::filesystem::read_symlink("/proc/self/exe", error);

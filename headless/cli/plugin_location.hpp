@@ -1,5 +1,5 @@
 #pragma once
-// Where the command finds the plug-in when nobody says it.
+// Where the command finds the plug-in.
 
 #include "headless/base/failure.hpp"
 
@@ -7,8 +7,9 @@
 
 namespace headless {
 
-/// The plug-in's library, seen from the folder of the running program: ../lib/felspar/ as installed, ../lib/
-/// as built. @returns a failure that names both places when it is in neither
-Result<std::filesystem::path> find_plugin();
+/// The plug-in's library: `given` unless that is empty, else seen from the folder of the running program:
+/// ../lib/felspar/ as installed, ../lib/ as built. @returns a failure that names both places when it is in
+/// neither
+Result<std::filesystem::path> find_plugin(const std::filesystem::path& given);
 
 } // namespace headless

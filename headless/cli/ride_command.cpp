@@ -2,8 +2,8 @@
 
 #include "headless/cli/output_guard.hpp"
 #include "headless/cli/plugin_location.hpp"
+#include "headless/cli/project_output.hpp"
 #include "headless/cli/ride_session.hpp"
-#include "headless/report/printable.hpp"
 #include "headless/report/ride_reporter.hpp"
 
 #include <CLI/CLI.hpp>
@@ -48,7 +48,7 @@ Result<RideSession> open_session(const RideOptions& options, OutputGuard& guard)
         if (const auto permitted = guard.permits_project(options.project); !permitted)
             return tl::unexpected(permitted.error());
     }
-    auto plugin = options.plugin.empty() ? find_plugin() : options.plugin;
+    const auto plugin = find_plugin(options.plugin);
     if (!plugin)
         return tl::unexpected(plugin.error());
     return RideSession::open(*plugin, guard);
@@ -73,15 +73,9 @@ std::filesystem::path save_project(RideSession& session, const RideOptions& opti
         reporter.failed(options.project, saved.error());
         return {};
     }
-    for (const std::filesystem::path& lost : *saved)
-        reporter.failed(options.project, Failure{options.project.string() + ": cannot hold the path of " +
-                                                 lost.string() + ", which will not be found from it"});
+    for (const Failure& loss : *saved)
+        reporter.failed(options.project, loss);
     return options.project;
-}
-
-int cannot_begin(const Failure& failure) {
-    std::cerr << "felspar: " << printable(failure.message) << std::endl;
-    return 1;
 }
 
 int run(const RideOptions& options) {

@@ -1,8 +1,8 @@
 #include "headless/cli/ride_session.hpp"
 
 #include "headless/audio/loudness.hpp"
+#include "headless/cli/project_output.hpp"
 #include "headless/host/text.hpp"
-#include "headless/rpp/rpp.hpp"
 
 #include <algorithm>
 #include <cmath>
@@ -30,12 +30,6 @@ std::optional<double> momentary_maximum(AudioStore& store, const std::filesystem
 }
 
 double to_db(double gain) { return 20.0 * std::log10(gain); }
-
-/// Relative when it lies below the folder, so that the two can be moved together; else as it is.
-std::filesystem::path seen_from(const std::filesystem::path& folder, const std::filesystem::path& path) {
-    const std::filesystem::path relative = path.lexically_relative(folder);
-    return relative.empty() || *relative.begin() == ".." ? path : relative;
-}
 
 void add_gains(RideReport& report, const Take& take) {
     const Envelope* volume = take.envelope("Volume");
@@ -116,14 +110,10 @@ Result<RideReport> RideSession::ride_item(Item& item, const std::filesystem::pat
     return report;
 }
 
-Result<std::vector<std::filesystem::path>> RideSession::save(const std::filesystem::path& project_file) {
+Result<std::vector<Failure>> RideSession::save(const std::filesystem::path& project_file) {
     if (const auto permitted = guard_->permits_project(project_file); !permitted)
         return tl::unexpected(permitted.error());
-    Project& project = workstation_->project();
-    project.file = std::filesystem::canonical(std::filesystem::absolute(project_file).parent_path()) /
-                   project_file.filename();
-    project.record_path = seen_from(project.file.parent_path(), project.record_path);
-    return save_project(project, project.file).map([&] { return paths_that_do_not_fit(project); });
+    return save_project_as(*workstation_, project_file);
 }
 
 } // namespace headless

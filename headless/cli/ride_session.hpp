@@ -28,8 +28,8 @@ public:
     Result<RideReport> ride(const std::filesystem::path& file, int ratio);
 
     /// Writes the project of all that was ridden.
-    /// @returns the recordings and renders whose paths the project file cannot hold
-    Result<std::vector<std::filesystem::path>> save(const std::filesystem::path& project_file);
+    /// @returns as save_project_as
+    Result<std::vector<Failure>> save(const std::filesystem::path& project_file);
 
 private:
     using RideFunction = bool(MediaItem*, int);

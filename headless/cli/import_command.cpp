@@ -1,0 +1,245 @@
+#include "headless/cli/import_command.hpp"
+
+#include "headless/cli/import_plan.hpp"
+#include "headless/cli/import_session.hpp"
+#include "headless/cli/plugin_location.hpp"
+#include "headless/cli/project_output.hpp"
+#include "headless/report/printable.hpp"
+#include "headless/report/progress.hpp"
+#include "headless/report/text_file.hpp"
+#include "headless/rpp/rpp.hpp"
+
+#include <CLI/CLI.hpp>
+
+#include <cmath>
+#include <iostream>
+#include <memory>
+#include <system_error>
+#include <unistd.h>
+
+namespace headless {
+namespace {
+
+namespace fs = std::filesystem;
+
+/// The folder for renders, made when the import will need it; it goes again if nothing came into it.
+class RenderFolder {
+public:
+    static Result<RenderFolder> make(const fs::path& folder) {
+        std::error_code error;
+        const bool made = fs::create_directories(folder, error);
+        if (error)
+            return tl::unexpected(
+                Failure{folder.string() + ": cannot make the folder for renders: " + error.message()});
+        return RenderFolder(made ? folder : fs::path());
+    }
+    RenderFolder(RenderFolder&& other) noexcept : made_(std::exchange(other.made_, {})) {}
+    RenderFolder& operator=(RenderFolder&&) = delete;
+    ~RenderFolder() {
+        std::error_code not_empty;
+        if (!made_.empty())
+            fs::remove(made_, not_empty);
+    }
+
+private:
+    explicit RenderFolder(fs::path made) : made_(std::move(made)) {}
+
+    fs::path made_;
+};
+
+Result<ImportSession> open_session(const ImportOptions& options, const ImportPlan& plan, OutputGuard& guard) {
+    const auto plugin = find_plugin(options.plugin);
+    if (!plugin)
+        return tl::unexpected(plugin.error());
+    auto session = ImportSession::open(*plugin, guard);
+    if (!session)
+        return session;
+    if (options.onto.empty()) {
+        session->begin_project(plan.project);
+    } else if (const auto loaded = session->continue_project(options.onto); !loaded) {
+        return tl::unexpected(loaded.error());
+    }
+    return session;
+}
+
+/// Everything that can refuse the import before it starts, but for the folder of renders.
+Result<ImportSession> prepare(const ImportOptions& options, const ImportPlan& plan, OutputGuard& guard) {
+    guard.protect(plan.subject_lines);
+    guard.protect(plan.base_lines);
+    if (!options.is_dry_run) {
+        if (const auto permitted = check_outputs(options, plan, guard); !permitted)
+            return tl::unexpected(permitted.error());
+    }
+    return open_session(options, plan, guard);
+}
+
+/// A project that something else has saved may hold what this command does not know, and would not write
+/// again.
+Result<void> keep_foreign_original(const fs::path& project) {
+    std::error_code error;
+    if (!fs::exists(project, error) || is_own_project(project))
+        return {};
+    fs::path kept = project.string() + "-bak";
+    for (int number = 2; fs::exists(fs::symlink_status(kept, error)); ++number)
+        kept = project.string() + "-bak" + std::to_string(number);
+    fs::copy_file(project, kept, error);
+    if (error)
+        return tl::unexpected(
+            Failure{kept.string() + ": cannot keep the project as it was: " + error.message()});
+    std::cerr
+        << "felspar: " << printable(project.string())
+        << ": was saved elsewhere and may lose what this command does not know; as it was it is kept as "
+        << printable(kept.string()) << std::endl;
+    return {};
+}
+
+void save(ImportSession& session, const ImportPlan& plan, ImportReport& report) {
+    const auto saved =
+        keep_foreign_original(plan.project).and_then([&] { return session.save(plan.project); });
+    if (!saved) {
+        report.failures.push_back(saved.error().message);
+        return;
+    }
+    report.project = plan.project;
+    for (const Failure& loss : *saved)
+        report.failures.push_back(loss.message);
+}
+
+std::string list_of(const std::vector<fs::path>& files) {
+    std::string list;
+    for (const fs::path& file : files)
+        list += printable(file.native()) + '\n';
+    return list;
+}
+
+void write_lists(const ImportOptions& options, ImportReport& report) {
+    const auto write = [&](const fs::path& file, const std::string& text) {
+        if (file.empty())
+            return;
+        if (const auto written = write_text_file(file, text); !written)
+            report.failures.push_back(written.error().message);
+    };
+    write(options.unmatched, list_of(report.unmatched));
+    write(options.csv, csv_table(report.pairs));
+}
+
+ImportReport import_pairs(ImportSession& session, const ImportOptions& options, const ImportPlan& plan) {
+    Progress progress(STDERR_FILENO);
+    std::size_t number = 0;
+    return session.run(options, plan, [&](const fs::path& base) {
+        progress.show(++number, plan.survey.pairs, base.filename().string());
+    });
+}
+
+int tell(const ImportOptions& options, const ImportReport& report) {
+    for (const std::string& failure : report.failures)
+        std::cerr << "felspar: " << printable(failure) << '\n';
+    std::cout << (options.json ? json_summary(report) : text_summary(report)) << std::flush;
+    return report.failures.empty() && std::cout ? 0 : 1;
+}
+
+int run(const ImportOptions& options) {
+    const auto plan = plan_import(options);
+    if (!plan)
+        return cannot_begin(plan.error());
+    OutputGuard guard({});
+    auto session = prepare(options, *plan, guard);
+    if (!session)
+        return cannot_begin(session.error());
+    if (options.is_dry_run)
+        return tell(options, import_pairs(*session, options, *plan));
+
+    std::optional<RenderFolder> renders;
+    if (options.ride) {
+        const fs::path folder = session->render_folder();
+        auto made = check_render_folder(*plan, folder).and_then([&] { return RenderFolder::make(folder); });
+        if (!made)
+            return cannot_begin(made.error());
+        renders.emplace(std::move(*made));
+    }
+    ImportReport report = import_pairs(*session, options, *plan);
+    save(*session, *plan, report);
+    write_lists(options, report);
+    return tell(options, report);
+}
+
+void check_together(const ImportOptions& options) {
+    if (options.ride && !options.match)
+        throw CLI::ValidationError("--ride", "needs --match: without it the import would not ride");
+    if (options.is_dry_run && !(options.unmatched.empty() && options.csv.empty()))
+        throw CLI::ValidationError("--dry-run", "writes nothing, so it goes without --unmatched and --csv");
+    if (!std::isfinite(options.start_seconds) || !std::isfinite(options.interval_seconds))
+        throw CLI::ValidationError("--start, --interval", "must be finite numbers");
+}
+
+void add_levels_options(CLI::App& import, ImportOptions& options) {
+    import.add_flag("--match", options.match,
+                    "Bring each subject line to the momentary maximum of its base line");
+    import.add_flag("--ride", options.ride, "Ride the volume of each subject line first; needs --match");
+    import
+        .add_option("--ratio", options.ratio,
+                    "How hard the ride cuts loud passages: 0 lightest (default), 3 and 4 hardest")
+        ->check(CLI::Range(0, 4).description(""))
+        ->type_name("0..4");
+    import
+        .add_option_function<std::string>(
+            "--loudness", [&options](const std::string& word) { options.reads_coarsely = word == "coarse";
+},
+            "How momentary loudness is read: precise, every 10 ms (default), or coarse, every 400 ms")
+        ->check(CLI::IsMember({"precise", "coarse"}).description(""))
+        ->type_name("precise|coarse");
+} // namespace
+
+void add_place_options(CLI::App& import, ImportOptions& options) {
+    import
+        .add_option(
+            "--group", options.groups,
+            "Lines whose names contain NAME get tracks of their own; may be repeated, the first counts")
+        ->type_name("NAME")
+        ->allow_extra_args(false);
+    import
+        .add_option("--start", options.start_seconds, "Where the first line begins, in seconds (default: 0)")
+        ->type_name("S");
+    import.add_flag("--from-end", options.counts_from_end, "--start counts from the project's end");
+    import.add_option("--interval", options.interval_seconds, "Seconds behind every line (default: 0)")
+        ->type_name("S");
+}
+
+void add_output_options(CLI::App& import, ImportOptions& options) {
+    import
+        .add_option("-o,--output", options.output,
+                    "The project file to write (default: the --onto project, else SUBJECT's name here)")
+        ->type_name("PROJECT.rpp");
+    import.add_option("--onto", options.onto, "Go on with this project")->type_name("PROJECT.rpp");
+    import
+        .add_option("--unmatched", options.unmatched,
+                    "Write the subject lines without a partner, one path a line")
+        ->type_name("FILE");
+    import.add_option("--csv", options.csv, "Write one line a pair, for a spreadsheet")->type_name("FILE");
+    import.add_flag("--json", options.json, "Print the summary as one JSON object");
+    import.add_flag("--dry-run", options.is_dry_run, "Only show groups, pairs and unmatched lines");
+    import.add_option("--plugin", options.plugin, "The plug-in's library, when it is not in its usual place")
+        ->type_name("PATH");
+}
+
+} // namespace headless
+
+void add_import_command(CLI::App& app, int& exit_status) {
+    const auto options = std::make_shared<ImportOptions>();
+    CLI::App* import = app.add_subcommand("import", "Lay two folders of localised lines out, pair by pair");
+    import->add_option("subject", options->subject, "Folder of the lines to be worked on, with all below it")
+        ->required()
+        ->type_name("SUBJECT");
+    import->add_option("base", options->base, "Folder of the lines that they are held against")
+        ->required()
+        ->type_name("BASE");
+    add_place_options(*import, *options);
+    add_levels_options(*import, *options);
+    add_output_options(*import, *options);
+    import->callback([options, &exit_status] {
+        check_together(*options);
+    exit_status = run(*options);
+});
+}
+
+} // namespace headless

@@ -1,0 +1,138 @@
+#include "headless/cli/import_session.hpp"
+
+#include "headless/cli/pair_recorder.hpp"
+#include "headless/cli/project_output.hpp"
+#include "headless/rpp/rpp.hpp"
+
+#include <algorithm>
+#include <exception>
+#include <map>
+#include <set>
+#include <system_error>
+#include <utility>
+
+namespace headless {
+namespace {
+
+namespace fs = std::filesystem;
+
+/// mk_api::LINGOMAT::LINGOMAT_InsertMediaItems. The row of that name is for reading only.
+constexpr const char* import_symbol = "_ZN6mk_api8LINGOMAT25LINGOMAT_InsertMediaItemsENSt7__cxx1112basic_"
+                                      "stringIcSt11char_traitsIcESaIcEEES6_ddibbiRKSt6"
+                                      "vectorIS6_SaIS6_EERS9_";
+
+constexpr int coarse_hop_milliseconds = 400;
+
+std::vector<fs::path> audio_in(const Project& project) {
+    std::vector<fs::path> files;
+    for (const auto& track : project.tracks()) {
+        for (const auto& item : track->items()) {
+            for (const auto& take : item->takes())
+                files.push_back(take->source.file);
+        }
+    }
+    return files;
+}
+
+bool has_child(const Project& project, const Track& parent, std::string_view name) {
+    return std::ranges::any_of(project.tracks(), [&](const auto& track) {
+        return track->parent() == &parent && track->name == name;
+    });
+}
+
+} // namespace
+
+ImportSession::ImportSession(std::unique_ptr<Workstation> workstation, PluginLibrary plugin,
+                             ImportFunction* import, OutputGuard& guard)
+    : workstation_(std::move(workstation)), plugin_(std::move(plugin)), import_(import), guard_(&guard) {
+    workstation_->allow_replacing(
+        [&guard](const fs::path& target) { return guard.permits_audio(target).has_value(); });
+}
+
+Result<ImportSession> ImportSession::open(const fs::path& plugin, OutputGuard& guard) {
+    auto workstation = std::make_unique<Workstation>();
+    auto library = PluginLibrary::load(plugin, *workstation);
+    if (!library)
+        return tl::unexpected(library.error());
+    auto* import = reinterpret_cast<ImportFunction*>(library->symbol(import_symbol));
+    if (import == nullptr)
+        return tl::unexpected(Failure{plugin.string() + ": offers no dialogue import"});
+    return ImportSession(std::move(workstation), std::move(*library), import, guard);
+}
+
+void ImportSession::begin_project(const fs::path& file) {
+    Project& project = workstation_->project();
+    project.file = with_true_folder(file);
+    project.record_path = file.stem().concat("-takes");
+}
+
+Result<void> ImportSession::continue_project(const fs::path& file) {
+    return load_project(workstation_->project(), file).map([&] {
+        workstation_->project().file = with_true_folder(file);
+        guard_->protect(audio_in(workstation_->project()));
+    });
+}
+
+ImportReport ImportSession::run(const ImportOptions& options, const ImportPlan& plan,
+                                std::function<void(const fs::path&)> begin_pair) {
+    workstation_->loudness_hop_milliseconds =
+        options.reads_coarsely ? coarse_hop_milliseconds : workstation_->loudness_hop_milliseconds;
+    const bool match = options.match && !options.is_dry_run;
+    PairRecorder recorder(*workstation_, *guard_, {match, match && options.ride, std::move(begin_pair)});
+    std::vector<std::string> unmatched;
+    const std::string trouble = call_import(options, plan, unmatched);
+    recorder.finish();
+    std::ranges::sort(unmatched);
+
+    ImportReport report{.subject_folder = plan.subject,
+                        .base_folder = plan.base,
+                        .is_dry_run = options.is_dry_run,
+                        .is_matched = match,
+                        .groups = groups_of(options.groups, recorder.pairs()),
+                        .pairs = recorder.pairs(),
+                        .unmatched = {unmatched.begin(), unmatched.end()},
+                        .survey = plan.survey};
+    for (const Failure& failure : recorder.failures())
+        report.failures.push_back(failure.message);
+    if (!trouble.empty())
+        report.failures.push_back(plan.subject.string() + ": the import ended early: " + trouble);
+    return report;
+}
+
+/// @returns why it ended early, mostly empty
+std::string ImportSession::call_import(const ImportOptions& options, const ImportPlan& plan,
+                                       std::vector<std::string>& unmatched) const {
+    const bool match = options.match && !options.is_dry_run;
+    try {
+        const int code = import_(plan.subject.string(), plan.base.string(), options.start_seconds,
+                                 options.interval_seconds, options.counts_from_end ? 1 : 0, match,
+                                 match && options.ride, options.ratio, options.groups, unmatched);
+        return code == 0 ? "" : "code " + std::to_string(code);
+    } catch (const std::exception& error) {
+        return error.what();
+    }
+}
+
+/// The groups that stand in the project by now, with or without pairs.
+std::vector<ImportedGroup> ImportSession::groups_of(const std::vector<std::string>& names,
+                                                    const std::vector<ImportedPair>& pairs) const {
+    std::map<std::string, std::size_t> counts;
+    for (const ImportedPair& pair : pairs)
+        ++counts[pair.group];
+    std::set<std::string> wanted(names.begin(), names.end());
+    wanted.insert("None");
+    std::vector<ImportedGroup> groups;
+    const Project& project = workstation_->project();
+    for (const auto& track : project.tracks()) {
+        const bool is_group = track->depth() == 0 && has_child(project, *track, "unique");
+        if (is_group && wanted.erase(track->name) != 0)
+            groups.push_back({track->name, counts[track->name]});
+    }
+    return groups;
+}
+
+Result<std::vector<Failure>> ImportSession::save(const fs::path& file) {
+    return save_project_as(*workstation_, file);
+}
+
+} // namespace headless

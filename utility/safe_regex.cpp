@@ -73,12 +73,13 @@ private:
 
 /// The larger number of a counted repeat such as "{2,5}", whose text begins behind the brace.
 std::size_t repeats(std::string_view text) {
+    constexpr std::size_t more_than_compiles = 100000;
     std::size_t most = 0;
     std::size_t number = 0;
     for (const char digit : text.substr(0, text.find('}'))) {
         const bool is_digit = digit >= '0' && digit <= '9';
         number =
-            is_digit ? std::min<std::size_t>(10 * number + static_cast<std::size_t>(digit - '0'), 100000) : 0;
+            is_digit ? std::min(10 * number + static_cast<std::size_t>(digit - '0'), more_than_compiles) : 0;
         most = std::max(most, number);
     }
     return most;

@@ -4,8 +4,11 @@
 
 namespace headless {
 
-AudioStore::AudioStore(std::size_t byte_limit) : byte_limit_(byte_limit) {}
+AudioStore::AudioStore(std::size_t byte_limit, std::chrono::milliseconds patience)
+    : byte_limit_(byte_limit), decoder_(std::make_unique<Decoder>(patience)) {}
 AudioStore::~AudioStore() = default;
+
+void AudioStore::set_patience(std::chrono::milliseconds patience) { decoder_->set_patience(patience); }
 
 Result<AudioFormat> AudioStore::format(const std::filesystem::path& file) {
     return find_or_open(file).map([](const DecodedFile* found) { return found->format(); });
@@ -32,7 +35,7 @@ Result<DecodedFile*> AudioStore::find_or_open(const std::filesystem::path& file)
     if (!stamp) {
         return tl::unexpected(stamp.error());
     }
-    return DecodedFile::open(file, *stamp).map([&](DecodedFile&& opened) {
+    return DecodedFile::open(file, *stamp, *decoder_).map([&](DecodedFile&& opened) {
         files_.push_front(std::move(opened));
         by_path_.emplace(file.native(), files_.begin());
         return &files_.front();

@@ -4,28 +4,37 @@
 #include "headless/audio/frames.hpp"
 #include "headless/base/failure.hpp"
 
+#include <chrono>
 #include <cstddef>
 #include <filesystem>
 #include <list>
+#include <memory>
 #include <string>
 #include <unordered_map>
 
 namespace headless {
 
 class DecodedFile;
+class Decoder;
 
 /// Reads audio files of every format that libsndfile knows.
 ///
-/// Only regular files are opened, so that a pipe or device can never block. The decoded audio of the files
+/// Only regular files are opened, so that a pipe or device can never block; a file that the library makes no
+/// progress with for the time of `patience` is a failure. The decoded audio of the files
 /// used last stays in memory as long as it fits the limit; a file larger than that is decoded anew at each
 /// reading. A file that has changed on disk (size, time stamp, identity) is decoded again. Not for use from
 /// two threads at once.
 class AudioStore {
 public:
     static constexpr std::size_t default_byte_limit = std::size_t{256} << 20;
+    static constexpr std::chrono::milliseconds default_patience{30'000};
+
+    void set_patience(std::chrono::milliseconds patience);
 
     /// @param byte_limit most bytes of decoded audio kept between readings
-    explicit AudioStore(std::size_t byte_limit = default_byte_limit);
+    /// @param patience   longest time that a file may take without progress
+    explicit AudioStore(std::size_t byte_limit = default_byte_limit,
+                        std::chrono::milliseconds patience = default_patience);
     ~AudioStore();
     AudioStore(const AudioStore&) = delete;
     AudioStore& operator=(const AudioStore&) = delete;
@@ -53,7 +62,8 @@ private:
 
     std::size_t byte_limit_;
     std::size_t resident_bytes_ = 0;
-    Files files_; ///< used last stands first
+    std::unique_ptr<Decoder> decoder_; // the files' own
+    Files files_;                      ///< used last stands first
     std::unordered_map<std::string, Files::iterator> by_path_;
 };
 

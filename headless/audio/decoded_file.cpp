@@ -16,30 +16,6 @@ std::int64_t frames_per_block(int channels) {
     return std::max<std::int64_t>(1, static_cast<std::int64_t>(block_samples) / channels);
 }
 
-bool holds_integers(const SF_INFO& info) {
-    switch (info.format & SF_FORMAT_SUBMASK) {
-    case SF_FORMAT_PCM_S8:
-    case SF_FORMAT_PCM_16:
-    case SF_FORMAT_PCM_24:
-    case SF_FORMAT_PCM_32:
-    case SF_FORMAT_PCM_U8:
-        return true;
-    default:
-        return false;
-    }
-}
-
-// Decodes the next frames, up to `frames`, and makes them finite. Fewer mean the end of what can be decoded.
-std::int64_t decode(const SoundFile& sound, float* samples, std::int64_t frames) {
-    const std::int64_t got = std::max<std::int64_t>(0, sf_readf_float(sound.handle.get(), samples, frames));
-    if (!holds_integers(sound.info)) {
-        for (float& sample : std::span(samples, static_cast<std::size_t>(got * sound.info.channels))) {
-            sample = std::abs(sample) <= std::numeric_limits<float>::max() ? sample : 0.0F;
-        }
-    }
-    return got;
-}
-
 // Calls visit(frame, count) for the frames from `first` to before `end`, at most a block at a time.
 template <class Visit>
 Result<void> for_each_block(std::int64_t first, std::int64_t end, int channels, Visit visit) {
@@ -72,13 +48,14 @@ constexpr const char* nothing_decoded = "no audio could be decoded";
 
 } // namespace
 
-Result<DecodedFile> DecodedFile::open(const std::filesystem::path& file, const FileStamp& stamp) {
-    auto sound = open_sound_file(file);
+Result<DecodedFile> DecodedFile::open(const std::filesystem::path& file, const FileStamp& stamp,
+                                      Decoder& decoder) {
+    auto sound = decoder.open(file);
     if (!sound) {
         return tl::unexpected(sound.error());
     }
     const SF_INFO& info = sound->info;
-    DecodedFile opened(file, stamp, {info.samplerate, info.channels, info.frames});
+    DecodedFile opened(file, stamp, {info.samplerate, info.channels, info.frames}, decoder);
     if (info.frames / believable_samples_per_byte > stamp.bytes / info.channels) {
         if (auto counted = opened.count_frames(*sound); !counted) {
             return tl::unexpected(counted.error());
@@ -97,7 +74,7 @@ std::size_t DecodedFile::bytes() const {
 }
 
 Result<SoundFile> DecodedFile::reopen() const {
-    auto sound = open_sound_file(path_);
+    auto sound = decoder_->open(path_);
     if (sound &&
         (sound->info.channels != format_.channels || sound->info.samplerate != format_.sample_rate)) {
         return failure(path_, "has changed while it was read");
@@ -106,37 +83,35 @@ Result<SoundFile> DecodedFile::reopen() const {
 }
 
 Result<void> DecodedFile::count_frames(const SoundFile& sound) {
-    const std::int64_t block_frames = frames_per_block(format_.channels);
-    std::vector<float> block(static_cast<std::size_t>(block_frames * format_.channels));
-    std::int64_t frames = 0;
-    while (const std::int64_t got = decode(sound, block.data(), block_frames)) {
-        frames += got;
+    const auto frames = decoder_->count_frames(sound);
+    if (!frames) {
+        return tl::unexpected(frames.error());
     }
-    if (frames == 0) {
+    if (*frames == 0) {
         return failure(path_, nothing_decoded);
     }
-    format_.frames = frames;
+    format_.frames = *frames;
     return {};
 }
 
 Result<void> DecodedFile::load() {
     const auto sound = opened_ ? Result<SoundFile>(std::move(*opened_)) : reopen();
     opened_.reset();
-    if (!sound) {
-        return tl::unexpected(sound.error());
+    auto decoded =
+        sound.and_then([&](const SoundFile& opened) { return decoder_->decode(opened, format_.frames); });
+    if (!decoded) {
+        return tl::unexpected(decoded.error());
     }
-    auto samples = std::make_unique_for_overwrite<float[]>(bytes() / sizeof(float));
-    const std::int64_t frames = decode(*sound, samples.get(), format_.frames);
-    if (frames == 0) {
+    if (decoded->frames == 0) {
         return failure(path_, nothing_decoded);
     }
-    if (frames < format_.frames) { // keep no more memory than there is audio
-        format_.frames = frames;
-        auto fitting = std::make_unique_for_overwrite<float[]>(bytes() / sizeof(float));
-        std::copy_n(samples.get(), bytes() / sizeof(float), fitting.get());
-        samples = std::move(fitting);
+    samples_ = std::move(decoded->samples);
+    if (decoded->frames < format_.frames) { // keep no more memory than there is audio
+        format_.frames = decoded->frames;
+        const auto fitting = std::make_shared_for_overwrite<float[]>(bytes() / sizeof(float));
+        std::copy_n(samples_.get(), bytes() / sizeof(float), fitting.get());
+        samples_ = fitting;
     }
-    samples_ = std::move(samples);
     return {};
 }
 
@@ -166,18 +141,27 @@ Result<void> DecodedFile::stream_audio(std::int64_t first, std::int64_t end,
     if (!sound) {
         return tl::unexpected(sound.error());
     }
-    if (first > 0 && sf_seek(sound->handle.get(), first, SEEK_SET) != first) {
-        return failure(path_, "can only be read from its start");
+    if (first > 0) {
+        const auto found = decoder_->seek(*sound, first);
+        if (!found) {
+            return tl::unexpected(found.error());
+        }
+        if (!*found) {
+            return failure(path_, "can only be read from its start");
+        }
     }
     const int channels = format_.channels;
-    std::vector<float> block(static_cast<std::size_t>(frames_per_block(channels) * channels));
     return for_each_block(first, end, channels, [&](std::int64_t frame, std::int64_t count) -> Result<void> {
-        const std::int64_t got = decode(*sound, block.data(), count);
-        if (got == 0 && frame == 0) {
+        const auto decoded = decoder_->decode(*sound, count);
+        if (!decoded) {
+            return tl::unexpected(decoded.error());
+        }
+        if (decoded->frames == 0 && frame == 0) {
             return failure(path_, nothing_decoded);
         }
-        std::fill(block.begin() + got * channels, block.begin() + count * channels, 0.0F);
-        return visit(std::span(block).first(static_cast<std::size_t>(count * channels)));
+        const auto block = std::span(decoded->samples.get(), static_cast<std::size_t>(count * channels));
+        std::ranges::fill(block.subspan(static_cast<std::size_t>(decoded->frames * channels)), 0.0F);
+        return visit(block);
     });
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 // One audio file and, once loaded, its decoded audio. For use inside this folder.
 
+#include "headless/audio/decoder.hpp"
 #include "headless/audio/frames.hpp"
 #include "headless/audio/sound_file.hpp"
 
@@ -16,7 +17,9 @@ class DecodedFile {
 public:
     /// Reads the header; counts the frames by decoding when the header claims more than the file can hold.
     /// @param stamp the file's present one
-    static Result<DecodedFile> open(const std::filesystem::path& file, const FileStamp& stamp);
+    /// @param decoder outlives this
+    static Result<DecodedFile> open(const std::filesystem::path& file, const FileStamp& stamp,
+                                    Decoder& decoder);
 
     const std::filesystem::path& path() const { return path_; }
     const FileStamp& stamp() const { return stamp_; }
@@ -38,8 +41,9 @@ public:
     Result<void> read(FrameRange range, const FrameVisitor& visit) const;
 
 private:
-    DecodedFile(std::filesystem::path path, const FileStamp& stamp, const AudioFormat& format)
-        : path_(std::move(path)), stamp_(stamp), format_(format) {}
+    DecodedFile(std::filesystem::path path, const FileStamp& stamp, const AudioFormat& format,
+                Decoder& decoder)
+        : path_(std::move(path)), stamp_(stamp), format_(format), decoder_(&decoder) {}
 
     Result<SoundFile> reopen() const;
     Result<void> count_frames(const SoundFile& sound);
@@ -49,8 +53,9 @@ private:
     std::filesystem::path path_;
     FileStamp stamp_;
     AudioFormat format_;
+    Decoder* decoder_;
     std::optional<SoundFile> opened_; // at its start
-    std::unique_ptr<float[]> samples_;
+    std::shared_ptr<float[]> samples_;
 };
 
 } // namespace headless

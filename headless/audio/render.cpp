@@ -1,5 +1,6 @@
 #include "headless/audio/render.hpp"
 
+#include "headless/audio/decoder.hpp"
 #include "headless/audio/sound_file.hpp"
 
 #include <cstring>
@@ -91,7 +92,7 @@ Result<AudioFormat> render(AudioStore& store, const std::filesystem::path& sourc
 }
 
 bool is_own_file(const std::filesystem::path& file) {
-    const auto sound = open_sound_file(file);
+    const auto sound = Decoder(AudioStore::default_patience).open(file);
     if (!sound) {
         return false;
     }

@@ -52,7 +52,7 @@ Result<SoundFile> open_sound_file(const std::filesystem::path& file) {
     if (info.channels <= 0 || info.samplerate <= 0) {
         return failure(file, "has no channels or no sample rate");
     }
-    return SoundFile{std::move(handle), info};
+    return SoundFile{std::move(handle), info, file};
 }
 
 } // namespace headless

@@ -31,9 +31,11 @@ struct FileStamp {
 /// Fails, naming the path, when there is no regular file with something in it.
 Result<FileStamp> stamp_of(const std::filesystem::path& file);
 
+/// An open file; copies share it.
 struct SoundFile {
-    SoundFileHandle handle;
+    std::shared_ptr<SNDFILE> handle;
     SF_INFO info;
+    std::filesystem::path path;
 };
 
 /// Opens for reading. Fails, naming the path, as stamp_of does and when it is no audio file with frames in

@@ -36,7 +36,7 @@ bool is_same_file(const fs::path& left, const fs::path& right) {
     return fs::equivalent(left, right, error);
 }
 
-RenderTarget choose_target(const Workstation& workstation, const Take& take) {
+RenderTarget choose_target(Workstation& workstation, const Take& take) {
     const std::string_view stem = without_audio_extension(take.name);
     const fs::path folder = workstation.render_folder();
     const fs::path plain = folder / file_name_for(stem, ".wav");
@@ -46,9 +46,9 @@ RenderTarget choose_target(const Workstation& workstation, const Take& take) {
     if (workstation.may_replace(plain) && !is_same_file(plain, take.source.file)) {
         return {plain, ExistingFile::replace};
     }
-    for (std::size_t number = 1;; ++number) {
+    for (std::size_t& number = workstation.last_render_number(plain);;) {
         fs::path numbered =
-            folder / file_name_for(stem, std::string("-").append(three_digits(number)).append(".wav"));
+            folder / file_name_for(stem, std::string("-").append(three_digits(++number)).append(".wav"));
         if (!is_taken(numbered)) {
             return {std::move(numbered)};
         }

@@ -102,6 +102,10 @@ public:
     void report(Failure failure);
     void set_last_envelope_edit(const EnvelopeEdit& edit) { last_envelope_edit_ = edit; }
     bool may_replace(const std::filesystem::path& file) const { return may_replace_ && may_replace_(file); }
+    /// The number behind the last render of that name, 0 at first: thousands of lines may share one.
+    std::size_t& last_render_number(const std::filesystem::path& file) {
+        return render_numbers_[file.native()];
+    }
     EnvelopeObjects& envelope_objects() { return *envelope_objects_; }
     SourceHandles& source_handles() { return *source_handles_; }
 
@@ -115,6 +119,7 @@ private:
     std::unordered_map<std::string, void*> registered_;
     std::vector<Failure> failures_;
     EnvelopeEdit last_envelope_edit_;
+    std::unordered_map<std::string, std::size_t> render_numbers_;
     std::function<bool(const std::filesystem::path&)> may_replace_;
 };
 

@@ -1,0 +1,76 @@
+#include "headless/audio/watched_thread.hpp"
+
+#include <condition_variable>
+#include <exception>
+#include <mutex>
+#include <thread>
+#include <utility>
+
+namespace headless {
+
+struct WatchedThread::Desk {
+    std::mutex mutex;
+    std::condition_variable changed;
+    std::function<void(Steps&)> job; // null when there is nothing to do
+    std::exception_ptr escaped;
+    bool is_closed = false;
+    Steps steps = 0;
+};
+
+WatchedThread::WatchedThread() = default;
+
+WatchedThread::~WatchedThread() {
+    if (desk_) {
+        const std::lock_guard lock(desk_->mutex);
+        desk_->is_closed = true;
+        desk_->changed.notify_all();
+    }
+}
+
+void WatchedThread::work(const std::shared_ptr<Desk>& desk) {
+    std::unique_lock lock(desk->mutex);
+    for (;;) {
+        desk->changed.wait(lock, [&] { return desk->job || desk->is_closed; });
+        if (!desk->job) {
+            return;
+        }
+        const auto job = desk->job;
+        lock.unlock();
+        std::exception_ptr escaped;
+        try {
+            job(desk->steps);
+        } catch (...) {
+            escaped = std::current_exception();
+        }
+        lock.lock();
+        desk->escaped = std::move(escaped);
+        desk->job = nullptr;
+        desk->changed.notify_all();
+    }
+}
+
+bool WatchedThread::run(std::function<void(Steps&)> job, std::chrono::milliseconds patience) {
+    if (!desk_) {
+        desk_ = std::make_shared<Desk>();
+        std::thread([desk = desk_] { work(desk); }).detach();
+    }
+    std::unique_lock lock(desk_->mutex);
+    desk_->job = std::move(job);
+    desk_->changed.notify_all();
+    for (std::uint64_t seen = desk_->steps;
+         !desk_->changed.wait_for(lock, patience, [&] { return !desk_->job; });) {
+        if (desk_->steps == seen) {
+            desk_->is_closed = true;
+            lock.unlock();
+            desk_.reset();
+            return false;
+        }
+        seen = desk_->steps;
+    }
+    if (const std::exception_ptr escaped = std::exchange(desk_->escaped, nullptr)) {
+        std::rethrow_exception(escaped);
+    }
+    return true;
+}
+
+} // namespace headless

@@ -47,6 +47,12 @@ TEST(Progress, rewrites_one_line_cut_to_the_terminal_and_erases_it_in_the_end) {
     close(screen);
 }
 
+TEST(Progress, reckons_the_time_left_from_what_is_done) {
+    EXPECT_EQ(time_left_text(5.0, 0, 40), "");
+    EXPECT_EQ(time_left_text(10.0, 10, 75), "1:05 left");
+    EXPECT_EQ(time_left_text(10.0, 1, 722), "2:00:10 left");
+}
+
 const RideReport long_take{.file = "in/a\nb.wav",
                            .output = "ridden/caf\xe9.wav",
                            .length_seconds = 73.34875,

@@ -1,3 +1,5 @@
+#include "headless/audio/loudness.hpp"
+#include "headless/host/take_loudness.hpp"
 #include "tests/headless/host/host_fixture.hpp"
 
 namespace headless {
@@ -43,6 +45,30 @@ TEST_F(AudioFunctions, measure_loudness_as_heard_and_in_project_time) {
     item.set_length_seconds(0.3);
     EXPECT_FALSE(measure());
     EXPECT_THAT(workstation.take_failures(), ElementsAre(tells("too short")));
+}
+
+TEST_F(AudioFunctions, measure_a_levelled_take_at_its_target_until_its_file_changes) {
+    using test::operator+;
+    const auto speech = test::silence(0.2, 8000) + test::tone(0.4, 0.1, 8000) + test::silence(0.6, 8000);
+    Item& item = insert_item(speech);
+    const Take& take = *item.active_take();
+    const auto heard = [&](LoudnessRequest request) {
+        return heard_loudness(workstation, take, request).value();
+    };
+    item.volume = 0.7;
+    const double measured = heard(LoudnessRequest::everything()).momentary_maximum_lufs->value;
+    item.volume *= std::pow(10.0, (-31.5 - measured) / 20.0);
+    EXPECT_NEAR(heard_momentary_maximum(workstation, take).value(), -31.5, 1e-9);
+    const auto anew = measure_loudness(workstation.audio(), take.source.file, {0, take.source.frames},
+                                       GainCurve(item.volume), LoudnessRequest::everything());
+    EXPECT_NEAR(anew->momentary_maximum_lufs->value, -31.5, 1e-5);
+    EXPECT_NEAR(heard(LoudnessRequest::everything()).integrated_lufs.value(), anew->integrated_lufs.value(),
+                1e-9);
+
+    workstation.loudness_hop_milliseconds = 400;
+    EXPECT_NEAR(heard_momentary_maximum(workstation, take).value(), -31.5 - 3.01, 0.05);
+    test::write_sound(take.source.file, test::tone(1.2, 0.2, 8000), 8000);
+    EXPECT_NEAR(recorded_momentary_maximum(workstation, take.source.file).value(), -17.0, 0.1);
 }
 
 } // namespace

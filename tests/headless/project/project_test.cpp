@@ -2,6 +2,7 @@
 
 #include <gmock/gmock.h>
 #include <random>
+#include <set>
 #include <vector>
 
 namespace headless {
@@ -90,6 +91,42 @@ TEST(Selection, answers_like_a_plain_scan_under_random_use_and_when_emptied_down
         expect_a_plain_scan(index);
         selection.at(index)->set_selected(false);
     }
+}
+
+TEST(PointerSet, holds_what_a_plain_set_holds_under_random_use) {
+    PointerSet addresses;
+    std::set<const void*> expected;
+    std::vector<int> objects(300);
+    std::mt19937 random(7);
+    for (int step = 0; step < 20000; ++step) {
+        const void* object = &objects[random() % objects.size()];
+        if (random() % 2 == 0) {
+            addresses.insert(object);
+            expected.insert(object);
+        } else {
+            addresses.erase(object);
+            expected.erase(object);
+        }
+        const void* other = &objects[random() % objects.size()];
+        ASSERT_EQ(addresses.contains(other), expected.contains(other));
+    }
+}
+
+TEST(Project, ends_where_its_last_item_or_region_ends_whatever_becomes_of_them) {
+    Project project;
+    Item& last = project.insert_track(0).add_item(4.0, 2.0);
+    Item& first = project.insert_track(0).add_item(0.0, 1.0);
+    EXPECT_EQ(project.end_seconds(), 6.0);
+    last.set_length_seconds(1.0);
+    EXPECT_EQ(project.end_seconds(), 5.0);
+    first.set_position_seconds(7.0);
+    EXPECT_EQ(project.end_seconds(), 8.0);
+    first.track().erase_item(first);
+    EXPECT_EQ(project.end_seconds(), 5.0);
+    project.erase_track(last.track());
+    EXPECT_EQ(project.end_seconds(), 0.0);
+    project.markers.add({.is_region = true, .position_seconds = 1.0, .end_seconds = 3.0});
+    EXPECT_EQ(project.end_seconds(), 3.0);
 }
 
 TEST(TrackTree, gives_depths_and_parents_from_the_relative_numbers) {

@@ -1,0 +1,35 @@
+#include "headless/audio/watched_thread.hpp"
+
+#include <gtest/gtest.h>
+
+#include <future>
+#include <stdexcept>
+
+namespace headless {
+namespace {
+
+using std::chrono::milliseconds;
+
+constexpr milliseconds for_ever{600'000};
+
+TEST(WatchedThread, gives_up_a_job_that_makes_no_progress_and_does_the_next_ones) {
+    WatchedThread thread;
+    std::promise<void> release;
+    std::promise<void> released;
+    const auto hanging = [gate = release.get_future().share(), &released](Steps&) {
+        gate.wait();
+        released.set_value();
+    };
+    EXPECT_FALSE(thread.run(hanging, milliseconds(1)));
+    bool is_done = false;
+    EXPECT_TRUE(thread.run([&](Steps&) { is_done = true; }, for_ever));
+    EXPECT_TRUE(is_done);
+    EXPECT_THROW(thread.run([](Steps&) { throw std::length_error("too long"); }, for_ever),
+                 std::length_error);
+    EXPECT_TRUE(thread.run([](Steps&) {}, for_ever));
+    release.set_value();
+    released.get_future().wait(); // it ran on, and nobody minded
+}
+
+} // namespace
+} // namespace headless

@@ -57,7 +57,7 @@ Result<Item*> insert_item(Workstation& workstation, const fs::path& file, int mo
     if (!track) {
         return tl::unexpected(Failure{file.string() + ": there is no track to put it on"});
     }
-    const Result<Item*> item = workstation.insert_audio(*track, file, project.cursor_seconds);
+    Result<Item*> item = workstation.insert_audio(*track, file, project.cursor_seconds);
     if (!item) {
         return tl::unexpected(item.error());
     }

@@ -4,6 +4,7 @@
 #include "headless/cli/import_session.hpp"
 #include "headless/cli/plugin_location.hpp"
 #include "headless/cli/project_output.hpp"
+#include "headless/cli/reserved_room.hpp"
 #include "headless/report/printable.hpp"
 #include "headless/report/progress.hpp"
 #include "headless/report/text_file.hpp"
@@ -14,6 +15,7 @@
 #include <cmath>
 #include <iostream>
 #include <memory>
+#include <optional>
 #include <system_error>
 #include <unistd.h>
 
@@ -123,6 +125,19 @@ void write_lists(const ImportOptions& options, ImportReport& report) {
     write(options.csv, csv_table(report.pairs));
 }
 
+/// About as many bytes as the project will have: so much a pair, and a line of an envelope for each 10 ms of
+/// a subject line, which take a quarter of its audio or less.
+std::uintmax_t expected_project_size(const ImportPlan& plan) {
+    constexpr std::uintmax_t bytes_a_pair = 4096;
+    std::uintmax_t bytes = bytes_a_pair * (plan.survey.pairs + 16);
+    for (const fs::path& line : plan.subject_lines) {
+        std::error_code error;
+        const std::uintmax_t size = fs::file_size(line, error);
+        bytes += error ? 0 : size / 4;
+    }
+    return bytes;
+}
+
 ImportReport import_pairs(ImportSession& session, const ImportOptions& options, const ImportPlan& plan) {
     Progress progress(STDERR_FILENO);
     std::size_t number = 0;
@@ -157,7 +172,9 @@ int run(const ImportOptions& options) {
             return cannot_begin(made.error());
         renders.emplace(std::move(*made));
     }
+    ReservedRoom project_room(with_true_folder(plan->project).parent_path(), expected_project_size(*plan));
     ImportReport report = import_pairs(*session, options, *plan);
+    project_room.release();
     save(*session, *plan, report);
     write_lists(options, report);
     return tell(options, report);

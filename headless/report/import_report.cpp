@@ -61,7 +61,7 @@ ordered_json list_of(const std::vector<NearLine>& lines) {
 }
 
 std::string csv_field(std::string_view text) {
-    const std::string shown = printable(text);
+    std::string shown = printable(text);
     if (shown.find_first_of(",\"") == std::string::npos)
         return shown;
     std::string quoted = "\"";

@@ -1,0 +1,65 @@
+// Texts compared, replaced and split: bytes in, bytes out, whatever a script passes.
+
+#include "api/project/strings.hpp"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+using namespace MK_FELSPAR;
+using Texts = std::vector<std::string>;
+
+/// Which tests the texts pass: s, whole; i, included; e, included byte for byte.
+std::string passed(const char* text, const char* check) {
+    bool same = false, included = false, exactly = false;
+    EXPECT_TRUE(CheckSameString(text, check, &same) && CheckIncludePerfectString(text, check, &exactly) &&
+                mk_api::string::CheckIncludeString(text, check, &included));
+    return std::string(same ? "s" : "") + (included ? "i" : "") + (exactly ? "e" : "");
+}
+
+TEST(Strings, compare_with_the_case_of_ascii_letters_folded_or_byte_for_byte) {
+    EXPECT_EQ((Texts{passed("ABC", "abc"), passed("ABC[", "abc{"), passed("Hello", "ELL"), passed("", ""),
+                     passed("Hello", "ell"), passed("\u00e9", "\u00c9"), passed("a", ""), passed("", "a")}),
+              (Texts{"si", "", "i", "sie", "ie", "", "ie", ""}));
+}
+
+/// The replaced text, or "refused" when the buffer stayed as it was.
+std::string replaced(const std::string& text, const std::string& search, const char* replacement) {
+    std::string buffer = "refused" + std::string(2 * text.size() + 100, '\0');
+    const bool is_replaced = ReplaceSearchString(text.c_str(), search.c_str(), replacement, buffer.data(),
+                                                 static_cast<int>(buffer.size()));
+    EXPECT_EQ(is_replaced, std::string(buffer.c_str()) != "refused");
+    return buffer.c_str();
+}
+
+TEST(Strings, replace_every_match_of_a_pattern_or_refuse_it) {
+    EXPECT_EQ(
+        (Texts{replaced("abcabc", "(b)(c)", "$2$1"), replaced("a.b", "a.b", "[$&$$]"),
+               replaced("abc", "x*", "-"), replaced("Aa\xff", "a", ""), replaced("abab", "(ab)\\1", "<$1>")}),
+        (Texts{"acbacb", "[a.b$]", "-a-b-c-", "A\xff", "<ab>"}));
+    const std::string alternatives = "(|)(|)(|)(|)(|)(|)(|)(|)(|)(|)(|)(|)(|)(|)(|)(|)(|)(|)(|)(|)";
+    for (const std::string& search :
+         {std::string("("), std::string("[z-a]"), std::string("(((a{99}){99}){99}){9}"),
+          std::string("(){16000}x"), std::string(2000, 'a'), alternatives + "\\1$"})
+        EXPECT_EQ(replaced("aa", search, "x"), "refused") << search;
+    const std::string text(1 << 20, 'a');
+    EXPECT_TRUE(replaced(text, "a", "b") == std::string(text.size(), 'b') &&
+                replaced(text, ".*", "b") == "bb");
+    for (const char* search : {"(a*)*b", "(a)\\1", "(){500}x"})
+        EXPECT_TRUE(replaced(text, search, "b") == "refused") << search;
+    char buffer[] = "untouched";
+    EXPECT_TRUE(ReplaceSearchString("abc", "a", "b", buffer, 0) && DeleteBlankString("a b", buffer, 0));
+    EXPECT_STREQ(buffer, "untouched");
+    EXPECT_TRUE(DeleteBlankString(" a b  \t\u3000cdefg", buffer, sizeof buffer));
+    EXPECT_STREQ(buffer, "ab\t\u3000cde");
+}
+
+TEST(Strings, split_at_each_separator_byte) {
+    Texts pieces;
+    for (const char* text : {"a,b;c", "d,,e", ",f,", ""})
+        EXPECT_TRUE(GetStringSplitList(text, ",;", pieces));
+    EXPECT_TRUE(GetStringSplitList("g,h", "", pieces));
+    EXPECT_EQ(pieces, (Texts{"a", "b", "c", "d", "", "e", "", "f", "g,h"}));
+}
+
+} // namespace

@@ -1,0 +1,93 @@
+// The folder tree: depths wished for, the relative numbers written for them, insertions and lists.
+
+#include "api/track/lists.hpp"
+#include "api/track/tree.hpp"
+#include "tests/plugin/support/bound_plugin.hpp"
+
+#include <cmath>
+
+namespace {
+
+using namespace mk_api::track;
+using namespace MK_FELSPAR;
+using Texts = std::vector<std::string>;
+
+std::string writes; ///< "number:relative depth " for each
+
+class Tree : public mk_test::BoundPlugin {
+protected:
+    Tree() {
+        SetMediaTrackInfo_Value = [](MediaTrack* track, const char* key, double value) {
+            int number = -1;
+            GetTrackItemIndex(track, &number);
+            writes += std::to_string(number) + ":" + std::to_string(std::lround(value)) + " ";
+            return headless::Workstation::current()->function_as<bool(MediaTrack*, const char*, double)>(
+                "SetMediaTrackInfo_Value")(track, key, value);
+        };
+    }
+    /// A new tree of a digit for each track's depth.
+    void build(const std::string& depths) {
+        while (!project.tracks().empty())
+            project.erase_track(*project.tracks()[0]);
+        for (std::size_t i = 0; i < depths.size(); ++i)
+            project.insert_track(i).set_folder_depth_change(i + 1 < depths.size() ? depths[i + 1] - depths[i]
+                                                                                  : 0);
+        writes.clear();
+    }
+    static std::string depths() {
+        std::vector<mk_object::TrackDetail> tracks;
+        GetTrackDepthList(nullptr, tracks);
+        std::string digits;
+        for (const auto& track : tracks)
+            digits += std::to_string(track.Depth->value);
+        return digits;
+    }
+    /// What was written to bring a track to a depth, and the tree then.
+    std::string moved(const std::string& before, int number, int depth) {
+        build(before);
+        EXPECT_EQ(SetTrackIdDepth(nullptr, number, depth), depth != 2) << "two levels below the one before";
+        return writes + depths();
+    }
+    /// The number of a new child of a track, and the tree then.
+    std::string with_child(const std::string& before, int parent) {
+        build(before);
+        int number = -1;
+        MediaTrack* child = InsertChildTrack(GetTrack(nullptr, parent), &number);
+        EXPECT_TRUE(child == GetTrack(nullptr, number) && GetParentTrack(child) == GetTrack(nullptr, parent));
+        return std::to_string(number) + " " + depths();
+    }
+    headless::Project& project = workstation.project();
+};
+
+TEST_F(Tree, moves_a_track_with_its_subtree_to_a_depth) {
+    EXPECT_EQ(
+        (Texts{moved("0110", 1, 0), moved("0121", 1, 0), moved("000", 1, 1), moved("0123", 3, 0),
+               moved("0120", 3, 3), moved("000", 1, 2), moved("01", 0, 5), moved("01", 9, 1)}),
+        (Texts{"0:0 1:1 0010", "0:0 2:0 0011", "0:1 1:-1 010", "2:-2 0120", "2:1 0123", "000", "01", "01"}));
+}
+
+TEST_F(Tree, takes_in_a_new_child_behind_the_last_one_or_the_childless_parent) {
+    EXPECT_EQ((Texts{with_child("0110", 0), with_child("0120", 0), with_child("00", 1), with_child("00", 0),
+                     with_child("0120", 2)}),
+              (Texts{"3 01110", "2 01120", "2 001", "1 010", "3 01230"}));
+}
+
+TEST_F(Tree, finds_and_lists_tracks_or_inserts_the_missing_one) {
+    build("01210");
+    for (const std::size_t i : {1u, 3u, 4u})
+        project.track(i)->name = i == 3 ? "bobby" : "Bob";
+    int number = 9;
+    EXPECT_TRUE(!GetSelectedTrackFirstInfo(nullptr, &number) && number == 9) << "nothing selected";
+    EXPECT_TRUE(InsertTrackSearchUniqueOnly(nullptr, "Bob", &number) == GetTrack(nullptr, 1) && number == 1);
+    std::vector<MediaTrack*> children{nullptr};
+    EXPECT_TRUE(GetTrackIdChildList(nullptr, 0, children, number) && number == 3 && children.size() == 3);
+    EXPECT_TRUE(GetTrackIdChildList(nullptr, 9, children, number) && number == 5) << "no parent: the top";
+    std::vector<mk_object::TrackDetail> found;
+    EXPECT_TRUE(GetSamePerfectTrackNameList(nullptr, "Bob", found) && found.size() == 2);
+    EXPECT_TRUE(GetIncludePerfectTrackNameList(nullptr, "BOB", found) && found.size() == 5);
+    EXPECT_TRUE(found[3].Index->value == 3 && InsertTrackSearchUniqueOnly(nullptr, "bob", &number) &&
+                number == 5);
+    EXPECT_TRUE(InsertTrackId(nullptr, 99) == GetTrack(nullptr, 6) && project.track(5)->name == "bob");
+}
+
+} // namespace

@@ -4,12 +4,14 @@
 
 #include "headless/base/failure.hpp"
 
+#include <algorithm>
 #include <atomic>
 #include <cerrno>
 #include <cstdio>
 #include <fcntl.h>
 #include <filesystem>
 #include <string>
+#include <string_view>
 #include <system_error>
 #include <unistd.h>
 #include <utility>
@@ -60,6 +62,17 @@ public:
     /// Open for writing; stays owned.
     int descriptor() const { return descriptor_; }
 
+    Result<void> write(std::string_view text) {
+        while (!text.empty()) {
+            const ssize_t written = ::write(descriptor_, text.data(), text.size());
+            if (written < 0 && errno != EINTR) {
+                return tl::unexpected(system_failure(target_, errno));
+            }
+            text.remove_prefix(static_cast<std::size_t>(std::max<ssize_t>(written, 0)));
+        }
+        return {};
+    }
+
     /// Returns when what was written would survive a power cut.
     Result<void> flush_to_disk() {
         if (fsync(descriptor_) != 0) {
@@ -97,5 +110,16 @@ private:
     std::filesystem::path staged_;
     int descriptor_;
 };
+
+/// Writes a whole file, in the place of one that has its name.
+inline Result<void> write_file(const std::filesystem::path& file, std::string_view text) {
+    auto staged = StagedFile::create(file);
+    if (!staged) {
+        return tl::unexpected(staged.error());
+    }
+    return staged->write(text).and_then([&] { return staged->flush_to_disk(); }).and_then([&] {
+        return staged->publish(ExistingFile::replace);
+    });
+}
 
 } // namespace headless

@@ -1,5 +1,6 @@
 #include "headless/cli/import_command.hpp"
 
+#include "headless/base/staged_file.hpp"
 #include "headless/cli/import_plan.hpp"
 #include "headless/cli/import_session.hpp"
 #include "headless/cli/plugin_location.hpp"
@@ -7,7 +8,6 @@
 #include "headless/cli/reserved_room.hpp"
 #include "headless/report/printable.hpp"
 #include "headless/report/progress.hpp"
-#include "headless/report/text_file.hpp"
 #include "headless/rpp/rpp.hpp"
 
 #include <CLI/CLI.hpp>
@@ -118,7 +118,7 @@ void write_lists(const ImportOptions& options, ImportReport& report) {
     const auto write = [&](const fs::path& file, const std::string& text) {
         if (file.empty())
             return;
-        if (const auto written = write_text_file(file, text); !written)
+        if (const auto written = write_file(file, text); !written)
             report.failures.push_back(written.error().message);
     };
     write(options.unmatched, list_of(report.unmatched));
@@ -189,74 +189,75 @@ void check_together(const ImportOptions& options) {
         throw CLI::ValidationError("--start, --interval", "must be finite numbers");
 }
 
-void add_levels_options(CLI::App& import, ImportOptions& options) {
-    import.add_flag("--match", options.match,
-                    "Bring each subject line to the momentary maximum of its base line");
-    import.add_flag("--ride", options.ride, "Ride the volume of each subject line first; needs --match");
-    import
+void add_levels_options(CLI::App& command, ImportOptions& options) {
+    command.add_flag("--match", options.match,
+                     "Bring each subject line to the momentary maximum of its base line");
+    command.add_flag("--ride", options.ride, "Ride the volume of each subject line first; needs --match");
+    command
         .add_option("--ratio", options.ratio,
                     "How hard the ride cuts loud passages: 0 lightest (default), 3 and 4 hardest")
         ->check(CLI::Range(0, 4).description(""))
         ->type_name("0..4");
-    import
+    const auto set_hop = [&options](const std::string& word) { options.reads_coarsely = word == "coarse"; };
+    command
         .add_option_function<std::string>(
-            "--loudness", [&options](const std::string& word) { options.reads_coarsely = word == "coarse";
-},
+            "--loudness", set_hop,
             "How momentary loudness is read: precise, every 10 ms (default), or coarse, every 400 ms")
         ->check(CLI::IsMember({"precise", "coarse"}).description(""))
         ->type_name("precise|coarse");
-} // namespace
+}
 
-void add_place_options(CLI::App& import, ImportOptions& options) {
-    import
+void add_place_options(CLI::App& command, ImportOptions& options) {
+    command
         .add_option(
             "--group", options.groups,
             "Lines whose names contain NAME get tracks of their own; may be repeated, the first counts")
         ->type_name("NAME")
         ->allow_extra_args(false);
-    import
+    command
         .add_option("--start", options.start_seconds, "Where the first line begins, in seconds (default: 0)")
         ->type_name("S");
-    import.add_flag("--from-end", options.counts_from_end, "--start counts from the project's end");
-    import.add_option("--interval", options.interval_seconds, "Seconds behind every line (default: 0)")
+    command.add_flag("--from-end", options.counts_from_end, "--start counts from the project's end");
+    command.add_option("--interval", options.interval_seconds, "Seconds behind every line (default: 0)")
         ->type_name("S");
 }
 
-void add_output_options(CLI::App& import, ImportOptions& options) {
-    import
+void add_output_options(CLI::App& command, ImportOptions& options) {
+    command
         .add_option("-o,--output", options.output,
                     "The project file to write (default: the --onto project, else SUBJECT's name here)")
         ->type_name("PROJECT.rpp");
-    import.add_option("--onto", options.onto, "Go on with this project")->type_name("PROJECT.rpp");
-    import
+    command.add_option("--onto", options.onto, "Go on with this project")->type_name("PROJECT.rpp");
+    command
         .add_option("--unmatched", options.unmatched,
                     "Write the subject lines without a partner, one path a line")
         ->type_name("FILE");
-    import.add_option("--csv", options.csv, "Write one line a pair, for a spreadsheet")->type_name("FILE");
-    import.add_flag("--json", options.json, "Print the summary as one JSON object");
-    import.add_flag("--dry-run", options.is_dry_run, "Only show groups, pairs and unmatched lines");
-    import.add_option("--plugin", options.plugin, "The plug-in's library, when it is not in its usual place")
+    command.add_option("--csv", options.csv, "Write one line a pair, for a spreadsheet")->type_name("FILE");
+    command.add_flag("--json", options.json, "Print the summary as one JSON object");
+    command.add_flag("--dry-run", options.is_dry_run, "Only show groups, pairs and unmatched lines");
+    command
+        .add_option("--plugin", options.plugin, "The plug-in's library, when it is not in its usual place")
         ->type_name("PATH");
 }
 
-} // namespace headless
+} // namespace
 
 void add_import_command(CLI::App& app, int& exit_status) {
     const auto options = std::make_shared<ImportOptions>();
-    CLI::App* import = app.add_subcommand("import", "Lay two folders of localised lines out, pair by pair");
-    import->add_option("subject", options->subject, "Folder of the lines to be worked on, with all below it")
+    CLI::App* command = app.add_subcommand("import", "Lay two folders of localised lines out, pair by pair");
+    command->add_option("subject", options->subject, "Folder of the lines to be worked on, with all below it")
         ->required()
         ->type_name("SUBJECT");
-    import->add_option("base", options->base, "Folder of the lines that they are held against")
+    command->add_option("base", options->base, "Folder of the lines that they are held against")
         ->required()
         ->type_name("BASE");
-    add_place_options(*import, *options);
-    add_levels_options(*import, *options);
-    add_output_options(*import, *options);
-    import->callback([options, &exit_status] {
+    add_place_options(*command, *options);
+    add_levels_options(*command, *options);
+    add_output_options(*command, *options);
+    command->callback([options, &exit_status] {
         check_together(*options);
-    exit_status = run(*options);
-});
+        exit_status = run(*options);
+    });
 }
 
 } // namespace headless

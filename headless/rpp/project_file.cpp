@@ -2,24 +2,12 @@
 #include "headless/rpp/rpp.hpp"
 #include "headless/rpp/words.hpp"
 
-#include <algorithm>
 #include <array>
 #include <fstream>
 #include <sstream>
 
 namespace headless {
 namespace {
-
-Result<void> write_all(const StagedFile& staged, std::string_view text, const std::filesystem::path& file) {
-    while (!text.empty()) {
-        const ssize_t written = write(staged.descriptor(), text.data(), text.size());
-        if (written < 0 && errno != EINTR) {
-            return tl::unexpected(system_failure(file, errno));
-        }
-        text.remove_prefix(static_cast<std::size_t>(std::max<ssize_t>(written, 0)));
-    }
-    return {};
-}
 
 // Pipes and devices are not opened: they might never answer.
 bool is_regular(const std::filesystem::path& file) {
@@ -30,14 +18,7 @@ bool is_regular(const std::filesystem::path& file) {
 } // namespace
 
 Result<void> save_project(const Project& project, const std::filesystem::path& file) {
-    const std::string text = project_text(project, file.parent_path());
-    auto staged = StagedFile::create(file);
-    if (!staged) {
-        return tl::unexpected(staged.error());
-    }
-    return write_all(*staged, text, file).and_then([&] { return staged->flush_to_disk(); }).and_then([&] {
-        return staged->publish(ExistingFile::replace);
-    });
+    return write_file(file, project_text(project, file.parent_path()));
 }
 
 Result<void> load_project(Project& project, const std::filesystem::path& file) {

@@ -16,7 +16,8 @@ TEST(JsonText, is_one_line_with_keys_in_byte_order_or_refused_with_the_output_ke
     EXPECT_EQ(Json_Deserialize("{ \"b\":[1, 2.5],\n \"\u00e9\":1, \"a\":" + nested(999) + "}", value), 0);
     EXPECT_EQ(Json_Serialize(value, text), 0);
     EXPECT_EQ(text, "{\"a\":" + nested(999) + ",\"b\":[1,2.5],\"\u00e9\":1}");
-    for (const char* refused : {"", "[1] // comment", "\"\xff\"", nested(1001).c_str()})
+    for (const std::string& refused :
+         {std::string(), std::string("[1] // comment"), std::string("\"\xff\""), nested(1001)})
         EXPECT_EQ(Json_Deserialize(refused, value), 1) << refused;
     EXPECT_EQ(value["b"][0], 1);
     EXPECT_TRUE(Json_Serialize(json::array({"\xff"}), text) == 1 &&

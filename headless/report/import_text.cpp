@@ -45,18 +45,19 @@ public:
             group_columns_ = std::max(group_columns_, display_columns(printable(group.name)));
     }
 
+    /// What matters most stands last, where a terminal shows it.
     std::string text() && {
         add_pairs();
-        add_groups();
-        add_closing_line();
-        add_levels();
-        add_remarks();
-        add_list("Subject lines without a partner", report_.unmatched, report_.subject_folder);
+        add_same_names("subject", report_.survey.same_subject_names, report_.subject_folder);
+        add_same_names("base", report_.survey.same_base_names, report_.base_folder);
         add_list("Base lines that no subject line asked for", report_.survey.unused_bases,
                  report_.base_folder);
         add_near_names();
-        add_same_names("subject", report_.survey.same_subject_names, report_.subject_folder);
-        add_same_names("base", report_.survey.same_base_names, report_.base_folder);
+        add_list("Subject lines without a partner", report_.unmatched, report_.subject_folder);
+        add_remarks();
+        add_groups();
+        add_closing_line();
+        add_levels();
         return std::move(text_);
     }
 
@@ -165,15 +166,17 @@ private:
                 text_ += "  " + below(report_.subject_folder, pair.subject.file) + ": " +
                          printable(pair.remark) + '\n';
         }
+        text_ += '\n';
     }
 
     void add_title(const std::string& title, std::size_t count) {
-        text_ += formatted("\n%s (%zu):\n", title.c_str(), count);
+        text_ += formatted("%s (%zu):\n", title.c_str(), count);
     }
 
-    void add_rest(std::size_t count) {
+    void end_list(std::size_t count) {
         if (count > most_names)
             text_ += formatted("  and %zu more; --json lists all\n", count - most_names);
+        text_ += '\n';
     }
 
     void add_list(const char* title, const std::vector<fs::path>& files, const fs::path& folder) {
@@ -182,7 +185,7 @@ private:
         add_title(title, files.size());
         for (std::size_t i = 0; i < std::min(files.size(), most_names); ++i)
             text_ += "  " + below(folder, files[i]) + '\n';
-        add_rest(files.size());
+        end_list(files.size());
     }
 
     void add_near_names() {
@@ -197,7 +200,7 @@ private:
             text_ += "  " + below(report_.subject_folder, lines[i].subject) + "  " +
                      below(report_.base_folder, lines[i].base) + "  (" + differences + ")\n";
         }
-        add_rest(lines.size());
+        end_list(lines.size());
     }
 
     void add_same_names(const char* side, const std::vector<SameName>& names, const fs::path& folder) {
@@ -210,7 +213,7 @@ private:
                 text_ += " " + below(folder, file);
             text_ += '\n';
         }
-        add_rest(names.size());
+        end_list(names.size());
     }
 
     const ImportReport& report_;

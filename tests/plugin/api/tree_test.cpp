@@ -48,13 +48,13 @@ protected:
         EXPECT_EQ(SetTrackIdDepth(nullptr, number, depth), depth != 2) << "two levels below the one before";
         return writes + depths();
     }
-    /// The number of a new child of a track, and the tree then.
+    /// The number of a new child of a track, what was written for it, and the tree then.
     std::string with_child(const std::string& before, int parent) {
         build(before);
         int number = -1;
         MediaTrack* child = InsertChildTrack(GetTrack(nullptr, parent), &number);
         EXPECT_TRUE(child == GetTrack(nullptr, number) && GetParentTrack(child) == GetTrack(nullptr, parent));
-        return std::to_string(number) + " " + depths();
+        return std::to_string(number) + " " + writes + depths();
     }
     headless::Project& project = workstation.project();
 };
@@ -69,7 +69,8 @@ TEST_F(Tree, moves_a_track_with_its_subtree_to_a_depth) {
 TEST_F(Tree, takes_in_a_new_child_behind_the_last_one_or_the_childless_parent) {
     EXPECT_EQ((Texts{with_child("0110", 0), with_child("0120", 0), with_child("00", 1), with_child("00", 0),
                      with_child("0120", 2)}),
-              (Texts{"3 01110", "2 01120", "2 001", "1 010", "3 01230"}));
+              (Texts{"3 2:0 3:-1 01110", "2 1:0 2:1 01120", "2 1:1 001", "1 0:1 1:-1 1:-1 010",
+                     "3 2:1 3:-3 3:-3 01230"}));
 }
 
 TEST_F(Tree, finds_and_lists_tracks_or_inserts_the_missing_one) {

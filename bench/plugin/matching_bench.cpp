@@ -37,9 +37,9 @@ struct LanguageFolders {
         std::ofstream(empty).close();
         const bool is_base = folder.parent_path().filename() == "base";
         for (int line = first_line; line < first_line + lines_a_scene; ++line) {
-            const std::string speaker = line % 2 == 0 ? "anna_" : "crowd_";
-            const std::string ending = is_base && line % 10 == 0 ? "_old.wav" : ".wav";
-            fs::create_hard_link(empty, folder / (speaker + std::to_string(line) + ending));
+            std::string name = line % 2 == 0 ? "anna_" : "crowd_";
+            name.append(std::to_string(line)).append(is_base && line % 10 == 0 ? "_old.wav" : ".wav");
+            fs::create_hard_link(empty, folder / name);
         }
     }
 

@@ -4,6 +4,11 @@
 
 namespace headless {
 
+struct AudioStore::Known {
+    DecodedFile file;
+    std::list<Known*>::iterator place; // among the resident, if it is
+};
+
 AudioStore::AudioStore(std::size_t byte_limit, std::chrono::milliseconds patience)
     : byte_limit_(byte_limit), decoder_(std::make_unique<Decoder>(patience)) {}
 AudioStore::~AudioStore() = default;
@@ -11,61 +16,71 @@ AudioStore::~AudioStore() = default;
 void AudioStore::set_patience(std::chrono::milliseconds patience) { decoder_->set_patience(patience); }
 
 Result<AudioFormat> AudioStore::format(const std::filesystem::path& file) {
-    return find_or_open(file).map([](const DecodedFile* found) { return found->format(); });
+    return find_or_open(file).map([](const Known* known) { return known->file.format(); });
 }
 
 Result<void> AudioStore::read(const std::filesystem::path& file, FrameRange range,
                               const FrameVisitor& visit) {
     return find_or_open(file).and_then(
-        [&](DecodedFile* found) { return load(*found).and_then([&] { return found->read(range, visit); }); });
+        [&](Known* known) { return load(*known).and_then([&] { return known->file.read(range, visit); }); });
 }
 
-Result<DecodedFile*> AudioStore::find_or_open(const std::filesystem::path& file) {
-    if (!files_.empty() && files_.front().path() != file) {
-        files_.front().close(); // one open file at most, however many are asked about
+Result<AudioStore::Known*> AudioStore::find_or_open(const std::filesystem::path& file) {
+    if (asked_last_ && asked_last_->file.path() != file) {
+        asked_last_->file.close(); // one open file at most, however many are asked about
     }
     const auto stamp = stamp_of(file);
     if (const auto known = by_path_.find(file.native()); known != by_path_.end()) {
-        if (stamp && known->second->stamp() == *stamp) {
-            files_.splice(files_.begin(), files_, known->second);
-            return &files_.front();
+        if (stamp && known->second->file.stamp() == *stamp) {
+            asked_last_ = known->second.get();
+            if (asked_last_->file.is_resident()) {
+                resident_.splice(resident_.begin(), resident_, asked_last_->place);
+            }
+            return asked_last_;
         }
-        forget(known->second);
+        forget(known);
     }
     if (!stamp) {
         return tl::unexpected(stamp.error());
     }
     return DecodedFile::open(file, *stamp, *decoder_).map([&](DecodedFile&& opened) {
-        files_.push_front(std::move(opened));
-        by_path_.emplace(file.native(), files_.begin());
-        return &files_.front();
+        auto known = std::make_unique<Known>(Known{std::move(opened), {}});
+        asked_last_ = known.get();
+        by_path_.emplace(file.native(), std::move(known));
+        return asked_last_;
     });
 }
 
-Result<void> AudioStore::load(DecodedFile& file) {
-    if (file.is_resident() || file.bytes() > byte_limit_) {
+Result<void> AudioStore::load(Known& known) {
+    if (known.file.is_resident() || known.file.bytes() > byte_limit_) {
         return {};
     }
-    make_room(file.bytes());
-    return file.load().map([&] { resident_bytes_ += file.bytes(); });
+    make_room(known.file.bytes());
+    return known.file.load().map([&] {
+        resident_bytes_ += known.file.bytes();
+        resident_.push_front(&known);
+        known.place = resident_.begin();
+    });
 }
 
 void AudioStore::make_room(std::size_t bytes) {
-    for (auto file = files_.rbegin(); file != files_.rend() && resident_bytes_ > byte_limit_ - bytes;
-         ++file) {
-        if (file->is_resident()) {
-            resident_bytes_ -= file->bytes();
-            file->unload();
-        }
+    while (!resident_.empty() && resident_bytes_ > byte_limit_ - bytes) {
+        DecodedFile& oldest = resident_.back()->file;
+        resident_bytes_ -= oldest.bytes();
+        oldest.unload();
+        resident_.pop_back();
     }
 }
 
-void AudioStore::forget(Files::iterator file) {
-    if (file->is_resident()) {
-        resident_bytes_ -= file->bytes();
+void AudioStore::forget(KnownFiles::iterator known) {
+    if (known->second->file.is_resident()) {
+        resident_bytes_ -= known->second->file.bytes();
+        resident_.erase(known->second->place);
     }
-    by_path_.erase(file->path().native());
-    files_.erase(file);
+    if (asked_last_ == known->second.get()) {
+        asked_last_ = nullptr;
+    }
+    by_path_.erase(known);
 }
 
 } // namespace headless

@@ -14,7 +14,6 @@
 
 namespace headless {
 
-class DecodedFile;
 class Decoder;
 
 /// Reads audio files of every format that libsndfile knows.
@@ -53,18 +52,20 @@ public:
     std::size_t resident_bytes() const { return resident_bytes_; }
 
 private:
-    using Files = std::list<DecodedFile>;
+    struct Known;
+    using KnownFiles = std::unordered_map<std::string, std::unique_ptr<Known>>;
 
-    Result<DecodedFile*> find_or_open(const std::filesystem::path& file);
-    Result<void> load(DecodedFile& file);
+    Result<Known*> find_or_open(const std::filesystem::path& file);
+    Result<void> load(Known& known);
     void make_room(std::size_t bytes);
-    void forget(Files::iterator file);
+    void forget(KnownFiles::iterator known);
 
     std::size_t byte_limit_;
     std::size_t resident_bytes_ = 0;
     std::unique_ptr<Decoder> decoder_; // the files' own
-    Files files_;                      ///< used last stands first
-    std::unordered_map<std::string, Files::iterator> by_path_;
+    KnownFiles by_path_;
+    std::list<Known*> resident_; ///< used last stands first
+    Known* asked_last_ = nullptr;
 };
 
 } // namespace headless

@@ -6,6 +6,7 @@
 #include "headless/host/workstation.hpp"
 
 #include <filesystem>
+#include <optional>
 #include <string>
 #include <system_error>
 #include <utility>
@@ -36,23 +37,26 @@ bool is_same_file(const fs::path& left, const fs::path& right) {
     return fs::equivalent(left, right, error);
 }
 
+std::optional<RenderTarget> target_at(fs::path file, const Workstation& workstation, const Take& take) {
+    if (!is_taken(file)) {
+        return RenderTarget{std::move(file)};
+    }
+    if (workstation.may_replace(file) && !is_same_file(file, take.source.file)) {
+        return RenderTarget{std::move(file), ExistingFile::replace};
+    }
+    return std::nullopt;
+}
+
 RenderTarget choose_target(Workstation& workstation, const Take& take) {
     const std::string_view stem = without_audio_extension(take.name);
     const fs::path folder = workstation.render_folder();
     const fs::path plain = folder / file_name_for(stem, ".wav");
-    if (!is_taken(plain)) {
-        return {plain};
+    std::optional<RenderTarget> target = target_at(plain, workstation, take);
+    for (std::size_t& number = workstation.last_render_number(plain); !target;) {
+        const std::string ending = "-" + three_digits(++number) + ".wav";
+        target = target_at(folder / file_name_for(stem, ending), workstation, take);
     }
-    if (workstation.may_replace(plain) && !is_same_file(plain, take.source.file)) {
-        return {plain, ExistingFile::replace};
-    }
-    for (std::size_t& number = workstation.last_render_number(plain);;) {
-        fs::path numbered =
-            folder / file_name_for(stem, std::string("-").append(three_digits(++number)).append(".wav"));
-        if (!is_taken(numbered)) {
-            return {std::move(numbered)};
-        }
-    }
+    return std::move(*target);
 }
 
 } // namespace

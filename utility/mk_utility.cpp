@@ -1,12 +1,13 @@
 #include "utility/mk_utility.hpp"
 
 #include "host/message_catalogue.hpp"
+#include "utility/ascii_case.hpp"
 #include "utility/safe_regex.hpp"
 
 #include <algorithm>
 #include <cmath>
 #include <cstdio>
-#include <strings.h>
+#include <string_view>
 
 namespace {
 
@@ -34,7 +35,9 @@ void mk_utility::strcpy(char* dest, int size, std::string src) {
     dest[length] = '\0';
 }
 
-bool mk_utility::Stricmp(const char* a, const char* b) { return a && b && strcasecmp(a, b) == 0; }
+bool mk_utility::Stricmp(const char* a, const char* b) {
+    return a && b && std::ranges::equal(std::string_view(a), std::string_view(b), {}, lower_case, lower_case);
+}
 
 double mk_utility::round(double value, int digits) {
     if (!can_scale(digits))

@@ -1,6 +1,7 @@
 #include "api/project/strings.hpp"
 
 #include "host/output.hpp"
+#include "utility/ascii_case.hpp"
 #include "utility/mk_utility.hpp"
 #include "utility/safe_regex.hpp"
 
@@ -13,9 +14,7 @@ std::string_view text_of(const char* text) { return text ? text : ""; }
 
 std::string fold_case(const char* text) {
     std::string folded(text_of(text));
-    std::ranges::transform(folded, folded.begin(), [](char byte) {
-        return byte >= 'A' && byte <= 'Z' ? static_cast<char>(byte + 32) : byte;
-    });
+    std::ranges::transform(folded, folded.begin(), mk_utility::lower_case);
     return folded;
 }
 

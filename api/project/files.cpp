@@ -28,7 +28,8 @@ bool opens_for_reading(const fs::path& file) {
 fs::path free_name(fs::path file) {
     const auto [stem, extension] = mk_utility::split_extension(file.filename().string());
     for (int number = 1; opens_for_reading(file); ++number)
-        file.replace_filename(stem + "(" + std::to_string(number) + ")." + extension);
+        file.replace_filename(std::string(stem).append("(").append(std::to_string(number)).append(").") +
+                              extension);
     return file;
 }
 

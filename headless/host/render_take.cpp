@@ -53,7 +53,7 @@ RenderTarget choose_target(Workstation& workstation, const Take& take) {
     const fs::path plain = folder / file_name_for(stem, ".wav");
     std::optional<RenderTarget> target = target_at(plain, workstation, take);
     for (std::size_t& number = workstation.last_render_number(plain); !target;) {
-        const std::string ending = "-" + three_digits(++number) + ".wav";
+        const std::string ending = std::string("-").append(three_digits(++number)).append(".wav");
         target = target_at(folder / file_name_for(stem, ending), workstation, take);
     }
     return std::move(*target);

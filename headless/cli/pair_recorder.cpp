@@ -12,7 +12,6 @@ namespace headless {
 namespace {
 
 constexpr double momentary_window_seconds = 0.4;
-constexpr double level_tolerance_lu = 0.1;
 
 ImportedLine line_of(const std::filesystem::path& file, const Item* item) {
     if (item == nullptr)
@@ -51,8 +50,7 @@ std::string level_remark(const ImportedPair& pair) {
         return "not levelled: its base line is silent";
     if (!std::isfinite(*subject))
         return "not levelled: silent";
-    const double distance = *subject - *base;
-    return std::abs(distance) > level_tolerance_lu ? distance_text(distance) : "";
+    return pair.is_levelled() ? "" : distance_text(*subject - *base);
 }
 
 /// None for a line that is too short.

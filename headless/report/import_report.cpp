@@ -13,7 +13,12 @@ namespace {
 using figures::decibels;
 using nlohmann::ordered_json;
 
-constexpr double level_tolerance_db = 0.1;
+constexpr double level_tolerance_lu = 0.1;
+
+std::optional<double> distance(std::optional<double> from_lufs, std::optional<double> to_lufs) {
+    const bool is_finite = from_lufs && to_lufs && std::isfinite(*to_lufs - *from_lufs);
+    return is_finite ? std::optional(*to_lufs - *from_lufs) : std::nullopt;
+}
 
 ordered_json texts(const std::vector<std::filesystem::path>& paths) {
     ordered_json list = ordered_json::array();
@@ -82,6 +87,19 @@ std::string csv_place(const ImportedLine& line) {
 
 } // namespace
 
+std::optional<double> ImportedPair::distance_before_lu() const {
+    return distance(base.momentary_max_lufs, subject_before_lufs);
+}
+
+std::optional<double> ImportedPair::distance_lu() const {
+    return distance(base.momentary_max_lufs, subject.momentary_max_lufs);
+}
+
+bool ImportedPair::is_levelled() const {
+    const auto lu = distance_lu();
+    return lu && std::abs(*lu) <= level_tolerance_lu;
+}
+
 double ImportReport::length_seconds() const {
     double start = std::numeric_limits<double>::infinity();
     double end = 0.0;
@@ -97,12 +115,7 @@ double ImportReport::length_seconds() const {
 }
 
 std::size_t ImportReport::levelled_pairs() const {
-    const auto is_levelled = [](const ImportedPair& pair) {
-        const auto base = pair.base.momentary_max_lufs;
-        const auto subject = pair.subject.momentary_max_lufs;
-        return base && subject && std::abs(*base - *subject) <= level_tolerance_db;
-    };
-    return static_cast<std::size_t>(std::ranges::count_if(pairs, is_levelled));
+    return static_cast<std::size_t>(std::ranges::count_if(pairs, &ImportedPair::is_levelled));
 }
 
 std::string json_summary(const ImportReport& report) {

@@ -29,6 +29,14 @@ struct ImportedPair {
     ImportedLine subject{};
     std::optional<double> subject_before_lufs{}; ///< of the recording, before it was levelled
     std::string remark{};                        ///< why it was not levelled or placed as asked; mostly empty
+
+    /// How far the subject line stood above (+) or below (-) its base line in LU, as recorded and in the end;
+    /// none without two readings, or when silence makes it endless.
+    std::optional<double> distance_before_lu() const;
+    std::optional<double> distance_lu() const;
+
+    /// Whether they end within 0.1 LU.
+    bool is_levelled() const;
 };
 
 struct ImportedGroup {
@@ -51,13 +59,12 @@ struct ImportReport {
     /// From the first item's start to the last one's end.
     double length_seconds() const;
 
-    /// Placed pairs whose levels differ by no more than 0.1 dB in the end.
     std::size_t levelled_pairs() const;
 };
 
 /// The summary for the terminal: the pairs in full while they fit a few screens and for a dry run, else the
-/// ones that were farthest apart; groups; figures over all; every pair with a remark; what found no partner
-/// and what nearly did. Paths are those below the two folders.
+/// ones that were farthest apart; names that stand twice, what found no partner and what nearly did; every
+/// pair with a remark; groups; figures over all. Paths are those below the two folders.
 std::string text_summary(const ImportReport& report);
 
 /// The report as one JSON object and a line break; decibels and texts as in json_line of a ride.

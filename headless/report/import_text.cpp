@@ -83,16 +83,10 @@ private:
         text_ += '\n';
     }
 
-    static double distance_before(const ImportedPair& pair) {
-        const auto base = pair.base.momentary_max_lufs;
-        const auto before = pair.subject_before_lufs;
-        const double distance = base && before ? std::abs(*base - *before) : 0.0;
-        return std::isfinite(distance) ? distance : 0.0;
-    }
-
     static void keep_farthest(std::vector<const ImportedPair*>& pairs) {
-        std::ranges::stable_sort(pairs, std::greater{},
-                                 [](const ImportedPair* pair) { return distance_before(*pair); });
+        std::ranges::stable_sort(pairs, std::greater{}, [](const ImportedPair* pair) {
+            return std::abs(pair->distance_before_lu().value_or(0.0));
+        });
         pairs.resize(farthest_pairs);
     }
 
@@ -140,10 +134,8 @@ private:
             return;
         std::vector<double> distances;
         for (const ImportedPair& pair : report_.pairs) {
-            const auto base = pair.base.momentary_max_lufs;
-            const auto before = pair.subject_before_lufs;
-            if (base && before && std::isfinite(*before - *base))
-                distances.push_back(*before - *base);
+            if (const auto distance = pair.distance_before_lu())
+                distances.push_back(*distance);
         }
         if (!distances.empty()) {
             std::ranges::sort(distances);

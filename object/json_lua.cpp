@@ -47,6 +47,8 @@ json read_table(lua_State* L, int index, int levels) {
         json value = read_value(L, levels);
         if (value.is_discarded())
             continue;
+        if (table.is_null()) // the library's own turn from null leaves a broken value when memory runs out
+            table = key_type == LUA_TNUMBER ? json::array() : json::object();
         if (key_type == LUA_TNUMBER)
             table.push_back(std::move(value));
         else

@@ -1,0 +1,19 @@
+#pragma once
+// The Lua module `reaper_MERIDEK_FELSPAR`: 18 functions, which read their arguments leniently, call one logic
+// function each and raise no Lua error. When memory runs out, Lua's or ours, they answer with their failure
+// value and nil.
+
+#include "host/export.hpp"
+
+#include <lua.hpp>
+
+/// Publishes the functions in the global table `MK_FELSPAR` and in the host's table `reaper`.
+/// @returns 1, with `reaper` on the stack
+extern "C" MK_EXPORT int luaopen_reaper_MERIDEK_FELSPAR(lua_State* L);
+
+namespace MK_FELSPAR {
+
+/// The functions by their Lua names, closed by a pair of nulls.
+MK_EXPORT extern const luaL_Reg reg[];
+
+} // namespace MK_FELSPAR

@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <limits>
+#include <string>
 
 namespace headless {
 namespace {
@@ -39,6 +40,21 @@ int get_take_peaks(Workstation& workstation, MediaItem_Take* handle, double peak
         return 0;
     }
     return static_cast<int>(std::min(*delivered, largest_peak_count));
+}
+
+// Scripts have no addresses: they pass an array, whose size bounds what may be written.
+int get_take_peaks_into_array(Workstation& workstation, MediaItem_Take* handle, double peaks_per_second,
+                              double start_seconds, int channel_count, int interval_count, int extra_kind,
+                              double* array, int array_size) {
+    const std::int64_t values = 2 * std::int64_t{std::max(channel_count, 0)} * std::max(interval_count, 0);
+    if (values > array_size) {
+        workstation.report(Failure{"GetMediaItemTake_Peaks: the array has room for " +
+                                   std::to_string(array_size) + " values, not for " +
+                                   std::to_string(values)});
+        return 0;
+    }
+    return get_take_peaks(workstation, handle, peaks_per_second, start_seconds, channel_count, interval_count,
+                          extra_kind, array);
 }
 
 void put(double* target, double value) {
@@ -87,8 +103,15 @@ bool analyze_take_loudness(Workstation& workstation, MediaItem_Take* handle, boo
 
 std::span<const HostFunction> audio_functions() {
     static const HostFunction table[] = {
-        host_function<get_take_peaks>("GetMediaItemTake_Peaks"),
-        host_function<analyze_take_loudness>("NF_AnalyzeTakeLoudness2"),
+        host_function<get_take_peaks,
+                      "take,peakrate,starttime,numchannels,numsamplesperchannel,want_extra_type,buf,buf_sz",
+                      "Fills the array with a block of maxima, then one of minima; how many there are",
+                      get_take_peaks_into_array>("GetMediaItemTake_Peaks"),
+        host_function<analyze_take_loudness,
+                      "take,analyzeTruePeak,lufsIntegratedOut,rangeOut,truePeakOut,truePeakPosOut,"
+                      "shortTermMaxOut,momentaryMaxOut,shortTermMaxPosOut,momentaryMaxPosOut",
+                      "Loudness of what is heard of the take, EBU R 128; true peak position from the item's "
+                      "start, others project time">("NF_AnalyzeTakeLoudness2"),
     };
     return table;
 }

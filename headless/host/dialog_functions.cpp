@@ -1,4 +1,5 @@
-// Host functions that ask the user: on the terminal when there is one, else with a default that is told.
+// Host functions that ask the user: answered as was said beforehand, else on the terminal when there is one,
+// else with a default that is told.
 
 #include "headless/host/dialogs.hpp"
 #include "headless/host/door.hpp"
@@ -24,7 +25,18 @@ std::string on_one_line(std::string text) {
     return text;
 }
 
-int show_message_box(Workstation&, const char* text, const char* title, int type) {
+void report_misfit(Workstation& workstation, const std::string& title, const std::string& answer) {
+    workstation.report(Failure{"the answer \"" + answer + "\" does not fit the dialog \"" + title + '"'});
+}
+
+int show_message_box(Workstation& workstation, const char* text, const char* title, int type) {
+    if (const auto answer = workstation.dialog_answers.next(to_string(title))) {
+        const auto button = button_for(*answer, type);
+        if (!button) {
+            report_misfit(workstation, to_string(title), *answer);
+        }
+        return button.value_or(default_button(type));
+    }
     if (has_terminal()) {
         return ask_button(std::cin, std::cerr, to_string(text), to_string(title), type);
     }
@@ -59,30 +71,63 @@ std::string part_or_empty(const std::vector<std::string>& parts, std::size_t ind
     return index < parts.size() ? parts[index] : "";
 }
 
-bool get_user_inputs(Workstation&, const char* title, int field_count, const char* captions_csv,
+struct Form {
+    std::vector<FormField> fields;
+    char separator;
+};
+
+Form read_form(std::size_t field_count, const char* captions_csv, const char* values_csv) {
+    const auto captions = split(to_string(captions_csv), ',');
+    Form form{{}, value_separator(captions)};
+    const auto values = split(values_csv, form.separator);
+    for (std::size_t index = 0; index < field_count; ++index) {
+        form.fields.push_back({part_or_empty(captions, index), part_or_empty(values, index)});
+    }
+    return form;
+}
+
+std::string values_of(const Form& form) {
+    std::string values;
+    for (const FormField& field : form.fields) {
+        values.append(&field == &form.fields.front() ? "" : std::string(1, form.separator))
+            .append(field.value);
+    }
+    return values;
+}
+
+// Fields without a value in the answer keep the one they have.
+void fill(Workstation& workstation, const std::string& title, Form& form, const std::string& answer) {
+    const auto values = split(answer, form.separator);
+    if (values.size() > form.fields.size()) {
+        report_misfit(workstation, title, answer);
+    }
+    for (std::size_t index = 0; index < std::min(values.size(), form.fields.size()); ++index) {
+        form.fields[index].value = values[index];
+    }
+}
+
+bool answer_form(Workstation& workstation, const std::string& title, Form& form) {
+    if (const auto answer = workstation.dialog_answers.next(title)) {
+        fill(workstation, title, form, *answer);
+        return true;
+    }
+    if (has_terminal()) {
+        return ask_fields(std::cin, std::cerr, title, form.fields);
+    }
+    std::cerr << on_one_line(title) << " [cancelled, as there is no terminal]\n";
+    return false;
+}
+
+bool get_user_inputs(Workstation& workstation, const char* title, int field_count, const char* captions_csv,
                      char* values_csv, int values_size) {
     if (field_count < 1 || field_count > most_fields || !values_csv || values_size < 1) {
         return false;
     }
-    if (!has_terminal()) {
-        std::cerr << on_one_line(to_string(title)) << " [cancelled, as there is no terminal]\n";
+    Form form = read_form(static_cast<std::size_t>(field_count), captions_csv, values_csv);
+    if (!answer_form(workstation, to_string(title), form)) {
         return false;
     }
-    const auto captions = split(to_string(captions_csv), ',');
-    const char separator = value_separator(captions);
-    const auto values = split(values_csv, separator);
-    std::vector<FormField> fields;
-    for (std::size_t index = 0; index < static_cast<std::size_t>(field_count); ++index) {
-        fields.push_back({part_or_empty(captions, index), part_or_empty(values, index)});
-    }
-    if (!ask_fields(std::cin, std::cerr, to_string(title), fields)) {
-        return false;
-    }
-    std::string answers;
-    for (std::size_t index = 0; index < fields.size(); ++index) {
-        answers.append(index == 0 ? "" : std::string(1, separator)).append(fields[index].value);
-    }
-    copy_text(answers, values_csv, values_size);
+    copy_text(values_of(form), values_csv, values_size);
     return true;
 }
 
@@ -90,8 +135,13 @@ bool get_user_inputs(Workstation&, const char* title, int field_count, const cha
 
 std::span<const HostFunction> dialog_functions() {
     static const HostFunction table[] = {
-        host_function<show_message_box>("ShowMessageBox"),
-        host_function<get_user_inputs>("GetUserInputs"),
+        host_function<show_message_box, "msg,title,type",
+                      "Asks with buttons; 1 OK, 2 Cancel, 3 Abort, 4 Retry, 5 Ignore, 6 Yes, 7 No">(
+            "ShowMessageBox"),
+        host_function<show_message_box, "msg,title,type",
+                      "Asks with buttons; 1 OK, 2 Cancel, 3 Abort, 4 Retry, 5 Ignore, 6 Yes, 7 No">("MB"),
+        host_function<get_user_inputs, "title,num_inputs,captions_csv,retvals_csv,retvals_csv_sz",
+                      "Asks for up to 16 values; false when cancelled">("GetUserInputs"),
     };
     return table;
 }

@@ -59,15 +59,22 @@ int default_button(int type) { return box_type(type).default_button; }
 
 std::string_view button_name(int button) { return button_names.at(static_cast<std::size_t>(button)); }
 
+std::optional<int> button_for(std::string_view answer, int type) {
+    for (const int button : box_type(type).buttons) {
+        if (button != 0 && begins_like(button_name(button), answer)) {
+            return button;
+        }
+    }
+    return std::nullopt;
+}
+
 int ask_button(std::istream& input, std::ostream& output, std::string_view text, std::string_view title,
                int type) {
     output << title << "\n" << text << "\n";
     std::string answer;
     while (output << "[" << choices(box_type(type)) << "] " << std::flush && std::getline(input, answer)) {
-        for (const int button : box_type(type).buttons) {
-            if (button != 0 && begins_like(button_name(button), answer)) {
-                return button;
-            }
+        if (const auto button = button_for(answer, type)) {
+            return *button;
         }
     }
     output << '\n';
@@ -89,6 +96,25 @@ bool ask_fields(std::istream& input, std::ostream& output, std::string_view titl
         }
     }
     return true;
+}
+
+std::optional<std::string> DialogAnswers::next(const std::string& title) {
+    const auto found = answers_.find(title);
+    if (found == answers_.end()) {
+        return std::nullopt;
+    }
+    auto& [answers, times_asked] = found->second;
+    return answers[std::min(times_asked++, answers.size() - 1)];
+}
+
+std::vector<std::string> DialogAnswers::never_asked() const {
+    std::vector<std::string> titles;
+    for (const auto& [title, given] : answers_) {
+        if (given.times_asked == 0) {
+            titles.push_back(title);
+        }
+    }
+    return titles;
 }
 
 } // namespace headless

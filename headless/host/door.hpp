@@ -1,8 +1,9 @@
 #pragma once
-// The doors through which plug-ins call in. A host function is written as a C++ function whose first
-// parameter is the workstation; its door has the C signature that remains, serves the living workstation, and
-// lets no exception out.
+// The doors through which plug-ins and scripts call in. A host function is written as a C++ function whose
+// first parameter is the workstation; its door has the C signature that remains, serves the living
+// workstation, and lets no exception out.
 
+#include "headless/host/script_form.hpp"
 #include "headless/host/workstation.hpp"
 
 #include <exception>
@@ -14,6 +15,8 @@ namespace headless {
 struct HostFunction {
     const char* name;
     void* address;
+    const char* definition = nullptr; ///< null: not for scripts
+    ScriptCall* script_call = nullptr;
 };
 
 /// Records that a host function failed for a reason nobody foresaw.
@@ -38,11 +41,39 @@ struct Door<Function> {
         }
         return R();
     }
+
+    static void* script_call(void** words, int count) {
+        if (count < static_cast<int>(sizeof...(A))) {
+            return nullptr;
+        }
+        return [words]<std::size_t... I>(std::index_sequence<I...>)->void* {
+            if constexpr (std::is_void_v<R>) {
+                call(from_word<A>(words[I])...);
+                return nullptr;
+            } else {
+                return to_word(call(from_word<A>(words[I])...));
+            }
+        }
+        (std::index_sequence_for<A...>{});
+    }
+
+    template <Text Names, Text Help>
+    static constexpr auto definition = make_definition<Names, Help, R, A...>();
 };
 
+/// A function for plug-ins alone.
 template <auto Function>
 HostFunction host_function(const char* name) {
     return {name, reinterpret_cast<void*>(&Door<Function>::call)};
+}
+
+/// A function for plug-ins and scripts, with its parameters' names (see script_form.hpp) and a line of help.
+/// @tparam ForScripts what scripts call, where a plug-in's call needs knowledge that they lack
+template <auto Function, Text Names, Text Help, auto ForScripts = Function>
+HostFunction host_function(const char* name) {
+    using ScriptDoor = Door<ForScripts>;
+    return {name, reinterpret_cast<void*>(&Door<Function>::call),
+            ScriptDoor::template definition<Names, Help>.data(), &ScriptDoor::script_call};
 }
 
 // The tables, family by family.
@@ -55,5 +86,6 @@ std::span<const HostFunction> marker_functions();
 std::span<const HostFunction> project_functions();
 std::span<const HostFunction> dialog_functions();
 std::span<const HostFunction> insertion_functions();
+std::span<const HostFunction> session_functions();
 
 } // namespace headless

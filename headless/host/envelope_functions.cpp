@@ -192,15 +192,28 @@ bool set_point(Workstation& workstation, BR_Envelope* handle, int id, double pos
 
 std::span<const HostFunction> envelope_functions() {
     static const HostFunction table[] = {
-        host_function<allocate>("BR_EnvAlloc"),
-        host_function<free_object>("BR_EnvFree"),
-        host_function<get_properties>("BR_EnvGetProperties"),
-        host_function<set_properties>("BR_EnvSetProperties"),
-        host_function<sort_points>("BR_EnvSortPoints"),
-        host_function<count_points>("BR_EnvCountPoints"),
-        host_function<delete_point>("BR_EnvDeletePoint"),
-        host_function<get_point>("BR_EnvGetPoint"),
-        host_function<set_point>("BR_EnvSetPoint"),
+        host_function<allocate, "envelope,takeEnvelopesUseProjectTime",
+                      "Takes a copy of the envelope for editing">("BR_EnvAlloc"),
+        host_function<free_object, "envelope,commit",
+                      "Gives the copy up, written back or not; true when that changed the envelope">(
+            "BR_EnvFree"),
+        host_function<
+            get_properties,
+            "envelope,activeOut,visibleOut,armedOut,inLaneOut,laneHeightOut,defaultShapeOut,minValueOut,"
+            "maxValueOut,centerValueOut,typeOut,faderScalingOut,automationItemsOptionsOutOptional",
+            "The envelope's settings; type 0 is volume">("BR_EnvGetProperties"),
+        host_function<set_properties,
+                      "envelope,active,visible,armed,inLane,laneHeight,defaultShape,faderScaling,"
+                      "automationItemsOptionsInOptional",
+                      "Sets the envelope's settings">("BR_EnvSetProperties"),
+        host_function<sort_points, "envelope", "Sorts the points by position">("BR_EnvSortPoints"),
+        host_function<count_points, "envelope", "Number of points">("BR_EnvCountPoints"),
+        host_function<delete_point, "envelope,id", "Deletes the point of that index, counted from 0">(
+            "BR_EnvDeletePoint"),
+        host_function<get_point, "envelope,id,positionOut,valueOut,shapeOut,selectedOut,bezierOut",
+                      "The point of that index, counted from 0">("BR_EnvGetPoint"),
+        host_function<set_point, "envelope,id,position,value,shape,selected,bezier",
+                      "Changes a point; id -1 makes a new one">("BR_EnvSetPoint"),
     };
     return table;
 }

@@ -113,7 +113,9 @@ Result<Item*> Workstation::insert_audio(Track& track, const fs::path& file, doub
 }
 
 std::span<const HostFunction> insertion_functions() {
-    static const HostFunction table[] = {host_function<insert_media>("InsertMedia")};
+    static const HostFunction table[] = {
+        host_function<insert_media, "file,mode",
+                      "Inserts an audio file at the edit cursor; 1 when it was done">("InsertMedia")};
     return table;
 }
 

@@ -41,6 +41,21 @@ MediaItem* get_track_item(Workstation& workstation, MediaTrack* handle, int inde
     return exists ? Workstation::handle(*track->items()[static_cast<std::size_t>(index)]) : nullptr;
 }
 
+MediaTrack* get_item_track(Workstation& workstation, MediaItem* handle) {
+    const Item* item = workstation.live(handle);
+    return item ? Workstation::handle(item->track()) : nullptr;
+}
+
+bool delete_item(Workstation& workstation, MediaTrack* track_handle, MediaItem* item_handle) {
+    Track* track = workstation.live(track_handle);
+    const Item* item = workstation.live(item_handle);
+    if (!track || !item || &item->track() != track) {
+        return false;
+    }
+    track->erase_item(*item);
+    return true;
+}
+
 ReaProject* get_item_project(Workstation& workstation, MediaItem* handle) {
     const Item* item = workstation.live(handle);
     return item ? Workstation::handle(item->track().project()) : nullptr;
@@ -109,20 +124,30 @@ MediaItem_Take* get_active_take(Workstation& workstation, MediaItem* handle) {
 
 std::span<const HostFunction> item_functions() {
     static const HostFunction table[] = {
-        host_function<count_items>("CountMediaItems"),
-        host_function<get_item>("GetMediaItem"),
-        host_function<count_selected_items>("CountSelectedMediaItems"),
-        host_function<get_selected_item>("GetSelectedMediaItem"),
-        host_function<count_track_items>("CountTrackMediaItems"),
-        host_function<get_track_item>("GetTrackMediaItem"),
-        host_function<get_item_project>("GetItemProjectContext"),
-        host_function<get_item_value>("GetMediaItemInfo_Value"),
-        host_function<set_item_value>("SetMediaItemInfo_Value"),
-        host_function<set_item_selected>("SetMediaItemSelected"),
-        host_function<select_all_items>("SelectAllMediaItems"),
-        host_function<count_takes>("CountTakes"),
-        host_function<get_take>("GetTake"),
-        host_function<get_active_take>("GetActiveTake"),
+        host_function<count_items, "proj", "Number of items">("CountMediaItems"),
+        host_function<get_item, "proj,itemidx", "The item of that index, counted from 0, track by track">(
+            "GetMediaItem"),
+        host_function<count_selected_items, "proj", "Number of selected items">("CountSelectedMediaItems"),
+        host_function<get_selected_item, "proj,selitem", "The selected item of that index, counted from 0">(
+            "GetSelectedMediaItem"),
+        host_function<count_track_items, "track", "Number of items on the track">("CountTrackMediaItems"),
+        host_function<get_track_item, "tr,itemidx", "The track's item of that index, counted from 0">(
+            "GetTrackMediaItem"),
+        host_function<get_item_track, "item", "The track that the item is on">("GetMediaItem_Track"),
+        host_function<delete_item, "tr,it", "Deletes the track's item">("DeleteTrackMediaItem"),
+        host_function<get_item_project, "item", "The project of the item">("GetItemProjectContext"),
+        host_function<get_item_value, "item,parmname",
+                      "D_POSITION, D_LENGTH, D_SNAPOFFSET, D_VOL, B_MUTE, B_LOOPSRC, B_UISEL or P_PROJECT">(
+            "GetMediaItemInfo_Value"),
+        host_function<set_item_value, "item,parmname,newvalue",
+                      "Sets what GetMediaItemInfo_Value gives, but for P_PROJECT">("SetMediaItemInfo_Value"),
+        host_function<set_item_selected, "item,selected", "Selects or deselects the item">(
+            "SetMediaItemSelected"),
+        host_function<select_all_items, "proj,selected", "Selects or deselects every item">(
+            "SelectAllMediaItems"),
+        host_function<count_takes, "item", "Number of takes">("CountTakes"),
+        host_function<get_take, "item,takeidx", "The take of that index, counted from 0">("GetTake"),
+        host_function<get_active_take, "item", "The active take, nil for an empty item">("GetActiveTake"),
     };
     return table;
 }

@@ -47,6 +47,11 @@ int enumerate_markers_2(Workstation& workstation, ReaProject* handle, int index,
                                nullptr);
 }
 
+int enumerate_markers(Workstation& workstation, int index, bool* is_region, double* position,
+                      double* region_end, const char** name, int* number) {
+    return enumerate_markers_2(workstation, nullptr, index, is_region, position, region_end, name, number);
+}
+
 Marker make_marker(bool is_region, double position, double region_end, const char* name, int number,
                    int color) {
     return {is_region, position, is_region ? region_end : 0.0, to_string(name), number, color};
@@ -63,6 +68,11 @@ int add_marker(Workstation& workstation, ReaProject* handle, bool is_region, dou
         return -1;
     }
     return project->markers.add(make_marker(is_region, position, region_end, name, wanted_number, color));
+}
+
+int add_plain_marker(Workstation& workstation, ReaProject* handle, bool is_region, double position,
+                     double region_end, const char* name, int wanted_number) {
+    return add_marker(workstation, handle, is_region, position, region_end, name, wanted_number, 0);
 }
 
 bool set_marker(Workstation& workstation, ReaProject* handle, int number, bool is_region, double position,
@@ -96,14 +106,32 @@ int color_to_native(Workstation&, int red, int green, int blue) {
 
 std::span<const HostFunction> marker_functions() {
     static const HostFunction table[] = {
-        host_function<count_markers>("CountProjectMarkers"),
-        host_function<enumerate_markers_2>("EnumProjectMarkers2"),
-        host_function<enumerate_markers_3>("EnumProjectMarkers3"),
-        host_function<add_marker>("AddProjectMarker2"),
-        host_function<set_marker>("SetProjectMarker3"),
-        host_function<delete_marker>("DeleteProjectMarkerByIndex"),
-        host_function<color_from_native>("ColorFromNative"),
-        host_function<color_to_native>("ColorToNative"),
+        host_function<count_markers, "proj,num_markersOut,num_regionsOut",
+                      "Number of markers and regions, of markers, of regions">("CountProjectMarkers"),
+        host_function<enumerate_markers, "idx,isrgnOut,posOut,rgnendOut,nameOut,markrgnindexnumberOut",
+                      "The marker or region of that index; the result is the next index, 0 past the end">(
+            "EnumProjectMarkers"),
+        host_function<enumerate_markers_2, "proj,idx,isrgnOut,posOut,rgnendOut,nameOut,markrgnindexnumberOut",
+                      "The marker or region of that index; the result is the next index, 0 past the end">(
+            "EnumProjectMarkers2"),
+        host_function<enumerate_markers_3,
+                      "proj,idx,isrgnOut,posOut,rgnendOut,nameOut,markrgnindexnumberOut,colorOut",
+                      "The marker or region of that index; the result is the next index, 0 past the end">(
+            "EnumProjectMarkers3"),
+        host_function<add_plain_marker, "proj,isrgn,pos,rgnend,name,wantidx",
+                      "Adds a marker or region without a colour; the result is its number">(
+            "AddProjectMarker"),
+        host_function<add_marker, "proj,isrgn,pos,rgnend,name,wantidx,color",
+                      "Adds a marker or region; the result is its number">("AddProjectMarker2"),
+        host_function<set_marker, "proj,markrgnindexnumber,isrgn,pos,rgnend,name,color",
+                      "Changes the marker or region of that number; colour 0 keeps the colour">(
+            "SetProjectMarker3"),
+        host_function<delete_marker, "proj,markrgnidx", "Deletes the marker or region of that index">(
+            "DeleteProjectMarkerByIndex"),
+        host_function<color_from_native, "col,rOut,gOut,bOut",
+                      "Red, green and blue of a native colour, 0 to 255">("ColorFromNative"),
+        host_function<color_to_native, "r,g,b", "A native colour, without the flag 0x1000000">(
+            "ColorToNative"),
     };
     return table;
 }

@@ -26,6 +26,12 @@ void set_cursor(Workstation& workstation, ReaProject* handle, double seconds, bo
     }
 }
 
+double get_active_cursor(Workstation& workstation) { return get_cursor(workstation, nullptr); }
+
+void set_active_cursor(Workstation& workstation, double seconds, bool moves_view, bool seeks) {
+    set_cursor(workstation, nullptr, seconds, moves_view, seeks);
+}
+
 double get_play_position(Workstation& workstation, ReaProject* handle) {
     const Project* project = workstation.live(handle);
     return project ? project->play_position_seconds : 0.0;
@@ -41,6 +47,24 @@ void run_command_in(Workstation& workstation, int number, int /*flag*/, ReaProje
     if (workstation.live(handle)) {
         run_command(workstation, number);
     }
+}
+
+void run_command_here(Workstation& workstation, int number, int flag) {
+    run_command_in(workstation, number, flag, nullptr);
+}
+
+// There is one project, which is the active one, too.
+ReaProject* enumerate_projects(Workstation& workstation, int index, char* file, int file_size) {
+    if (index != 0 && index != -1) {
+        return nullptr;
+    }
+    copy_text(workstation.project().file.native(), file, file_size);
+    return Workstation::handle(workstation.project());
+}
+
+double get_project_length(Workstation& workstation, ReaProject* handle) {
+    const Project* project = workstation.live(handle);
+    return project ? project->end_seconds() : 0.0;
 }
 
 double get_frame_rate(Workstation& workstation, ReaProject* handle, bool* drop_frame) {
@@ -92,17 +116,29 @@ int register_from_plugin(Workstation& workstation, const char* name, void* value
 
 std::span<const HostFunction> project_functions() {
     static const HostFunction table[] = {
-        host_function<get_cursor>("GetCursorPositionEx"),
-        host_function<set_cursor>("SetEditCurPos2"),
-        host_function<get_play_position>("GetPlayPositionEx"),
-        host_function<get_play_state>("GetPlayState"),
-        host_function<go_to_end>("CSurf_GoEnd"),
-        host_function<run_command_in>("Main_OnCommandEx"),
-        host_function<get_frame_rate>("TimeMap_curFrameRate"),
-        host_function<get_project_path>("GetProjectPath"),
-        host_function<get_set_project_string>("GetSetProjectInfo_String"),
-        host_function<get_resource_path>("GetResourcePath"),
-        host_function<update_arrange>("UpdateArrange"),
+        host_function<get_cursor, "proj", "The edit cursor's position in seconds">("GetCursorPositionEx"),
+        host_function<set_cursor, "proj,time,moveview,seekplay", "Moves the edit cursor">("SetEditCurPos2"),
+        host_function<get_active_cursor, "", "The edit cursor's position in seconds">("GetCursorPosition"),
+        host_function<set_active_cursor, "time,moveview,seekplay", "Moves the edit cursor">("SetEditCurPos"),
+        host_function<get_play_position, "proj", "The play position in seconds">("GetPlayPositionEx"),
+        host_function<get_play_state, "", "1 playing, 2 paused, 4 recording, 0 stopped">("GetPlayState"),
+        host_function<go_to_end, "", "Moves the edit cursor to the project's end">("CSurf_GoEnd"),
+        host_function<run_command_in, "command,flag,proj", "Runs a command: 40131, 40693 or 41999">(
+            "Main_OnCommandEx"),
+        host_function<run_command_here, "command,flag", "Runs a command: 40131, 40693 or 41999">(
+            "Main_OnCommand"),
+        host_function<enumerate_projects, "idx,projfnOutOptional,projfnOutOptional_sz",
+                      "The project and its file; -1 is the active one">("EnumProjects"),
+        host_function<get_project_length, "proj", "Where the last item, marker or region ends, in seconds">(
+            "GetProjectLength"),
+        host_function<get_frame_rate, "proj,dropFrameOutOptional", "The project's frames a second">(
+            "TimeMap_curFrameRate"),
+        host_function<get_project_path, "bufOut,bufOut_sz", "The folder that recordings and renders go to">(
+            "GetProjectPath"),
+        host_function<get_set_project_string, "project,desc,valuestrNeedBig,is_set",
+                      "Gets or sets RECORD_PATH">("GetSetProjectInfo_String"),
+        host_function<get_resource_path, "", "The folder of the user's configuration">("GetResourcePath"),
+        host_function<update_arrange, "", "Nothing is drawn here: does nothing">("UpdateArrange"),
         host_function<register_from_plugin>("plugin_register"),
     };
     return table;

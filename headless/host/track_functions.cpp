@@ -162,24 +162,39 @@ void delete_track(Workstation& workstation, MediaTrack* handle) {
 
 std::span<const HostFunction> track_functions() {
     static const HostFunction table[] = {
-        host_function<count_tracks>("CountTracks"),
-        host_function<get_track>("GetTrack"),
-        host_function<get_master_track>("GetMasterTrack"),
-        host_function<count_selected_tracks>("CountSelectedTracks"),
-        host_function<count_selected_tracks_2>("CountSelectedTracks2"),
-        host_function<get_selected_track>("GetSelectedTrack"),
-        host_function<get_parent_track>("GetParentTrack"),
-        host_function<get_track_depth>("GetTrackDepth"),
-        host_function<get_track_name>("GetTrackName"),
-        host_function<get_set_track_string>("GetSetMediaTrackInfo_String"),
-        host_function<get_track_value>("GetMediaTrackInfo_Value"),
-        host_function<set_track_value>("SetMediaTrackInfo_Value"),
-        host_function<get_track_color>("GetTrackColor"),
-        host_function<set_track_color>("SetTrackColor"),
-        host_function<set_track_selected>("SetTrackSelected"),
-        host_function<set_only_track_selected>("SetOnlyTrackSelected"),
-        host_function<insert_track_at_index>("InsertTrackAtIndex"),
-        host_function<delete_track>("DeleteTrack"),
+        host_function<count_tracks, "proj", "Number of tracks, without the master">("CountTracks"),
+        host_function<get_track, "proj,trackidx", "The track of that index, counted from 0">("GetTrack"),
+        host_function<get_master_track, "proj", "The master track">("GetMasterTrack"),
+        host_function<count_selected_tracks, "proj", "Number of selected tracks, without the master">(
+            "CountSelectedTracks"),
+        host_function<count_selected_tracks_2, "proj,wantmaster", "Number of selected tracks">(
+            "CountSelectedTracks2"),
+        host_function<get_selected_track, "proj,seltrackidx",
+                      "The selected track of that index, counted from 0">("GetSelectedTrack"),
+        host_function<get_parent_track, "track", "The folder track around the track, nil at top level">(
+            "GetParentTrack"),
+        host_function<get_track_depth, "track", "Number of folders around the track">("GetTrackDepth"),
+        host_function<get_track_name, "track,bufOut,bufOut_sz",
+                      "The name; \"Track N\" for a track without one">("GetTrackName"),
+        host_function<get_set_track_string, "tr,parmname,stringNeedBig,setNewValue", "Gets or sets P_NAME">(
+            "GetSetMediaTrackInfo_String"),
+        host_function<get_track_value, "tr,parmname",
+                      "B_MUTE, I_SOLO, I_SELECTED, I_FOLDERDEPTH, I_CUSTOMCOLOR, D_VOL, D_PAN or P_PROJECT">(
+            "GetMediaTrackInfo_Value"),
+        host_function<set_track_value, "tr,parmname,newvalue",
+                      "Sets what GetMediaTrackInfo_Value gives, but for P_PROJECT">(
+            "SetMediaTrackInfo_Value"),
+        host_function<get_track_color, "track", "Native colour with the flag 0x1000000, 0 for none">(
+            "GetTrackColor"),
+        host_function<set_track_color, "track,color",
+                      "Sets a native colour, with or without the flag 0x1000000">("SetTrackColor"),
+        host_function<set_track_selected, "track,selected", "Selects or deselects the track">(
+            "SetTrackSelected"),
+        host_function<set_only_track_selected, "track", "Selects the track and no other">(
+            "SetOnlyTrackSelected"),
+        host_function<insert_track_at_index, "idx,wantDefaults", "Makes a track of that index">(
+            "InsertTrackAtIndex"),
+        host_function<delete_track, "tr", "Deletes the track with its items">("DeleteTrack"),
     };
     return table;
 }

@@ -42,11 +42,11 @@ Workstation::Workstation()
     if (living_workstation) {
         throw std::logic_error("there is a workstation already");
     }
-    for (const auto table :
-         {track_functions(), item_functions(), take_functions(), audio_functions(), envelope_functions(),
-          marker_functions(), project_functions(), dialog_functions(), insertion_functions()}) {
+    for (const auto table : {track_functions(), item_functions(), take_functions(), audio_functions(),
+                             envelope_functions(), marker_functions(), project_functions(),
+                             dialog_functions(), insertion_functions(), session_functions()}) {
         for (const HostFunction& function : table) {
-            host_functions_.emplace(function.name, function.address);
+            host_functions_.emplace(function.name, function);
         }
     }
     living_workstation = this;
@@ -61,10 +61,30 @@ void* Workstation::function(const char* name) const {
         return nullptr;
     }
     if (const auto found = host_functions_.find(name); found != host_functions_.end()) {
-        return found->second;
+        return found->second.address;
     }
     const auto registered = registered_.find(std::string("API_") + name);
     return registered == registered_.end() ? nullptr : registered->second;
+}
+
+std::vector<ScriptFunction> Workstation::script_functions() const {
+    std::vector<ScriptFunction> functions;
+    for (const auto& [name, function] : host_functions_) {
+        if (function.definition) {
+            functions.push_back({name, function.definition, function.script_call});
+        }
+    }
+    constexpr std::string_view mark = "APIdef_";
+    for (const auto& [key, definition] : registered_) {
+        const std::string name = key.starts_with(mark) ? key.substr(mark.size()) : "";
+        const auto call = registered_.find("APIvararg_" + name);
+        if (!name.empty() && definition && call != registered_.end() && call->second) {
+            functions.push_back(
+                {name, static_cast<const char*>(definition), reinterpret_cast<ScriptCall*>(call->second)});
+        }
+    }
+    std::ranges::sort(functions, {}, &ScriptFunction::name);
+    return functions;
 }
 
 std::vector<Failure> Workstation::take_failures() { return std::exchange(failures_, {}); }

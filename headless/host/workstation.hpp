@@ -3,14 +3,18 @@
 // commands behind Main_OnCommandEx, and what plug-ins have registered.
 
 #include "headless/base/failure.hpp"
+#include "headless/host/dialogs.hpp"
 #include "headless/host/handles.hpp"
+#include "headless/host/script_form.hpp"
 #include "headless/project/project.hpp"
 
 #include <cstddef>
 #include <filesystem>
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
+#include <string_view>
 #include <unordered_map>
 #include <vector>
 
@@ -18,8 +22,10 @@ namespace headless {
 
 class AudioStore;
 class EnvelopeObjects;
+struct EnvelopeObject;
 class LoudnessReadings;
 class SourceHandles;
+struct HostFunction;
 
 /// What was done to the envelope that was written back last.
 struct EnvelopeEdit {
@@ -27,6 +33,13 @@ struct EnvelopeEdit {
     std::size_t points_rewritten = 0; ///< writes to points that were there, since the last one was created
     std::size_t points_deleted = 0;
     std::size_t points_kept = 0; ///< in the envelope as it was written back
+};
+
+/// As script engines see it (script_form.hpp).
+struct ScriptFunction {
+    std::string name;
+    const char* definition; ///< lives as long as the function is registered
+    ScriptCall* call;
 };
 
 /// One at a time: the C functions that a plug-in gets serve the living one.
@@ -57,6 +70,13 @@ public:
     Signature* function_as(const char* name) const {
         return reinterpret_cast<Signature*>(function(name));
     }
+
+    /// Every function that scripts may call: those of the host, and those that plug-ins have registered with
+    /// a definition and a call. In the order of names.
+    std::vector<ScriptFunction> script_functions() const;
+
+    /// Answers that dialogs find before they ask anybody.
+    DialogAnswers dialog_answers;
 
     /// An item with one take over all that can be decoded of the file, named as the file. Neither cursor
     /// nor selection changes.
@@ -93,6 +113,12 @@ public:
     Item* live(MediaItem* handle) const;
     Take* live(MediaItem_Take* handle) const;
     Envelope* live(TrackEnvelope* handle) const;
+    EnvelopeObject* live(BR_Envelope* handle) const;
+    const Source* live(PCM_source* handle) const;
+
+    /// Whether the handle may go where a definition text says `type` ("MediaTrack*"): it is that of a living
+    /// object. None for a type that is no handle of this host.
+    std::optional<bool> is_live(std::string_view type, void* handle) const;
 
     /// Keeps "API_x", "APIdef_x" and "APIvararg_x"; a leading '-' withdraws the name.
     /// @returns false for any other name
@@ -115,7 +141,7 @@ private:
     std::unique_ptr<LoudnessReadings> loudness_; // reads from the audio
     std::unique_ptr<EnvelopeObjects> envelope_objects_;
     std::unique_ptr<SourceHandles> source_handles_;
-    std::unordered_map<std::string, void*> host_functions_;
+    std::unordered_map<std::string, HostFunction> host_functions_;
     std::unordered_map<std::string, void*> registered_;
     std::vector<Failure> failures_;
     EnvelopeEdit last_envelope_edit_;

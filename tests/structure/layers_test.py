@@ -8,7 +8,7 @@ import sys
 plugin = [["host"], ["utility"], ["host/dependency"], ["object"], ["api/project"], ["api/track"], ["api/media"],
           ["ride"], ["dialogue"], ["host/api_table"], ["host/entry"]]
 headless = [["headless/base"], ["headless/project"], ["headless/audio", "headless/rpp"], ["headless/host"],
-            ["headless/report"], ["headless/cli"], ["headless/capi"]]
+            ["headless/report", "headless/script"], ["headless/cli"], ["headless/capi"]]
 floors = {room: (house, floor) for house, rooms in enumerate([plugin, headless])
           for floor, line in enumerate(rooms) for room in line}
 

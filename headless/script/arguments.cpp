@@ -1,0 +1,211 @@
+#include "headless/script/arguments.hpp"
+
+#include "headless/host/workstation.hpp"
+#include "headless/script/number_array.hpp"
+
+#include <algorithm>
+#include <cmath>
+#include <cstdint>
+#include <cstdlib>
+#include <cstring>
+#include <limits>
+#include <new>
+#include <type_traits>
+
+namespace headless {
+namespace {
+
+static_assert(std::is_trivially_destructible_v<Arguments>);
+
+[[noreturn]] void refuse(lua_State* L, const BridgedFunction& function, int index, const char* wanted) {
+    luaL_error(L, "bad argument #%d to '%s' (%s expected, got %s)", index, function.name.c_str(), wanted,
+               luaL_typename(L, index));
+    std::abort(); // luaL_error does not return
+}
+
+[[noreturn]] void refuse_handle(lua_State* L, const BridgedFunction& function, int index,
+                                std::string_view type) {
+    const std::string_view name = type.substr(0, type.size() - 1); // without its asterisk
+    lua_pushlstring(L, name.data(), name.size());
+    luaL_error(L, "bad argument #%d to '%s' (%s expected)", index, function.name.c_str(),
+               lua_tostring(L, -1));
+    std::abort();
+}
+
+double read_number(lua_State* L, const BridgedFunction& function, int index) {
+    int is_number = 0;
+    const double number = lua_tonumberx(L, index, &is_number);
+    if (is_number == 0) {
+        refuse(L, function, index, "number");
+    }
+    return number;
+}
+
+/// Fractions are cut off. Beyond an int its nearest end counts, but whole numbers up to 32 bits keep their
+/// bits, so that colours and flags may be written as unsigned.
+int read_integer(lua_State* L, const BridgedFunction& function, int index) {
+    const double number = read_number(L, function, index);
+    constexpr double lowest = std::numeric_limits<int>::min();
+    constexpr double highest = std::numeric_limits<unsigned>::max();
+    return std::isnan(number)
+               ? 0
+               : static_cast<int>(static_cast<std::int64_t>(std::clamp(std::trunc(number), lowest, highest)));
+}
+
+/// Scripts pass 0 and 1 for booleans as well.
+bool read_boolean(lua_State* L, const BridgedFunction& function, int index) {
+    if (lua_type(L, index) == LUA_TNUMBER) {
+        return lua_tonumberx(L, index, nullptr) != 0.0;
+    }
+    if (!lua_isboolean(L, index)) {
+        refuse(L, function, index, "boolean");
+    }
+    return lua_toboolean(L, index) != 0;
+}
+
+const char* read_text(lua_State* L, const BridgedFunction& function, int index) {
+    if (lua_isstring(L, index) == 0) {
+        refuse(L, function, index, "string");
+    }
+    return lua_tostring(L, index);
+}
+
+bool stands_for_no_project(lua_State* L, int index) {
+    return lua_isnoneornil(L, index) ||
+           (lua_type(L, index) == LUA_TNUMBER && lua_tonumberx(L, index, nullptr) == 0.0);
+}
+
+void* read_handle(lua_State* L, const BridgedFunction& function, int index, std::string_view type) {
+    if (type == "ReaProject*" && stands_for_no_project(L, index)) {
+        return nullptr;
+    }
+    if (type == "void*" && lua_isnoneornil(L, index)) {
+        return nullptr;
+    }
+    void* handle = lua_islightuserdata(L, index) ? lua_touserdata(L, index) : nullptr;
+    if (!handle || (type != "void*" && !function.workstation->is_live(type, handle).value_or(true))) {
+        refuse_handle(L, function, index, type);
+    }
+    return handle;
+}
+
+char* find_buffer(const BridgedFunction& function, std::size_t parameter, std::size_t bytes) noexcept {
+    try {
+        return function.buffers->buffer(parameter, bytes);
+    } catch (const std::bad_alloc&) {
+        return nullptr;
+    }
+}
+
+/// A buffer that begins as the text, with room for what may come back.
+void prepare_buffer(lua_State* L, const BridgedFunction& function, std::size_t parameter, const char* text,
+                    Cell& cell) {
+    const std::size_t wanted = function.definition.parameters[parameter].needs_big_buffer
+                                   ? TextBuffers::big_bytes
+                                   : TextBuffers::ordinary_bytes;
+    const std::size_t length = std::strlen(text);
+    const std::size_t bytes = std::max(wanted, length + 1);
+    cell.buffer =
+        bytes <= std::numeric_limits<int>::max() ? find_buffer(function, parameter, bytes) : nullptr;
+    if (!cell.buffer) {
+        luaL_error(L, "'%s': no memory for a text of %f bytes", function.name.c_str(),
+                   static_cast<double>(bytes));
+    }
+    std::memcpy(cell.buffer, text, length + 1);
+    cell.size = static_cast<int>(bytes);
+}
+
+void* address_of(const Parameter& parameter, Cell& cell) {
+    switch (parameter.kind) {
+    case ValueKind::integer:
+        return &cell.integer;
+    case ValueKind::boolean:
+        return &cell.truth;
+    case ValueKind::number:
+        return &cell.number;
+    default:
+        return &cell.text;
+    }
+}
+
+void read_value(lua_State* L, const BridgedFunction& function, std::size_t parameter, int index, Cell& cell) {
+    switch (const Parameter& what = function.definition.parameters[parameter]; what.kind) {
+    case ValueKind::integer:
+        cell.integer = read_integer(L, function, index);
+        break;
+    case ValueKind::boolean:
+        cell.truth = read_boolean(L, function, index);
+        break;
+    case ValueKind::number:
+        cell.number = read_number(L, function, index);
+        break;
+    case ValueKind::text:
+        cell.text = read_text(L, function, index);
+        break;
+    case ValueKind::array:
+        if (NumberArray* array = to_number_array(L, index)) {
+            cell.buffer = reinterpret_cast<char*>(array->numbers());
+            cell.size = static_cast<int>(array->size);
+        } else {
+            refuse(L, function, index, "reaper.array");
+        }
+        break;
+    default:
+        break;
+    }
+}
+
+void* word_of_bits(std::intptr_t bits) { return reinterpret_cast<void*>(bits); }
+
+void* word_of(const Parameter& parameter, Cell& cell) {
+    if (parameter.by_address && parameter.kind != ValueKind::array) {
+        return address_of(parameter, cell);
+    }
+    switch (parameter.kind) {
+    case ValueKind::integer:
+        return word_of_bits(cell.integer);
+    case ValueKind::boolean:
+        return word_of_bits(cell.truth ? 1 : 0);
+    case ValueKind::number:
+        return &cell.number;
+    case ValueKind::text:
+        return cell.buffer ? cell.buffer : const_cast<char*>(cell.text);
+    case ValueKind::array:
+        return cell.buffer;
+    default:
+        return nullptr;
+    }
+}
+
+} // namespace
+
+void read_arguments(lua_State* L, const BridgedFunction& function, Arguments& arguments) {
+    int index = 0;
+    const auto& parameters = function.definition.parameters;
+    for (std::size_t i = 0; i < parameters.size(); ++i) {
+        const Parameter& parameter = parameters[i];
+        Cell& cell = arguments.cells[i];
+        void*& word = arguments.words[i];
+        if (parameter.kind == ValueKind::size) {
+            word = word_of_bits(arguments.cells[i - 1].size);
+            continue;
+        }
+        if (parameter.is_argument()) {
+            ++index;
+            if (parameter.is_optional && lua_isnoneornil(L, index)) {
+                continue;
+            }
+            if (parameter.kind == ValueKind::handle) {
+                word = read_handle(L, function, index, parameter.type);
+                continue;
+            }
+            read_value(L, function, i, index, cell);
+        }
+        if (parameter.kind == ValueKind::text && parameter.type == "char*") {
+            prepare_buffer(L, function, i, cell.text ? cell.text : "", cell);
+        }
+        word = word_of(parameter, cell);
+    }
+}
+
+} // namespace headless

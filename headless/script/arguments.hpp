@@ -1,0 +1,69 @@
+#pragma once
+// The arguments of one call, from Lua's stack to the words that a function takes.
+
+#include "headless/script/definition.hpp"
+
+#include <lua.hpp>
+
+#include <array>
+#include <cstddef>
+#include <memory>
+#include <string>
+
+namespace headless {
+
+class Workstation;
+
+/// Functions of more parameters are not offered to scripts.
+constexpr std::size_t most_parameters = 24;
+
+/// Where one argument or result lies during a call.
+struct Cell {
+    int integer;
+    bool truth;
+    double number;
+    const char* text;
+    char* buffer; ///< of a text that is written to
+    int size;     ///< of the buffer in bytes, of an array in numbers
+};
+
+/// Owns nothing, since Lua's errors leap over it.
+struct Arguments {
+    std::array<void*, most_parameters> words;
+    std::array<Cell, most_parameters> cells;
+};
+
+/// Buffers for texts that come out of a call. One call needs them at a time.
+class TextBuffers {
+public:
+    static constexpr std::size_t ordinary_bytes = 4096; ///< the longest path, with its NUL
+    static constexpr std::size_t big_bytes = std::size_t{1} << 20U;
+
+    char* buffer(std::size_t parameter, std::size_t bytes) {
+        if (!buffers_[parameter] || bytes > sizes_[parameter]) {
+            buffers_[parameter] = std::make_unique_for_overwrite<char[]>(bytes);
+            sizes_[parameter] = bytes;
+        }
+        return buffers_[parameter].get();
+    }
+
+private:
+    std::array<std::unique_ptr<char[]>, most_parameters> buffers_;
+    std::array<std::size_t, most_parameters> sizes_{};
+};
+
+/// A function as the bridge calls it.
+struct BridgedFunction {
+    std::string name;
+    Definition definition;
+    void* (*call)(void** words, int count);
+    Workstation* workstation;
+    TextBuffers* buffers;
+};
+
+/// Fills the words from the stack, on which the arguments lie from index 1. Raises the Lua error "bad
+/// argument #1 to 'X' (MediaTrack expected)" for one that is missing, of another type, or a handle to
+/// nothing.
+void read_arguments(lua_State* L, const BridgedFunction& function, Arguments& arguments);
+
+} // namespace headless

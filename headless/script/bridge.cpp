@@ -1,0 +1,57 @@
+#include "headless/script/bridge.hpp"
+
+#include "headless/host/workstation.hpp"
+#include "headless/script/number_array.hpp"
+#include "headless/script/results.hpp"
+
+#include <utility>
+
+namespace headless {
+namespace {
+
+/// A plug-in's call may throw, and an exception must not pass through Lua.
+bool call(const BridgedFunction& function, Arguments& arguments, void*& result) noexcept {
+    try {
+        result =
+            function.call(arguments.words.data(), static_cast<int>(function.definition.parameters.size()));
+        return true;
+    } catch (...) {
+        return false;
+    }
+}
+
+int call_bridged(lua_State* L) {
+    const auto& function = *static_cast<const BridgedFunction*>(lua_touserdata(L, lua_upvalueindex(1)));
+    Arguments arguments{};
+    read_arguments(L, function, arguments);
+    void* result = nullptr;
+    if (!call(function, arguments, result)) {
+        return luaL_error(L, "'%s' failed", function.name.c_str());
+    }
+    return push_results(L, function, arguments, result);
+}
+
+} // namespace
+
+Bridge::Bridge(Workstation& workstation) {
+    for (ScriptFunction& function : workstation.script_functions()) {
+        Definition definition = parse_definition(function.definition);
+        if (definition.parameters.size() <= most_parameters) {
+            functions_.push_back(
+                {std::move(function.name), std::move(definition), function.call, &workstation, &buffers_});
+        }
+    }
+}
+
+void Bridge::open(lua_State* L) {
+    lua_createtable(L, 0, static_cast<int>(functions_.size()));
+    for (BridgedFunction& function : functions_) {
+        lua_pushlightuserdata(L, &function);
+        lua_pushcclosure(L, call_bridged, 1);
+        lua_setfield(L, -2, function.name.c_str());
+    }
+    add_new_array(L);
+    lua_setglobal(L, "reaper");
+}
+
+} // namespace headless

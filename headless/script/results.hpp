@@ -1,0 +1,14 @@
+#pragma once
+// The results of one call, from a function's word and cells to Lua's stack.
+
+#include "headless/script/arguments.hpp"
+
+namespace headless {
+
+/// Pushes the return value, unless it is void, and then every result among the parameters, in their order.
+/// May raise Lua's memory error.
+/// @param result  what the function returned
+/// @returns how many values were pushed
+int push_results(lua_State* L, const BridgedFunction& function, const Arguments& arguments, void* result);
+
+} // namespace headless

@@ -1,0 +1,56 @@
+#include "headless/script/turns.hpp"
+
+#include <chrono>
+#include <thread>
+
+namespace headless {
+namespace {
+
+constexpr const char* deferred_key = "felspar.deferred";
+constexpr const char* at_exit_key = "felspar.at_exit";
+constexpr auto turn = std::chrono::milliseconds(33);
+
+int keep_in(lua_State* L, const char* key) {
+    luaL_checktype(L, 1, LUA_TFUNCTION);
+    luaL_getsubtable(L, LUA_REGISTRYINDEX, key);
+    lua_pushvalue(L, 1);
+    lua_rawseti(L, -2, static_cast<lua_Integer>(lua_rawlen(L, -2)) + 1);
+    lua_pushboolean(L, 1);
+    return 1;
+}
+
+int defer(lua_State* L) { return keep_in(L, deferred_key); }
+int at_exit(lua_State* L) { return keep_in(L, at_exit_key); }
+
+/// Takes the list and runs it; functions that it adds come into a new one.
+/// @returns whether there was anything
+bool run_list(lua_State* L, const char* key) {
+    luaL_getsubtable(L, LUA_REGISTRYINDEX, key);
+    const auto count = static_cast<lua_Integer>(lua_rawlen(L, -1));
+    lua_pushnil(L);
+    lua_setfield(L, LUA_REGISTRYINDEX, key);
+    for (lua_Integer i = 1; i <= count; ++i) {
+        lua_rawgeti(L, -1, i);
+        lua_call(L, 0, 0);
+    }
+    lua_pop(L, 1);
+    return count > 0;
+}
+
+} // namespace
+
+void add_turns(lua_State* L) {
+    constexpr luaL_Reg functions[] = {
+        {"defer", defer}, {"runloop", defer}, {"atexit", at_exit}, {nullptr, nullptr}};
+    luaL_setfuncs(L, functions, 0);
+}
+
+void run_deferred(lua_State* L) {
+    while (run_list(L, deferred_key)) {
+        std::this_thread::sleep_for(turn);
+    }
+}
+
+void run_at_exit(lua_State* L) { run_list(L, at_exit_key); }
+
+} // namespace headless

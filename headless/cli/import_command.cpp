@@ -8,7 +8,6 @@
 #include "headless/cli/reserved_room.hpp"
 #include "headless/report/printable.hpp"
 #include "headless/report/progress.hpp"
-#include "headless/rpp/rpp.hpp"
 
 #include <CLI/CLI.hpp>
 
@@ -73,26 +72,6 @@ Result<ImportSession> prepare(const ImportOptions& options, const ImportPlan& pl
             return tl::unexpected(permitted.error());
     }
     return open_session(options, plan, guard);
-}
-
-/// A project that something else has saved may hold what this command does not know, and would not write
-/// again.
-Result<void> keep_foreign_original(const fs::path& project) {
-    std::error_code error;
-    if (!fs::exists(project, error) || is_own_project(project))
-        return {};
-    fs::path kept = project.string() + "-bak";
-    for (int number = 2; fs::exists(fs::symlink_status(kept, error)); ++number)
-        kept = project.string() + "-bak" + std::to_string(number);
-    fs::copy_file(project, kept, error);
-    if (error)
-        return tl::unexpected(
-            Failure{kept.string() + ": cannot keep the project as it was: " + error.message()});
-    std::cerr
-        << "felspar: " << printable(project.string())
-        << ": was saved elsewhere and may lose what this command does not know; as it was it is kept as "
-        << printable(kept.string()) << std::endl;
-    return {};
 }
 
 void save(ImportSession& session, const ImportPlan& plan, ImportReport& report) {

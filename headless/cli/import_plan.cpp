@@ -1,6 +1,6 @@
 #include "headless/cli/import_plan.hpp"
 
-#include "headless/base/staged_file.hpp"
+#include "headless/cli/project_output.hpp"
 
 #include <algorithm>
 #include <set>
@@ -47,15 +47,6 @@ fs::path project_of(const ImportOptions& options, const fs::path& subject) {
     return (name.empty() ? "import" : name) + ".rpp";
 }
 
-Result<void> check_writable(const fs::path& target) {
-    return StagedFile::create(target).map([](const StagedFile&) {});
-}
-
-bool is_same_file(const fs::path& left, const fs::path& right) {
-    std::error_code error;
-    return fs::equivalent(left, right, error);
-}
-
 Result<void> check_distinct(const std::vector<fs::path>& outputs) {
     std::set<fs::path> seen;
     for (const fs::path& output : outputs) {
@@ -91,10 +82,8 @@ Result<ImportPlan> plan_import(const ImportOptions& options) {
 }
 
 Result<void> check_outputs(const ImportOptions& options, const ImportPlan& plan, const OutputGuard& guard) {
-    const bool continues_in_place = is_same_file(plan.project, options.onto);
     return check_distinct({plan.project, options.unmatched, options.csv})
-        .and_then([&] { return continues_in_place ? Result<void>() : guard.permits_project(plan.project); })
-        .and_then([&] { return check_writable(plan.project); })
+        .and_then([&] { return check_project_output(guard, plan.project, options.onto); })
         .and_then([&] {
             return options.unmatched.empty() ? Result<void>() : guard.permits_list(options.unmatched);
         })

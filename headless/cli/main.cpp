@@ -1,7 +1,9 @@
 // The command `felspar`: the headless workstation with a command line.
 
 #include "headless/cli/import_command.hpp"
+#include "headless/cli/reference_command.hpp"
 #include "headless/cli/ride_command.hpp"
+#include "headless/cli/run_command.hpp"
 
 #include <CLI/CLI.hpp>
 
@@ -19,6 +21,8 @@ int run(int argc, char** argv) {
     int exit_status = 0;
     headless::add_import_command(app, exit_status);
     headless::add_ride_command(app, exit_status);
+    headless::add_run_command(app, exit_status);
+    headless::add_reference_command(app, exit_status);
     try {
         app.parse(argc, argv);
     } catch (const CLI::ParseError& error) {

@@ -1,10 +1,13 @@
 #include "headless/cli/project_output.hpp"
 
+#include "headless/base/staged_file.hpp"
 #include "headless/host/workstation.hpp"
 #include "headless/report/printable.hpp"
 #include "headless/rpp/rpp.hpp"
 
 #include <iostream>
+#include <string>
+#include <system_error>
 
 namespace headless {
 namespace {
@@ -24,6 +27,37 @@ int cannot_begin(const Failure& failure) {
 
 std::filesystem::path with_true_folder(const std::filesystem::path& file) {
     return std::filesystem::canonical(std::filesystem::absolute(file).parent_path()) / file.filename();
+}
+
+Result<void> check_writable(const std::filesystem::path& target) {
+    return StagedFile::create(target).map([](const StagedFile&) {});
+}
+
+Result<void> check_project_output(const OutputGuard& guard, const std::filesystem::path& target,
+                                  const std::filesystem::path& continued) {
+    std::error_code error;
+    const bool stays_in_place = std::filesystem::equivalent(target, continued, error);
+    const auto permitted = stays_in_place ? Result<void>() : guard.permits_project(target);
+    return permitted.and_then([&] { return check_writable(target); });
+}
+
+Result<void> keep_foreign_original(const std::filesystem::path& project) {
+    namespace fs = std::filesystem;
+    std::error_code error;
+    if (!fs::exists(project, error) || is_own_project(project))
+        return {};
+    fs::path kept = project.string() + "-bak";
+    for (int number = 2; fs::exists(fs::symlink_status(kept, error)); ++number)
+        kept = project.string() + "-bak" + std::to_string(number);
+    fs::copy_file(project, kept, error);
+    if (error)
+        return tl::unexpected(
+            Failure{kept.string() + ": cannot keep the project as it was: " + error.message()});
+    std::cerr
+        << "felspar: " << printable(project.string())
+        << ": was saved elsewhere and may lose what this command does not know; as it was it is kept as "
+        << printable(kept.string()) << std::endl;
+    return {};
 }
 
 Result<std::vector<Failure>> save_project_as(Workstation& workstation, const std::filesystem::path& file) {

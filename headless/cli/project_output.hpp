@@ -2,6 +2,7 @@
 // The end of a run: its project file, and what is told when there is no run at all.
 
 #include "headless/base/failure.hpp"
+#include "headless/cli/output_guard.hpp"
 
 #include <filesystem>
 #include <vector>
@@ -15,6 +16,19 @@ int cannot_begin(const Failure& failure);
 
 /// The absolute path of a file to be made in an existing folder, through no link but the file itself.
 std::filesystem::path with_true_folder(const std::filesystem::path& file);
+
+/// Whether a file can be made there. Nothing is left behind.
+Result<void> check_writable(const std::filesystem::path& target);
+
+/// Whether a project may be written to `target`: by the guard's rule, or as it is the project that is being
+/// continued; and whether it can.
+/// @param continued  empty when the project is a new one
+Result<void> check_project_output(const OutputGuard& guard, const std::filesystem::path& target,
+                                  const std::filesystem::path& continued);
+
+/// Keeps a project beside itself as "NAME-bak" when something else has saved it, and says so: it may hold
+/// what this program does not know, and would not write again.
+Result<void> keep_foreign_original(const std::filesystem::path& project);
 
 /// Saves the workstation's project as `file`, whose folder exists. Renders below that folder are named from
 /// it, so that both can be moved together.

@@ -1,0 +1,55 @@
+"""Values on their way into the library and out of it.
+
+Texts are UTF-8 there. Bytes that are not UTF-8, as file names may hold them, are surrogate escapes in a `str`.
+"""
+
+import ctypes
+import os
+import warnings
+from typing import Any, Union
+
+from .errors import CutTextWarning, FelsparError
+
+Path = Union[str, "os.PathLike[str]"]
+TEXT_BYTES = 1024  # of every buffer that the library fills without being told a size
+
+
+def to_bytes(text: str) -> bytes:
+    """Raises FelsparError for anything but a text without NUL."""
+    if not isinstance(text, str) or "\0" in text:
+        raise FelsparError(f"a text without NUL is needed, not {text!r:.80}")
+    try:
+        return text.encode("utf-8", "surrogateescape")
+    except UnicodeEncodeError as error:
+        raise FelsparError(f"{text!r:.80} has no UTF-8 form: {error.reason}") from None
+
+
+def to_text(data: bytes) -> str:
+    return data.decode("utf-8", "surrogateescape")
+
+
+def to_int(value: int) -> int:
+    """Raises FelsparError for what is no integer of 32 bits."""
+    if not isinstance(value, int) or not -(2**31) <= value < 2**31:
+        raise FelsparError(f"{value!r:.80} is no integer of 32 bits")
+    return int(value)
+
+
+def to_float(value: float) -> float:
+    """Raises FelsparError for what is no number."""
+    try:
+        return float(value)
+    except (TypeError, ValueError, OverflowError):
+        raise FelsparError(f"{value!r:.80} is no number") from None
+
+
+def new_buffer(size: int = TEXT_BYTES) -> Any:
+    return ctypes.create_string_buffer(size)
+
+
+def text_in(buffer: Any) -> str:
+    """What the library wrote; warns when it may have been cut, which the library does not tell."""
+    data = buffer.value
+    if len(data) == len(buffer) - 1:
+        warnings.warn(f"text of {len(data)} bytes or more was cut: {data[:40]!r}...", CutTextWarning, stacklevel=3)
+    return to_text(data)

@@ -1,0 +1,86 @@
+"""Objects of the workstation, which scripts hold by address.
+
+Everything that takes one takes an int as well, and the text that the workstation's own Python functions give, such as
+"(MediaTrack*)0x000055D0C0FFEE00"; `str` of a handle is that text, so it can be handed to them.
+"""
+
+from typing import Dict, Type, Union
+
+from .errors import FelsparError
+
+
+class Handle(int):
+    """The address of an object, 0 for none."""
+
+    type_name = "void*"
+
+    def __repr__(self) -> str:
+        return f"({self.type_name})0x{int(self):016X}"
+
+    __str__ = __repr__
+
+
+class Project(Handle):
+    """A project; 0 is the active one."""
+
+    type_name = "ReaProject*"
+
+
+class Track(Handle):
+    """A track."""
+
+    type_name = "MediaTrack*"
+
+
+class Item(Handle):
+    """A media item."""
+
+    type_name = "MediaItem*"
+
+
+class Take(Handle):
+    """A take of an item."""
+
+    type_name = "MediaItem_Take*"
+
+
+class Envelope(Handle):
+    """An envelope of a track or take."""
+
+    type_name = "TrackEnvelope*"
+
+
+AnyHandle = Union[int, str, None]
+_KINDS: Dict[str, Type[Handle]] = {kind.type_name: kind for kind in (Handle, Project, Track, Item, Take, Envelope)}
+
+
+def kind_of(type_name: str) -> Type[Handle]:
+    """The class of handles for a type of the workstation, made where there is none yet."""
+    if type_name not in _KINDS:
+        _KINDS[type_name] = type(type_name.rstrip("*"), (Handle,), {"type_name": type_name})
+    return _KINDS[type_name]
+
+
+def address(value: AnyHandle, kind: Type[Handle]) -> int:
+    """The address that `value` stands for; None is 0.
+
+    Raises FelsparError for a handle of another kind, and for what is no address.
+    """
+    if isinstance(value, Handle) and type(value) not in (kind, Handle) and kind is not Handle:
+        raise FelsparError(f"a {kind.type_name} is needed, not {value}")
+    if isinstance(value, str):
+        value = _parsed(value, kind)
+    number = 0 if value is None else value
+    if not isinstance(number, int) or isinstance(number, bool) or not 0 <= number < 2**64:
+        raise FelsparError(f"{value!r} is no {kind.type_name}")
+    return int(number)
+
+
+def _parsed(text: str, kind: Type[Handle]) -> int:
+    type_name, bracket, digits = text.partition(")")
+    if not bracket or (type_name != f"({kind.type_name}" and kind is not Handle):
+        raise FelsparError(f"{text!r} is no {kind.type_name}")
+    try:
+        return int(digits, 16)
+    except ValueError:
+        raise FelsparError(f"{text!r} is no {kind.type_name}") from None

@@ -1,0 +1,162 @@
+"""Records of named, typed, optional fields, and how whole lists of them are read."""
+
+import ctypes
+import dataclasses
+from itertools import repeat
+from typing import Any, Callable, Dict, Iterator, List, Mapping, MutableMapping, Optional, Sequence, Tuple
+
+from . import _convert
+from ._library import Handle as LibraryHandle
+from ._library import library
+from .errors import FelsparError
+from .handles import Track, address
+from .pools import Pooled, at
+
+#: The classes of records that scripts can make, with the types of their fields in the library's words.
+CLASSES: Dict[str, Dict[str, str]] = {
+    "TrackDetail": {"Name": "string", "Track": "MediaTrack*", "Volume": "double", "Index": "int", "Depth": "int"},
+    "mk_Midi": {"Index": "int", "Pitch": "int", "Velocity": "int", "StartPos": "double", "EndPos": "double"},
+    "mk_Peak": dict.fromkeys(["Time", "MaxPeak", "MinPeak", "Frequency", "Pos", "PointVol"], "double"),
+}
+_TO_LIBRARY: Dict[str, Callable[[Any], Any]] = {
+    "int": _convert.to_int,
+    "double": _convert.to_float,
+    "string": _convert.to_bytes,
+    "MediaTrack*": lambda value: address(value, Track),
+}
+_ACCESSORS = {"int": "int", "double": "double", "string": "string", "MediaTrack*": "ptr"}
+
+
+@dataclasses.dataclass
+class TrackDetail:
+    """One row of a list of tracks. What the list does not tell is None."""
+
+    name: Optional[str] = None
+    track: Optional[Track] = None
+    volume: Optional[float] = None  # dB
+    index: Optional[int] = None  # from 0
+    depth: Optional[int] = None  # folders around the track
+
+
+@dataclasses.dataclass
+class Peak:
+    """The levels of one millisecond."""
+
+    __slots__ = ("time", "max_peak", "min_peak")  # half the time and memory; a list has one for every millisecond
+    time: float  # seconds from the item's start
+    max_peak: float  # dB
+    min_peak: float  # dB
+
+
+class Record(MutableMapping[str, Any]):
+    """One record of an array. Iteration and length cover the fields that have a value; any field of its class can be
+    read, as the zero of its type while it has none."""
+
+    def __init__(self, array: "RecordArray", class_name: str, handle: int) -> None:
+        self._array, self._types, self._number = array, CLASSES[class_name], handle
+
+    @property
+    def handle(self) -> int:
+        """Raises FelsparError once its array is released."""
+        return self._number if self._array.handle else 0
+
+    def __getitem__(self, key: str) -> Any:
+        if key not in self._types:
+            raise KeyError(key)
+        return _read(self.handle, key.encode(), self._types[key])
+
+    def __setitem__(self, key: str, value: Any) -> None:
+        if key not in self._types:
+            raise FelsparError(f"a record with the fields {', '.join(self._types)} has no {key!r}")
+        kind = self._types[key]
+        setter = getattr(library(), f"py_set_{_ACCESSORS[kind]}_inmkObj")
+        setter(self.handle, key.encode(), _TO_LIBRARY[kind](value))
+
+    def __delitem__(self, key: str) -> None:
+        raise FelsparError("a field's value can be replaced, not removed")
+
+    def __len__(self) -> int:
+        size: int = library().py_get_obj_size(self.handle)
+        return size
+
+    def __iter__(self) -> Iterator[str]:
+        return iter([key for key, _ in fields_of(self.handle)])
+
+
+class RecordArray(Pooled, Sequence[Record]):
+    """An array of records that a script makes and fills."""
+
+    def __init__(self) -> None:
+        super().__init__(library().py_create_mkList_array())
+        self._class_names: List[str] = []
+
+    def append(self, class_name: str, **values: Any) -> Record:
+        """A new record: "TrackDetail", "mk_Midi" or "mk_Peak"."""
+        if class_name not in CLASSES:
+            raise FelsparError(f"no records of class {class_name!r} can be made, only {', '.join(CLASSES)}")
+        handle = library().py_create_mkObj_inarray(self.handle, class_name.encode())
+        self._class_names.append(class_name)
+        record = Record(self, class_name, handle)
+        record.update(values)
+        return record
+
+    def __getitem__(self, index: Any) -> Any:
+        if isinstance(index, slice):
+            return [self[place] for place in range(*index.indices(len(self)))]
+        place = at(index, len(self))
+        return Record(self, self._class_names[place], library().py_get_ptr_inarray(self.handle, place))
+
+
+def fields_of(handle: int) -> List[Tuple[str, str]]:
+    """Key and type name of each field that has a value."""
+    fields = []
+    for place in range(library().py_get_obj_size(handle)):
+        key, type_name = _convert.new_buffer(), _convert.new_buffer()
+        library().py_get_key_inmkObj(handle, place, key, type_name)
+        fields.append((_convert.text_in(key), _convert.text_in(type_name)))
+    return fields
+
+
+def _read(handle: int, key: bytes, type_name: str) -> Any:
+    if type_name == "string":
+        buffer = _convert.new_buffer()
+        library().py_get_string_inmkobj(handle, key, buffer)
+        return _convert.text_in(buffer)
+    value = getattr(library(), f"py_get_{_ACCESSORS[type_name]}_inmkobj")(handle, key)
+    return Track(value or 0) if type_name == "MediaTrack*" else value
+
+
+class _RecordPointer(LibraryHandle):
+    """What ctypes hands on as it is: a subclass is not turned into an int and back."""
+
+
+def _untyped(name: str, result: Any) -> Any:
+    """A second view of a function, whose arguments are C values already and are not looked at again."""
+    function = library()[name]
+    function.restype = result
+    return function
+
+
+def read_columns(handle: int) -> Dict[str, Iterator[Any]]:
+    """The fields of a list that the library has made, column by column; empty for an empty list.
+
+    All records of such a list have the same fields, so the keys are asked of the first one, and the rest is read by
+    known key, without a line of Python for each value. The list must outlive the iterators.
+    """
+    size = library().py_get_obj_size(handle)
+    if size == 0:
+        return {}
+    record_at = _untyped("py_get_ptr_inarray", _RecordPointer)
+    records = list(map(record_at, repeat(LibraryHandle(handle)), range(size)))
+    return {key: _column(records, key.encode(), type_name) for key, type_name in fields_of(records[0].value)}
+
+
+def _column(records: Sequence[_RecordPointer], key: bytes, type_name: str) -> Iterator[Any]:
+    if type_name == "double":
+        return map(_untyped("py_get_double_inmkobj", ctypes.c_double), records, repeat(key))
+    return (_read(record.value, key, type_name) for record in records)
+
+
+def track_details(columns: Mapping[str, Iterator[Any]]) -> List[TrackDetail]:
+    names = [key.lower() for key in columns]
+    return [TrackDetail(**dict(zip(names, row))) for row in zip(*columns.values())]

@@ -7,6 +7,7 @@
 #include "headless/report/printable.hpp"
 #include "headless/rpp/rpp.hpp"
 
+#include <cstddef>
 #include <deque>
 #include <exception>
 #include <filesystem>
@@ -24,6 +25,7 @@ namespace fs = std::filesystem;
 struct Session {
     Workstation workstation;
     std::optional<PluginLibrary> plugin; // behind the workstation: leaves before it goes
+    std::vector<ScriptFunction> functions;
 };
 
 std::unique_ptr<Session> session;
@@ -74,6 +76,7 @@ Result<void> open(const char* plugin_file, const char* project_file) {
     if (!plugin)
         return tl::unexpected(plugin.error());
     opened->plugin.emplace(std::move(*plugin));
+    opened->functions = opened->workstation.script_functions();
     return load(opened->workstation, project_file).map([&] { session = std::move(opened); });
 }
 
@@ -82,11 +85,22 @@ Result<void> save(const char* project_file) {
         return failure("no workstation is open");
     if (!project_file)
         return failure("no project file is named");
-    return OutputGuard({}).permits_project(project_file).and_then([&] {
-        return save_project_as(session->workstation, project_file).map([](std::vector<Failure> losses) {
+    Workstation& workstation = session->workstation;
+    return check_project_output(OutputGuard({}), project_file, workstation.project().file)
+        .and_then([&] { return keep_foreign_original(project_file); })
+        .and_then([&] { return save_project_as(workstation, project_file); })
+        .map([](std::vector<Failure> losses) {
             failures.insert(failures.end(), losses.begin(), losses.end());
         });
-    });
+}
+
+Result<void> add_answer(const char* title, const char* answer) {
+    if (!session)
+        return failure("no workstation is open");
+    if (!title || !answer)
+        return failure("a dialog's title or answer is missing");
+    session->workstation.dialog_answers.add(title, answer);
+    return {};
 }
 
 const char* next_failure() {
@@ -111,13 +125,18 @@ bool felspar_save(const char* project_file) {
     return headless::succeeds([&] { return headless::save(project_file); });
 }
 
-void* felspar_function(const char* name) {
-    void* address = nullptr;
-    headless::succeeds([&]() -> headless::Result<void> {
-        address = headless::session ? headless::session->workstation.function(name) : nullptr;
-        return {};
-    });
-    return address;
+bool felspar_answer(const char* title, const char* answer) {
+    return headless::succeeds([&] { return headless::add_answer(title, answer); });
+}
+
+bool felspar_function(int index, const char** name, const char** definition, headless::ScriptCall** call) {
+    if (!headless::session || index < 0 || std::cmp_greater_equal(index, headless::session->functions.size()))
+        return false;
+    const headless::ScriptFunction& function = headless::session->functions[static_cast<std::size_t>(index)];
+    *name = function.name.c_str();
+    *definition = function.definition;
+    *call = function.call;
+    return true;
 }
 
 const char* felspar_next_failure() {

@@ -1,0 +1,126 @@
+// `felspar run` and the example scripts, as a user calls them.
+
+#include "tests/headless/cli/command_runner.hpp"
+
+namespace headless::test {
+namespace {
+
+using testing::ContainsRegex;
+using testing::HasSubstr;
+using testing::Not;
+
+struct RunCommand : FelsparCommand {
+    Outcome run(const std::string& script, std::vector<std::string> options = {}) {
+        write_bytes(folder / "script.lua", script);
+        options.insert(options.begin(), {"run", "script.lua"});
+        return felspar(options);
+    }
+};
+
+constexpr const char* add_track = R"(
+    reaper.InsertTrackAtIndex(0, false)
+    reaper.GetSetMediaTrackInfo_String(reaper.GetTrack(0, 0), "P_NAME", arg[1], true)
+)";
+
+TEST_F(RunCommand, opens_a_project_and_saves_it_in_place_or_elsewhere) {
+    EXPECT_EQ(run(add_track, {"--save", "a.rpp", "--", "--first"}).status, 0);
+    EXPECT_EQ(run(add_track, {"--project", "a.rpp", "--save", "a.rpp", "--", "second"}).status, 0);
+    const std::string both = bytes_of(folder / "a.rpp");
+    EXPECT_THAT(both, ContainsRegex("NAME \"second\"(.|\n)*NAME \"--first\""));
+    EXPECT_EQ(run("print(1)", {"--project", "a.rpp", "--save", "b.rpp"}).output, "1\n");
+    EXPECT_EQ(bytes_of(folder / "b.rpp"), both);
+    EXPECT_EQ(run(add_track, {"--project", "a.rpp", "--", "unsaved"}).status, 0);
+    EXPECT_EQ(bytes_of(folder / "a.rpp"), both);
+}
+
+TEST_F(RunCommand, leaves_the_project_as_it_was_when_the_script_does_not_end_well) {
+    ASSERT_EQ(run(add_track, {"--save", "a.rpp", "--", "first"}).status, 0);
+    const std::string before = bytes_of(folder / "a.rpp");
+    for (const auto& [ending, status] : {std::pair{"error('boom')", 1}, {"os.exit(3)", 3}, {"x = = 1", 1}}) {
+        const Outcome outcome =
+            run(std::string(add_track) + ending, {"--project", "a.rpp", "--save", "a.rpp", "--", "x"});
+        EXPECT_EQ(outcome.status, status);
+        EXPECT_EQ(bytes_of(folder / "a.rpp"), before);
+    }
+    EXPECT_THAT(run("\nlocal x = nil + 1").errors,
+                ContainsRegex("script.lua:2: attempt to perform.*\nstack traceback:\n    "));
+}
+
+TEST_F(RunCommand, keeps_a_project_of_others_when_it_saves_in_its_place_and_else_does_not_touch_it) {
+    const std::string theirs = "<REAPER_PROJECT 0.1 \"6.19/linux-x86_64\" 1700000000\n>\n";
+    write_bytes(folder / "a.rpp", theirs);
+    EXPECT_EQ(run("print(1)", {"--save", "a.rpp"}).output, "") << "refused before the script runs";
+    EXPECT_EQ(bytes_of(folder / "a.rpp"), theirs);
+    EXPECT_EQ(run("", {"--project", "a.rpp", "--save", "a.rpp"}).status, 0);
+    EXPECT_EQ(bytes_of(folder / "a.rpp-bak"), theirs);
+    EXPECT_EQ(run("", {"--save", "script.lua"}).status, 1);
+}
+
+TEST_F(RunCommand, fails_when_the_workstation_could_not_do_something_but_saves_what_it_did) {
+    const Outcome outcome = run("reaper.InsertMedia('none.wav', 0)", {"--save", "a.rpp"});
+    EXPECT_EQ(outcome.status, 1);
+    EXPECT_THAT(outcome.errors, HasSubstr("none.wav: No such file"));
+    EXPECT_TRUE(std::filesystem::exists(folder / "a.rpp"));
+    EXPECT_EQ(run("print(1)", {"--project", "none.rpp"}).status, 1);
+    for (const char* wrong : {"no answer", "=no title"})
+        EXPECT_EQ(run("", {"--dialog", wrong}).status, 2);
+    EXPECT_THAT(run("", {"--dialog", "Never=1"}).errors, HasSubstr("no dialog \"Never\""));
+}
+
+TEST_F(RunCommand, has_a_reference_of_all_that_scripts_may_call) {
+    const std::string text = felspar({"api"}).output;
+    EXPECT_THAT(text, HasSubstr("boolean, string buf = reaper.GetTrackName(MediaTrack track)\n    The name"));
+    EXPECT_THAT(text, HasSubstr("boolean, number startPos, number endPos = "
+                                "reaper.MK_GetRegionMarkerPosition(ReaProject projID, integer regionID)"));
+    EXPECT_THAT(felspar({"api", "--format", "markdown"}).output,
+                HasSubstr("\n## MK_ReadFile\n\n    boolean,"));
+}
+
+struct ExampleScript : RunCommand {
+    ExampleScript() {
+        for (const char* side : {"subject", "base"}) {
+            std::filesystem::create_directory(folder / side);
+            write_speech(folder / side / "anna_1.wav", 1.0);
+        }
+        write_speech(folder / "subject" / "ben_1.wav", 2.0);
+    }
+
+    Outcome example(const std::string& name, std::vector<std::string> options) {
+        options.insert(options.begin(), {"run", std::string(EXAMPLE_SCRIPTS) + "/" + name});
+        return felspar(options);
+    }
+
+    std::string project() const { return bytes_of(folder / "a.rpp"); }
+};
+
+TEST_F(ExampleScript, imports_dialogue_and_marks_lines_without_a_partner) {
+    const Outcome outcome = example("import_dialogue.lua", {"--save", "a.rpp", "--", "subject", "base"});
+    EXPECT_EQ(outcome.errors, "");
+    EXPECT_EQ(outcome.output, "Lines without a partner: 1\n");
+    EXPECT_THAT(project(),
+                ContainsRegex("MARKER 1 2.5 \"No partner: ben_1.wav\" 1 [0-9]+ .*\n *MARKER 1 4.5"));
+    const std::string by_arguments = project();
+    EXPECT_EQ(example("import_dialogue.lua", {"--save", "a.rpp"}).output, "") << "cancelled";
+    EXPECT_THAT(project(), Not(HasSubstr("MARKER")));
+    example("import_dialogue.lua", {"--save", "a.rpp", "--dialog", "Import dialogue=subject,base"});
+    EXPECT_EQ(project(), by_arguments);
+}
+
+TEST_F(ExampleScript, colours_and_names_tracks_by_their_speakers) {
+    example("import_dialogue.lua", {"--save", "a.rpp", "--", "subject", "base"});
+    const Outcome outcome = example("colour_tracks.lua", {"--project", "a.rpp", "--save", "a.rpp"});
+    EXPECT_EQ(outcome.output, "Speakers: 2\n");
+    EXPECT_THAT(project(), ContainsRegex("NAME \"Anna\"\n *PEAKCOL 22502854\n(.|\n)*NAME \"Anna\"\n *PEAKCOL "
+                                         "22502854\n(.|\n)*NAME \"Ben\"\n *PEAKCOL 21930710\n"));
+}
+
+TEST_F(ExampleScript, plots_levels) {
+    example("import_dialogue.lua", {"--save", "a.rpp", "--", "subject", "base"});
+    const auto lines = lines_of(example("plot_levels.lua", {"--project", "a.rpp"}).output);
+    ASSERT_EQ(lines.size(), 21U) << "the item that was inserted last is selected";
+    EXPECT_EQ(lines[0], "ben_1.wav");
+    EXPECT_THAT(lines[3], ContainsRegex("^    0.2 s  -2[0-9.]+ dB \\|#{30,40}$"));
+}
+
+} // namespace
+} // namespace headless::test

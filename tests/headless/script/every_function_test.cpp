@@ -1,0 +1,108 @@
+// Every function that scripts may call, of the host and registered ones, through the bridge.
+
+#include "headless/script/definition.hpp"
+#include "tests/headless/script/script_fixture.hpp"
+
+#include <algorithm>
+
+namespace headless::test {
+namespace {
+
+std::string plain_argument(const Parameter& parameter) {
+    if (parameter.type == "MediaTrack*")
+        return "track";
+    if (parameter.type == "MediaItem*" || parameter.name == "pointer")
+        return "item";
+    if (parameter.type == "MediaItem_Take*")
+        return "take";
+    if (parameter.type == "TrackEnvelope*")
+        return "envelope";
+    if (parameter.type == "BR_Envelope*")
+        return "reaper.BR_EnvAlloc(envelope, false)";
+    if (parameter.type == "PCM_source*")
+        return "reaper.GetMediaItemTake_Source(take)";
+    switch (parameter.kind) {
+    case ValueKind::integer:
+        return "1";
+    case ValueKind::number:
+        return "0.5";
+    case ValueKind::boolean:
+        return "true";
+    case ValueKind::text:
+        return "'text'";
+    case ValueKind::array:
+        return "reaper.new_array(100)";
+    default:
+        return "nil";
+    }
+}
+
+struct EveryFunction : ScriptTest {
+    EveryFunction() { project.item(0)->active_take()->add_envelope("Volume"); }
+
+    std::vector<ScriptFunction> functions = workstation.script_functions();
+};
+
+TEST_F(EveryFunction, is_there_and_takes_plain_arguments_by_its_definition) {
+    const auto registered = std::ranges::count_if(
+        functions, [](const ScriptFunction& function) { return function.name.starts_with("MK_"); });
+    EXPECT_EQ(registered, 105);
+    workstation.dialog_answers.add("text", "OK");
+    for (const ScriptFunction& function : functions) {
+        std::string arguments;
+        std::ptrdiff_t results = 0;
+        const Definition definition = parse_definition(function.definition);
+        EXPECT_FALSE(definition.help.empty()) << function.name;
+        for (const Parameter& parameter : definition.parameters) {
+            if (parameter.is_argument())
+                arguments += (arguments.empty() ? "" : ", ") + plain_argument(parameter);
+            results += parameter.is_result() ? 1 : 0;
+        }
+        results += definition.result == ValueKind::nothing ? 0 : 1;
+        const auto outcome = run(R"(
+            reaper.InsertTrackAtIndex(0, false)
+            local track = reaper.GetTrack(0, 0)
+            reaper.SetOnlyTrackSelected(track)
+            reaper.InsertMedia("line.wav", 0)
+            local item = reaper.GetSelectedMediaItem(0, 0)
+            local take = reaper.GetActiveTake(item)
+            local envelope
+            for i = 0, reaper.CountMediaItems(0) - 1 do
+                local other = reaper.GetActiveTake(reaper.GetMediaItem(0, i))
+                envelope = envelope or reaper.GetTakeEnvelopeByName(other, "Volume")
+            end
+            local count = select("#", reaper.)" +
+                                 function.name + "(" + arguments +
+                                 "))\nassert(count == " + std::to_string(results) + ", count)");
+        EXPECT_EQ(outcome.error, "") << function.definition;
+    }
+}
+
+TEST_F(EveryFunction, returns_or_raises_whatever_it_is_given) {
+    const auto outcome = run(R"(
+        local stale = reaper.GetTrack(0, 0)
+        local item = reaper.GetMediaItem(0, 0)
+        local values = {false, true, -1, 2^53, 0/0, -1/0, 1, 1e308, "", "\xff\0x", ("x"):rep(1 << 20), {},
+                        print, io.stdout, coroutine.create(print), reaper.new_array(1), item, stale}
+        local functions, calls = {}, 0
+        for name, f in pairs(reaper) do
+            if name ~= "ShowConsoleMsg" and type(f) == "function" then functions[name] = f end
+        end
+        reaper.DeleteTrack(stale)
+        for name, f in pairs(functions) do
+            pcall(f)
+            for _, value in ipairs(values) do
+                local v = value
+                pcall(f, v, v, v, v, v, v, v, v, v, v, v, v)
+                pcall(f, 0, v, v, v, v, v, v, v, v, v, v, v)
+                pcall(f, nil, 0, v, v)
+                calls = calls + 3
+            end
+        end
+        assert(calls > 9000, calls))",
+                             std::size_t{1} << 30U);
+    EXPECT_EQ(outcome.error, "");
+}
+
+} // namespace
+} // namespace headless::test

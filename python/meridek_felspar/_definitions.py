@@ -11,12 +11,13 @@ from typing import Any, Callable, Dict, List, NamedTuple, Tuple
 
 from . import _convert
 from .errors import FelsparError
-from .handles import address, kind_of
+from .handles import KINDS, address
 
 #: One word an argument: an int or bool in its bits, a double by address, all else as the pointer it is. The result
 #: likewise.
 Call = ctypes.PYFUNCTYPE(ctypes.c_void_p, ctypes.POINTER(ctypes.c_void_p), ctypes.c_int)
 _BIG_BYTES = 2**20
+_PLAIN = ("int", "bool", "double", "char*", "const char*")
 _BY_ADDRESS: Dict[str, Any] = {
     "bool*": ctypes.c_bool,
     "int*": ctypes.c_int,
@@ -59,6 +60,10 @@ class Function:
             for type_name, pair in zip(filter(None, types.split(",")), zip(split_names, ["", *split_names]))
         ]
         self._arguments = [parameter for parameter in self.parameters if parameter.is_argument]
+
+    def can_be_called(self) -> bool:
+        """Some are for reading only: their types are those of another language."""
+        return all(parameter.type_name in (*_PLAIN, *_BY_ADDRESS, *KINDS) for parameter in self.parameters)
 
     def __repr__(self) -> str:
         return f"<{self.__name__}({', '.join(parameter.name for parameter in self._arguments)})>"
@@ -105,7 +110,7 @@ def _storage(parameter: Parameter, value: Any) -> Any:
         return _array(value)
     if type_name in _BY_ADDRESS:
         return _BY_ADDRESS[type_name]() if value is None else _BY_ADDRESS[type_name](value)
-    return address(value, kind_of(type_name))
+    return address(value, KINDS[type_name])
 
 
 def _array(value: Any) -> Any:
@@ -136,4 +141,4 @@ def _returned(type_name: str, word: Any) -> Any:
         return ctypes.c_double.from_address(word).value if word else 0.0
     if type_name == "const char*":
         return _convert.to_text(ctypes.string_at(word)) if word else None
-    return kind_of(type_name)(word) if word else None
+    return KINDS[type_name](word) if word else None

@@ -90,15 +90,16 @@ _loaded: Optional[ctypes.PyDLL] = None
 def places(file_name: str, variable: str) -> List[pathlib.Path]:
     """Where a library of ours may lie, in the order of search.
 
-    The environment variable `variable` stands for all other places. Without it: the build tree and the install tree
-    that this package is in.
+    The environment variable `variable` stands for all other places. Without it: the install tree that this package
+    is in, or the build trees of its checkout.
     """
     if os.environ.get(variable):
         return [pathlib.Path(os.environ[variable])]
     package = pathlib.Path(__file__).resolve().parent
-    checkout, prefix = package.parents[1], package.parents[min(3, len(package.parents) - 1)]
-    builds = [checkout / "build", *(checkout / "build" / preset for preset in ("release", "dev", "clang"))]
-    return [*(build / "lib" / file_name for build in builds), prefix / "lib" / "felspar" / file_name]
+    if package.parts[-4:-1] == ("share", "felspar", "python"):
+        return [package.parents[3] / "lib" / "felspar" / file_name]
+    build = package.parents[1] / "build"
+    return [folder / "lib" / file_name for folder in (build, build / "release", build / "dev", build / "clang")]
 
 
 def user_plugins() -> pathlib.Path:

@@ -50,15 +50,22 @@ class Envelope(Handle):
     type_name = "TrackEnvelope*"
 
 
+class Source(Handle):
+    """The audio source of a take."""
+
+    type_name = "PCM_source*"
+
+
+class EditedEnvelope(Handle):
+    """A copy of an envelope that is being edited."""
+
+    type_name = "BR_Envelope*"
+
+
 AnyHandle = Union[int, str, None]
-_KINDS: Dict[str, Type[Handle]] = {kind.type_name: kind for kind in (Handle, Project, Track, Item, Take, Envelope)}
-
-
-def kind_of(type_name: str) -> Type[Handle]:
-    """The class of handles for a type of the workstation, made where there is none yet."""
-    if type_name not in _KINDS:
-        _KINDS[type_name] = type(type_name.rstrip("*"), (Handle,), {"type_name": type_name})
-    return _KINDS[type_name]
+KINDS: Dict[str, Type[Handle]] = {
+    kind.type_name: kind for kind in (Handle, Project, Track, Item, Take, Envelope, Source, EditedEnvelope)
+}
 
 
 def address(value: AnyHandle, kind: Type[Handle]) -> int:

@@ -68,7 +68,7 @@ class Workstation:
         return self
 
     def __exit__(self, *_: object) -> None:
-        self.close()
+        self._drop()
 
     def save(self, project: Path) -> pathlib.Path:
         """Saves the project, whole or not at all, in an existing folder: where no file is, in place of a project that
@@ -97,12 +97,15 @@ class Workstation:
 
     def close(self) -> None:
         """Drops the project. What nobody has asked `failures` about is told as a FailureWarning."""
+        self._drop()
+
+    def _drop(self) -> None:
         if self._is_open:
             untold = self.failures()
             self._is_open = False
             self._library.felspar_close()
             for failure in untold:
-                warnings.warn(failure, FailureWarning, stacklevel=2)
+                warnings.warn(failure, FailureWarning, stacklevel=3)
 
     def _check_open(self) -> None:
         if not self._is_open:
@@ -116,7 +119,9 @@ class Workstation:
         index = 0
         while self._library.felspar_function(index, name, definition, call):
             plain_name = _convert.to_text(ctypes.string_at(name.value or 0))
-            yield plain_name, Function(plain_name, _texts_at(definition.value or 0, 4), Call(call.value or 0))
+            function = Function(plain_name, _texts_at(definition.value or 0, 4), Call(call.value or 0))
+            if function.can_be_called():
+                yield plain_name, function
             index += 1
 
 

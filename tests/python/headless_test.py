@@ -1,0 +1,146 @@
+"""The headless workstation in a Python process, and the example scripts."""
+
+import os
+import pathlib
+import subprocess
+import sys
+import unittest
+from array import array
+
+import meridek_felspar as felspar
+from support import ScratchCase, WorkstationCase, write_tone
+from meridek_felspar import FelsparError, headless
+
+CHECKOUT = pathlib.Path(__file__).resolve().parents[2]
+
+
+class Workstation(WorkstationCase):
+    def test_its_functions_give_the_return_value_and_then_the_results(self):
+        (track,) = self.add_tracks(("näme", 0))
+        item, reaper = self.add_item(seconds=0.5), self.reaper
+        peaks = array("d", [9.0] * 10)
+        calls = {
+            "a number": (reaper.CountTracks(None), 2),
+            "a text": (reaper.GetTakeName(reaper.GetActiveTake(item)), "tone.wav"),
+            "a handle": (reaper.GetMediaItem_Track(item), felspar.tracks()[1]),
+            "no handle": (reaper.GetTrack(None, 9), None),
+            "nothing": (reaper.UpdateArrange(), None),
+            "a text that is argument and result": (
+                reaper.GetSetMediaTrackInfo_String(track, "P_NAME", "", False),
+                (True, "näme"),
+            ),
+            "results of several types": (
+                (reaper.AddProjectMarker2(None, True, 1.5, 2, "é", 7, 0), reaper.EnumProjectMarkers3(None, 0)),
+                (7, (1, True, 1.5, 2.0, "é", 7, 0)),
+            ),
+            "results alone": (reaper.ColorFromNative(0x030201), (1, 2, 3)),
+            "an array": (
+                (
+                    reaper.GetMediaItemTake_Peaks(reaper.GetActiveTake(item), 10, 0, 1, 5, 0, peaks) & 0xFFFFF,
+                    len(set(peaks)),
+                ),
+                (5, 2),
+            ),
+            "a registered function": (
+                (reaper.MK_SetTrackItemMute(track, True), reaper.MK_GetTrackItemMute(track)),
+                (True, (True, True)),
+            ),
+            "one with a text": (reaper.MK_DeleteBlankString(" a b "), (True, "ab")),
+        }
+        for name, (given, expected) in calls.items():
+            with self.subTest(name):
+                self.assertEqual(given, expected)
+
+    def test_wrong_calls_are_told(self):
+        reaper = self.reaper
+        calls = {
+            "too few arguments": lambda: reaper.GetTrack(None),
+            "too many": lambda: reaper.CountTracks(None, 1),
+            "an item as a track": lambda: reaper.GetTrackName(felspar.Item(1)),
+            "a text as a number": lambda: reaper.GetTrack(None, "1"),
+            "a list as an array": lambda: reaper.GetMediaItemTake_Peaks(None, 1, 0, 1, 1, 0, [0.0]),
+            "a second workstation": headless.open,
+            "a project that is not there": lambda: reaper.save("nowhere/a.rpp"),
+        }
+        for name, call in calls.items():
+            with self.subTest(name), self.assertRaises(FelsparError):
+                call()
+        with self.assertRaises(AttributeError):
+            reaper.MK_Json_Serialize  # a row for reading only
+
+    def test_every_function_takes_the_zero_of_each_argument(self):
+        zeros = {"int": 0, "bool": False, "double": 0.0, "const char*": "", "char*": "", "double*": array("d", [0.0])}
+        functions = [
+            getattr(self.reaper, name) for name in dir(self.reaper) if name[0].isupper() or name == "time_precise"
+        ]
+        self.assertGreater(len(functions), 62 + 105 - 8)
+        for function in functions:
+            function(*(zeros.get(parameter.type_name) for parameter in function.parameters if parameter.is_argument))
+        self.assertEqual(
+            set(self.reaper.failures()), {": No such file or directory", "command 0 is not known and was not run"}
+        )
+
+
+class Projects(ScratchCase):
+    def test_what_is_saved_is_there_again(self):
+        with headless.open() as reaper:
+            reaper.InsertTrackAtIndex(0, True)
+            reaper.GetSetMediaTrackInfo_String(felspar.tracks()[0], "P_NAME", "a", True)
+            self.assertEqual(reaper.save("a.rpp"), pathlib.Path("a.rpp"))
+            stale = felspar.tracks()[0]
+        self.assertEqual((felspar.tracks(), felspar.children(stale)), ([], []))
+        with self.assertRaises(FelsparError):
+            reaper.CountTracks(None)
+        with headless.open("a.rpp") as reaper:
+            self.assertEqual(len(felspar.tracks_named("a")), 1)
+
+    def test_a_file_of_anybody_else_stays(self):
+        pathlib.Path("a.rpp").write_text("mine")
+        with headless.open() as reaper, self.assertRaisesRegex(FelsparError, "not overwritten"):
+            reaper.save("a.rpp")
+        with self.assertRaisesRegex(FelsparError, "a.rpp"):
+            headless.open("a.rpp")
+
+    def test_failures_are_told_once_asked_or_not(self):
+        with headless.open() as reaper:
+            reaper.InsertMedia("nowhere.wav", 0)
+            self.assertRegex("\n".join(reaper.failures()), r"^nowhere\.wav: ")
+            self.assertEqual(reaper.failures(), [])
+            reaper.InsertMedia("elsewhere.wav", 0)
+            with self.assertWarnsRegex(felspar.FailureWarning, "elsewhere"):
+                reaper.close()
+
+
+class Examples(ScratchCase):
+    def run_script(self, name, *arguments):
+        environment = {**os.environ, "PYTHONPATH": str(CHECKOUT / "python")}
+        command = [sys.executable, "-W", "error", CHECKOUT / "scripts" / "python" / name, *arguments]
+        return subprocess.run(command, env=environment, check=True, stdout=subprocess.PIPE, text=True).stdout
+
+    def test_tracks_are_coloured_and_named(self):
+        with headless.open() as reaper:
+            for index, name in enumerate(["DX anna", "", "fx door"]):
+                reaper.InsertTrackAtIndex(index, True)
+                reaper.GetSetMediaTrackInfo_String(reaper.GetTrack(None, index), "P_NAME", name, True)
+            reaper.save("in.rpp")
+        self.run_script("colour_tracks.py", "in.rpp", "out.rpp")
+        with headless.open("out.rpp") as reaper:
+            found = [(reaper.GetTrackName(track)[1], reaper.GetTrackColor(track)) for track in felspar.tracks()]
+        self.assertEqual(found, [("DX anna", 0x1DC8246), ("track 02", 0), ("fx door", 0x12878DC)])
+
+    def test_unmatched_lines_become_regions(self):
+        for path in ("fr/a.wav", "fr/b.wav", "en/a.wav"):
+            pathlib.Path(path).parent.mkdir(exist_ok=True)
+            write_tone(path)
+        self.run_script("import_dialogue.py", "fr", "en", "out.rpp")
+        with headless.open("out.rpp") as reaper:
+            regions = [reaper.EnumProjectMarkers2(None, i)[1:5] for i in range(reaper.CountProjectMarkers(None)[0])]
+            self.assertEqual((regions, reaper.CountMediaItems(None)), ([(True, 2.5, 3.5, "b.wav")], 2))
+
+    def test_levels_are_plotted(self):
+        lines = self.run_script("plot_levels.py", write_tone(self.folder / "tone.wav", seconds=0.25)).splitlines()
+        self.assertEqual(lines, [f"    {0.1 * i:.1f} s   -6.0 dB {'#' * 54}" for i in range(3)])
+
+
+if __name__ == "__main__":
+    unittest.main()

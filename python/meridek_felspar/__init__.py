@@ -4,6 +4,7 @@ Inside the workstation the library that it has loaded answers; `meridek_felspar.
 screen to any Python process. Standard library only.
 """
 
+from . import headless
 from ._library import library, library_path
 from .errors import CutTextWarning, FailureWarning, FelsparError, LibraryNotFound
 from .handles import Envelope, Handle, Item, Project, Take, Track
@@ -37,6 +38,7 @@ __all__ = [
     "children_at",
     "children_of_selected",
     "files",
+    "headless",
     "import_dialogue",
     "library",
     "library_path",

@@ -6,7 +6,6 @@ PYTHONPATH=python python3 scripts/python/colour_tracks.py IN.rpp OUT.rpp
 import sys
 
 import meridek_felspar as felspar
-from meridek_felspar import headless
 
 RULES = {  # beginning of a name, in any letter case: red, green, blue
     "dx": (70, 130, 220),
@@ -15,7 +14,7 @@ RULES = {  # beginning of a name, in any letter case: red, green, blue
 }
 IN_USE = 0x1000000
 
-with headless.open(sys.argv[1]) as reaper:
+with felspar.headless.open(sys.argv[1]) as reaper:
     for number, track in enumerate(felspar.tracks(), 1):
         _, name = reaper.GetSetMediaTrackInfo_String(track, "P_NAME", "", False)
         if not name:

@@ -6,13 +6,12 @@ PYTHONPATH=python python3 scripts/python/import_dialogue.py SUBJECT_FOLDER BASE_
 import sys
 
 import meridek_felspar as felspar
-from meridek_felspar import headless
 
 subject, base, project, *groups = sys.argv[1:]
 REGION_SECONDS = 1.0
 IN_USE = 0x1000000
 
-with headless.open() as reaper:
+with felspar.headless.open() as reaper:
     unmatched = felspar.import_dialogue(subject, base, groups, interval_seconds=0.5, match=True)
     red = reaper.ColorToNative(200, 40, 40) | IN_USE
     start = reaper.GetProjectLength(None)

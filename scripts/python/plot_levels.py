@@ -7,12 +7,11 @@ import os
 import sys
 
 import meridek_felspar as felspar
-from meridek_felspar import headless
 
 FLOOR_DB = -60.0
 MILLISECONDS = 100  # a line
 
-with headless.open() as reaper:
+with felspar.headless.open() as reaper:
     reaper.InsertMedia(os.path.abspath(sys.argv[1]), 0)
     levels = felspar.peak_columns(reaper.GetMediaItem(None, 0))
     for begin in range(0, len(levels), MILLISECONDS):

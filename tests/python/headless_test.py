@@ -1,6 +1,5 @@
 """The headless workstation in a Python process, and the example scripts."""
 
-import os
 import pathlib
 import subprocess
 import sys
@@ -11,7 +10,7 @@ import meridek_felspar as felspar
 from support import ScratchCase, WorkstationCase, write_tone
 from meridek_felspar import FelsparError, headless
 
-CHECKOUT = pathlib.Path(__file__).resolve().parents[2]
+SCRIPTS = pathlib.Path(__file__).resolve().parents[2] / "scripts" / "python"
 
 
 class Workstation(WorkstationCase):
@@ -113,9 +112,8 @@ class Projects(ScratchCase):
 
 class Examples(ScratchCase):
     def run_script(self, name, *arguments):
-        environment = {**os.environ, "PYTHONPATH": str(CHECKOUT / "python")}
-        command = [sys.executable, "-W", "error", CHECKOUT / "scripts" / "python" / name, *arguments]
-        return subprocess.run(command, env=environment, check=True, stdout=subprocess.PIPE, text=True).stdout
+        command = [sys.executable, "-W", "error", SCRIPTS / name, *arguments]
+        return subprocess.run(command, check=True, stdout=subprocess.PIPE, text=True).stdout
 
     def test_tracks_are_coloured_and_named(self):
         with headless.open() as reaper:

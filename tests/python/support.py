@@ -5,14 +5,12 @@ import ctypes
 import math
 import os
 import pathlib
-import sys
 import tempfile
 import unittest
 import wave
 from array import array
 
-sys.path.insert(0, str(pathlib.Path(__file__).resolve().parents[2] / "python"))
-from meridek_felspar import headless, library  # noqa: E402
+from meridek_felspar import headless, library
 
 os.dup2(os.open(os.devnull, os.O_RDONLY), 0)  # dialogs ask nobody
 RECORD_POOLS = ["7mk_List11mkList_pool", "11TrackDetail4pool", "7mk_Midi4pool", "7mk_Peak4pool"]

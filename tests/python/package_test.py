@@ -2,7 +2,6 @@
 
 import math
 import os
-import unittest
 
 import meridek_felspar as felspar
 import support
@@ -24,9 +23,9 @@ class Values(ScratchCase):
         self.assertEqual(inner[0], "x")
 
     def test_a_map_is_read_by_key_and_ordered_by_bytes(self):
-        with ValueMap({"b": 1, "é": "text", "a": Item(5)}) as values:
+        with ValueMap({"b": 1, "é": "text", "a": Item(5), "ab": True}) as values:
             values["b"] = 2.5
-            self.assertEqual(list(values.items()), [("a", 5), ("b", 2.5), ("é", "text")])
+            self.assertEqual(list(values.items()), [("a", 5), ("ab", True), ("b", 2.5), ("é", "text")])
             with self.assertRaises(KeyError):
                 values["c"]
 
@@ -157,7 +156,3 @@ class Texts(WorkstationCase):
             self.reaper.answer(answer, answer)
             self.assertEqual(felspar.ask(answer, ["a", "b"], ["x", "y"]), expected)
         self.assertIsNone(felspar.ask("nobody answers this", ["a"]))
-
-
-if __name__ == "__main__":
-    unittest.main()

@@ -10,7 +10,6 @@
 #include <cstddef>
 #include <deque>
 #include <exception>
-#include <filesystem>
 #include <memory>
 #include <optional>
 #include <string>
@@ -19,8 +18,6 @@
 
 namespace headless {
 namespace {
-
-namespace fs = std::filesystem;
 
 struct Session {
     Workstation workstation;

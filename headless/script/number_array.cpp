@@ -100,9 +100,10 @@ int copy(lua_State* L) {
     }
     luaL_checktype(L, 2, LUA_TTABLE);
     const Part part = check_part(L, 3, 6, lua_rawlen(L, 2));
+    const auto first_key = static_cast<lua_Integer>(part.begin) + 1;
     const std::size_t count = std::min(part.size, target.size);
     for (std::size_t i = 0; i < count; ++i) {
-        lua_rawgeti(L, 2, static_cast<lua_Integer>(part.begin + i + 1));
+        lua_rawgeti(L, 2, first_key + static_cast<lua_Integer>(i));
         array.numbers()[target.begin + i] = lua_tonumberx(L, -1, nullptr);
         lua_pop(L, 1);
     }
@@ -129,7 +130,7 @@ int to_table(lua_State* L) {
     lua_createtable(L, static_cast<int>(part.size), 0);
     for (std::size_t i = 0; i < part.size; ++i) {
         lua_pushnumber(L, array.numbers()[part.begin + i]);
-        lua_rawseti(L, -2, static_cast<lua_Integer>(i + 1));
+        lua_rawseti(L, -2, static_cast<lua_Integer>(i) + 1);
     }
     return 1;
 }

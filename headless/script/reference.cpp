@@ -78,9 +78,10 @@ std::string api_reference(const std::vector<ScriptFunction>& functions, Referenc
         const std::string call = call_of(function, definition);
         const std::string help = help_of(definition);
         if (form == ReferenceForm::markdown) {
-            text += "## " + function.name + "\n\n    " + call + "\n\n" + help + "\n\n";
+            text.append("## ").append(function.name).append("\n\n    ").append(call);
+            text.append("\n\n").append(help).append("\n\n");
         } else {
-            text += call + "\n    " + help + "\n";
+            text.append(call).append("\n    ").append(help).append("\n");
         }
     }
     return text;

@@ -72,6 +72,23 @@ TEST_F(ScriptTest, runs_deferred_functions_in_turns_and_the_last_ones_even_after
     EXPECT_EQ(bytes_of(folder / "log"), "script a b c");
 }
 
+TEST_F(ScriptTest, ends_in_order_wherever_memory_runs_out) {
+    std::size_t runs = 0;
+    ScriptOutcome outcome{1};
+    for (std::size_t bytes = 1000; outcome.status != 0; bytes += 500, ++runs) {
+        outcome = run(R"(
+            local array = reaper.new_array(100)
+            local name = select(2, reaper.GetTrackName(reaper.GetTrack(0, 0))) .. #array.table()
+            require "reaper_MERIDEK_FELSPAR"
+            local ok, parts = reaper.MK_GetStringSplitList(name, "c")
+            assert(ok == true and #parts == 2, "not enough memory, as the module tells it"))",
+                      bytes);
+        ASSERT_TRUE(outcome.status == 0 || outcome.error.find("not enough memory") != std::string::npos)
+            << outcome.error;
+    }
+    EXPECT_GT(runs, 50U);
+}
+
 TEST_F(ScriptTest, tells_a_script_that_cannot_be_read) {
     const auto outcome = run_script(workstation, plugin, {folder / "none.lua", {}});
     EXPECT_EQ(outcome.status, 1);

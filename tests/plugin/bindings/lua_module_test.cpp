@@ -1,0 +1,168 @@
+#include "bindings/lua/module.hpp"
+#include "tests/plugin/support/bound_plugin.hpp"
+#include "tests/plugin/support/failing_memory.hpp"
+
+#include <lua.hpp>
+
+#include <filesystem>
+#include <fstream>
+#include <memory>
+
+namespace {
+
+/// Lua's own memory, with the failures of the rest of the test.
+void* allocate(void* bytes_in_use, void* block, std::size_t old_size, std::size_t new_size) {
+    auto& in_use = *static_cast<std::size_t*>(bytes_in_use);
+    const std::size_t had = block ? old_size : 0;
+    if (new_size > had && mk_test::next_allocation_fails())
+        return nullptr;
+    in_use += new_size - had;
+    if (new_size > 0)
+        return std::realloc(block, new_size);
+    std::free(block);
+    return nullptr;
+}
+
+class LuaModule : public mk_test::BoundPlugin {
+protected:
+    LuaModule() {
+        luaL_openlibs(L);
+        lua_newtable(L);
+        lua_setglobal(L, "reaper");
+        luaL_requiref(L, "reaper_MERIDEK_FELSPAR", luaopen_reaper_MERIDEK_FELSPAR, 0);
+        lua_settop(L, 0);
+        run("function show(v) if type(v) ~= 'table' then return tostring(v) end local keys = {} "
+            "for k in pairs(v) do keys[#keys + 1] = k end "
+            "table.sort(keys, function(a, b) return tostring(a) < tostring(b) end) "
+            "for i, k in ipairs(keys) do keys[i] = k .. '=' .. show(v[k]) end "
+            "return '{' .. table.concat(keys, ' ') .. '}' end "
+            "function show_all(...) local t = {} for i = 1, select('#', ...) do t[i] = show((select(i, "
+            "...))) end "
+            "return table.concat(t, ' ') end");
+    }
+    ~LuaModule() override {
+        lua_close(L);
+        EXPECT_EQ(bytes_in_use, 0);
+    }
+
+    void run(const std::string& chunk) {
+        EXPECT_EQ(luaL_dostring(L, chunk.c_str()), LUA_OK) << lua_tostring(L, -1);
+    }
+
+    /// The results of an expression as a text.
+    std::string results(const std::string& expression) {
+        lua_settop(L, 0);
+        run("return show_all(" + expression + ")");
+        return lua_tostring(L, -1);
+    }
+
+    void set_global(const char* name, void* pointer) {
+        lua_pushlightuserdata(L, pointer);
+        lua_setglobal(L, name);
+    }
+
+    std::size_t bytes_in_use = 0;
+    lua_State* L = lua_newstate(allocate, &bytes_in_use);
+};
+
+TEST_F(LuaModule, stands_in_both_tables_and_can_be_loaded_again) {
+    luaL_requiref(L, "again", luaopen_reaper_MERIDEK_FELSPAR, 0);
+    lua_setglobal(L, "again");
+    run("local n = 0 for name, f in pairs(MK_FELSPAR) do n = n + 1 assert(reaper[name] == f and name:find "
+        "'^MK_') end "
+        "assert(n == 18 and again == reaper)");
+}
+
+TEST_F(LuaModule, answers_with_lists_counts_and_codes) {
+    auto& project = workstation.project();
+    project.insert_track(0).name = "Alice";
+    project.insert_track(1).name = "alice two";
+    project.tracks()[0]->set_folder_depth_change(1);
+    set_global("alice", handle(*project.tracks()[0]));
+    EXPECT_EQ(results("#select(2, reaper.MK_GetTrackItemList())"), "2");
+    EXPECT_EQ(results("select(3, reaper.MK_GetTrackItemChildList(alice))"), "1");
+    EXPECT_EQ(results("reaper.MK_GetSelectedTrackIdChildList(nil, 0)"), "true {1=" + results("alice") + "}");
+    EXPECT_EQ(results("select(2, reaper.MK_GetTrackDepthList())[2].Depth"), "1");
+    EXPECT_EQ(results("select(2, reaper.MK_GetSamePerfectTrackNameList(nil, 'Alice'))[1].Index"), "0");
+    EXPECT_EQ(results("#select(2, reaper.MK_GetIncludePerfectTrackNameList(nil, 'ALICE'))"), "2");
+    EXPECT_EQ(results("reaper.MK_GetStringSplitList('a,b;;c', ',;')"), "true {1=a 2=b 3= 4=c}");
+    EXPECT_EQ(results("reaper.MK_GetPathInfo('/no such path')"), "1 {}");
+    EXPECT_EQ(results("select(2, reaper.MK_GetPathInfo('/etc')).Type"), "Folder");
+    EXPECT_EQ(results("reaper.MK_Json_Serialize({b = {1, 2.5}, a = 'x'})"), R"(0 {"a":"x","b":[1,2.5]})");
+    EXPECT_EQ(results("reaper.MK_Json_Serialize({1, a = 2})"), "1 nil");
+    EXPECT_EQ(results("reaper.MK_Json_Serialize({'\\xff'})"), "1 ");
+    EXPECT_EQ(results("reaper.MK_Json_Deserialize('[1,{\"k\":true}]')"), "0 {1=1 2={k=true}}");
+    EXPECT_EQ(results("reaper.MK_Json_Deserialize('')"), "1 nil");
+}
+
+TEST_F(LuaModule, reads_what_is_missing_or_mistyped_as_zero) {
+    EXPECT_EQ(results("reaper.MK_GetStringSplitList(1, 2)"), "true {}");
+    EXPECT_EQ(results("reaper.MK_GetFilePathList()"), "false {}");
+    EXPECT_EQ(results("reaper.MK_GetMediaItemPeakList('item')"), "false {}");
+    EXPECT_EQ(results("reaper.MK_GetTrackItemChildList(nil)"), "true {} 0");
+    EXPECT_EQ(results("reaper.MK_SetMediaItemListRIDESCRIBER({x = 1}, 'hard')"), "0");
+    EXPECT_EQ(results("reaper.MK_LINGOMAT_InsertMediaItems({}, nil, '1', true)"), "0 {}");
+    for (const luaL_Reg* entry = MK_FELSPAR::reg; entry->name; ++entry) {
+        SCOPED_TRACE(entry->name);
+        for (const char* arguments :
+             {"", "0/0, 1e300, -1, {}, print, 1, 1, 2^63, {{}}", "('x'):rep(2^20), '\\xff\\0'"})
+            run(std::string("reaper.") + entry->name + "(" + arguments + ")");
+    }
+}
+
+TEST_F(LuaModule, lists_the_peaks_of_an_item) {
+    set_global("item", handle(add_item(mk_test::babble(0.1, 1))));
+    EXPECT_EQ(results("#select(2, reaper.MK_GetMediaItemPeakList(item))"), "100");
+    EXPECT_EQ(results("show(select(2, reaper.MK_GetMediaItemPeakList(item))[2]):gsub('=[^ }]+', '')"),
+              "{MaxPeak MinPeak Time} 3");
+    EXPECT_EQ(results("#select(2, reaper.MK_GetMediaIdPeakList(nil, 0))"), "100");
+}
+
+TEST_F(LuaModule, answers_with_what_it_has_when_a_folder_cannot_be_read) {
+    if (geteuid() == 0)
+        GTEST_SKIP() << "every folder can be read";
+    std::filesystem::create_directories(folder.path / "closed");
+    std::filesystem::permissions(folder.path / "closed", std::filesystem::perms::none);
+    EXPECT_EQ(results("(reaper.MK_GetFilePathList('" + folder.path.string() + "', 'wav'))"), "false");
+    EXPECT_EQ(results("reaper.MK_LINGOMAT_InsertMediaItems('" + folder.path.string() + "')"), "1 nil");
+}
+
+/// JSON values take memory while they are destroyed, which no program survives running out of; there only
+/// Lua's own memory fails. Calls an expression with the n-th allocation failing, for n = 1, 2, 3 ... until
+/// none is left to fail.
+TEST_F(LuaModule, survives_the_failure_of_every_single_allocation) {
+    set_global("item", handle(add_item(mk_test::babble(0.02, 1))));
+    workstation.project().insert_track(0).name = "Alice";
+    const std::string list = "local long = ('x'):rep(100) return function() return ";
+    for (const char* call :
+         {"reaper.MK_GetTrackItemList()", "reaper.MK_GetTrackDepthList()",
+          "reaper.MK_GetMediaItemPeakList(item)", "reaper.MK_GetStringSplitList('a,b,' .. long, ',')",
+          "reaper.MK_GetPathInfo('/etc')", "reaper.MK_Json_Serialize({long, {a = long}})",
+          "reaper.MK_Json_Deserialize('{\"a\":[1,\"' .. long .. '\"]}')",
+          "reaper.MK_LINGOMAT_InsertMediaItems('/no/folder', '/none', 0, 0, 0, true, true, 0, {long})"}) {
+        SCOPED_TRACE(call);
+        const auto memory = std::string_view(call).find("Json") == std::string_view::npos
+                                ? mk_test::Memory::of_all
+                                : mk_test::Memory::of_askers;
+        lua_settop(L, 0);
+        run(list + call + " end");
+        bool has_failed = true;
+        int failures = 0;
+        for (int n = 1; has_failed; ++n) {
+            lua_settop(L, 1);
+            lua_gc(L, LUA_GCCOLLECT, 0);
+            lua_pushvalue(L, 1);
+            mk_test::fail_allocation(n, memory);
+            const int status = lua_pcall(L, 0, LUA_MULTRET, 0);
+            has_failed = mk_test::stop_failing();
+            failures += has_failed;
+            if (status != LUA_OK) // in the script itself: an argument that could not be made
+                EXPECT_EQ(status, LUA_ERRMEM);
+            else
+                EXPECT_GE(lua_gettop(L), 2);
+        }
+        EXPECT_GT(failures, 2);
+    }
+}
+
+} // namespace

@@ -1,0 +1,35 @@
+#include "tests/plugin/support/failing_memory.hpp"
+
+#include <cstdlib>
+#include <new>
+
+namespace {
+
+thread_local int left = 0; // 0: none is to fail
+thread_local mk_test::Memory counted = mk_test::Memory::of_all;
+
+} // namespace
+
+void mk_test::fail_allocation(int n, Memory memory) {
+    left = n;
+    counted = memory;
+}
+
+bool mk_test::stop_failing() {
+    const bool has_failed = left == 0;
+    left = 0;
+    return has_failed;
+}
+
+bool mk_test::next_allocation_fails() { return left > 0 && --left == 0; }
+
+void* operator new(std::size_t size) {
+    const bool fails = counted == mk_test::Memory::of_all && mk_test::next_allocation_fails();
+    void* block = fails ? nullptr : std::malloc(size);
+    if (!block)
+        throw std::bad_alloc();
+    return block;
+}
+
+void operator delete(void* block) noexcept { std::free(block); }
+void operator delete(void* block, std::size_t) noexcept { std::free(block); }

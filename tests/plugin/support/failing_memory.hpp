@@ -1,0 +1,18 @@
+#pragma once
+// Memory that runs out at a chosen allocation, of C++ and of whoever asks `next_allocation_fails`.
+
+namespace mk_test {
+
+/// Whose allocations count.
+enum class Memory { of_all, of_askers };
+
+/// Lets the n-th allocation from now on fail, counted from 1; others succeed.
+void fail_allocation(int n, Memory memory);
+
+/// @returns whether the failure has happened
+bool stop_failing();
+
+/// Counts an allocation. @returns whether it is the one to fail
+bool next_allocation_fails();
+
+} // namespace mk_test

@@ -26,7 +26,7 @@ namespace {
 
 #define MK_ROW(scope, name, names, help)                                                                     \
     {reinterpret_cast<void*>(&scope::name), reinterpret_cast<void*>(&Entry<&scope::name>::vararg),           \
-     Entry<&scope::name>::definition<names, help>.data(), MK_ROW_NAMES(name)},
+     Entry<&scope::name>::definition<names, "[MK:API]" help>(), MK_ROW_NAMES(name)},
 
 #define MK_DOC_ROW(name, result, types, names, help)                                                         \
     {reinterpret_cast<void*>(&__verarg_empty), reinterpret_cast<void*>(&__verarg_empty),                     \

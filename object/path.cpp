@@ -10,20 +10,10 @@
 namespace mk_object {
 namespace {
 
-struct PathField {
-    const char* key;
-    Cell<std::string> mk_Path::*cell;
-};
-
-constexpr std::array<PathField, 7> path_fields{{
-    {"ParentPath", &mk_Path::ParentPath},
-    {"ParentName", &mk_Path::ParentName},
-    {"FilePath", &mk_Path::FilePath},
-    {"FileName", &mk_Path::FileName},
-    {"FileNameWithoutExtension", &mk_Path::FileNameWithoutExtension},
-    {"Extension", &mk_Path::Extension},
-    {"Type", &mk_Path::Type},
-}};
+template <class Visit>
+void for_each_field(Visit visit) {
+    std::apply([&](const auto&... field) { (visit(field), ...); }, mk_Path::fields);
+}
 
 const char* type_word(const std::filesystem::file_status& status) {
     if (is_directory(status))
@@ -34,16 +24,16 @@ const char* type_word(const std::filesystem::file_status& status) {
 } // namespace
 
 mk_Path::mk_Path() {
-    const auto cells = std::make_shared<std::array<mk_LitsItem_inner<std::string>, path_fields.size()>>();
-    for (std::size_t i = 0; i < path_fields.size(); ++i)
-        this->*path_fields[i].cell = {cells, &(*cells)[i]};
+    constexpr std::size_t count = std::tuple_size_v<decltype(fields)>;
+    const auto cells = std::make_shared<std::array<mk_LitsItem_inner<std::string>, count>>();
+    auto* next = cells->data();
+    for_each_field([&](const auto& field) { this->*field.cell = {cells, next++}; });
 }
 
 mk_Path::mk_Path(std::string path) : mk_Path() { read_path(std::move(path)); }
 
 mk_Path::mk_Path(json& source) : mk_Path() {
-    for (const PathField& field : path_fields)
-        (this->*field.cell)->set_value_from_json(source, field.key);
+    for_each_field([&](const auto& field) { (this->*field.cell)->set_value_from_json(source, field.key); });
 }
 
 int mk_Path::read_path(std::string path) {
@@ -69,22 +59,21 @@ int mk_Path::read_path(std::string path) {
 
 void mk_Path::pushvalue(lua_State* L) const {
     lua_createtable(L, 0, 0);
-    for (const PathField& field : path_fields)
-        push_field(L, field.key, *(this->*field.cell));
+    for_each_field([&](const auto& field) { push_field(L, field.key, *(this->*field.cell)); });
 }
 
 void mk_Path::set_value_from_luatable(lua_State* L, int index) {
     for_each_entry(L, index, [&](std::string_view key) {
-        for (const PathField& field : path_fields)
+        for_each_field([&](const auto& field) {
             if (key == field.key)
                 (this->*field.cell)->set(ValueForm<std::string>::read(L, -1));
+        });
     });
 }
 
 json mk_Path::to_json() {
     json result;
-    for (const PathField& field : path_fields)
-        (this->*field.cell)->set_json(result, field.key);
+    for_each_field([&](const auto& field) { (this->*field.cell)->set_json(result, field.key); });
     return result;
 }
 

@@ -2,8 +2,7 @@
 // A file system path taken apart. The one record with a JSON form; it has no pool, and the generic key walk
 // does not see its fields.
 
-#include "object/field_cell.hpp"
-#include "object/mk_list.hpp"
+#include "object/record.hpp"
 
 namespace mk_object {
 
@@ -33,6 +32,14 @@ public:
     Cell<std::string> FileNameWithoutExtension;
     Cell<std::string> Extension; ///< without its dot
     Cell<std::string> Type;      ///< "File", "Folder", or empty for anything else that exists
+
+    static constexpr std::tuple fields{Field{"ParentPath", &mk_Path::ParentPath},
+                                       Field{"ParentName", &mk_Path::ParentName},
+                                       Field{"FilePath", &mk_Path::FilePath},
+                                       Field{"FileName", &mk_Path::FileName},
+                                       Field{"FileNameWithoutExtension", &mk_Path::FileNameWithoutExtension},
+                                       Field{"Extension", &mk_Path::Extension},
+                                       Field{"Type", &mk_Path::Type}};
 };
 
 } // namespace mk_object

@@ -23,6 +23,7 @@ struct Field {
     Cell<T> Owner::*cell;
     FromTable from_table = FromTable::yes;
     using Value = T;
+    static constexpr const char* type_name() { return ValueForm<T>::name; }
 };
 template <class Owner, class T>
 Field(const char*, Cell<T> Owner::*, FromTable = FromTable::yes) -> Field<Owner, T>;

@@ -19,19 +19,10 @@ using lua_utility::get_arg_array;
 using lua_utility::list_call;
 using lua_utility::push_results;
 
-int l_GetTrackItemList(lua_State* L) { return list_call<&GetTrackItemList>(L); }
-int l_GetTrackItemChildList(lua_State* L) { return list_call<&mk_api::track::GetTrackItemChildList>(L); }
-int l_GetTrackIdChildList(lua_State* L) { return list_call<&GetTrackIdChildList>(L); }
-int l_GetSelectedTrackIdChildList(lua_State* L) { return list_call<&GetSelectedTrackIdChildList>(L); }
-int l_GetTrackDepthList(lua_State* L) { return list_call<&GetTrackDepthList>(L); }
-int l_GetSamePerfectTrackNameList(lua_State* L) { return list_call<&GetSamePerfectTrackNameList>(L); }
-int l_GetIncludePerfectTrackNameList(lua_State* L) { return list_call<&GetIncludePerfectTrackNameList>(L); }
-int l_GetFilePathList(lua_State* L) { return list_call<&mk_api::path::GetFilePathList>(L); }
-int l_GetStringSplitList(lua_State* L) { return list_call<&GetStringSplitList>(L); }
-int l_GetUserInputList(lua_State* L) { return list_call<&GetUserInputList>(L); }
-int l_GetMediaItemPeakList(lua_State* L) { return list_call<&GetMediaItemPeakList>(L); }
-int l_GetMediaIdPeakList(lua_State* L) { return list_call<&GetMediaIdPeakList>(L); }
-int l_GetSelectedMediaIdPeakList(lua_State* L) { return list_call<&GetSelectedMediaIdPeakList>(L); }
+#define MK_LIST(scope, name, parameters, names, help)                                                        \
+    int l_##name(lua_State* L) { return list_call<&scope::name>(L); }
+#include "bindings/list_functions.inc"
+#undef MK_LIST
 
 namespace {
 
@@ -102,28 +93,11 @@ int l_LINGOMAT_InsertMediaItems(lua_State* L) {
     }
 }
 
-#define MK_LUA(name)                                                                                         \
-    { "MK_" #name, &l_##name }
-const luaL_Reg reg[] = {MK_LUA(GetTrackItemList),
-                        MK_LUA(GetTrackItemChildList),
-                        MK_LUA(GetTrackIdChildList),
-                        MK_LUA(GetSelectedTrackIdChildList),
-                        MK_LUA(GetTrackDepthList),
-                        MK_LUA(GetSamePerfectTrackNameList),
-                        MK_LUA(GetIncludePerfectTrackNameList),
-                        MK_LUA(GetFilePathList),
-                        MK_LUA(GetStringSplitList),
-                        MK_LUA(GetUserInputList),
-                        MK_LUA(GetMediaItemPeakList),
-                        MK_LUA(GetMediaIdPeakList),
-                        MK_LUA(GetSelectedMediaIdPeakList),
-                        MK_LUA(GetPathInfo),
-                        MK_LUA(Json_Deserialize),
-                        MK_LUA(Json_Serialize),
-                        MK_LUA(SetMediaItemListRIDESCRIBER),
-                        MK_LUA(LINGOMAT_InsertMediaItems),
-                        {nullptr, nullptr}};
-#undef MK_LUA
+#define MK_LUA_CODE(name) {"MK_" #name, &l_##name},
+#define MK_LIST(scope, name, parameters, names, help) MK_LUA_CODE(name)
+const luaL_Reg reg[] = {
+#include "bindings/lua/functions.inc"
+    {nullptr, nullptr}};
 
 } // namespace MK_FELSPAR
 

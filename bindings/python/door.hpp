@@ -1,18 +1,14 @@
 #pragma once
 // The wrapper of every function that Python calls.
 
-#include "host/export.hpp"
+#include "bindings/python/functions.hpp"
 #include "utility/mk_utility.hpp"
 
 #include <string>
 #include <type_traits>
 #include <utility>
 
-#define MK_PYTHON extern "C" MK_EXPORT
-
 namespace python_api {
-
-using Handle = unsigned long long;
 
 /// Runs `body`; an exception becomes `failure`.
 template <class Body, class Result = std::invoke_result_t<Body>>

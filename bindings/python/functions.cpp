@@ -17,9 +17,8 @@
 #include <stdexcept>
 #include <type_traits>
 
-using python_api::door;
-using python_api::Handle;
-using python_api::text_or_empty;
+using mk_object::mk_Peak;
+using mk_object::TrackDetail;
 
 namespace python_api {
 namespace {
@@ -79,81 +78,76 @@ nlohmann::json parse(const char* text) {
 }
 
 } // namespace
-} // namespace python_api
 
-using namespace python_api;
-using mk_object::mk_Peak;
-using mk_object::TrackDetail;
-
-MK_PYTHON bool py_GetTrackItemList(ReaProject* project, Handle* out) {
+bool py_GetTrackItemList(ReaProject* project, Handle* out) {
     return list_if_true<MediaTrack*>(out,
                                      [&](auto& list) { return MK_FELSPAR::GetTrackItemList(project, list); });
 }
-MK_PYTHON bool py_GetTrackItemChildList(MediaTrack* track, Handle* out, int* countOut) {
+bool py_GetTrackItemChildList(MediaTrack* track, Handle* out, int* countOut) {
     return list_if_true<MediaTrack*>(out, [&](auto& list) {
         int count = 0;
         const bool ok = mk_api::track::GetTrackItemChildList(track, list, countOut ? *countOut : count);
         return ok;
     });
 }
-MK_PYTHON bool py_GetTrackIdChildList(ReaProject* project, int trackID, Handle* out, int* countOut) {
+bool py_GetTrackIdChildList(ReaProject* project, int trackID, Handle* out, int* countOut) {
     return list_if_true<MediaTrack*>(out, [&](auto& list) {
         int count = 0;
         return MK_FELSPAR::GetTrackIdChildList(project, trackID, list, countOut ? *countOut : count);
     });
 }
-MK_PYTHON bool py_GetSelectedTrackIdChildList(ReaProject* project, int selectTrackID, Handle* out) {
+bool py_GetSelectedTrackIdChildList(ReaProject* project, int selectTrackID, Handle* out) {
     return list_if_true<MediaTrack*>(out, [&](auto& list) {
         return MK_FELSPAR::GetSelectedTrackIdChildList(project, selectTrackID, list);
     });
 }
 
-MK_PYTHON bool py_GetTrackDepthList(ReaProject* project, Handle* out) {
+bool py_GetTrackDepthList(ReaProject* project, Handle* out) {
     return list_if_true<TrackDetail>(
         out, [&](auto& list) { return MK_FELSPAR::GetTrackDepthList(project, list); });
 }
-MK_PYTHON bool py_GetSamePerfectTrackNameList(ReaProject* project, const char* name, Handle* out) {
+bool py_GetSamePerfectTrackNameList(ReaProject* project, const char* name, Handle* out) {
     return list_if_true<TrackDetail>(out, [&](auto& list) {
         return MK_FELSPAR::GetSamePerfectTrackNameList(project, text_or_empty(name), list);
     });
 }
-MK_PYTHON bool py_GetIncludePerfectTrackNameList(ReaProject* project, const char* name, Handle* out) {
+bool py_GetIncludePerfectTrackNameList(ReaProject* project, const char* name, Handle* out) {
     return list_if_true<TrackDetail>(out, [&](auto& list) {
         return MK_FELSPAR::GetIncludePerfectTrackNameList(project, text_or_empty(name), list);
     });
 }
-MK_PYTHON bool py_GetMediaItemPeakList(MediaItem* item, Handle* out) {
+bool py_GetMediaItemPeakList(MediaItem* item, Handle* out) {
     return list_if_true<mk_Peak>(out,
                                  [&](auto& list) { return MK_FELSPAR::GetMediaItemPeakList(item, list); });
 }
-MK_PYTHON bool py_GetMediaIdPeakList(ReaProject* project, int itemID, Handle* out) {
+bool py_GetMediaIdPeakList(ReaProject* project, int itemID, Handle* out) {
     return list_if_true<mk_Peak>(
         out, [&](auto& list) { return MK_FELSPAR::GetMediaIdPeakList(project, itemID, list); });
 }
-MK_PYTHON bool py_GetSelectedMediaIdPeakList(ReaProject* project, int selectItemID, Handle* out) {
+bool py_GetSelectedMediaIdPeakList(ReaProject* project, int selectItemID, Handle* out) {
     return list_if_true<mk_Peak>(
         out, [&](auto& list) { return MK_FELSPAR::GetSelectedMediaIdPeakList(project, selectItemID, list); });
 }
 
-MK_PYTHON bool py_GetFilePathList(const char* folder, const char* extension, Handle* out) {
+bool py_GetFilePathList(const char* folder, const char* extension, Handle* out) {
     return text_list(out, [&](auto& list) {
         return mk_api::path::GetFilePathList(text_or_empty(folder), text_or_empty(extension), list);
     });
 }
-MK_PYTHON bool py_GetStringSplitList(const char* text, const char* separators, Handle* out) {
+bool py_GetStringSplitList(const char* text, const char* separators, Handle* out) {
     return text_list(out, [&](auto& list) {
         return MK_FELSPAR::GetStringSplitList(text_or_empty(text), text_or_empty(separators), list);
     });
 }
-MK_PYTHON bool py_GetUserInputList(const char* title, int fieldCount, const char* captions,
-                                   const char* defaults, Handle* out) {
+bool py_GetUserInputList(const char* title, int fieldCount, const char* captions, const char* defaults,
+                         Handle* out) {
     return text_list(out, [&](auto& list) {
         return MK_FELSPAR::GetUserInputList(text_or_empty(title), fieldCount, text_or_empty(captions),
                                             text_or_empty(defaults), list);
     });
 }
 
-MK_PYTHON int py_GetPathInfo(const char* filePath, char* out, int outSize) {
+int py_GetPathInfo(const char* filePath, char* out, int outSize) {
     return door(
         [&] {
             mk_object::mk_Path path;
@@ -164,7 +158,7 @@ MK_PYTHON int py_GetPathInfo(const char* filePath, char* out, int outSize) {
         failure);
 }
 
-MK_PYTHON int py_SetMediaItemListRIDESCRIBER(const char* itemList, int ratioType) {
+int py_SetMediaItemListRIDESCRIBER(const char* itemList, int ratioType) {
     return door(
         [&] {
             nlohmann::json items = parse(itemList);
@@ -174,11 +168,10 @@ MK_PYTHON int py_SetMediaItemListRIDESCRIBER(const char* itemList, int ratioType
         failure);
 }
 
-MK_PYTHON int py_LINGOMAT_InsertMediaItems(const char* subjectLangPath, const char* baseLangPath,
-                                           double startPos, double mediaInterval, int startEndType,
-                                           bool isVolMatch, bool isRIDESCRIBER, int RIDESCRIBER_ratioType,
-                                           const char* trackNameList, char* unmatchedPathListOut,
-                                           int outSize) {
+int py_LINGOMAT_InsertMediaItems(const char* subjectLangPath, const char* baseLangPath, double startPos,
+                                 double mediaInterval, int startEndType, bool isVolMatch, bool isRIDESCRIBER,
+                                 int RIDESCRIBER_ratioType, const char* trackNameList,
+                                 char* unmatchedPathListOut, int outSize) {
     return door(
         [&] {
             nlohmann::json names = parse(trackNameList);
@@ -192,3 +185,5 @@ MK_PYTHON int py_LINGOMAT_InsertMediaItems(const char* subjectLangPath, const ch
         },
         failure);
 }
+
+} // namespace python_api

@@ -9,10 +9,6 @@
 using namespace python_utility;
 using mk_object::mk_List;
 using mk_object::mk_Value;
-using python_api::door;
-using python_api::Handle;
-using python_api::put_text;
-using python_api::text_or_empty;
 
 namespace python_api {
 namespace {
@@ -39,15 +35,10 @@ T py_get_value_inmkobj_main(Handle handle, const char* key) {
 }
 
 } // namespace
-} // namespace python_api
 
-using python_api::find_record;
-using python_api::py_get_value_inmkobj_main;
-using python_api::py_set_value_inmkObj_main;
+Handle py_create_mkList_array() { return door(mk_List::create_mklist_array); }
 
-MK_PYTHON Handle py_create_mkList_array() { return door(mk_List::create_mklist_array); }
-
-MK_PYTHON Handle py_create_mkObj_inarray(Handle handle, const char* name) {
+Handle py_create_mkObj_inarray(Handle handle, const char* name) {
     return door([&]() -> Handle {
         const std::string_view class_name = text_or_empty(name);
         mk_List* record = nullptr;
@@ -61,7 +52,7 @@ MK_PYTHON Handle py_create_mkObj_inarray(Handle handle, const char* name) {
     });
 }
 
-MK_PYTHON void* py_get_ptr_inarray(Handle handle, int index) {
+void* py_get_ptr_inarray(Handle handle, int index) {
     return door([&]() -> void* {
         if (void* value = get_value_inarray<void*>(handle, index))
             return value;
@@ -70,7 +61,7 @@ MK_PYTHON void* py_get_ptr_inarray(Handle handle, int index) {
     });
 }
 
-MK_PYTHON int py_get_obj_size(Handle handle) {
+int py_get_obj_size(Handle handle) {
     return door([&] {
         if (const ValueArray* array = find_object(pyvar_array_list, handle))
             return static_cast<int>(array->size());
@@ -83,7 +74,7 @@ MK_PYTHON int py_get_obj_size(Handle handle) {
     });
 }
 
-MK_PYTHON void py_release_obj(Handle handle) {
+void py_release_obj(Handle handle) {
     door([&] {
         if (pyvar_array_list.erase(handle) > 0 || pyvar_map_list.erase(handle) > 0 ||
             mk_List::release_mkList(handle))
@@ -93,23 +84,23 @@ MK_PYTHON void py_release_obj(Handle handle) {
     });
 }
 
-MK_PYTHON void py_set_ptr_inmkObj(Handle handle, const char* key, void* value) {
+void py_set_ptr_inmkObj(Handle handle, const char* key, void* value) {
     door([&] { py_set_value_inmkObj_main<void*>(handle, key, value); });
 }
-MK_PYTHON void py_set_int_inmkObj(Handle handle, const char* key, int value) {
+void py_set_int_inmkObj(Handle handle, const char* key, int value) {
     door([&] { py_set_value_inmkObj_main<int>(handle, key, value); });
 }
-MK_PYTHON void py_set_double_inmkObj(Handle handle, const char* key, double value) {
+void py_set_double_inmkObj(Handle handle, const char* key, double value) {
     door([&] { py_set_value_inmkObj_main<double>(handle, key, value); });
 }
-MK_PYTHON void py_set_bool_inmkObj(Handle handle, const char* key, bool value) {
+void py_set_bool_inmkObj(Handle handle, const char* key, bool value) {
     door([&] { py_set_value_inmkObj_main<bool>(handle, key, value); });
 }
-MK_PYTHON void py_set_string_inmkObj(Handle handle, const char* key, const char* value) {
+void py_set_string_inmkObj(Handle handle, const char* key, const char* value) {
     door([&] { py_set_value_inmkObj_main<std::string>(handle, key, text_or_empty(value)); });
 }
 
-MK_PYTHON void py_get_key_inmkObj(Handle handle, int index, char* keyOut, char* typeOut) {
+void py_get_key_inmkObj(Handle handle, int index, char* keyOut, char* typeOut) {
     const auto [key, type] = door([&] {
         mk_List* record = find_record(handle);
         return record ? record->get_key_info(index) : std::pair<std::string, std::string>();
@@ -120,18 +111,20 @@ MK_PYTHON void py_get_key_inmkObj(Handle handle, int index, char* keyOut, char* 
     });
 }
 
-MK_PYTHON int py_get_int_inmkobj(Handle handle, const char* key) {
+int py_get_int_inmkobj(Handle handle, const char* key) {
     return door([&] { return py_get_value_inmkobj_main<int>(handle, key); });
 }
-MK_PYTHON double py_get_double_inmkobj(Handle handle, const char* key) {
+double py_get_double_inmkobj(Handle handle, const char* key) {
     return door([&] { return py_get_value_inmkobj_main<double>(handle, key); });
 }
-MK_PYTHON bool py_get_bool_inmkobj(Handle handle, const char* key) {
+bool py_get_bool_inmkobj(Handle handle, const char* key) {
     return door([&] { return py_get_value_inmkobj_main<bool>(handle, key); });
 }
-MK_PYTHON void py_get_string_inmkobj(Handle handle, const char* key, char* valueOut) {
+void py_get_string_inmkobj(Handle handle, const char* key, char* valueOut) {
     door([&] { put_text(valueOut, py_get_value_inmkobj_main<std::string>(handle, key)); });
 }
-MK_PYTHON void* py_get_ptr_inmkobj(Handle handle, const char* key) {
+void* py_get_ptr_inmkobj(Handle handle, const char* key) {
     return door([&] { return py_get_value_inmkobj_main<void*>(handle, key); });
 }
+
+} // namespace python_api

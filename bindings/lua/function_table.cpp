@@ -1,0 +1,29 @@
+// What the library tells of its Lua functions: out-parameters of the logic are their further results.
+
+#include "bindings/reference.hpp"
+#include "api/media/peaks.hpp"
+#include "api/project/dialogs.hpp"
+#include "api/project/files.hpp"
+#include "api/project/strings.hpp"
+#include "api/track/lists.hpp"
+#include "host/definition_text.hpp"
+
+#define MK_TYPE_WORD_AS(type, word)                                                                          \
+    template <>                                                                                              \
+    struct TypeWord<type> {                                                                                  \
+        static constexpr std::string_view value = word;                                                      \
+    };
+MK_TYPE_WORD_AS(int&, "int*")
+MK_TYPE_WORD_AS(std::string, "const char*")
+MK_TYPE_WORD_AS(const std::string&, "const char*")
+MK_TYPE_WORD_AS(std::vector<std::string>&, "stringArray*")
+MK_TYPE_WORD_AS(std::vector<MediaTrack*>&, "MediaTrackArray*")
+MK_TYPE_WORD_AS(std::vector<mk_object::TrackDetail>&, "TrackDetailArray*")
+MK_TYPE_WORD_AS(std::vector<mk_object::mk_Peak>&, "mk_PeakArray*")
+
+#define MK_LIST(scope, name, parameters, names, help)                                                        \
+    {"MK_" #name, Definition<&scope::name>::text<names, help>.data()},
+#define MK_LUA_CODE(name) {"MK_" #name, nullptr},
+const ReferenceRow felspar_lua_functions[] = {
+#include "bindings/lua/functions.inc"
+    {nullptr, nullptr}};

@@ -1,0 +1,16 @@
+// What the library tells of its functions for Python.
+
+#include "bindings/python/functions.hpp"
+#include "bindings/reference.hpp"
+#include "host/definition_text.hpp"
+
+MK_TYPE_WORD(void)
+MK_TYPE_WORD(void*)
+MK_TYPE_WORD(unsigned long long)
+MK_TYPE_WORD(unsigned long long*)
+
+#define MK_PYTHON(result, name, parameters, names, help)                                                     \
+    {#name, Definition<&python_api::name>::text<names, help>.data()},
+const ReferenceRow felspar_python_functions[] = {
+#include "bindings/python/functions.inc"
+    {nullptr, nullptr}};

@@ -4,20 +4,27 @@
 #include "headless/cli/project_output.hpp"
 #include "headless/host/plugin_library.hpp"
 #include "headless/host/workstation.hpp"
-#include "headless/script/reference.hpp"
+#include "headless/reference/forms.hpp"
 
 #include <CLI/CLI.hpp>
 
 #include <filesystem>
 #include <iostream>
+#include <map>
 #include <memory>
 #include <string>
 
 namespace headless {
 namespace {
 
+const std::map<std::string, std::string (*)(const Catalogue&)> forms{{"text", text_form},
+                                                                     {"markdown", markdown_form},
+                                                                     {"html", html_form},
+                                                                     {"luals", luals_form},
+                                                                     {"python", python_form}};
+
 struct ReferenceOptions {
-    ReferenceForm form = ReferenceForm::text;
+    std::string form = "text";
     std::filesystem::path plugin; ///< empty: where it was built or installed
 };
 
@@ -28,7 +35,7 @@ int run(const ReferenceOptions& options) {
     });
     if (!plugin)
         return cannot_begin(plugin.error());
-    std::cout << api_reference(workstation.script_functions(), options.form) << std::flush;
+    std::cout << forms.at(options.form)(read_catalogue(workstation, *plugin)) << std::flush;
     return std::cout ? 0 : 1;
 }
 
@@ -37,12 +44,9 @@ int run(const ReferenceOptions& options) {
 void add_reference_command(CLI::App& app, int& exit_status) {
     const auto options = std::make_shared<ReferenceOptions>();
     CLI::App* command = app.add_subcommand("api", "Print every function that scripts may call");
-    const auto set_form = [options](const std::string& word) {
-        options->form = word == "markdown" ? ReferenceForm::markdown : ReferenceForm::text;
-    };
-    command->add_option_function<std::string>("--format", set_form, "text (default) or markdown")
-        ->check(CLI::IsMember({"text", "markdown"}).description(""))
-        ->type_name("text|markdown");
+    command->add_option("--format", options->form, "How it is printed (default: text)")
+        ->check(CLI::IsMember(forms).description(""))
+        ->type_name("text|markdown|html|luals|python");
     command
         ->add_option("--plugin", options->plugin, "The plug-in's library, when it is not in its usual place")
         ->type_name("PATH");

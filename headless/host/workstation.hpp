@@ -40,6 +40,7 @@ struct ScriptFunction {
     std::string name;
     const char* definition; ///< lives as long as the function is registered
     ScriptCall* call;
+    bool is_registered = false; ///< by a plug-in, else the workstation's own
 };
 
 /// One at a time: the C functions that a plug-in gets serve the living one.

@@ -1,7 +1,6 @@
 #include "headless/script/bridge.hpp"
 
 #include "headless/host/workstation.hpp"
-#include "headless/script/number_array.hpp"
 #include "headless/script/results.hpp"
 
 #include <utility>
@@ -50,7 +49,6 @@ void Bridge::open(lua_State* L) {
         lua_pushcclosure(L, call_bridged, 1);
         lua_setfield(L, -2, function.name.c_str());
     }
-    add_new_array(L);
     lua_setglobal(L, "reaper");
 }
 

@@ -74,7 +74,11 @@ TypeMeaning meaning_of(std::string_view type) {
 
 Parameter parse_parameter(std::string_view type, std::string_view name) {
     const TypeMeaning meaning = meaning_of(type);
-    Parameter parameter{.type = type, .name = name, .kind = meaning.kind, .by_address = meaning.by_address};
+    Parameter parameter{.type = type,
+                        .written_name = name,
+                        .name = name,
+                        .kind = meaning.kind,
+                        .by_address = meaning.by_address};
     // "NeedBig" and "Optional" come in either order.
     for (bool dropped = true; dropped;) {
         const bool big = drop_ending(parameter.name, "NeedBig");

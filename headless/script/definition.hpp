@@ -23,6 +23,7 @@ enum class Direction { in, out, in_out };
 
 struct Parameter {
     std::string_view type; ///< as declared: "MediaTrack*"
+    std::string_view written_name;
     std::string_view name; ///< without its endings
     ValueKind kind = ValueKind::other;
     Direction direction = Direction::in;

@@ -135,9 +135,21 @@ int to_table(lua_State* L) {
     return 1;
 }
 
-constexpr luaL_Reg methods[] = {{"__index", get},   {"__newindex", set}, {"__len", length},
-                                {"clear", clear},   {"copy", copy},      {"get_alloc", get_capacity},
-                                {"resize", resize}, {"table", to_table}, {nullptr, nullptr}};
+constexpr luaL_Reg operators[] = {
+    {"__index", get}, {"__newindex", set}, {"__len", length}, {nullptr, nullptr}};
+
+constexpr LuaFunction methods[] = {
+    {"clear", clear,
+     "void\0double,int,int\0valueOptional,offsetOptional,sizeOptional\0Sets all numbers, or so many from the "
+     "offset, to a value, 0 by default"},
+    {"copy", copy,
+     "int\0object*,int,int,int\0source,sourceOffsetOptional,sizeOptional,offsetOptional\0"
+     "Copies numbers from a table or another array, as many as both have. Gives their number"},
+    {"get_alloc", get_capacity, "int\0\0\0The most numbers that it has room for"},
+    {"resize", resize, "void\0int\0size\0Sets how many numbers count; new ones are 0"},
+    {"table", to_table,
+     "table*\0int,int\0offsetOptional,sizeOptional\0All numbers, or so many from the offset, as a table"},
+};
 
 lua_Integer length_of_source(lua_State* L) {
     if (const NumberArray* source = to_number_array(L, 1)) {
@@ -168,18 +180,30 @@ int new_array(lua_State* L) {
     return 1;
 }
 
+constexpr LuaFunction functions[] = {
+    {"new_array", new_array,
+     "reaper.array*\0object*,int\0sourceOrSize,sizeOptional\0Makes an array of numbers, from a table or "
+     "another "
+     "array, or of so many zeros"},
+};
+
 } // namespace
 
 NumberArray* to_number_array(lua_State* L, int index) {
     return static_cast<NumberArray*>(luaL_testudata(L, index, type_name));
 }
 
-void add_new_array(lua_State* L) {
+void open_number_arrays(lua_State* L) {
     luaL_newmetatable(L, type_name);
-    luaL_setfuncs(L, methods, 0);
+    luaL_setfuncs(L, operators, 0);
+    for (const LuaFunction& method : methods) {
+        lua_pushcfunction(L, method.call);
+        lua_setfield(L, -2, method.name);
+    }
     lua_pop(L, 1);
-    lua_pushcfunction(L, new_array);
-    lua_setfield(L, -2, "new_array");
 }
+
+std::span<const LuaFunction> number_array_functions() { return functions; }
+std::span<const LuaFunction> number_array_methods() { return methods; }
 
 } // namespace headless

@@ -2,9 +2,10 @@
 // `reaper.array`: numbers in one block that functions can fill, as `reaper.new_array` makes it. Scripts read
 // and write it by index from 1.
 
-#include <lua.hpp>
+#include "headless/script/lua_function.hpp"
 
 #include <cstddef>
+#include <span>
 
 namespace headless {
 
@@ -19,8 +20,13 @@ struct NumberArray {
 /// The array at a stack index, null for anything else.
 NumberArray* to_number_array(lua_State* L, int index);
 
-/// Sets `new_array` in the table on top of the stack: (table or array, size) or (size); the size counts where
-/// both are given. Methods: clear, copy, get_alloc, resize, table.
-void add_new_array(lua_State* L);
+/// Makes the type of these arrays known to the interpreter; before their functions are called.
+void open_number_arrays(lua_State* L);
+
+/// `new_array`.
+std::span<const LuaFunction> number_array_functions();
+
+/// What an array answers to: `array.clear()` as well as `array:clear()`.
+std::span<const LuaFunction> number_array_methods();
 
 } // namespace headless

@@ -4,6 +4,7 @@
 #include "headless/host/workstation.hpp"
 #include "headless/script/bridge.hpp"
 #include "headless/script/memory_limit.hpp"
+#include "headless/script/number_array.hpp"
 #include "headless/script/turns.hpp"
 
 #include <lua.hpp>
@@ -65,6 +66,12 @@ int get_action_context(lua_State* L) {
     return 7;
 }
 
+constexpr LuaFunction context_functions[] = {
+    {"get_action_context", get_action_context,
+     "bool\0char*,int*,int*,int*,int*,int*\0fileOut,sectionOut,commandOut,modeOut,resolutionOut,valueOut\0"
+     "The script's file, and what action has called it, of which there is none here"},
+};
+
 void set_closure(lua_State* L, const char* name, lua_CFunction function, Run& run) {
     lua_pushlightuserdata(L, &run);
     lua_pushcclosure(L, function, 1);
@@ -73,9 +80,13 @@ void set_closure(lua_State* L, const char* name, lua_CFunction function, Run& ru
 
 void open_reaper(lua_State* L, Run& run) {
     run.bridge.open(L);
+    open_number_arrays(L);
     lua_getglobal(L, "reaper");
-    add_turns(L);
-    set_closure(L, "get_action_context", get_action_context, run);
+    for (const auto functions : functions_for_lua()) {
+        for (const LuaFunction& function : functions) {
+            set_closure(L, function.name, function.call, run);
+        }
+    }
     lua_pop(L, 1);
 }
 
@@ -156,6 +167,10 @@ std::string call_protected(lua_State* L, lua_CFunction function, Run& run) {
 }
 
 } // namespace
+
+std::array<std::span<const LuaFunction>, 3> functions_for_lua() {
+    return {turn_functions(), number_array_functions(), context_functions};
+}
 
 ScriptOutcome run_script(Workstation& workstation, const PluginLibrary& plugin,
                          const ScriptRequest& request) {

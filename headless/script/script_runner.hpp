@@ -2,8 +2,12 @@
 // Runs a Lua 5.3 script as the workstation does: the table `reaper`, the plug-in's module for `require`,
 // deferred functions, and an error told with file, line and traceback.
 
+#include "headless/script/lua_function.hpp"
+
+#include <array>
 #include <cstddef>
 #include <filesystem>
+#include <span>
 #include <string>
 #include <vector>
 
@@ -22,6 +26,9 @@ struct ScriptOutcome {
     int status = 0;      ///< 0: it came to its end, or left by os.exit with success; 1: an error
     std::string error{}; ///< empty unless there was one; several lines
 };
+
+/// What the table `reaper` has besides the functions of every script language.
+std::array<std::span<const LuaFunction>, 3> functions_for_lua();
 
 /// Runs the script to its end, its deferred functions and its functions for the end included. `os.exit` ends
 /// the script and not the program: what the workstation holds stays for the caller.

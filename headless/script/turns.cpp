@@ -22,6 +22,15 @@ int keep_in(lua_State* L, const char* key) {
 int defer(lua_State* L) { return keep_in(L, deferred_key); }
 int at_exit(lua_State* L) { return keep_in(L, at_exit_key); }
 
+#define LATER(name, call, help)                                                                              \
+    { name, call, "bool\0function*\0callback\0" help }
+constexpr LuaFunction functions[] = {
+    LATER("defer", defer, "Calls the function in the next turn, once the script has ended"),
+    LATER("runloop", defer, "Calls the function in the next turn, once the script has ended"),
+    LATER("atexit", at_exit, "Calls the function when all has ended"),
+};
+#undef LATER
+
 /// Takes the list and runs it; functions that it adds come into a new one.
 /// @returns whether there was anything
 bool run_list(lua_State* L, const char* key) {
@@ -39,11 +48,7 @@ bool run_list(lua_State* L, const char* key) {
 
 } // namespace
 
-void add_turns(lua_State* L) {
-    constexpr luaL_Reg functions[] = {
-        {"defer", defer}, {"runloop", defer}, {"atexit", at_exit}, {nullptr, nullptr}};
-    luaL_setfuncs(L, functions, 0);
-}
+std::span<const LuaFunction> turn_functions() { return functions; }
 
 void run_deferred(lua_State* L) {
     while (run_list(L, deferred_key)) {

@@ -1,12 +1,14 @@
 #pragma once
 // Functions that a script leaves for later: `reaper.defer` for the next turn, `reaper.atexit` for its end.
 
-#include <lua.hpp>
+#include "headless/script/lua_function.hpp"
+
+#include <span>
 
 namespace headless {
 
-/// Sets defer, runloop (the same under its older name) and atexit in the table on top of the stack.
-void add_turns(lua_State* L);
+/// defer, runloop (the same under its older name) and atexit.
+std::span<const LuaFunction> turn_functions();
 
 /// Runs what was deferred, in order, some thirty times a second as the workstation does, until nothing is
 /// deferred any more. Raises the first error.

@@ -67,15 +67,6 @@ TEST_F(RunCommand, fails_when_the_workstation_could_not_do_something_but_saves_w
     EXPECT_THAT(run("", {"--dialog", "Never=1"}).errors, HasSubstr("no dialog \"Never\""));
 }
 
-TEST_F(RunCommand, has_a_reference_of_all_that_scripts_may_call) {
-    const std::string text = felspar({"api"}).output;
-    EXPECT_THAT(text, HasSubstr("boolean, string buf = reaper.GetTrackName(MediaTrack track)\n    The name"));
-    EXPECT_THAT(text, HasSubstr("boolean, number startPos, number endPos = "
-                                "reaper.MK_GetRegionMarkerPosition(ReaProject projID, integer regionID)"));
-    EXPECT_THAT(felspar({"api", "--format", "markdown"}).output,
-                HasSubstr("\n## MK_ReadFile\n\n    boolean,"));
-}
-
 struct ExampleScript : RunCommand {
     ExampleScript() {
         for (const char* side : {"subject", "base"}) {

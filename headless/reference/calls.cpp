@@ -1,0 +1,110 @@
+#include "headless/reference/calls.hpp"
+
+namespace headless {
+namespace {
+
+std::string without_ending(std::string_view text, std::string_view ending) {
+    return std::string(text.ends_with(ending) ? text.substr(0, text.size() - ending.size()) : text);
+}
+
+std::string lua_object(std::string_view type) {
+    if (type == "void*") {
+        return "identifier";
+    }
+    if (type == "object*") {
+        return "any";
+    }
+    if (type.ends_with("Array*")) {
+        return without_ending(type, "Array*") + "[]";
+    }
+    return without_ending(type, "*");
+}
+
+} // namespace
+
+std::string join(const std::vector<std::string>& words, std::string_view separator) {
+    std::string text;
+    for (const std::string& word : words) {
+        text.append(text.empty() ? "" : separator).append(word);
+    }
+    return text;
+}
+
+std::vector<std::string> words_of(const Definition& definition, bool (Parameter::*chosen)() const,
+                                  const std::function<std::string(const Parameter&)>& word) {
+    std::vector<std::string> words;
+    for (const Parameter& parameter : definition.parameters) {
+        if ((parameter.*chosen)()) {
+            words.push_back(word(parameter));
+        }
+    }
+    return words;
+}
+
+std::string lua_type(ValueKind kind, std::string_view type) {
+    switch (kind) {
+    case ValueKind::integer:
+        return "integer";
+    case ValueKind::boolean:
+        return "boolean";
+    case ValueKind::number:
+        return "number";
+    case ValueKind::text:
+        return "string";
+    case ValueKind::array:
+        return "reaper.array";
+    default:
+        return lua_object(type);
+    }
+}
+
+namespace {
+
+std::string call_in(std::string_view table, const CatalogueEntry& function) {
+    const Definition& definition = function.definition;
+    const auto typed_name = [](const Parameter& parameter) {
+        return lua_type(parameter.kind, parameter.type) + ' ' + std::string(parameter.name);
+    };
+    auto results = words_of(definition, &Parameter::is_result, typed_name);
+    if (definition.result != ValueKind::nothing) {
+        results.insert(results.begin(), lua_type(definition.result, definition.result_type));
+    }
+    const auto arguments = words_of(definition, &Parameter::is_argument, [&](const Parameter& parameter) {
+        return (parameter.is_optional ? "optional " : "") + typed_name(parameter);
+    });
+    return join(results, ", ") + (results.empty() ? "" : " = ") + std::string(table) + '.' + function.name +
+           '(' + join(arguments, ", ") + ')';
+}
+
+} // namespace
+
+std::string lua_call(const CatalogueEntry& function) { return call_in("reaper", function); }
+std::string method_call(const CatalogueEntry& method) { return call_in("array", method); }
+
+std::string c_prototype(const CatalogueEntry& function) {
+    std::vector<std::string> parameters;
+    for (const Parameter& parameter : function.definition.parameters) {
+        parameters.push_back(std::string(parameter.type) + ' ' + std::string(parameter.written_name));
+    }
+    return std::string(function.definition.result_type) + ' ' + function.name + '(' + join(parameters, ", ") +
+           ')';
+}
+
+std::string field_list(const CatalogueEntry& record) {
+    std::vector<std::string> fields;
+    for (const Parameter& field : record.definition.parameters) {
+        fields.push_back(std::string(field.name) + " (" + lua_type(field.kind, field.type) + ')');
+    }
+    return join(fields, ", ");
+}
+
+std::string help_of(const Definition& definition) {
+    constexpr std::string_view mark = "[MK:API]";
+    std::string_view help = definition.help;
+    if (help.starts_with(mark)) {
+        help.remove_prefix(mark.size());
+    }
+    return std::string(help);
+}
+
+} // namespace headless

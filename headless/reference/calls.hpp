@@ -1,0 +1,38 @@
+#pragma once
+// How a function is called in each language, as one line.
+
+#include "headless/reference/catalogue.hpp"
+
+#include <functional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace headless {
+
+/// `words` with `separator` between them.
+std::string join(const std::vector<std::string>& words, std::string_view separator);
+
+/// One word for each parameter that is chosen.
+std::vector<std::string> words_of(const Definition& definition, bool (Parameter::*chosen)() const,
+                                  const std::function<std::string(const Parameter&)>& word);
+
+/// A type as Lua scripts see it: "integer", "MediaTrack", "TrackDetail[]".
+std::string lua_type(ValueKind kind, std::string_view type);
+
+/// "boolean, string buf = reaper.GetTrackName(MediaTrack track)"
+std::string lua_call(const CatalogueEntry& function);
+
+/// "integer = array.get_alloc()"
+std::string method_call(const CatalogueEntry& method);
+
+/// "bool py_GetTrackItemList(ReaProject* project, unsigned long long* trackListOut)"
+std::string c_prototype(const CatalogueEntry& function);
+
+/// "Track (MediaTrack), Depth (integer)"
+std::string field_list(const CatalogueEntry& record);
+
+/// The help without the mark that is for the workstation's own list.
+std::string help_of(const Definition& definition);
+
+} // namespace headless

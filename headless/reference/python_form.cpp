@@ -1,0 +1,138 @@
+// Signatures in Python's own words.
+
+#include "headless/reference/calls.hpp"
+#include "headless/reference/forms.hpp"
+
+#include <algorithm>
+#include <array>
+
+namespace headless {
+namespace {
+
+struct TypeWords {
+    std::string_view type;
+    std::string_view for_ctypes;
+    std::string_view for_python; ///< as the package's workstation takes and gives it
+};
+
+constexpr auto type_words = std::to_array<TypeWords>({
+    {"void", "None", "None"},
+    {"int", "c_int", "int"},
+    {"int*", "POINTER(c_int)", "int"},
+    {"bool", "c_bool", "bool"},
+    {"bool*", "POINTER(c_bool)", "bool"},
+    {"double", "c_double", "float"},
+    {"double*", "POINTER(c_double)", "float"},
+    {"char*", "POINTER(c_char)", "str"},
+    {"const char*", "c_char_p", "str"},
+    {"const char**", "POINTER(c_char_p)", "str"},
+    {"unsigned long long", "c_ulonglong", "int"},
+    {"unsigned long long*", "POINTER(c_ulonglong)", "int"},
+    {"ReaProject*", "c_void_p", "Project"},
+    {"MediaTrack*", "c_void_p", "Track"},
+    {"MediaItem*", "c_void_p", "Item"},
+    {"MediaItem_Take*", "c_void_p", "Take"},
+    {"TrackEnvelope*", "c_void_p", "Envelope"},
+    {"BR_Envelope*", "c_void_p", "EditedEnvelope"},
+    {"PCM_source*", "c_void_p", "Source"},
+    {"void*", "c_void_p", "Handle"},
+});
+
+std::string name_of(std::string_view name) {
+    static constexpr auto keywords = std::to_array<std::string_view>(
+        {"False", "None",     "True",  "and",    "as",   "assert", "async",  "await",    "break",
+         "class", "continue", "def",   "del",    "elif", "else",   "except", "finally",  "for",
+         "from",  "global",   "if",    "import", "in",   "is",     "lambda", "nonlocal", "not",
+         "or",    "pass",     "raise", "return", "try",  "while",  "with",   "yield"});
+    return std::string(name) + (std::ranges::find(keywords, name) != keywords.end() ? "_" : "");
+}
+
+const TypeWords* find_words(std::string_view type) {
+    const auto* found = std::ranges::find(type_words, type, &TypeWords::type);
+    return found == type_words.end() ? nullptr : found;
+}
+
+std::string python_type(const Parameter& parameter) {
+    return parameter.kind == ValueKind::array ? "array" : std::string(find_words(parameter.type)->for_python);
+}
+
+bool is_known(const CatalogueEntry& function) {
+    return find_words(function.definition.result_type) &&
+           std::ranges::all_of(function.definition.parameters, [](const Parameter& parameter) {
+               return find_words(parameter.type) != nullptr;
+           });
+}
+
+std::string result_of(const Definition& definition) {
+    auto results = words_of(definition, &Parameter::is_result, python_type);
+    if (definition.result != ValueKind::nothing) {
+        const bool may_be_none =
+            definition.result == ValueKind::handle || definition.result == ValueKind::text;
+        results.insert(results.begin(), std::string(find_words(definition.result_type)->for_python) +
+                                            (may_be_none ? " | None" : ""));
+    }
+    return results.empty() ? "None" : results.size() == 1 ? results[0] : "tuple[" + join(results, ", ") + ']';
+}
+
+std::string docstring(const Definition& definition) {
+    std::string text;
+    for (const char letter : help_of(definition)) {
+        text += letter == '\\' || letter == '"' ? std::string("\\") + letter : std::string(1, letter);
+    }
+    return "\"\"\"" + text + "\"\"\"\n";
+}
+
+std::string method(const CatalogueEntry& function) {
+    auto parameters = words_of(function.definition, &Parameter::is_argument, [](const Parameter& parameter) {
+        return name_of(parameter.name) + ": " + python_type(parameter) +
+               (parameter.is_optional             ? " | None = None"
+                : parameter.type == "ReaProject*" ? " | None"
+                                                  : "");
+    });
+    parameters.insert(parameters.begin(), "self");
+    return "\n    def " + function.name + '(' + join(parameters, ", ") + ") -> " +
+           result_of(function.definition) + ":\n        " + docstring(function.definition);
+}
+
+std::string exported_function(const CatalogueEntry& function) {
+    std::vector<std::string> parameters;
+    for (const Parameter& parameter : function.definition.parameters) {
+        parameters.push_back(name_of(parameter.written_name) + ": " +
+                             std::string(find_words(parameter.type)->for_ctypes));
+    }
+    return "\n\ndef " + function.name + '(' + join(parameters, ", ") + ") -> " +
+           std::string(find_words(function.definition.result_type)->for_ctypes) + ":\n    " +
+           docstring(function.definition);
+}
+
+} // namespace
+
+std::string python_form(const Catalogue& catalogue) {
+    std::string text = R"("""What Python scripts may call: signatures alone."""
+
+from __future__ import annotations
+
+from array import array
+from ctypes import POINTER, c_bool, c_char, c_char_p, c_double, c_int, c_ulonglong, c_void_p
+
+from meridek_felspar.handles import EditedEnvelope, Envelope, Handle, Item, Project, Source, Take, Track
+
+# Exported by the library, for ctypes.
+)";
+    for (const CatalogueEntry& function : catalogue.python) {
+        if (is_known(function)) {
+            text += exported_function(function);
+        }
+    }
+    text += "\n\nclass Workstation:\n    \"\"\"What meridek_felspar.headless.open gives.\"\"\"\n";
+    for (const auto* functions : {&catalogue.registered, &catalogue.workstation}) {
+        for (const CatalogueEntry& function : *functions) {
+            if (is_known(function)) {
+                text += method(function);
+            }
+        }
+    }
+    return text;
+}
+
+} // namespace headless

@@ -1,0 +1,15 @@
+#include "headless/reference/sections.hpp"
+
+namespace headless {
+
+std::string title_of(const Section& section, const Catalogue& catalogue) {
+    return std::string(section.title) + " (" + std::to_string((catalogue.*section.entries).size()) + ')';
+}
+
+std::string help_in(const Section& section, const Catalogue& catalogue, const CatalogueEntry& entry) {
+    const bool only_tells =
+        section.entries == &Catalogue::registered && catalogue.is_of_lua_module(entry.name);
+    return help_of(entry.definition) + (only_tells ? ". Works once the Lua module is loaded" : "");
+}
+
+} // namespace headless

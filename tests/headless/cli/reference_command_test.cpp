@@ -1,0 +1,63 @@
+// `felspar api` in each of its forms.
+
+#include "tests/headless/cli/command_runner.hpp"
+
+namespace headless::test {
+namespace {
+
+using testing::HasSubstr;
+using testing::Not;
+
+struct ReferenceCommand : FelsparCommand {
+    std::string reference(const std::string& form) {
+        const Outcome outcome = felspar({"api", "--format", form});
+        EXPECT_EQ(outcome.status, 0) << outcome.errors;
+        return outcome.output;
+    }
+};
+
+TEST_F(ReferenceCommand, tells_each_door_in_the_terms_of_those_who_come_by_it) {
+    const std::string text = felspar({"api"}).output;
+    for (const char* part :
+         {"Functions of the library (105)", "Functions of the Lua module (18)", "Functions for Python (54)",
+          "boolean, number startPos, number endPos = reaper.MK_GetRegionMarkerPosition(ReaProject projID, "
+          "integer "
+          "regionID)\n    Get",
+          "boolean, TrackDetail[] trackList = reaper.MK_GetTrackDepthList(ReaProject project)\n    List",
+          "integer, any obj = reaper.MK_Json_Deserialize(string jsonStr)\n",
+          "bool py_GetTrackDepthList(ReaProject* project, unsigned long long* trackListOut)\n    List",
+          "TrackDetail: Name (string), Track (MediaTrack), Volume (number)",
+          "boolean, string buf = reaper.GetTrackName(MediaTrack track)\n    The name"})
+        EXPECT_THAT(text, HasSubstr(part));
+    EXPECT_THAT(reference("markdown"), HasSubstr("\n### MK_ReadFile\n\n    boolean, string text = "));
+    EXPECT_EQ(felspar({"api", "--format", "pdf"}).status, 2);
+}
+
+TEST_F(ReferenceCommand, is_a_page_in_which_every_function_can_be_linked_to) {
+    const std::string page = reference("html");
+    EXPECT_THAT(page, HasSubstr("<article id=\"3-py_GetPathInfo\"><h3><a href=\"#3-py_GetPathInfo\">"));
+    EXPECT_THAT(page, HasSubstr("such as {&quot;MediaItem*&quot;: 93824}"));
+    EXPECT_THAT(page, Not(HasSubstr("<pre></pre>")));
+}
+
+TEST_F(ReferenceCommand, gives_editors_just_what_scripts_find) {
+    write_bytes(folder / "stub.lua", reference("luals"));
+    write_bytes(folder / "compare.lua", R"(
+        local stub = {}
+        local returned = assert(loadfile("stub.lua", "t", stub))()
+        assert(returned == stub.reaper)
+        local found = require "reaper_MERIDEK_FELSPAR"
+        for _, names in ipairs {{found, stub.reaper}, {MK_FELSPAR, stub.MK_FELSPAR}} do
+            for name in pairs(names[1]) do assert(names[2][name], name .. " is missing") end
+            for name in pairs(names[2]) do assert(names[1][name], name .. " is not there") end
+        end
+        for line in io.lines("stub.lua") do
+            local is_help = line:find("^%-%-%-[^@]")
+            assert(is_help or not line:find("_sz") and not line:find("Out%f[^%w_]"), line)
+        end
+        print("the same"))");
+    EXPECT_EQ(felspar({"run", "compare.lua"}).output, "the same\n");
+}
+
+} // namespace
+} // namespace headless::test

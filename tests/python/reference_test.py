@@ -1,0 +1,35 @@
+"""What the command tells of Python is what the package has."""
+
+import ctypes
+import inspect
+import os
+import subprocess
+
+from support import WorkstationCase
+from meridek_felspar._library import PROTOTYPES
+
+
+class Reference(WorkstationCase):
+    def setUp(self):
+        super().setUp()
+        text = subprocess.check_output([os.environ["FELSPAR_PROGRAM"], "api", "--format", "python"], text=True)
+        self.told = {}
+        exec(text, self.told)
+
+    def test_prototypes_are_those_of_the_library(self):
+        prototypes = {}
+        for name, function in self.told.items():
+            if name.startswith("py_"):
+                types = {key: eval(word, vars(ctypes)) for key, word in function.__annotations__.items()}
+                prototypes[name] = types.pop("return"), tuple(types.values())
+        self.assertEqual(prototypes, PROTOTYPES)
+
+    def test_methods_are_those_of_a_workstation(self):
+        methods = dict(inspect.getmembers(self.told["Workstation"], inspect.isfunction))
+        self.assertEqual(sorted(methods), sorted(self.reaper._functions))
+        for name, method in methods.items():
+            told = list(inspect.signature(method).parameters.values())[1:]
+            taken = [parameter for parameter in getattr(self.reaper, name).parameters if parameter.is_argument]
+            with self.subTest(name):
+                self.assertEqual([p.name.rstrip("_") for p in told], [p.name for p in taken])
+                self.assertEqual([p.default is None for p in told], [p.is_optional for p in taken])

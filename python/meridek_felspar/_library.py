@@ -83,7 +83,8 @@ PROTOTYPES: Dict[str, Tuple[Any, Tuple[Any, ...]]] = {
 }
 
 SUFFIX = {"win32": ".dll", "darwin": ".dylib"}.get(sys.platform, ".so")
-_NAME = "reaper_MERIDEK_FELSPAR_for_6.x" + SUFFIX
+_NAME = "libreaper_MERIDEK_FELSPAR_for_6.x" + SUFFIX
+_INSTALLED_NAME = "reaper_MERIDEK_FELSPAR" + SUFFIX  # by which the workstation and Lua's `require` find it, too
 _loaded: Optional[ctypes.PyDLL] = None
 
 
@@ -128,9 +129,9 @@ def first_of(candidates: List[pathlib.Path], variable: str) -> pathlib.Path:
 def library_path() -> pathlib.Path:
     """The library's file: one that this process has loaded already comes first, since the pools and the host's
     functions are those of that copy."""
-    candidates = places("lib" + _NAME, "FELSPAR_LIBRARY")
+    candidates = places(_NAME, "FELSPAR_LIBRARY")
     if not os.environ.get("FELSPAR_LIBRARY"):
-        candidates.append(user_plugins() / _NAME)
+        candidates.append(user_plugins() / _INSTALLED_NAME)
     loaded = list(filter(_is_loaded, candidates))
     return loaded[0] if loaded else first_of(candidates, "FELSPAR_LIBRARY")
 

@@ -6,9 +6,10 @@ import sys
 
 # From the ground up. A line's rooms do not know each other; single files of host/ stand higher than the rest of it.
 plugin = [["host"], ["utility"], ["host/dependency"], ["object"], ["api/project"], ["api/track"], ["api/media"],
-          ["ride"], ["dialogue"], ["bindings/lua", "bindings/python"], ["host/api_table"], ["host/entry"]]
+          ["ride"], ["dialogue"], ["bindings/list_functions", "bindings/reference"],
+          ["bindings/lua", "bindings/python"], ["host/api_table"], ["host/entry"]]
 headless = [["headless/base"], ["headless/project"], ["headless/audio", "headless/rpp"], ["headless/host"],
-            ["headless/report", "headless/script"], ["headless/cli"], ["headless/capi"]]
+            ["headless/report", "headless/script"], ["headless/reference"], ["headless/cli"], ["headless/capi"]]
 floors = {room: (house, floor) for house, rooms in enumerate([plugin, headless])
           for floor, line in enumerate(rooms) for room in line}
 

@@ -22,6 +22,17 @@ mk_List* find_record(Handle handle) {
     return find_object(mk_object::mk_Midi::pool, handle);
 }
 
+/// Releases an array with those of its records that still live: a script may have released one by itself.
+bool release_records(Handle handle) {
+    const std::vector<mk_List*>* records = find_object(mk_List::mkList_pool, handle);
+    if (!records)
+        return false;
+    for (const mk_List* address : *records)
+        if (mk_List* record = find_record(reinterpret_cast<Handle>(address)))
+            record->release_inpool();
+    return mk_List::mkList_pool.erase(handle) > 0;
+}
+
 template <class T>
 void py_set_value_inmkObj_main(Handle handle, const char* key, T value) {
     if (mk_List* record = find_record(handle))
@@ -76,8 +87,7 @@ int py_get_obj_size(Handle handle) {
 
 void py_release_obj(Handle handle) {
     door([&] {
-        if (pyvar_array_list.erase(handle) > 0 || pyvar_map_list.erase(handle) > 0 ||
-            mk_List::release_mkList(handle))
+        if (pyvar_array_list.erase(handle) > 0 || pyvar_map_list.erase(handle) > 0 || release_records(handle))
             return;
         if (mk_List* record = find_record(handle))
             record->release_inpool();

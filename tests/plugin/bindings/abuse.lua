@@ -1,0 +1,33 @@
+-- Calls each of the module's functions with what nobody should give it, and expects it to return. The chunk's
+-- result, which is also printed, is the number of calls.
+
+local loop = {}
+loop[1], loop.loop = loop, loop
+local nested = {}
+for _ = 1, 5000 do nested = { nested } end
+local values = {
+    false, true, 0, -1, 1 << 31, math.mininteger, 1e308, 0 / 0, -1 / 0, "", "\xff\0x", ("x"):rep(1 << 20),
+    ("[{"):rep(1 << 19), ("\xe3\x81"):rep(1 << 19), {}, { 1, x = 2 }, { "a", {}, print }, loop, nested,
+    { [1.5] = 0 / 0, [true] = 1 }, print, coroutine.create(print), io.stdout, reaper,
+}
+local most_arguments = 9
+
+local calls = 0
+local function call(name, ...)
+    calls = calls + 1
+    assert(select("#", MK_FELSPAR[name](...)) > 0, name)
+end
+
+for name in pairs(MK_FELSPAR) do
+    call(name)
+    for _, value in ipairs(values) do
+        local row = {}
+        for place = 1, most_arguments do
+            call(name, table.unpack({ [place] = value }, 1, place))
+            row[place] = value
+        end
+        call(name, table.unpack(row))
+    end
+end
+print(calls .. " calls")
+return calls

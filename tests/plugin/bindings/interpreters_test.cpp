@@ -1,0 +1,71 @@
+// Two interpreters in one process: the module keeps nothing that one could see of the other.
+
+#include "bindings/lua/module.hpp"
+
+#include <gtest/gtest.h>
+#include <lua.hpp>
+
+#include <array>
+#include <memory>
+#include <string>
+#include <thread>
+
+namespace {
+
+class Interpreter {
+public:
+    Interpreter() {
+        lua_State* L = state_.get();
+        luaL_openlibs(L);
+        lua_newtable(L);
+        lua_setglobal(L, "reaper");
+        luaL_requiref(L, "reaper_MERIDEK_FELSPAR", luaopen_reaper_MERIDEK_FELSPAR, 0);
+    }
+
+    /// The result of a chunk that gives one, or its error.
+    std::string run(const std::string& chunk) {
+        lua_State* L = state_.get();
+        lua_settop(L, 0);
+        luaL_dostring(L, chunk.c_str());
+        return luaL_tolstring(L, -1, nullptr);
+    }
+
+private:
+    std::unique_ptr<lua_State, decltype(&lua_close)> state_{luaL_newstate(), &lua_close};
+};
+
+TEST(Interpreters, keep_to_themselves_call_by_call) {
+    Interpreter left;
+    auto right = std::make_unique<Interpreter>();
+    left.run("code, kept = reaper.MK_Json_Deserialize('{\"k\":[1,2]}') reaper.MK_GetPathInfo = nil");
+    right->run("code, kept = reaper.MK_Json_Deserialize('[\"other\"]') mine = MK_FELSPAR");
+    EXPECT_EQ(left.run("return tostring(mine) .. #kept.k .. tostring(reaper.MK_GetPathInfo)"), "nil2nil");
+    EXPECT_EQ(right->run("return kept[1] .. select(2, reaper.MK_GetPathInfo('/etc')).Type"), "otherFolder");
+    right.reset();
+    EXPECT_EQ(left.run("return #select(2, MK_FELSPAR.MK_GetStringSplitList('a,b', ','))"), "2");
+}
+
+TEST(Interpreters, work_in_two_threads_at_once) {
+    const auto work = [](std::string& outcome, const char* letter) {
+        Interpreter interpreter;
+        outcome = interpreter.run(std::string("local letter = '") + letter + "'" + R"(
+            for i = 1, 3000 do
+                local code, text = reaper.MK_Json_Serialize({letter, {n = i}})
+                assert(text == ('["%s",{"n":%d}]'):format(letter, i), text)
+                local read, value = reaper.MK_Json_Deserialize(text)
+                assert(value[1] == letter and value[2].n == i)
+                local split, parts = reaper.MK_GetStringSplitList(letter .. "," .. i, ",")
+                assert(parts[1] == letter and parts[2] == tostring(i))
+                local found, path = reaper.MK_GetPathInfo("/etc/passwd")
+                assert(path.FileName == "passwd")
+            end
+            return letter)");
+    };
+    std::array<std::string, 2> outcomes;
+    std::thread other(work, std::ref(outcomes[1]), "b");
+    work(outcomes[0], "a");
+    other.join();
+    EXPECT_EQ(outcomes, (std::array<std::string, 2>{"a", "b"}));
+}
+
+} // namespace

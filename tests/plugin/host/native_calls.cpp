@@ -1,0 +1,68 @@
+#include "tests/plugin/host/native_calls.hpp"
+
+#include "api/media/actions.hpp"
+#include "api/media/loudness.hpp"
+#include "api/project/dialogs.hpp"
+#include "api/project/files.hpp"
+#include "api/project/folders.hpp"
+#include "api/project/random_numbers.hpp"
+#include "api/project/regions.hpp"
+#include "api/project/strings.hpp"
+#include "api/track/lookup.hpp"
+#include "api/track/state.hpp"
+#include "api/track/tree.hpp"
+#include "api/track/volume_name.hpp"
+#include "host/api_row.hpp"
+#include "ride/ride.hpp"
+
+namespace {
+
+template <class Function>
+struct Native;
+
+template <class R, class... A>
+struct Native<R (*)(A...)> {
+    static void call(void* address, void** words) {
+        [&]<std::size_t... I>(std::index_sequence<I...>) {
+            static_cast<void>(reinterpret_cast<R (*)(A...)>(address)(from_word<A>(words[I])...));
+        }
+        (std::index_sequence_for<A...>{});
+    }
+};
+
+#define MK_ROW(scope, name, names, help) &Native<decltype(&scope::name)>::call,
+#define MK_DOC_ROW(name, result, types, names, help) &Native<decltype(&__verarg_empty)>::call,
+
+mk_test::NativeCall* const calls[] = {
+#include "object/json_text_rows.inc"
+//
+#include "api/track/tree_rows.inc"
+//
+#include "api/track/state_rows.inc"
+//
+#include "api/track/volume_name_rows.inc"
+//
+#include "api/media/loudness_rows.inc"
+//
+#include "api/media/actions_rows.inc"
+//
+#include "api/project/regions_rows.inc"
+//
+#include "api/project/strings_rows.inc"
+//
+#include "api/project/folders_rows.inc"
+//
+#include "api/project/files_rows.inc"
+//
+#include "api/project/random_numbers_rows.inc"
+//
+#include "api/project/dialogs_rows.inc"
+//
+#include "ride/ride_rows.inc"
+//
+#include "dialogue/lingomat_rows.inc"
+};
+
+} // namespace
+
+std::span<mk_test::NativeCall* const> mk_test::native_calls() { return calls; }

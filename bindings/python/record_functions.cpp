@@ -111,13 +111,13 @@ void py_set_string_inmkObj(Handle handle, const char* key, const char* value) {
 }
 
 void py_get_key_inmkObj(Handle handle, int index, char* keyOut, char* typeOut) {
-    const auto [key, type] = door([&] {
+    const auto info = door([&] {
         mk_List* record = find_record(handle);
         return record ? record->get_key_info(index) : std::pair<std::string, std::string>();
     });
     door([&] {
-        put_text(keyOut, key);
-        put_text(typeOut, type);
+        put_text(keyOut, info.first);
+        put_text(typeOut, info.second);
     });
 }
 

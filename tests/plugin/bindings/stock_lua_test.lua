@@ -51,6 +51,7 @@ table.sort(files)
 assert(found and files[#files] == arg[0], show(files))
 local code, path = reaper.MK_GetPathInfo(arg[0])
 assert(code == 0 and path.ParentName == "bindings" and path.Extension == "lua" and path.Type == "File", show(path))
+expect("Folder", select(2, reaper.MK_GetPathInfo("/etc")).Type)
 expect("1 {}", reaper.MK_GetPathInfo("/no such path"))
 
 expect('0 [1,2.5,"a",1]', reaper.MK_Json_Serialize { 1, 2.5, "a", true })

@@ -1,9 +1,9 @@
 #include "headless/capi/capi.hpp"
 
-#include "headless/cli/output_guard.hpp"
-#include "headless/cli/project_output.hpp"
 #include "headless/host/plugin_library.hpp"
 #include "headless/host/workstation.hpp"
+#include "headless/output/output_guard.hpp"
+#include "headless/output/project_output.hpp"
 #include "headless/report/printable.hpp"
 #include "headless/rpp/rpp.hpp"
 
@@ -85,7 +85,11 @@ Result<void> save(const char* project_file) {
     Workstation& workstation = session->workstation;
     return check_project_output(OutputGuard({}), project_file, workstation.project().file)
         .and_then([&] { return keep_foreign_original(project_file); })
-        .and_then([&] { return save_project_as(workstation, project_file); })
+        .and_then([&](const std::string& kept) {
+            if (!kept.empty())
+                failures.push_back({kept});
+            return save_project_as(workstation, project_file);
+        })
         .map([](std::vector<Failure> losses) {
             failures.insert(failures.end(), losses.begin(), losses.end());
         });

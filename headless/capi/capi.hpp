@@ -17,7 +17,8 @@ FELSPAR_CAPI bool felspar_open(const char* plugin_file, const char* project_file
 /// Saves the project, whole or not at all, in an existing folder: where no file is, in place of a project
 /// that was saved so before, or in place of the one that was opened, which is kept beside it as "NAME-bak"
 /// when another program had saved it.
-/// @returns false when that fails; audio paths that the file cannot hold are told as failures as well
+/// @returns false when that fails; audio paths that the file cannot hold, and where the project of another
+/// program was kept, are told as failures as well
 FELSPAR_CAPI bool felspar_save(const char* project_file);
 
 /// Answers the next dialog of that title beforehand: a button's name, or the values of a form. Several

@@ -3,9 +3,10 @@
 #include "headless/base/staged_file.hpp"
 #include "headless/cli/import_plan.hpp"
 #include "headless/cli/import_session.hpp"
+#include "headless/cli/messages.hpp"
 #include "headless/cli/plugin_location.hpp"
-#include "headless/cli/project_output.hpp"
 #include "headless/cli/reserved_room.hpp"
+#include "headless/output/project_output.hpp"
 #include "headless/report/printable.hpp"
 #include "headless/report/progress.hpp"
 
@@ -75,8 +76,10 @@ Result<ImportSession> prepare(const ImportOptions& options, const ImportPlan& pl
 }
 
 void save(ImportSession& session, const ImportPlan& plan, ImportReport& report) {
-    const auto saved =
-        keep_foreign_original(plan.project).and_then([&] { return session.save(plan.project); });
+    const auto kept = keep_foreign_original(plan.project);
+    if (kept && !kept->empty())
+        tell(*kept);
+    const auto saved = kept.and_then([&](const std::string&) { return session.save(plan.project); });
     if (!saved) {
         report.failures.push_back(saved.error().message);
         return;
@@ -125,9 +128,9 @@ ImportReport import_pairs(ImportSession& session, const ImportOptions& options, 
     });
 }
 
-int tell(const ImportOptions& options, const ImportReport& report) {
+int tell_all(const ImportOptions& options, const ImportReport& report) {
     for (const std::string& failure : report.failures)
-        std::cerr << "felspar: " << printable(failure) << '\n';
+        tell(failure);
     std::cout << (options.json ? json_summary(report) : text_summary(report)) << std::flush;
     return report.failures.empty() && std::cout ? 0 : 1;
 }
@@ -141,7 +144,7 @@ int run(const ImportOptions& options) {
     if (!session)
         return cannot_begin(session.error());
     if (options.is_dry_run)
-        return tell(options, import_pairs(*session, options, *plan));
+        return tell_all(options, import_pairs(*session, options, *plan));
 
     std::optional<RenderFolder> renders;
     if (options.ride) {
@@ -156,7 +159,7 @@ int run(const ImportOptions& options) {
     project_room.release();
     save(*session, *plan, report);
     write_lists(options, report);
-    return tell(options, report);
+    return tell_all(options, report);
 }
 
 void check_together(const ImportOptions& options) {

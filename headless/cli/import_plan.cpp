@@ -1,6 +1,6 @@
 #include "headless/cli/import_plan.hpp"
 
-#include "headless/cli/project_output.hpp"
+#include "headless/output/project_output.hpp"
 
 #include <algorithm>
 #include <set>

@@ -2,7 +2,7 @@
 // What an import is asked to do, and all that can be known about it before anything is touched.
 
 #include "headless/base/failure.hpp"
-#include "headless/cli/output_guard.hpp"
+#include "headless/output/output_guard.hpp"
 #include "headless/report/line_survey.hpp"
 
 #include <filesystem>

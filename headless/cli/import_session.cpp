@@ -1,7 +1,7 @@
 #include "headless/cli/import_session.hpp"
 
 #include "headless/cli/pair_recorder.hpp"
-#include "headless/cli/project_output.hpp"
+#include "headless/output/project_output.hpp"
 #include "headless/rpp/rpp.hpp"
 
 #include <algorithm>

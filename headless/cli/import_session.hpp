@@ -3,9 +3,9 @@
 
 #include "headless/base/failure.hpp"
 #include "headless/cli/import_plan.hpp"
-#include "headless/cli/output_guard.hpp"
 #include "headless/host/plugin_library.hpp"
 #include "headless/host/workstation.hpp"
+#include "headless/output/output_guard.hpp"
 #include "headless/report/import_report.hpp"
 
 #include <filesystem>

@@ -2,8 +2,8 @@
 // Watches an import from the host's side: which files were laid out as pairs, and how loud they were and are.
 
 #include "headless/base/failure.hpp"
-#include "headless/cli/output_guard.hpp"
 #include "headless/host/workstation.hpp"
+#include "headless/output/output_guard.hpp"
 #include "headless/report/import_report.hpp"
 
 #include <filesystem>

@@ -1,7 +1,7 @@
 #include "headless/cli/reference_command.hpp"
 
+#include "headless/cli/messages.hpp"
 #include "headless/cli/plugin_location.hpp"
-#include "headless/cli/project_output.hpp"
 #include "headless/host/plugin_library.hpp"
 #include "headless/host/workstation.hpp"
 #include "headless/reference/forms.hpp"

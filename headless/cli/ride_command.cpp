@@ -1,9 +1,10 @@
 #include "headless/cli/ride_command.hpp"
 
-#include "headless/cli/output_guard.hpp"
+#include "headless/cli/messages.hpp"
 #include "headless/cli/plugin_location.hpp"
-#include "headless/cli/project_output.hpp"
 #include "headless/cli/ride_session.hpp"
+#include "headless/output/output_guard.hpp"
+#include "headless/output/project_output.hpp"
 #include "headless/report/ride_reporter.hpp"
 
 #include <CLI/CLI.hpp>

@@ -1,8 +1,8 @@
 #include "headless/cli/ride_session.hpp"
 
 #include "headless/audio/loudness.hpp"
-#include "headless/cli/project_output.hpp"
 #include "headless/host/text.hpp"
+#include "headless/output/project_output.hpp"
 
 #include <algorithm>
 #include <cmath>

@@ -2,9 +2,9 @@
 // One run of rides: a workstation with the plug-in loaded, its project with one track, its folder of renders.
 
 #include "headless/base/failure.hpp"
-#include "headless/cli/output_guard.hpp"
 #include "headless/host/plugin_library.hpp"
 #include "headless/host/workstation.hpp"
+#include "headless/output/output_guard.hpp"
 #include "headless/report/ride_report.hpp"
 
 #include <filesystem>

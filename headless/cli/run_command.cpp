@@ -1,9 +1,10 @@
 #include "headless/cli/run_command.hpp"
 
+#include "headless/cli/messages.hpp"
 #include "headless/cli/plugin_location.hpp"
-#include "headless/cli/project_output.hpp"
 #include "headless/host/plugin_library.hpp"
 #include "headless/host/workstation.hpp"
+#include "headless/output/project_output.hpp"
 #include "headless/report/printable.hpp"
 #include "headless/rpp/rpp.hpp"
 #include "headless/script/script_runner.hpp"
@@ -77,16 +78,18 @@ bool tell_failures(Workstation& workstation, const std::vector<Failure>& more) {
     std::vector<Failure> failures = workstation.take_failures();
     failures.insert(failures.end(), more.begin(), more.end());
     for (const Failure& failure : failures)
-        std::cerr << "felspar: " << printable(failure.message) << '\n';
+        tell(failure.message);
     for (const std::string& title : workstation.dialog_answers.never_asked())
-        std::cerr << "felspar: no dialog \"" << printable(title) << "\" has come\n";
+        tell("no dialog \"" + title + "\" has come");
     return !failures.empty();
 }
 
 Result<std::vector<Failure>> save(const RunOptions& options, Workstation& workstation) {
     if (options.save.empty())
         return {};
-    return keep_foreign_original(options.save).and_then([&] {
+    return keep_foreign_original(options.save).and_then([&](const std::string& kept) {
+        if (!kept.empty())
+            tell(kept);
         return save_project_as(workstation, options.save);
     });
 }

@@ -9,7 +9,7 @@ plugin = [["host"], ["utility"], ["host/dependency"], ["object"], ["api/project"
           ["ride"], ["dialogue"], ["bindings/list_functions", "bindings/reference"],
           ["bindings/lua", "bindings/python"], ["host/api_table"], ["host/entry"]]
 headless = [["headless/base"], ["headless/project"], ["headless/audio", "headless/rpp"], ["headless/host"],
-            ["headless/report", "headless/script"], ["headless/reference"], ["headless/cli"], ["headless/capi"]]
+            ["headless/report", "headless/script"], ["headless/output", "headless/reference"], ["headless/cli"], ["headless/capi"]]
 floors = {room: (house, floor) for house, rooms in enumerate([plugin, headless])
           for floor, line in enumerate(rooms) for room in line}
 

@@ -1,4 +1,4 @@
-#include "headless/cli/output_guard.hpp"
+#include "headless/output/output_guard.hpp"
 
 #include "headless/audio/render.hpp"
 #include "headless/report/import_report.hpp"

@@ -1,18 +1,16 @@
 #pragma once
-// The end of a run: its project file, and what is told when there is no run at all.
+// The end of a run: its project file.
 
 #include "headless/base/failure.hpp"
-#include "headless/cli/output_guard.hpp"
+#include "headless/output/output_guard.hpp"
 
 #include <filesystem>
+#include <string>
 #include <vector>
 
 namespace headless {
 
 class Workstation;
-
-/// Tells the failure on standard error. @returns the exit status for it
-int cannot_begin(const Failure& failure);
 
 /// The absolute path of a file to be made in an existing folder, through no link but the file itself.
 std::filesystem::path with_true_folder(const std::filesystem::path& file);
@@ -26,9 +24,10 @@ Result<void> check_writable(const std::filesystem::path& target);
 Result<void> check_project_output(const OutputGuard& guard, const std::filesystem::path& target,
                                   const std::filesystem::path& continued);
 
-/// Keeps a project beside itself as "NAME-bak" when something else has saved it, and says so: it may hold
-/// what this program does not know, and would not write again.
-Result<void> keep_foreign_original(const std::filesystem::path& project);
+/// Keeps a project beside itself as "NAME-bak" when something else has saved it: it may hold what this
+/// program does not know, and would not write again.
+/// @returns what the user should know of it, empty when there was nothing to keep
+Result<std::string> keep_foreign_original(const std::filesystem::path& project);
 
 /// Saves the workstation's project as `file`, whose folder exists. Renders below that folder are named from
 /// it, so that both can be moved together.

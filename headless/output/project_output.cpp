@@ -1,11 +1,9 @@
-#include "headless/cli/project_output.hpp"
+#include "headless/output/project_output.hpp"
 
 #include "headless/base/staged_file.hpp"
 #include "headless/host/workstation.hpp"
-#include "headless/report/printable.hpp"
 #include "headless/rpp/rpp.hpp"
 
-#include <iostream>
 #include <string>
 #include <system_error>
 
@@ -19,11 +17,6 @@ std::filesystem::path seen_from(const std::filesystem::path& folder, const std::
 }
 
 } // namespace
-
-int cannot_begin(const Failure& failure) {
-    std::cerr << "felspar: " << printable(failure.message) << std::endl;
-    return 1;
-}
 
 std::filesystem::path with_true_folder(const std::filesystem::path& file) {
     return std::filesystem::canonical(std::filesystem::absolute(file).parent_path()) / file.filename();
@@ -41,11 +34,11 @@ Result<void> check_project_output(const OutputGuard& guard, const std::filesyste
     return permitted.and_then([&] { return check_writable(target); });
 }
 
-Result<void> keep_foreign_original(const std::filesystem::path& project) {
+Result<std::string> keep_foreign_original(const std::filesystem::path& project) {
     namespace fs = std::filesystem;
     std::error_code error;
     if (!fs::exists(project, error) || is_own_project(project))
-        return {};
+        return "";
     fs::path kept = project.string() + "-bak";
     for (int number = 2; fs::exists(fs::symlink_status(kept, error)); ++number)
         kept = project.string() + "-bak" + std::to_string(number);
@@ -53,11 +46,9 @@ Result<void> keep_foreign_original(const std::filesystem::path& project) {
     if (error)
         return tl::unexpected(
             Failure{kept.string() + ": cannot keep the project as it was: " + error.message()});
-    std::cerr
-        << "felspar: " << printable(project.string())
-        << ": was saved elsewhere and may lose what this command does not know; as it was it is kept as "
-        << printable(kept.string()) << std::endl;
-    return {};
+    return project.string() +
+           ": was saved elsewhere and may lose what is not known here; as it was it is kept as " +
+           kept.string();
 }
 
 Result<std::vector<Failure>> save_project_as(Workstation& workstation, const std::filesystem::path& file) {

@@ -81,12 +81,25 @@ std::vector<mk_List*>* mk_List::pool_mkList_array(std::vector<T>& list) {
     return array;
 }
 
+mk_List* mk_List::find_record(unsigned long long handle) {
+    const auto find_in = [handle](const auto& pool) -> mk_List* {
+        const auto found = pool.find(handle);
+        return found == pool.end() ? nullptr : found->second.get();
+    };
+    if (mk_List* record = find_in(mk_Peak::pool))
+        return record;
+    if (mk_List* record = find_in(TrackDetail::pool))
+        return record;
+    return find_in(mk_Midi::pool);
+}
+
 bool mk_List::release_mkList(unsigned long long arrayHandle) {
     const std::vector<mk_List*>* array = find_array(arrayHandle);
     if (!array)
         return false;
-    for (mk_List* record : *array)
-        record->release_inpool();
+    for (const mk_List* entry : *array) // which a script may have released by itself
+        if (mk_List* record = find_record(reinterpret_cast<unsigned long long>(entry)))
+            record->release_inpool();
     mkList_pool.erase(arrayHandle);
     return true;
 }

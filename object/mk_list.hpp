@@ -79,7 +79,10 @@ public:
     template <class T>
     static std::vector<mk_List*>* pool_mkList_array(std::vector<T>& list);
 
-    /// Destroys an array and its records. @returns false for an unknown handle
+    /// The living record of a class pool, null for any other number.
+    static mk_List* find_record(unsigned long long handle);
+
+    /// Destroys an array and its records, as far as they still live. @returns false for an unknown handle
     static bool release_mkList(unsigned long long arrayHandle);
 
 protected:

@@ -13,35 +13,15 @@ using mk_object::mk_Value;
 namespace python_api {
 namespace {
 
-/// The living record of that handle, null for any other number.
-mk_List* find_record(Handle handle) {
-    if (mk_List* record = find_object(mk_object::mk_Peak::pool, handle))
-        return record;
-    if (mk_List* record = find_object(mk_object::TrackDetail::pool, handle))
-        return record;
-    return find_object(mk_object::mk_Midi::pool, handle);
-}
-
-/// Releases an array with those of its records that still live: a script may have released one by itself.
-bool release_records(Handle handle) {
-    const std::vector<mk_List*>* records = find_object(mk_List::mkList_pool, handle);
-    if (!records)
-        return false;
-    for (const mk_List* address : *records)
-        if (mk_List* record = find_record(reinterpret_cast<Handle>(address)))
-            record->release_inpool();
-    return mk_List::mkList_pool.erase(handle) > 0;
-}
-
 template <class T>
 void py_set_value_inmkObj_main(Handle handle, const char* key, T value) {
-    if (mk_List* record = find_record(handle))
+    if (mk_List* record = mk_List::find_record(handle))
         record->set_value(text_or_empty(key), mk_Value(std::in_place_type<T>, std::move(value)));
 }
 
 template <class T>
 T py_get_value_inmkobj_main(Handle handle, const char* key) {
-    mk_List* record = find_record(handle);
+    mk_List* record = mk_List::find_record(handle);
     return record ? value_or_zero<T>(record->get_value(text_or_empty(key))) : T{};
 }
 
@@ -80,16 +60,17 @@ int py_get_obj_size(Handle handle) {
             return static_cast<int>(map->size());
         if (const std::vector<mk_List*>* records = find_object(mk_List::mkList_pool, handle))
             return static_cast<int>(records->size());
-        mk_List* record = find_record(handle);
+        mk_List* record = mk_List::find_record(handle);
         return record ? static_cast<int>(record->get_size()) : 0;
     });
 }
 
 void py_release_obj(Handle handle) {
     door([&] {
-        if (pyvar_array_list.erase(handle) > 0 || pyvar_map_list.erase(handle) > 0 || release_records(handle))
+        if (pyvar_array_list.erase(handle) > 0 || pyvar_map_list.erase(handle) > 0 ||
+            mk_List::release_mkList(handle))
             return;
-        if (mk_List* record = find_record(handle))
+        if (mk_List* record = mk_List::find_record(handle))
             record->release_inpool();
     });
 }
@@ -112,7 +93,7 @@ void py_set_string_inmkObj(Handle handle, const char* key, const char* value) {
 
 void py_get_key_inmkObj(Handle handle, int index, char* keyOut, char* typeOut) {
     const auto info = door([&] {
-        mk_List* record = find_record(handle);
+        mk_List* record = mk_List::find_record(handle);
         return record ? record->get_key_info(index) : std::pair<std::string, std::string>();
     });
     door([&] {

@@ -1,6 +1,6 @@
 #pragma once
-// What the library tells of its script modules to those who print references: a name and a definition text each, as
-// for the registered functions. The tables are constant data, closed by a pair of nulls.
+// What the library tells of its script modules to those who print references: a name and a definition text
+// each, as for the registered functions. The tables are constant data, closed by a pair of nulls.
 
 #include "host/export.hpp"
 
@@ -12,7 +12,8 @@ struct ReferenceRow {
 
 extern "C" {
 
-/// The functions of the Lua module. The definition is null where the function is registered too, under the same name.
+/// The functions of the Lua module. The definition is null where the function is registered too, under the
+/// same name.
 MK_EXPORT extern const ReferenceRow felspar_lua_functions[];
 
 /// The functions for Python.

@@ -1,6 +1,7 @@
 #pragma once
-// Definition texts: a function's types, parameter names and help, as the host's script engines read them. The types
-// follow from the C++ signature while compiling; names and help are written where the function is listed.
+// Definition texts: a function's types, parameter names and help, as the host's script engines read them. The
+// types follow from the C++ signature while compiling; names and help are written where the function is
+// listed.
 
 #include "host/host_types.hpp"
 
@@ -42,8 +43,9 @@ struct Text {
 /// What a function writes through. The names of such parameters end in "Out", or "OutNeedBig".
 template <class A>
 constexpr bool is_output =
-    std::is_pointer_v<A> ? std::is_arithmetic_v<std::remove_pointer_t<A>> && !std::is_const_v<std::remove_pointer_t<A>>
-                         : std::is_lvalue_reference_v<A> && !std::is_const_v<std::remove_reference_t<A>>;
+    std::is_pointer_v<A>
+        ? std::is_arithmetic_v<std::remove_pointer_t<A>> && !std::is_const_v<std::remove_pointer_t<A>>
+        : std::is_lvalue_reference_v<A> && !std::is_const_v<std::remove_reference_t<A>>;
 
 /// The parameter names of a list, one by one.
 template <std::size_t Count>

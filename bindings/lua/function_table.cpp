@@ -1,11 +1,11 @@
 // What the library tells of its Lua functions: out-parameters of the logic are their further results.
 
-#include "bindings/reference.hpp"
 #include "api/media/peaks.hpp"
 #include "api/project/dialogs.hpp"
 #include "api/project/files.hpp"
 #include "api/project/strings.hpp"
 #include "api/track/lists.hpp"
+#include "bindings/reference.hpp"
 #include "host/definition_text.hpp"
 
 #define MK_TYPE_WORD_AS(type, word)                                                                          \

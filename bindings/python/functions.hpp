@@ -1,7 +1,7 @@
 #pragma once
-// The exported functions that Python calls through ctypes: pointers, numbers and texts only. Lists, maps and records
-// stay in pools and go by handle; each ends with py_release_obj. Texts that are written to have 1,024 bytes, unless
-// their size is passed. No exception leaves a function; functions.inc tells what each does.
+// The exported functions that Python calls through ctypes: pointers, numbers and texts only. Lists, maps and
+// records stay in pools and go by handle; each ends with py_release_obj. Texts that are written to have 1,024
+// bytes, unless their size is passed. No exception leaves a function; functions.inc tells what each does.
 
 #include "host/export.hpp"
 #include "host/host_types.hpp"

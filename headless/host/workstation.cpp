@@ -79,8 +79,8 @@ std::vector<ScriptFunction> Workstation::script_functions() const {
         const std::string name = key.starts_with(mark) ? key.substr(mark.size()) : "";
         const auto call = registered_.find("APIvararg_" + name);
         if (!name.empty() && definition && call != registered_.end() && call->second) {
-            functions.push_back(
-                {name, static_cast<const char*>(definition), reinterpret_cast<ScriptCall*>(call->second), true});
+            functions.push_back({name, static_cast<const char*>(definition),
+                                 reinterpret_cast<ScriptCall*>(call->second), true});
         }
     }
     std::ranges::sort(functions, {}, &ScriptFunction::name);

@@ -3,6 +3,7 @@
 #include "api/project/files.hpp"
 #include "api/project/folders.hpp"
 #include "tests/plugin/support/bound_plugin.hpp"
+#include "tests/plugin/support/unprivileged.hpp"
 
 #include <algorithm>
 #include <ctime>
@@ -83,10 +84,11 @@ TEST_F(Files, are_found_by_the_extension_of_their_names) {
                                   here + "/deep/x.wav/g.wav", here + "/link.wav"}));
     EXPECT_TRUE(mk_api::path::GetFilePathList(here, "", paths) && paths.at(5) == here + "/e.wav.");
     EXPECT_FALSE(mk_api::path::GetFilePathList(here + "/b.WAV", "wav", paths));
-    if (geteuid() == 0)
-        return; // root reads everything
     fs::permissions(folder / "deep", fs::perms::none);
-    EXPECT_THROW(mk_api::path::GetFilePathList(here, "wav", paths), fs::filesystem_error);
+    {
+        const mk_test::Unprivileged while_reading;
+        EXPECT_THROW(mk_api::path::GetFilePathList(here, "wav", paths), fs::filesystem_error);
+    }
     fs::permissions(folder / "deep", fs::perms::owner_all);
 }
 

@@ -33,19 +33,6 @@ struct ApiDefineList {
 /// Function and adapter of the rows that only document what the script modules offer; gives null.
 extern "C" MK_EXPORT void* __verarg_empty(void** argv, int argc);
 
-/// An argument out of the word that the host's script bridge passes for it.
-template <class T>
-T from_word(void* word) {
-    if constexpr (std::is_same_v<T, int>)
-        return static_cast<int>(reinterpret_cast<std::intptr_t>(word)); // the low 32 bits
-    else if constexpr (std::is_same_v<T, bool>)
-        return word != nullptr;
-    else if constexpr (std::is_same_v<T, double>)
-        return word ? *static_cast<const double*>(word) : 0.0;
-    else
-        return static_cast<T>(word);
-}
-
 /// A result as the word that the bridge expects. An int result is a code, and only whether it is 0 passes.
 template <class R>
 void* to_word(R result) {
@@ -64,7 +51,7 @@ constexpr R* failure<R*> = nullptr;
 /// Whether `<name>_sz` stands behind the name of each text that is written to.
 template <class... A>
 consteval bool texts_have_sizes(std::string_view names) {
-    const auto name = split_names<sizeof...(A) + 1>(names);
+    const auto name = definition_text::split_names<sizeof...(A) + 1>(names);
     std::size_t i = 0;
     return (
         (++i, !std::is_same_v<A, char*> || (name[i].size() == name[i - 1].size() + 3 &&
@@ -82,7 +69,7 @@ struct Entry<Function> {
     static void* vararg(void** argv, int) {
         return [argv]<std::size_t... I>(std::index_sequence<I...>) {
             try {
-                return to_word(Function(from_word<A>(argv[I])...));
+                return to_word(Function(definition_text::from_word<A>(argv[I])...));
             } catch (...) {
                 return to_word(failure<R>);
             }

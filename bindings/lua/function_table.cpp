@@ -8,18 +8,13 @@
 #include "bindings/reference.hpp"
 #include "host/definition_text.hpp"
 
-#define MK_TYPE_WORD_AS(type, word)                                                                          \
-    template <>                                                                                              \
-    struct TypeWord<type> {                                                                                  \
-        static constexpr std::string_view value = word;                                                      \
-    };
-MK_TYPE_WORD_AS(int&, "int*")
-MK_TYPE_WORD_AS(std::string, "const char*")
-MK_TYPE_WORD_AS(const std::string&, "const char*")
-MK_TYPE_WORD_AS(std::vector<std::string>&, "stringArray*")
-MK_TYPE_WORD_AS(std::vector<MediaTrack*>&, "MediaTrackArray*")
-MK_TYPE_WORD_AS(std::vector<mk_object::TrackDetail>&, "TrackDetailArray*")
-MK_TYPE_WORD_AS(std::vector<mk_object::mk_Peak>&, "mk_PeakArray*")
+DEFINITION_TYPE_WORD_AS(int&, "int*")
+DEFINITION_TYPE_WORD_AS(std::string, "const char*")
+DEFINITION_TYPE_WORD_AS(const std::string&, "const char*")
+DEFINITION_TYPE_WORD_AS(std::vector<std::string>&, "stringArray*")
+DEFINITION_TYPE_WORD_AS(std::vector<MediaTrack*>&, "MediaTrackArray*")
+DEFINITION_TYPE_WORD_AS(std::vector<mk_object::TrackDetail>&, "TrackDetailArray*")
+DEFINITION_TYPE_WORD_AS(std::vector<mk_object::mk_Peak>&, "mk_PeakArray*")
 
 #define MK_LIST(scope, name, parameters, names, help)                                                        \
     {"MK_" #name, Definition<&scope::name>::text<names, help>.data()},

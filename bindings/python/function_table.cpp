@@ -4,10 +4,8 @@
 #include "bindings/reference.hpp"
 #include "host/definition_text.hpp"
 
-MK_TYPE_WORD(void)
-MK_TYPE_WORD(void*)
-MK_TYPE_WORD(unsigned long long)
-MK_TYPE_WORD(unsigned long long*)
+DEFINITION_TYPE_WORD(unsigned long long)
+DEFINITION_TYPE_WORD(unsigned long long*)
 
 #define MK_PYTHON(result, name, parameters, names, help)                                                     \
     {#name, Definition<&python_api::name>::text<names, help>.data()},

@@ -48,17 +48,17 @@ struct Door<Function> {
         }
         return [words]<std::size_t... I>(std::index_sequence<I...>)->void* {
             if constexpr (std::is_void_v<R>) {
-                call(from_word<A>(words[I])...);
+                call(definition_text::from_word<A>(words[I])...);
                 return nullptr;
             } else {
-                return to_word(call(from_word<A>(words[I])...));
+                return to_word(call(definition_text::from_word<A>(words[I])...));
             }
         }
         (std::index_sequence_for<A...>{});
     }
 
-    template <Text Names, Text Help>
-    static constexpr auto definition = make_definition<Names, Help, R, A...>();
+    template <definition_text::Text Names, definition_text::Text Help>
+    static constexpr auto definition = definition_text::make<Names, Help, R, A...>();
 };
 
 /// A function for plug-ins alone.
@@ -69,7 +69,7 @@ HostFunction host_function(const char* name) {
 
 /// A function for plug-ins and scripts, with its parameters' names (see script_form.hpp) and a line of help.
 /// @tparam ForScripts what scripts call, where a plug-in's call needs knowledge that they lack
-template <auto Function, Text Names, Text Help, auto ForScripts = Function>
+template <auto Function, definition_text::Text Names, definition_text::Text Help, auto ForScripts = Function>
 HostFunction host_function(const char* name) {
     using ScriptDoor = Door<ForScripts>;
     return {name, reinterpret_cast<void*>(&Door<Function>::call),

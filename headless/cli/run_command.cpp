@@ -130,7 +130,10 @@ std::string check_answer(const std::string& dialog) {
 void add_run_command(CLI::App& app, int& exit_status) {
     const auto options = std::make_shared<RunOptions>();
     CLI::App* run_app = app.add_subcommand("run", "Run a Lua script that was written for the workstation");
-    run_app->add_option("script", options->script.file, "The script")->required()->type_name("SCRIPT.lua");
+    run_app->add_option("script", options->script.file, "The script")
+        ->required()
+        ->check(CLI::ExistingFile.description(""))
+        ->type_name("SCRIPT.lua");
     run_app->add_option("arguments", options->script.arguments, "The script's arguments, behind --")
         ->type_name("ARGS");
     run_app->add_option("--project", options->project, "Open this project first (default: a new one)")

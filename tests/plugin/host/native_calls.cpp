@@ -24,7 +24,8 @@ template <class R, class... A>
 struct Native<R (*)(A...)> {
     static void call(void* address, void** words) {
         [&]<std::size_t... I>(std::index_sequence<I...>) {
-            static_cast<void>(reinterpret_cast<R (*)(A...)>(address)(from_word<A>(words[I])...));
+            static_cast<void>(
+                reinterpret_cast<R (*)(A...)>(address)(definition_text::from_word<A>(words[I])...));
         }
         (std::index_sequence_for<A...>{});
     }

@@ -23,9 +23,13 @@ bool mk_test::stop_failing() {
 
 bool mk_test::next_allocation_fails() { return left > 0 && --left == 0; }
 
-void* operator new(std::size_t size) {
+void* operator new(std::size_t size, const std::nothrow_t&) noexcept {
     const bool fails = counted == mk_test::Memory::of_all && mk_test::next_allocation_fails();
-    void* block = fails ? nullptr : std::malloc(size);
+    return fails ? nullptr : std::malloc(size);
+}
+
+void* operator new(std::size_t size) {
+    void* block = operator new(size, std::nothrow);
     if (!block)
         throw std::bad_alloc();
     return block;

@@ -20,15 +20,14 @@ TEST_F(ReferenceCommand, tells_each_door_in_the_terms_of_those_who_come_by_it) {
     const std::string text = felspar({"api"}).output;
     for (const char* part :
          {"Functions of the library (105)", "Functions of the Lua module (18)", "Functions for Python (54)",
-          "boolean, number startPos, number endPos = reaper.MK_GetRegionMarkerPosition(ReaProject projID, "
-          "integer "
-          "regionID)\n    Get",
           "boolean, TrackDetail[] trackList = reaper.MK_GetTrackDepthList(ReaProject project)\n    List",
           "integer, any obj = reaper.MK_Json_Deserialize(string jsonStr)\n",
           "bool py_GetTrackDepthList(ReaProject* project, unsigned long long* trackListOut)\n    List",
           "TrackDetail: Name (string), Track (MediaTrack), Volume (number)",
           "boolean, string buf = reaper.GetTrackName(MediaTrack track)\n    The name"})
         EXPECT_THAT(text, HasSubstr(part));
+    EXPECT_THAT(text, HasSubstr("boolean, number startPos, number endPos = "
+                                "reaper.MK_GetRegionMarkerPosition(ReaProject projID, integer regionID)"));
     EXPECT_THAT(reference("markdown"), HasSubstr("\n### MK_ReadFile\n\n    boolean, string text = "));
     EXPECT_EQ(felspar({"api", "--format", "pdf"}).status, 2);
 }

@@ -80,12 +80,14 @@ HostFunction host_function(const char* name) {
 std::span<const HostFunction> track_functions();
 std::span<const HostFunction> item_functions();
 std::span<const HostFunction> take_functions();
+std::span<const HostFunction> source_functions();
 std::span<const HostFunction> audio_functions();
 std::span<const HostFunction> envelope_functions();
 std::span<const HostFunction> marker_functions();
 std::span<const HostFunction> project_functions();
 std::span<const HostFunction> dialog_functions();
 std::span<const HostFunction> insertion_functions();
+std::span<const HostFunction> file_functions();
 std::span<const HostFunction> session_functions();
 
 } // namespace headless

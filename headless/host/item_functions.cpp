@@ -97,6 +97,19 @@ void set_item_selected(Workstation& workstation, MediaItem* handle, bool selecte
     }
 }
 
+bool is_item_selected(Workstation& workstation, MediaItem* handle) {
+    const Item* item = workstation.live(handle);
+    return item && item->selected();
+}
+
+bool set_item_position(Workstation& workstation, MediaItem* handle, double seconds, bool) {
+    return set_item_value(workstation, handle, "D_POSITION", seconds);
+}
+
+bool set_item_length(Workstation& workstation, MediaItem* handle, double seconds, bool) {
+    return set_item_value(workstation, handle, "D_LENGTH", seconds);
+}
+
 void select_all_items(Workstation& workstation, ReaProject* handle, bool selected) {
     if (Project* project = workstation.live(handle)) {
         project->select_all_items(selected);
@@ -120,6 +133,11 @@ MediaItem_Take* get_active_take(Workstation& workstation, MediaItem* handle) {
     return take ? Workstation::handle(*take) : nullptr;
 }
 
+/// Below 0 the active one.
+MediaItem_Take* get_take_or_active(Workstation& workstation, MediaItem* handle, int index) {
+    return index < 0 ? get_active_take(workstation, handle) : get_take(workstation, handle, index);
+}
+
 } // namespace
 
 std::span<const HostFunction> item_functions() {
@@ -133,7 +151,9 @@ std::span<const HostFunction> item_functions() {
         host_function<count_track_items, "track", "Number of items on the track">("CountTrackMediaItems"),
         host_function<get_track_item, "tr,itemidx", "The track's item of that index, counted from 0">(
             "GetTrackMediaItem"),
+        host_function<count_track_items, "track", "Number of items on the track">("GetTrackNumMediaItems"),
         host_function<get_item_track, "item", "The track that the item is on">("GetMediaItem_Track"),
+        host_function<get_item_track, "item", "The track that the item is on">("GetMediaItemTrack"),
         host_function<delete_item, "tr,it", "Deletes the track's item">("DeleteTrackMediaItem"),
         host_function<get_item_project, "item", "The project of the item">("GetItemProjectContext"),
         host_function<get_item_value, "item,parmname",
@@ -143,10 +163,18 @@ std::span<const HostFunction> item_functions() {
                       "Sets what GetMediaItemInfo_Value gives, but for P_PROJECT">("SetMediaItemInfo_Value"),
         host_function<set_item_selected, "item,selected", "Selects or deselects the item">(
             "SetMediaItemSelected"),
+        host_function<is_item_selected, "item", "Whether the item is selected">("IsMediaItemSelected"),
+        host_function<set_item_position, "item,position,refreshUI", "Moves the item, to a time in seconds">(
+            "SetMediaItemPosition"),
+        host_function<set_item_length, "item,length,refreshUI", "Sets the item's length in seconds">(
+            "SetMediaItemLength"),
         host_function<select_all_items, "proj,selected", "Selects or deselects every item">(
             "SelectAllMediaItems"),
         host_function<count_takes, "item", "Number of takes">("CountTakes"),
+        host_function<count_takes, "item", "Number of takes">("GetMediaItemNumTakes"),
         host_function<get_take, "item,takeidx", "The take of that index, counted from 0">("GetTake"),
+        host_function<get_take_or_active, "item,tk",
+                      "The take of that index, counted from 0, or the active one for -1">("GetMediaItemTake"),
         host_function<get_active_take, "item", "The active take, nil for an empty item">("GetActiveTake"),
     };
     return table;

@@ -86,6 +86,18 @@ bool set_marker(Workstation& workstation, ReaProject* handle, int number, bool i
     return project->markers.replace(make_marker(is_region, position, region_end, name, number, new_color));
 }
 
+bool set_marker_keeping_color(Workstation& workstation, int number, bool is_region, double position,
+                              double region_end, const char* name) {
+    return set_marker(workstation, nullptr, number, is_region, position, region_end, name, 0);
+}
+
+bool delete_numbered_marker(Workstation& workstation, ReaProject* handle, int number, bool is_region) {
+    Project* project = workstation.live(handle);
+    const Marker* present = project ? project->markers.find(is_region, number) : nullptr;
+    return present &&
+           project->markers.erase(static_cast<std::size_t>(present - project->markers.all().data()));
+}
+
 bool delete_marker(Workstation& workstation, ReaProject* handle, int index) {
     Project* project = workstation.live(handle);
     return project && project->markers.erase(static_cast<std::size_t>(index));
@@ -126,6 +138,10 @@ std::span<const HostFunction> marker_functions() {
         host_function<set_marker, "proj,markrgnindexnumber,isrgn,pos,rgnend,name,color",
                       "Changes the marker or region of that number; colour 0 keeps the colour">(
             "SetProjectMarker3"),
+        host_function<set_marker_keeping_color, "markrgnindexnumber,isrgn,pos,rgnend,name",
+                      "Changes the marker or region of that number">("SetProjectMarker"),
+        host_function<delete_numbered_marker, "proj,markrgnindexnumber,isrgn",
+                      "Deletes the marker or region of that number">("DeleteProjectMarker"),
         host_function<delete_marker, "proj,markrgnidx", "Deletes the marker or region of that index">(
             "DeleteProjectMarkerByIndex"),
         host_function<color_from_native, "col,rOut,gOut,bOut",

@@ -62,6 +62,12 @@ ReaProject* enumerate_projects(Workstation& workstation, int index, char* file, 
     return Workstation::handle(workstation.project());
 }
 
+void get_project_name(Workstation& workstation, ReaProject* handle, char* buffer, int size) {
+    if (const Project* project = workstation.live(handle)) {
+        copy_text(project->file.filename().native(), buffer, size);
+    }
+}
+
 double get_project_length(Workstation& workstation, ReaProject* handle) {
     const Project* project = workstation.live(handle);
     return project ? project->end_seconds() : 0.0;
@@ -129,6 +135,8 @@ std::span<const HostFunction> project_functions() {
             "Main_OnCommand"),
         host_function<enumerate_projects, "idx,projfnOutOptional,projfnOutOptional_sz",
                       "The project and its file; -1 is the active one">("EnumProjects"),
+        host_function<get_project_name, "proj,bufOut,bufOut_sz",
+                      "The name of the project's file, empty for a project without one">("GetProjectName"),
         host_function<get_project_length, "proj", "Where the last item, marker or region ends, in seconds">(
             "GetProjectLength"),
         host_function<get_frame_rate, "proj,dropFrameOutOptional", "The project's frames a second">(

@@ -5,7 +5,6 @@
 #include "headless/host/text.hpp"
 
 #include <chrono>
-#include <filesystem>
 #include <iostream>
 #include <string>
 
@@ -30,9 +29,27 @@ double seconds_now(Workstation&) {
     return std::chrono::duration<double>(std::chrono::steady_clock::now().time_since_epoch()).count();
 }
 
-bool file_exists(Workstation&, const char* path) {
-    std::error_code error;
-    return std::filesystem::is_regular_file(to_string(path), error);
+bool is_function(Workstation& workstation, const char* name) { return name && workstation.function(name); }
+
+ExtensionStates::key_type state_key(const char* section, const char* key) {
+    return {to_string(section), to_string(key)};
+}
+
+const char* get_state(Workstation& workstation, const char* section, const char* key) {
+    const auto state = workstation.extension_states.find(state_key(section, key));
+    return state == workstation.extension_states.end() ? "" : state->second.c_str();
+}
+
+bool has_state(Workstation& workstation, const char* section, const char* key) {
+    return workstation.extension_states.contains(state_key(section, key));
+}
+
+void set_state(Workstation& workstation, const char* section, const char* key, const char* value, bool) {
+    workstation.extension_states[state_key(section, key)] = to_string(value);
+}
+
+void delete_state(Workstation& workstation, const char* section, const char* key, bool) {
+    workstation.extension_states.erase(state_key(section, key));
 }
 
 bool is_valid_handle(Workstation& workstation, void* handle, const char* type) {
@@ -64,7 +81,12 @@ std::span<const HostFunction> session_functions() {
             "GetAppVersion"),
         host_function<get_system, "", "The kind of operating system">("GetOS"),
         host_function<seconds_now, "", "Seconds of a clock that never goes back">("time_precise"),
-        host_function<file_exists, "path", "Whether there is a regular file of that path">("file_exists"),
+        host_function<is_function, "function_name", "Whether scripts or plug-ins can call it">("APIExists"),
+        host_function<get_state, "section,key", "What a script has set, empty if none has">("GetExtState"),
+        host_function<has_state, "section,key", "Whether a script has set it">("HasExtState"),
+        host_function<set_state, "section,key,value,persist",
+                      "Sets a text for other scripts; kept while the workstation runs">("SetExtState"),
+        host_function<delete_state, "section,key,persist", "Drops what a script has set">("DeleteExtState"),
         host_function<is_valid_handle, "pointer,ctypename",
                       "Whether it is the handle of a living object of that type, such as MediaTrack*">(
             "ValidatePtr"),

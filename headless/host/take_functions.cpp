@@ -1,9 +1,10 @@
-// Host functions for takes: names, sources, and the way to their envelopes.
+// Host functions for takes: names, values, and the way to their envelopes.
 
+#include "headless/host/attributes.hpp"
 #include "headless/host/door.hpp"
-#include "headless/host/source_handles.hpp"
 #include "headless/host/text.hpp"
 
+#include <algorithm>
 #include <cstring>
 
 namespace headless {
@@ -33,21 +34,34 @@ MediaItem* get_take_item(Workstation& workstation, MediaItem_Take* handle) {
     return take ? Workstation::handle(take->item()) : nullptr;
 }
 
-PCM_source* get_take_source(Workstation& workstation, MediaItem_Take* handle) {
-    Take* take = workstation.live(handle);
-    return take && !take->source.file.empty() ? workstation.source_handles().handle(*take) : nullptr;
+constexpr Attribute<Take> attributes[] = {
+    {"D_VOL", [](const Take& take) { return take.volume; },
+     [](Take& take, double value) { take.volume = value; }},
+    {"D_PAN", [](const Take& take) { return take.pan; },
+     [](Take& take, double value) { take.pan = std::clamp(value, -1.0, 1.0); }},
+    {"D_STARTOFFS", [](const Take& take) { return take.start_offset_seconds; },
+     [](Take& take, double value) { take.start_offset_seconds = value; }},
+    {"D_PLAYRATE", [](const Take& take) { return take.play_rate; },
+     [](Take& take, double value) { take.play_rate = value > 0.0 ? value : take.play_rate; }},
+    {"D_PITCH", [](const Take& take) { return take.pitch_semitones; },
+     [](Take& take, double value) { take.pitch_semitones = value; }},
+    {"B_PPITCH", [](const Take& take) { return take.preserve_pitch ? 1.0 : 0.0; },
+     [](Take& take, double value) { take.preserve_pitch = value != 0.0; }},
+    {"I_CHANMODE", [](const Take& take) { return static_cast<double>(take.channel_mode); },
+     [](Take& take, double value) { take.channel_mode = std::max(to_int(value), 0); }},
+};
+
+double get_take_value(Workstation& workstation, MediaItem_Take* handle, const char* key) {
+    return read_attribute<Take>(attributes, workstation.live(handle), key);
 }
 
-void get_source_file(Workstation& workstation, PCM_source* handle, char* buffer, int size) {
-    if (const Source* source = workstation.source_handles().live(handle)) {
-        copy_text(source->file.native(), buffer, size);
-    }
+bool set_take_value(Workstation& workstation, MediaItem_Take* handle, const char* key, double value) {
+    return write_attribute<Take>(attributes, workstation.live(handle), key, value);
 }
 
-// Leaves the buffer alone when there is no source.
-void get_source_type(Workstation& workstation, PCM_source* handle, char* buffer, int size) {
-    if (const Source* source = workstation.source_handles().live(handle)) {
-        copy_text(source->type, buffer, size);
+void set_active_take(Workstation& workstation, MediaItem_Take* handle) {
+    if (const Take* take = workstation.live(handle)) {
+        take->item().set_active_take(*take);
     }
 }
 
@@ -76,11 +90,12 @@ std::span<const HostFunction> take_functions() {
         host_function<get_set_take_string, "tk,parmname,stringNeedBig,setNewValue", "Gets or sets P_NAME">(
             "GetSetMediaItemTakeInfo_String"),
         host_function<get_take_item, "take", "The item that the take belongs to">("GetMediaItemTake_Item"),
-        host_function<get_source_file, "source,filenamebufOut,filenamebufOut_sz", "The source's audio file">(
-            "GetMediaSourceFileName"),
-        host_function<get_take_source, "take", "The take's audio source">("GetMediaItemTake_Source"),
-        host_function<get_source_type, "source,typebufOut,typebufOut_sz", "The kind of source, such as WAVE">(
-            "GetMediaSourceType"),
+        host_function<get_take_value, "take,parmname",
+                      "D_VOL, D_PAN, D_STARTOFFS, D_PLAYRATE, D_PITCH, B_PPITCH or I_CHANMODE">(
+            "GetMediaItemTakeInfo_Value"),
+        host_function<set_take_value, "take,parmname,newvalue", "Sets what GetMediaItemTakeInfo_Value gives">(
+            "SetMediaItemTakeInfo_Value"),
+        host_function<set_active_take, "take", "Makes the take the one that is heard">("SetActiveTake"),
         host_function<count_take_envelopes, "take", "Number of the take's envelopes">("CountTakeEnvelopes"),
         host_function<get_take_envelope, "take,envidx", "The take's envelope of that index, counted from 0">(
             "GetTakeEnvelope"),

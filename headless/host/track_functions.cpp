@@ -147,6 +147,13 @@ void set_only_track_selected(Workstation& workstation, MediaTrack* handle) {
     set_track_selected(workstation, handle, true);
 }
 
+bool is_track_selected(Workstation& workstation, MediaTrack* handle) {
+    const Track* track = workstation.live(handle);
+    return track && track->selected();
+}
+
+int count_active_tracks(Workstation& workstation) { return count_tracks(workstation, nullptr); }
+
 // Tracks have no default effects or envelopes here, so both kinds of insertion are the same.
 void insert_track_at_index(Workstation& workstation, int index, bool) {
     workstation.project().insert_track(static_cast<std::size_t>(index < 0 ? 0 : index));
@@ -163,6 +170,7 @@ void delete_track(Workstation& workstation, MediaTrack* handle) {
 std::span<const HostFunction> track_functions() {
     static const HostFunction table[] = {
         host_function<count_tracks, "proj", "Number of tracks, without the master">("CountTracks"),
+        host_function<count_active_tracks, "", "Number of tracks, without the master">("GetNumTracks"),
         host_function<get_track, "proj,trackidx", "The track of that index, counted from 0">("GetTrack"),
         host_function<get_master_track, "proj", "The master track">("GetMasterTrack"),
         host_function<count_selected_tracks, "proj", "Number of selected tracks, without the master">(
@@ -190,6 +198,7 @@ std::span<const HostFunction> track_functions() {
                       "Sets a native colour, with or without the flag 0x1000000">("SetTrackColor"),
         host_function<set_track_selected, "track,selected", "Selects or deselects the track">(
             "SetTrackSelected"),
+        host_function<is_track_selected, "track", "Whether the track is selected">("IsTrackSelected"),
         host_function<set_only_track_selected, "track", "Selects the track and no other">(
             "SetOnlyTrackSelected"),
         host_function<insert_track_at_index, "idx,wantDefaults", "Makes a track of that index">(

@@ -42,9 +42,10 @@ Workstation::Workstation()
     if (living_workstation) {
         throw std::logic_error("there is a workstation already");
     }
-    for (const auto table : {track_functions(), item_functions(), take_functions(), audio_functions(),
-                             envelope_functions(), marker_functions(), project_functions(),
-                             dialog_functions(), insertion_functions(), session_functions()}) {
+    for (const auto table :
+         {track_functions(), item_functions(), take_functions(), source_functions(), audio_functions(),
+          envelope_functions(), marker_functions(), project_functions(), dialog_functions(),
+          insertion_functions(), file_functions(), session_functions()}) {
         for (const HostFunction& function : table) {
             host_functions_.emplace(function.name, function);
         }

@@ -11,11 +11,13 @@
 #include <cstddef>
 #include <filesystem>
 #include <functional>
+#include <map>
 #include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
 #include <unordered_map>
+#include <utility>
 #include <vector>
 
 namespace headless {
@@ -42,6 +44,9 @@ struct ScriptFunction {
     ScriptCall* call;
     bool is_registered = false; ///< by a plug-in, else the workstation's own
 };
+
+/// Texts by section and key.
+using ExtensionStates = std::map<std::pair<std::string, std::string>, std::string>;
 
 /// One at a time: the C functions that a plug-in gets serve the living one.
 class Workstation {
@@ -75,6 +80,9 @@ public:
     /// Every function that scripts may call: those of the host, and those that plug-ins have registered with
     /// a definition and a call. In the order of names.
     std::vector<ScriptFunction> script_functions() const;
+
+    /// What scripts keep for one another.
+    ExtensionStates extension_states;
 
     /// Answers that dialogs find before they ask anybody.
     DialogAnswers dialog_answers;

@@ -7,7 +7,7 @@ import sys
 # From the ground up; everybody stands on what is common. A line's rooms do not know each other; single files of host/ stand higher than the rest of it.
 plugin = [["host"], ["utility"], ["host/dependency"], ["object"], ["api/project"], ["api/track"], ["api/media"],
           ["ride"], ["dialogue"], ["bindings/list_functions", "bindings/reference"],
-          ["bindings/lua", "bindings/python"], ["host/api_table"], ["host/entry"]]
+          ["bindings/lua", "bindings/python"], ["host/api_rows"], ["host/api_table"], ["host/entry"]]
 headless = [["headless/base"], ["headless/project"], ["headless/audio", "headless/rpp"], ["headless/host"],
             ["headless/report", "headless/script"], ["headless/output", "headless/reference"], ["headless/cli"],
             ["headless/capi"]]

@@ -35,33 +35,7 @@ struct Native<R (*)(A...)> {
 #define MK_DOC_ROW(name, result, types, names, help) &Native<decltype(&__verarg_empty)>::call,
 
 mk_test::NativeCall* const calls[] = {
-#include "object/json_text_rows.inc"
-//
-#include "api/track/tree_rows.inc"
-//
-#include "api/track/state_rows.inc"
-//
-#include "api/track/volume_name_rows.inc"
-//
-#include "api/media/loudness_rows.inc"
-//
-#include "api/media/actions_rows.inc"
-//
-#include "api/project/regions_rows.inc"
-//
-#include "api/project/strings_rows.inc"
-//
-#include "api/project/folders_rows.inc"
-//
-#include "api/project/files_rows.inc"
-//
-#include "api/project/random_numbers_rows.inc"
-//
-#include "api/project/dialogs_rows.inc"
-//
-#include "ride/ride_rows.inc"
-//
-#include "dialogue/lingomat_rows.inc"
+#include "host/api_rows.inc"
 };
 
 } // namespace

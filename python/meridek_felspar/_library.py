@@ -92,7 +92,7 @@ def places(file_name: str, variable: str) -> List[pathlib.Path]:
     """Where a library of ours may lie, in the order of search.
 
     The environment variable `variable` stands for all other places. Without it: the install tree that this package
-    is in, or the build trees of its checkout.
+    is in, or the build trees of its checkout, the one that was built last first.
     """
     if os.environ.get(variable):
         return [pathlib.Path(os.environ[variable])]
@@ -100,7 +100,15 @@ def places(file_name: str, variable: str) -> List[pathlib.Path]:
     if package.parts[-4:-1] == ("share", "felspar", "python"):
         return [package.parents[3] / "lib" / "felspar" / file_name]
     build = package.parents[1] / "build"
-    return [folder / "lib" / file_name for folder in (build, build / "release", build / "dev", build / "clang")]
+    built = [folder / "lib" / file_name for folder in (build, build / "release", build / "dev", build / "clang")]
+    return sorted(built, key=_last_change, reverse=True)
+
+
+def _last_change(path: pathlib.Path) -> float:
+    try:
+        return path.stat().st_mtime
+    except OSError:
+        return 0.0
 
 
 def user_plugins() -> pathlib.Path:

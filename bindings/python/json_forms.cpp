@@ -1,6 +1,18 @@
 #include "bindings/python/json_forms.hpp"
 
 namespace json_utility {
+namespace {
+
+/// A float loses its fraction; one beyond all addresses is null.
+json::number_unsigned_t address_in(const json& value) {
+    constexpr double end_of_addresses = 0x1p64;
+    if (!value.is_number_float())
+        return value.get<json::number_unsigned_t>();
+    const auto number = value.get<double>();
+    return number >= 0.0 && number < end_of_addresses ? static_cast<json::number_unsigned_t>(number) : 0;
+}
+
+} // namespace
 
 template <>
 std::vector<MediaItem*> get_array<MediaItem*>(json& value) {
@@ -9,7 +21,7 @@ std::vector<MediaItem*> get_array<MediaItem*>(json& value) {
         return items;
     for (const json& element : value)
         if (const auto address = element.find("MediaItem*"); element.is_object() && address != element.end())
-            items.push_back(reinterpret_cast<MediaItem*>(address->get<unsigned long long>()));
+            items.push_back(reinterpret_cast<MediaItem*>(address_in(*address)));
     return items;
 }
 

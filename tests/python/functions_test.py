@@ -2,12 +2,14 @@
 
 import ctypes
 import itertools
+import json
+import os
 import pathlib
 import re
 import subprocess
 import sys
 
-from support import ScratchCase, WorkstationCase, pooled, resident_kib
+from support import ScratchCase, WorkstationCase, pooled, resident_kib, write_tone
 from meridek_felspar import library, library_path
 from meridek_felspar._library import PROTOTYPES, Handle
 from meridek_felspar.records import fields_of
@@ -123,6 +125,45 @@ def call_everything():
 def told(calls):
     print(calls, "calls")
     return calls
+
+
+class JsonTexts(WorkstationCase):
+    def test_items_to_ride_are_objects_with_an_address(self):
+        address = int(self.add_item())
+        for text, code in [
+            (f'[{{"MediaItem*":{address}}}]', 0),
+            (f'[{{"MediaItem*":{address}.0,"other":"x"}}]', 0),
+            ("[1,[2],null,{}]", 0),
+            ("{}", 0),
+            ('[{"MediaItem*":"1"}]', 1),
+            ('[{"MediaItem*":true}]', 1),
+            ("[", 1),
+            (None, 1),
+        ]:
+            with self.subTest(text):
+                self.assertEqual(functions.py_SetMediaItemListRIDESCRIBER(text and text.encode(), 0), code)
+
+    def test_lines_without_a_partner_come_as_typed_values(self):
+        for line in ("a one.wav", "b two.wav"):
+            (self.folder / "subject").mkdir(exist_ok=True)
+            write_tone(self.folder / "subject" / line)
+        (self.folder / "base").mkdir()
+        subject, base = (os.fsencode(self.folder / side) for side in ("subject", "base"))
+        arguments = (subject, base, 0.0, 0.0, 0, False, False, 0)
+        out = ctypes.create_string_buffer(1024)
+        self.assertEqual(functions.py_LINGOMAT_InsertMediaItems(*arguments, b'["a",1,"b"]', out, 1024), 0)
+        paths = [os.fspath(self.folder / "subject" / line) for line in ("a one.wav", "b two.wav")]
+        self.assertEqual(sorted(json.loads(out.value), key=str), [{"string": path} for path in paths])
+        whole = out.value
+        self.assertEqual(functions.py_LINGOMAT_InsertMediaItems(*arguments, b"[]", out, 21), 0)
+        self.assertEqual(out.value, whole[:20])
+        self.assertEqual(functions.py_LINGOMAT_InsertMediaItems(*arguments, b"[", out, 1024), 1)
+
+    def test_a_path_is_taken_apart_and_none_is_null(self):
+        out = ctypes.create_string_buffer(1024)
+        self.assertEqual(functions.py_GetPathInfo(b"/etc", out, 1024), 0)
+        self.assertEqual(json.loads(out.value)["Type"], {"string": "Folder"})
+        self.assertEqual((functions.py_GetPathInfo(b"/no such path", out, 1024), out.value), (1, b"null"))
 
 
 class Abuse(WorkstationCase):

@@ -217,9 +217,7 @@ void add_output_options(CLI::App& command, ImportOptions& options) {
     command.add_option("--csv", options.csv, "Write one line a pair, for a spreadsheet")->type_name("FILE");
     command.add_flag("--json", options.json, "Print the summary as one JSON object");
     command.add_flag("--dry-run", options.is_dry_run, "Only show groups, pairs and unmatched lines");
-    command
-        .add_option("--plugin", options.plugin, "The plug-in's library, when it is not in its usual place")
-        ->type_name("PATH");
+    add_plugin_option(command, options.plugin);
 }
 
 } // namespace

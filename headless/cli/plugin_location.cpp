@@ -1,8 +1,15 @@
 #include "headless/cli/plugin_location.hpp"
 
+#include <CLI/CLI.hpp>
+
 #include <system_error>
 
 namespace headless {
+
+void add_plugin_option(CLI::App& command, std::filesystem::path& given) {
+    command.add_option("--plugin", given, "The plug-in's library, when it is not in its usual place")
+        ->type_name("PATH");
+}
 
 Result<std::filesystem::path> find_plugin(const std::filesystem::path& given) {
     if (!given.empty())
@@ -19,6 +26,11 @@ Result<std::filesystem::path> find_plugin(const std::filesystem::path& given) {
         return built;
     return tl::unexpected(Failure{"the plug-in is neither " + installed.string() + " nor " + built.string() +
                                   ": say where it is with --plugin"});
+}
+
+Result<PluginLibrary> load_plugin(const std::filesystem::path& given, Workstation& workstation) {
+    return find_plugin(given).and_then(
+        [&](const std::filesystem::path& file) { return PluginLibrary::load(file, workstation); });
 }
 
 } // namespace headless

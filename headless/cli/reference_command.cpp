@@ -2,7 +2,6 @@
 
 #include "headless/cli/messages.hpp"
 #include "headless/cli/plugin_location.hpp"
-#include "headless/host/plugin_library.hpp"
 #include "headless/host/workstation.hpp"
 #include "headless/reference/forms.hpp"
 
@@ -30,9 +29,7 @@ struct ReferenceOptions {
 
 int run(const ReferenceOptions& options) {
     Workstation workstation;
-    const auto plugin = find_plugin(options.plugin).and_then([&](const std::filesystem::path& file) {
-        return PluginLibrary::load(file, workstation);
-    });
+    const auto plugin = load_plugin(options.plugin, workstation);
     if (!plugin)
         return cannot_begin(plugin.error());
     std::cout << forms.at(options.form)(read_catalogue(workstation, *plugin)) << std::flush;
@@ -47,9 +44,7 @@ void add_reference_command(CLI::App& app, int& exit_status) {
     command->add_option("--format", options->form, "How it is printed (default: text)")
         ->check(CLI::IsMember(forms).description(""))
         ->type_name("text|markdown|html|luals|python");
-    command
-        ->add_option("--plugin", options->plugin, "The plug-in's library, when it is not in its usual place")
-        ->type_name("PATH");
+    add_plugin_option(*command, options->plugin);
     command->callback([options, &exit_status] { exit_status = run(*options); });
 }
 

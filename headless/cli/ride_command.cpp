@@ -116,8 +116,7 @@ void add_ride_command(CLI::App& app, int& exit_status) {
                      "Write a project file with every ride as editable envelope")
         ->type_name("FILE.rpp");
     ride->add_flag("--json", options->json, "Print one JSON object a file instead of the table");
-    ride->add_option("--plugin", options->plugin, "The plug-in's library, when it is not in its usual place")
-        ->type_name("PATH");
+    add_plugin_option(*ride, options->plugin);
     ride->callback([options, &exit_status] { exit_status = run(*options); });
 }
 

@@ -2,7 +2,6 @@
 
 #include "headless/cli/messages.hpp"
 #include "headless/cli/plugin_location.hpp"
-#include "headless/host/plugin_library.hpp"
 #include "headless/host/workstation.hpp"
 #include "headless/output/project_output.hpp"
 #include "headless/report/printable.hpp"
@@ -34,12 +33,6 @@ Result<void> check_save(const RunOptions& options) {
         return {};
     const std::vector<std::filesystem::path> inputs{options.script.file};
     return check_project_output(OutputGuard(inputs), options.save, options.project);
-}
-
-Result<PluginLibrary> load_plugin(const RunOptions& options, Workstation& workstation) {
-    return find_plugin(options.plugin).and_then([&](const std::filesystem::path& file) {
-        return PluginLibrary::load(file, workstation);
-    });
 }
 
 /// Relative folders are seen from where the project lies, or will lie.
@@ -111,7 +104,7 @@ int run(const RunOptions& options) {
     if (const auto permitted = check_save(options); !permitted)
         return cannot_begin(permitted.error());
     Workstation workstation;
-    const auto plugin = load_plugin(options, workstation);
+    const auto plugin = load_plugin(options.plugin, workstation);
     if (!plugin)
         return cannot_begin(plugin.error());
     if (const auto opened = open_project(options, workstation); !opened)
@@ -148,9 +141,7 @@ void add_run_command(CLI::App& app, int& exit_status) {
         ->check(CLI::Validator(check_answer, ""))
         ->type_name("TITLE=ANSWER")
         ->allow_extra_args(false);
-    run_app
-        ->add_option("--plugin", options->plugin, "The plug-in's library, when it is not in its usual place")
-        ->type_name("PATH");
+    add_plugin_option(*run_app, options->plugin);
     run_app->callback([options, &exit_status] { exit_status = run(*options); });
 }
 

@@ -4,7 +4,8 @@ import pathlib
 import re
 import sys
 
-# From the ground up; everybody stands on what is common. A line's rooms do not know each other; single files of host/ stand higher than the rest of it.
+# From the ground up; everybody stands on what is common. A line's rooms do not know each other; single files of host/
+# stand higher than the rest of it.
 plugin = [["host"], ["utility"], ["host/dependency"], ["object"], ["api/project"], ["api/track"], ["api/media"],
           ["ride"], ["dialogue"], ["bindings/list_functions", "bindings/reference"],
           ["bindings/lua", "bindings/python"], ["host/api_rows"], ["host/api_table"], ["host/entry"]]

@@ -1,7 +1,7 @@
 #pragma once
-// Definition texts, as script engines read them: what a function takes and gives, in words. Plug-ins register
-// them, the headless host has them for its own functions. The types follow from the C++ signature while
-// compiling; parameter names and help are written where the function is listed.
+// Definition texts, which describe a function's parameters and result to script engines. Plug-ins register
+// them, and the headless host has them for its own functions. The types are derived from the C++ signature at
+// compile time; parameter names and help are written where the function is listed.
 
 #include <algorithm>
 #include <array>
@@ -12,11 +12,11 @@
 
 namespace definition_text {
 
-/// The word for a C++ type. No word, no text.
+/// The name of a C++ type in definition texts. A type without one cannot be used in a definition.
 template <class T>
 struct TypeWord;
 
-/// At global scope: gives a type its own name as its word.
+/// Use at global scope: makes a type's own name its name in definition texts.
 #define DEFINITION_TYPE_WORD(type) DEFINITION_TYPE_WORD_AS(type, #type)
 #define DEFINITION_TYPE_WORD_AS(type, word)                                                                  \
     template <>                                                                                              \
@@ -24,7 +24,7 @@ struct TypeWord;
         static constexpr std::string_view value = word;                                                      \
     };
 
-/// A text that can be a template argument.
+/// A string that can be a template argument.
 template <std::size_t Size>
 struct Text {
     char data[Size];
@@ -32,7 +32,7 @@ struct Text {
     constexpr std::string_view view() const { return {data, Size - 1}; }
 };
 
-/// The first names of a list with commas, one by one; empty where there are fewer.
+/// Returns the first names of a comma-separated list; empty if there are fewer.
 template <std::size_t Count>
 constexpr std::array<std::string_view, Count> split_names(std::string_view names) {
     std::array<std::string_view, Count> parts;
@@ -43,7 +43,7 @@ constexpr std::array<std::string_view, Count> split_names(std::string_view names
     return parts;
 }
 
-/// How many names the list holds.
+/// Returns the number of names in the list.
 constexpr std::size_t count_names(std::string_view names) {
     return names.empty() ? 0U : 1U + static_cast<std::size_t>(std::ranges::count(names, ','));
 }
@@ -69,8 +69,8 @@ consteval auto make() {
     return text;
 }
 
-/// An argument out of the word that a script engine passes for it: an int or bool in its bits, a double by
-/// address, all else as the pointer it is.
+/// Converts the word that a script engine passes for an argument: an int or bool is in its bits, a double is
+/// passed by address, and anything else is a pointer.
 template <class T>
 T from_word(void* word) {
     if constexpr (std::is_same_v<T, int>)

@@ -32,9 +32,8 @@ struct FolderRemover {
 // Noise in syllables of a quarter of a second.
 std::filesystem::path speech(int sample_rate) {
     auto file = folder / (std::to_string(sample_rate) + ".wav");
-    if (std::filesystem::exists(file)) {
+    if (std::filesystem::exists(file))
         return file;
-    }
     std::filesystem::create_directories(folder);
     std::vector<short> samples(static_cast<std::size_t>(sample_rate) * seconds);
     unsigned seed = 1;
@@ -56,13 +55,12 @@ std::filesystem::path speech(int sample_rate) {
 }
 
 // A point every 10 ms, as a ride writes them.
-GainCurve ride_curve() {
-    std::vector<EnvelopePoint> points;
+audio::GainCurve ride_curve() {
+    std::vector<project::EnvelopePoint> points;
     points.reserve(seconds * 100UL);
-    for (int i = 0; i < seconds * 100; ++i) {
+    for (int i = 0; i < seconds * 100; ++i)
         points.push_back({i * 0.01 + 0.005, 0.7 + 0.3 * std::sin(i)});
-    }
-    Envelope envelope("Volume");
+    project::Envelope envelope("Volume");
     envelope.set_points(std::move(points));
     return {envelope, 0.0};
 }
@@ -71,7 +69,7 @@ void count_frames(benchmark::State& state) {
     state.SetItemsProcessed(state.iterations() * state.range(0) * seconds);
 }
 
-FrameRange whole(const benchmark::State& state) { return {0, state.range(0) * seconds}; }
+audio::FrameRange whole(const benchmark::State& state) { return {0, state.range(0) * seconds}; }
 
 void bare_decode(benchmark::State& state) {
     const auto file = speech(static_cast<int>(state.range(0)));
@@ -88,7 +86,7 @@ void bare_decode(benchmark::State& state) {
 void decode(benchmark::State& state) {
     const auto file = speech(static_cast<int>(state.range(0)));
     for (auto _ : state) {
-        AudioStore store;
+        audio::AudioStore store;
         float last = 0.0F;
         benchmark::DoNotOptimize(
             store.read(file, whole(state), [&](std::span<const float> block) -> Result<void> {
@@ -101,26 +99,26 @@ void decode(benchmark::State& state) {
 
 void peaks(benchmark::State& state) {
     const auto file = speech(static_cast<int>(state.range(0)));
-    AudioStore store;
+    audio::AudioStore store;
     std::vector<double> maxima(seconds * 1000UL);
     std::vector<double> minima(seconds * 1000UL);
-    for (auto _ : state) {
-        benchmark::DoNotOptimize(measure_peaks(store, file, PeakRequest{}, maxima, minima));
-    }
+    for (auto _ : state)
+        benchmark::DoNotOptimize(audio::measure_peaks(store, file, audio::PeakRequest{}, maxima, minima));
     count_frames(state);
 }
 
-void loudness(benchmark::State& state, const LoudnessRequest& request) {
+void loudness(benchmark::State& state, const audio::LoudnessRequest& request) {
     const auto file = speech(static_cast<int>(state.range(0)));
-    AudioStore store;
+    audio::AudioStore store;
     for (auto _ : state) {
-        benchmark::DoNotOptimize(measure_loudness(store, file, whole(state), GainCurve(), request));
+        benchmark::DoNotOptimize(
+            audio::measure_loudness(store, file, whole(state), audio::GainCurve(), request));
     }
     count_frames(state);
 }
 
 void gain(benchmark::State& state) {
-    const GainCurve curve = ride_curve();
+    const audio::GainCurve curve = ride_curve();
     std::vector<float> samples(static_cast<std::size_t>(whole(state).frame_count), 0.5F);
     for (auto _ : state) {
         curve.apply(0, static_cast<int>(state.range(0)), 1, samples, samples);
@@ -131,11 +129,11 @@ void gain(benchmark::State& state) {
 
 void render_with_a_ride(benchmark::State& state) {
     const auto file = speech(static_cast<int>(state.range(0)));
-    const GainCurve curve = ride_curve();
-    AudioStore store;
+    const audio::GainCurve curve = ride_curve();
+    audio::AudioStore store;
     for (auto _ : state) {
         benchmark::DoNotOptimize(
-            render(store, file, whole(state), curve, folder / "render.wav", ExistingFile::replace));
+            audio::render(store, file, whole(state), curve, folder / "render.wav", ExistingFile::replace));
     }
     count_frames(state);
 }
@@ -143,8 +141,10 @@ void render_with_a_ride(benchmark::State& state) {
 BENCHMARK(bare_decode)->Arg(8000)->Arg(48000);
 BENCHMARK(decode)->Arg(8000)->Arg(48000);
 BENCHMARK(peaks)->Arg(8000)->Arg(48000);
-BENCHMARK_CAPTURE(loudness, momentary_maximum, LoudnessRequest::momentary_only())->Arg(8000)->Arg(48000);
-BENCHMARK_CAPTURE(loudness, everything, LoudnessRequest::everything())->Arg(8000)->Arg(48000);
+BENCHMARK_CAPTURE(loudness, momentary_maximum, audio::LoudnessRequest::momentary_only())
+    ->Arg(8000)
+    ->Arg(48000);
+BENCHMARK_CAPTURE(loudness, everything, audio::LoudnessRequest::everything())->Arg(8000)->Arg(48000);
 BENCHMARK(gain)->Arg(8000)->Arg(48000);
 BENCHMARK(render_with_a_ride)->Arg(8000)->Arg(48000);
 

@@ -2,7 +2,8 @@
 // is saved, cleared and restored, and the new item stays selected. Items a second are those of the calls on
 // selected items.
 
-#include "headless/host/workstation.hpp"
+#include "headless/functions/all_functions.hpp"
+#include "headless/workstation/workstation.hpp"
 
 #include <benchmark/benchmark.h>
 #include <sndfile.h>
@@ -36,7 +37,7 @@ struct ShortFile {
 /// The calls of one insertion, in their order.
 class Inserter {
 public:
-    explicit Inserter(const Workstation& host)
+    explicit Inserter(const workstation::Workstation& host)
         : count_(host.function_as<int(ReaProject*)>("CountSelectedMediaItems")),
           get_(host.function_as<MediaItem*(ReaProject*, int)>("GetSelectedMediaItem")),
           select_(host.function_as<void(MediaItem*, bool)>("SetMediaItemSelected")),
@@ -47,17 +48,14 @@ public:
     std::int64_t insert(MediaTrack* track, const std::filesystem::path& file) const {
         select_track_(track);
         std::vector<MediaItem*> selected(static_cast<std::size_t>(count_(nullptr)));
-        for (int index = 0; MediaItem * &item : selected) {
+        for (int index = 0; MediaItem * &item : selected)
             item = get_(nullptr, index++);
-        }
-        for (MediaItem* item : selected) {
+        for (MediaItem* item : selected)
             select_(item, false);
-        }
         insert_(file.c_str(), 0);
         benchmark::DoNotOptimize(get_(nullptr, 0));
-        for (MediaItem* item : selected) {
+        for (MediaItem* item : selected)
             select_(item, true);
-        }
         return 3 * static_cast<std::int64_t>(selected.size());
     }
 
@@ -73,10 +71,10 @@ void insert_pairs(benchmark::State& state) {
     const ShortFile file;
     std::int64_t calls = 0;
     for (auto _ : state) {
-        Workstation workstation;
+        workstation::Workstation workstation{functions::all_functions()};
         const Inserter inserter(workstation);
-        MediaTrack* base = Workstation::handle(workstation.project().insert_track(0));
-        MediaTrack* subject = Workstation::handle(workstation.project().insert_track(1));
+        MediaTrack* base = workstation::Workstation::handle(workstation.project().insert_track(0));
+        MediaTrack* subject = workstation::Workstation::handle(workstation.project().insert_track(1));
         for (std::int64_t pair = 0; pair < state.range(0); ++pair) {
             calls += inserter.insert(base, file.path);
             calls += inserter.insert(subject, file.path);

@@ -8,8 +8,9 @@
 #include "api/project/strings.hpp"
 #include "api/track/lists.hpp"
 #include "bindings/lua/module.hpp"
-#include "headless/host/workstation.hpp"
-#include "host/entry.hpp"
+#include "entry/entry.hpp"
+#include "headless/functions/all_functions.hpp"
+#include "headless/workstation/workstation.hpp"
 #include "tests/headless/support/sound_files.hpp"
 
 #include <benchmark/benchmark.h>
@@ -32,7 +33,7 @@ struct Session {
         constexpr int sample_rate = 8000;
         const auto noise = headless::test::noise(peak_count / 1000 * sample_rate, 1.0);
         const auto file = headless::test::write_sound(folder / "minute.wav", noise, sample_rate);
-        headless::Track& track = *workstation.project().tracks()[0];
+        headless::project::Track& track = *workstation.project().tracks()[0];
         item = reinterpret_cast<MediaItem*>(workstation.insert_audio(track, file, 0.0).value());
         ReaperPluginEntry(nullptr, &record);
     }
@@ -40,10 +41,12 @@ struct Session {
     Session(const Session&) = delete;
     Session& operator=(const Session&) = delete;
 
-    static void* get_func(const char* name) { return headless::Workstation::current()->function(name); }
+    static void* get_func(const char* name) {
+        return headless::workstation::Workstation::current()->function(name);
+    }
 
     headless::test::ScratchFolder folder;
-    headless::Workstation workstation;
+    headless::workstation::Workstation workstation{headless::functions::all_functions()};
     reaper_plugin_info_t record{0x20E, nullptr, nullptr, &get_func};
     MediaItem* item = nullptr;
 };

@@ -21,10 +21,9 @@ constexpr int lines_a_scene = 1'000;
 
 struct LanguageFolders {
     LanguageFolders() {
-        for (const char* side : {"subject", "base"}) {
+        for (const char* side : {"subject", "base"})
             for (int scene = 0; scene < lines / lines_a_scene; ++scene)
                 make_scene(root / side / ("scene" + std::to_string(scene)), scene * lines_a_scene);
-        }
     }
     ~LanguageFolders() { fs::remove_all(root); }
     LanguageFolders(const LanguageFolders&) = delete;

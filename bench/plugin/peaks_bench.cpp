@@ -4,7 +4,7 @@
 
 #include "api/media/peak_levels.hpp"
 #include "api/media/peaks.hpp"
-#include "host/host_functions.hpp"
+#include "host_api/host_functions.hpp"
 
 #include <benchmark/benchmark.h>
 

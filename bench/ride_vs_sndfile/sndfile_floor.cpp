@@ -17,10 +17,9 @@ bool copy_as_float(const std::filesystem::path& source, const std::filesystem::p
                          input.samplerate());
     constexpr sf_count_t block_frames = 16384;
     std::vector<float> block(static_cast<std::size_t>(input.channels() * block_frames));
-    while (const sf_count_t frames = input.readf(block.data(), block_frames)) {
+    while (const sf_count_t frames = input.readf(block.data(), block_frames))
         if (output.writef(block.data(), frames) != frames)
             return false;
-    }
     return output.error() == SF_ERR_NO_ERROR;
 }
 

@@ -2,11 +2,11 @@
 
 #include "headless/audio/decoded_file.hpp"
 
-namespace headless {
+namespace headless::audio {
 
 struct AudioStore::Known {
     DecodedFile file;
-    std::list<Known*>::iterator place; // among the resident, if it is
+    std::list<Known*>::iterator place; // in the list of resident files, if resident
 };
 
 AudioStore::AudioStore(std::size_t byte_limit, std::chrono::milliseconds patience)
@@ -19,46 +19,55 @@ Result<AudioFormat> AudioStore::format(const std::filesystem::path& file) {
     return find_or_open(file).map([](const Known* known) { return known->file.format(); });
 }
 
+std::optional<Shortfall> AudioStore::shortfall(const std::filesystem::path& file) {
+    const auto known = find_or_open(file);
+    return known ? (*known)->file.shortfall() : std::nullopt;
+}
+
 Result<void> AudioStore::read(const std::filesystem::path& file, FrameRange range,
                               const FrameVisitor& visit) {
-    return find_or_open(file).and_then(
-        [&](Known* known) { return load(*known).and_then([&] { return known->file.read(range, visit); }); });
+    const auto visit_unless_interrupted = [&](std::span<const float> block) -> Result<void> {
+        if (is_interrupted && is_interrupted())
+            return tl::unexpected(Failure{file.string() + ": interrupted"});
+        return visit(block);
+    };
+    return find_or_open(file).and_then([&](Known* known) {
+        return load(*known).and_then([&] { return known->file.read(range, visit_unless_interrupted); });
+    });
 }
 
 Result<AudioStore::Known*> AudioStore::find_or_open(const std::filesystem::path& file) {
-    if (asked_last_ && asked_last_->file.path() != file) {
-        asked_last_->file.close(); // one open file at most, however many are asked about
-    }
+    if (asked_last_ && asked_last_->file.path() != file)
+        asked_last_->file.close(); // at most one file stays open
     const auto stamp = stamp_of(file);
     if (const auto known = by_path_.find(file.native()); known != by_path_.end()) {
         if (stamp && known->second->file.stamp() == *stamp) {
             asked_last_ = known->second.get();
-            if (asked_last_->file.is_resident()) {
+            if (asked_last_->file.is_resident())
                 resident_.splice(resident_.begin(), resident_, asked_last_->place);
-            }
             return asked_last_;
         }
         forget(known);
     }
-    if (!stamp) {
+    if (!stamp)
         return tl::unexpected(stamp.error());
-    }
     return DecodedFile::open(file, *stamp, *decoder_).map([&](DecodedFile&& opened) {
         auto known = std::make_unique<Known>(Known{std::move(opened), {}});
-        asked_last_ = known.get();
+        Known* const added = known.get();
         by_path_.emplace(file.native(), std::move(known));
-        return asked_last_;
+        asked_last_ = added; // only now, as memory may run out above
+        return added;
     });
 }
 
 Result<void> AudioStore::load(Known& known) {
-    if (known.file.is_resident() || known.file.bytes() > byte_limit_) {
+    if (known.file.is_resident() || known.file.bytes() > byte_limit_)
         return {};
-    }
     make_room(known.file.bytes());
+    std::list<Known*> place{&known}; // made first: a resident file must have one
     return known.file.load().map([&] {
         resident_bytes_ += known.file.bytes();
-        resident_.push_front(&known);
+        resident_.splice(resident_.begin(), place);
         known.place = resident_.begin();
     });
 }
@@ -77,10 +86,9 @@ void AudioStore::forget(KnownFiles::iterator known) {
         resident_bytes_ -= known->second->file.bytes();
         resident_.erase(known->second->place);
     }
-    if (asked_last_ == known->second.get()) {
+    if (asked_last_ == known->second.get())
         asked_last_ = nullptr;
-    }
     by_path_.erase(known);
 }
 
-} // namespace headless
+} // namespace headless::audio

@@ -1,5 +1,5 @@
 #pragma once
-// Audio files as blocks of float frames: opened with care, decoded once, kept in memory within a bound.
+// Reads audio files as blocks of float frames: decoded once and cached in memory up to a limit.
 
 #include "headless/audio/frames.hpp"
 #include "headless/base/failure.hpp"
@@ -7,22 +7,23 @@
 #include <chrono>
 #include <cstddef>
 #include <filesystem>
+#include <functional>
 #include <list>
 #include <memory>
+#include <optional>
 #include <string>
 #include <unordered_map>
 
-namespace headless {
+namespace headless::audio {
 
 class Decoder;
 
-/// Reads audio files of every format that libsndfile knows.
+/// Reads audio files of every format that libsndfile supports.
 ///
-/// Only regular files are opened, so that a pipe or device can never block; a file that the library makes no
-/// progress with for the time of `patience` is a failure. The decoded audio of the files
-/// used last stays in memory as long as it fits the limit; a file larger than that is decoded anew at each
-/// reading. A file that has changed on disk (size, time stamp, identity) is decoded again. Not for use from
-/// two threads at once.
+/// Only regular files are opened, so that a pipe or device can never block. A file on which the library makes
+/// no progress for the time `patience` is a failure. The decoded audio of the most recently used files stays
+/// in memory as long as it fits the limit; a larger file is decoded again for each read. A file that has
+/// changed on disk (size, time stamp, identity) is decoded again. Not for use from two threads at once.
 class AudioStore {
 public:
     static constexpr std::size_t default_byte_limit = std::size_t{256} << 20;
@@ -30,7 +31,7 @@ public:
 
     void set_patience(std::chrono::milliseconds patience);
 
-    /// @param byte_limit most bytes of decoded audio kept between readings
+    /// @param byte_limit maximum bytes of decoded audio kept between reads
     /// @param patience   longest time that a file may take without progress
     explicit AudioStore(std::size_t byte_limit = default_byte_limit,
                         std::chrono::milliseconds patience = default_patience);
@@ -38,15 +39,23 @@ public:
     AudioStore(const AudioStore&) = delete;
     AudioStore& operator=(const AudioStore&) = delete;
 
-    /// Shape of the audio in `file`. The frame count is the header's, if that is believable for the file's
-    /// size, until the file has been decoded, and what could be decoded from then on. Fails, naming the path,
-    /// when the file is missing, unreadable, not regular, no audio, or without frames.
+    /// Returns the format of the audio in `file`. Until the file has been decoded, the frame count is the
+    /// header's if that is plausible for the file's size; after that it is the number of frames that could be
+    /// decoded. Fails, naming the path, if the file is missing, unreadable, not regular, not audio, or has no
+    /// frames.
     Result<AudioFormat> format(const std::filesystem::path& file);
 
-    /// Hands exactly `range.frame_count` frames to `visit`, in order. Frames before the start and past the
-    /// end of the audio are zeros, as are samples that are no finite numbers. Fails as `format` does, when
-    /// nothing at all could be decoded, and when `visit` does, which must not use this store.
+    /// Passes exactly `range.frame_count` frames to `visit`, in order. Frames before the start and past the
+    /// end of the audio are zeros, as are non-finite samples. Fails as `format` does, if nothing at all could
+    /// be decoded, and if `visit` fails. `visit` must not use this store.
     Result<void> read(const std::filesystem::path& file, FrameRange range, const FrameVisitor& visit);
+
+    /// Reads fail as soon as this returns true. It is called between blocks of frames.
+    std::function<bool()> is_interrupted;
+
+    /// Empty for a file that holds what its header claims, and for one that cannot be opened. A file too
+    /// large for the memory is known to be short once it has been read up to its end.
+    std::optional<Shortfall> shortfall(const std::filesystem::path& file);
 
     /// Bytes of decoded audio in memory, never above the limit.
     std::size_t resident_bytes() const { return resident_bytes_; }
@@ -62,10 +71,10 @@ private:
 
     std::size_t byte_limit_;
     std::size_t resident_bytes_ = 0;
-    std::unique_ptr<Decoder> decoder_; // the files' own
+    std::unique_ptr<Decoder> decoder_; // used by the files
     KnownFiles by_path_;
-    std::list<Known*> resident_; ///< used last stands first
+    std::list<Known*> resident_; ///< most recently used first
     Known* asked_last_ = nullptr;
 };
 
-} // namespace headless
+} // namespace headless::audio

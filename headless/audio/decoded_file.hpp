@@ -5,19 +5,21 @@
 #include "headless/audio/frames.hpp"
 #include "headless/audio/sound_file.hpp"
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <filesystem>
+#include <limits>
 #include <memory>
 #include <optional>
 
-namespace headless {
+namespace headless::audio {
 
 class DecodedFile {
 public:
-    /// Reads the header; counts the frames by decoding when the header claims more than the file can hold.
-    /// @param stamp the file's present one
-    /// @param decoder outlives this
+    /// Reads the header. Counts the frames by decoding if the header claims more than the file can hold.
+    /// @param stamp the file's present stamp
+    /// @param decoder must outlive this object
     static Result<DecodedFile> open(const std::filesystem::path& file, const FileStamp& stamp,
                                     Decoder& decoder);
 
@@ -25,37 +27,47 @@ public:
     const FileStamp& stamp() const { return stamp_; }
     const AudioFormat& format() const { return format_; }
 
-    /// What the decoded audio takes in memory; the largest number there is when the header claims more.
+    /// The claimed and actual frame counts if the file is shorter than its header claims, as far as it has
+    /// been decoded.
+    std::optional<Shortfall> shortfall() const {
+        const std::int64_t held = std::min(format_.frames, decodable_frames_);
+        return held < claimed_frames_ ? std::optional(Shortfall{held, claimed_frames_}) : std::nullopt;
+    }
+
+    /// Size of the decoded audio in memory; the largest possible value if the header claims more than that.
     std::size_t bytes() const;
 
     bool is_resident() const { return samples_ != nullptr; }
 
-    /// Decodes the file into memory. The format's frame count is that of the decoded audio from then on.
+    /// Decodes the file into memory. From then on the format's frame count is that of the decoded audio.
     Result<void> load();
     void unload() { samples_.reset(); }
 
-    /// Gives up the open file that `open` leaves for a `load` soon after.
+    /// Closes the file that `open` leaves open for a `load` soon after.
     void close() { opened_.reset(); }
 
-    /// As AudioStore::read, from memory when loaded, else from disk.
-    Result<void> read(FrameRange range, const FrameVisitor& visit) const;
+    /// As AudioStore::read. Reads from memory if loaded, otherwise from disk.
+    Result<void> read(FrameRange range, const FrameVisitor& visit);
 
 private:
-    DecodedFile(std::filesystem::path path, const FileStamp& stamp, const AudioFormat& format,
-                Decoder& decoder)
-        : path_(std::move(path)), stamp_(stamp), format_(format), decoder_(&decoder) {}
+    DecodedFile(const SoundFile& sound, const FileStamp& stamp, Decoder& decoder)
+        : path_(sound.path),
+          stamp_(stamp), format_{sound.info.samplerate, sound.info.channels, sound.info.frames},
+          claimed_frames_(sound.claimed_frames), decoder_(&decoder) {}
 
     Result<SoundFile> reopen() const;
     Result<void> count_frames(const SoundFile& sound);
-    Result<void> read_audio(std::int64_t first, std::int64_t end, const FrameVisitor& visit) const;
-    Result<void> stream_audio(std::int64_t first, std::int64_t end, const FrameVisitor& visit) const;
+    Result<void> read_audio(std::int64_t first, std::int64_t end, const FrameVisitor& visit);
+    Result<void> stream_audio(std::int64_t first, std::int64_t end, const FrameVisitor& visit);
 
     std::filesystem::path path_;
     FileStamp stamp_;
     AudioFormat format_;
+    std::int64_t claimed_frames_;
+    std::int64_t decodable_frames_ = std::numeric_limits<std::int64_t>::max(); // until a read reaches the end
     Decoder* decoder_;
     std::optional<SoundFile> opened_; // at its start
     std::shared_ptr<float[]> samples_;
 };
 
-} // namespace headless
+} // namespace headless::audio

@@ -1,6 +1,7 @@
 #include "headless/audio/decoder.hpp"
 
 #include "headless/audio/frames.hpp"
+#include "headless/base/staged_file.hpp"
 
 #include <algorithm>
 #include <cmath>
@@ -9,7 +10,7 @@
 #include <span>
 #include <vector>
 
-namespace headless {
+namespace headless::audio {
 namespace {
 
 bool holds_integers(const SF_INFO& info) {
@@ -26,19 +27,25 @@ bool holds_integers(const SF_INFO& info) {
 }
 
 std::int64_t decode_block(const SoundFile& sound, float* samples, std::int64_t frames) {
-    const std::int64_t got = std::max<std::int64_t>(0, sf_readf_float(sound.handle.get(), samples, frames));
-    if (!holds_integers(sound.info)) {
-        for (float& sample : std::span(samples, static_cast<std::size_t>(got * sound.info.channels))) {
+    const std::int64_t got = std::max<std::int64_t>(0, sf_readf_float(sound.handle(), samples, frames));
+    if (!holds_integers(sound.info))
+        for (float& sample : std::span(samples, static_cast<std::size_t>(got * sound.info.channels)))
             sample = std::abs(sample) <= std::numeric_limits<float>::max() ? sample : 0.0F;
-        }
-    }
     return got;
 }
 
-// Frames of a step: enough that counting steps costs nothing.
+// Frames per step: enough that counting steps costs nothing.
 constexpr std::int64_t step_frames = 1 << 16;
 
-Decoded decode_steps(const SoundFile& sound, std::int64_t frames, Steps& steps) {
+/// The frames read are invalid if a read has failed meanwhile: the library takes that for the file's end.
+template <class Value>
+Result<Value> unless_unreadable(const SoundFile& sound, Value value) {
+    if (const int error_number = sound.stream->error_number())
+        return tl::unexpected(system_failure(sound.path, error_number));
+    return value;
+}
+
+Result<Decoded> decode_steps(const SoundFile& sound, std::int64_t frames, Steps& steps) {
     const int channels = sound.info.channels;
     Decoded decoded{std::make_shared_for_overwrite<float[]>(static_cast<std::size_t>(frames * channels)), 0};
     while (decoded.frames < frames) {
@@ -47,31 +54,28 @@ Decoded decode_steps(const SoundFile& sound, std::int64_t frames, Steps& steps) 
             decode_block(sound, decoded.samples.get() + decoded.frames * channels, wanted);
         decoded.frames += got;
         ++steps;
-        if (got < wanted) {
+        if (got < wanted)
             break;
-        }
     }
-    return decoded;
+    return unless_unreadable(sound, std::move(decoded));
 }
 
 } // namespace
 
 template <class Value, class Work>
 Result<Value> Decoder::watch(const std::filesystem::path& file, Work work) {
-    const auto result = std::make_shared<std::optional<Value>>();
+    const auto result = std::make_shared<std::optional<Result<Value>>>();
     const bool is_done = !given_up_.contains(file.native()) &&
                          thread_.run([=](Steps& steps) { *result = work(steps); }, patience_);
-    if (is_done) {
+    if (is_done)
         return std::move(**result);
-    }
     given_up_.insert(file.native());
     return tl::unexpected(
         Failure{file.string() + ": given up, as the audio library makes no progress with it"});
 }
 
 Result<SoundFile> Decoder::open(const std::filesystem::path& file) {
-    return watch<Result<SoundFile>>(file, [=](Steps&) { return open_sound_file(file); })
-        .and_then([](Result<SoundFile>&& sound) { return std::move(sound); });
+    return watch<SoundFile>(file, [=](Steps&) { return open_sound_file(file); });
 }
 
 Result<Decoded> Decoder::decode(const SoundFile& sound, std::int64_t frames) {
@@ -88,13 +92,14 @@ Result<std::int64_t> Decoder::count_frames(const SoundFile& sound) {
             frames += got;
             ++steps;
         }
-        return frames;
+        return unless_unreadable(sound, frames);
     });
 }
 
 Result<bool> Decoder::seek(const SoundFile& sound, std::int64_t frame) {
-    return watch<bool>(sound.path,
-                       [=](Steps&) { return sf_seek(sound.handle.get(), frame, SEEK_SET) == frame; });
+    return watch<bool>(sound.path, [=](Steps&) {
+        return unless_unreadable(sound, sf_seek(sound.handle(), frame, SEEK_SET) == frame);
+    });
 }
 
-} // namespace headless
+} // namespace headless::audio

@@ -1,6 +1,6 @@
 #pragma once
-// libsndfile at arm's length: some malformed files make it run in circles, so it works on a watched thread.
-// For use inside this folder.
+// Runs libsndfile on a watched thread, since some malformed files make it loop forever. For use inside this
+// folder.
 
 #include "headless/audio/sound_file.hpp"
 #include "headless/audio/watched_thread.hpp"
@@ -12,16 +12,16 @@
 #include <string>
 #include <unordered_set>
 
-namespace headless {
+namespace headless::audio {
 
-/// Frames out of a file: interleaved samples, all of them finite.
+/// Frames decoded from a file: interleaved samples, all of them finite.
 struct Decoded {
     std::shared_ptr<float[]> samples;
     std::int64_t frames = 0;
 };
 
-/// A file that the library makes no progress with within the patience is a failure that names it, at once
-/// when it comes again.
+/// A file on which the library makes no progress within the patience is a failure that names the file;
+/// further attempts with that file fail at once. A read error is also a failure that names the file.
 class Decoder {
 public:
     /// @param patience longest time without progress
@@ -31,13 +31,13 @@ public:
     /// As open_sound_file.
     Result<SoundFile> open(const std::filesystem::path& file);
 
-    /// The next frames, at most so many; fewer mean the end of what can be decoded.
+    /// Returns the next frames, at most `frames`. Fewer mean the end of what can be decoded.
     Result<Decoded> decode(const SoundFile& sound, std::int64_t frames);
 
-    /// How many frames can be decoded from here on.
+    /// Returns the number of frames that can be decoded from here on.
     Result<std::int64_t> count_frames(const SoundFile& sound);
 
-    /// @returns whether the file is at that frame now
+    /// @returns whether the file is now positioned at that frame
     Result<bool> seek(const SoundFile& sound, std::int64_t frame);
 
 private:
@@ -49,4 +49,4 @@ private:
     std::unordered_set<std::string> given_up_;
 };
 
-} // namespace headless
+} // namespace headless::audio

@@ -1,6 +1,6 @@
 #pragma once
-// The words in which this folder talks about audio: its format, runs of frames, and who looks at them.
-// Samples are interleaved floats, +-1 is full scale; values beyond it are kept as they are.
+// The basic audio types of this folder: format, ranges of frames, and the visitor that receives them. Samples
+// are interleaved floats, +-1 is full scale; values beyond it are kept as they are.
 
 #include "headless/base/failure.hpp"
 
@@ -9,11 +9,11 @@
 #include <functional>
 #include <span>
 
-namespace headless {
+namespace headless::audio {
 
-/// Shape of the audio in one file.
+/// Format of the audio in one file.
 struct AudioFormat {
-    int sample_rate = 0; ///< frames a second
+    int sample_rate = 0; ///< frames per second
     int channels = 0;
     std::int64_t frames = 0; ///< one sample per channel each
 
@@ -21,7 +21,13 @@ struct AudioFormat {
     bool operator==(const AudioFormat&) const = default;
 };
 
-/// A run of frames of a file. It may reach beyond the file on either side: there it is silent.
+/// A recording that is shorter than its header claims.
+struct Shortfall {
+    std::int64_t held_frames = 0;
+    std::int64_t claimed_frames = 0;
+};
+
+/// A range of frames of a file. It may extend beyond the file on either side; those frames are silent.
 struct FrameRange {
     std::int64_t first_frame = 0;
     std::int64_t frame_count = 0; ///< below 0 counts as 0
@@ -29,10 +35,12 @@ struct FrameRange {
     bool operator==(const FrameRange&) const = default;
 };
 
-/// Sees the next block of interleaved samples, whole frames. A failure ends the reading and is passed on.
+/// Receives the next block of interleaved samples, always whole frames. A failure ends the read and is passed
+/// on.
 using FrameVisitor = std::function<Result<void>(std::span<const float>)>;
 
-/// Most samples (frames times channels) that a visitor is given at once, or one frame if that is more.
+/// Maximum number of samples (frames times channels) passed to a visitor at once, or one frame if that is
+/// more.
 inline constexpr std::size_t block_samples = std::size_t{1} << 14;
 
-} // namespace headless
+} // namespace headless::audio

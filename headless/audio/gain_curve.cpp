@@ -5,10 +5,10 @@
 #include <cmath>
 #include <type_traits>
 
-namespace headless {
+namespace headless::audio {
 namespace {
 
-/// Where the frames of a block lie in the envelope.
+/// The position of the frames of a block in the envelope.
 struct BlockTimes {
     double start_seconds;
     std::int64_t first_frame;
@@ -20,64 +20,61 @@ struct BlockTimes {
                static_cast<double>(first_frame + static_cast<std::int64_t>(index)) / sample_rate;
     }
 
-    // The first frame at or after the position, not before `from`; `size` when there is none. The estimate is
-    // off by a frame at most, as rounding goes.
+    // The first frame at or after the position, not before `from`; `size` if there is none. The estimate is
+    // off by at most one frame, due to rounding.
     std::size_t frame_at(double position_seconds, std::size_t from) const {
         const double estimate =
             std::ceil((position_seconds - start_seconds) * sample_rate - static_cast<double>(first_frame));
         auto index = static_cast<std::size_t>(
             std::clamp(estimate, static_cast<double>(from), static_cast<double>(size)));
-        while (index > from && seconds(index - 1) >= position_seconds) {
+        while (index > from && seconds(index - 1) >= position_seconds)
             --index;
-        }
-        while (index < size && seconds(index) < position_seconds) {
+        while (index < size && seconds(index) < position_seconds)
             ++index;
-        }
         return index;
     }
 };
 
-// The line from one point to the next, from the frame `begin` on.
-void fill_line(std::span<double> gains, const EnvelopePoint& from, const EnvelopePoint& to,
+// The line from one point to the next, starting at frame `begin`.
+void fill_line(std::span<double> gains, const project::EnvelopePoint& from, const project::EnvelopePoint& to,
                const BlockTimes& times, std::size_t begin) {
     const double slope = (to.value - from.value) / (to.position_seconds - from.position_seconds);
     const double first = from.value + slope * (times.seconds(begin) - from.position_seconds);
     const double step = slope / times.sample_rate;
     const int count = static_cast<int>(gains.size());
-    for (int i = 0; i < count; ++i) {
+    for (int i = 0; i < count; ++i)
         gains[static_cast<std::size_t>(i)] = first + step * i;
-    }
 }
 
-void fill_stretch(std::span<double> gains, const EnvelopePoint& from, const EnvelopePoint& to,
-                  const BlockTimes& times, std::size_t begin) {
-    if (from.shape == PointShape::linear) {
+void fill_stretch(std::span<double> gains, const project::EnvelopePoint& from,
+                  const project::EnvelopePoint& to, const BlockTimes& times, std::size_t begin) {
+    if (from.shape == project::PointShape::linear) {
         fill_line(gains, from, to, times, begin);
         return;
     }
-    for (std::size_t i = 0; i < gains.size(); ++i) {
-        gains[i] = value_between(from, to, times.seconds(begin + i));
-    }
+    for (std::size_t i = 0; i < gains.size(); ++i)
+        gains[i] = project::value_between(from, to, times.seconds(begin + i));
 }
 
-// The values of the curve through `points`, of which there is at least one.
-void fill_values(std::span<double> gains, std::span<const EnvelopePoint> points, const BlockTimes& times) {
-    auto next = std::ranges::upper_bound(points, times.seconds(0), {}, &EnvelopePoint::position_seconds);
+// The values of the curve through `points`, which must not be empty.
+void fill_values(std::span<double> gains, std::span<const project::EnvelopePoint> points,
+                 const BlockTimes& times) {
+    auto next =
+        std::ranges::upper_bound(points, times.seconds(0), {}, &project::EnvelopePoint::position_seconds);
     std::size_t begin = 0;
     for (; next != points.end() && begin < gains.size(); ++next) {
         const std::size_t end = times.frame_at(next->position_seconds, begin);
         const auto stretch = gains.subspan(begin, end - begin);
-        if (next == points.begin()) {
+        if (next == points.begin())
             std::ranges::fill(stretch, next->value);
-        } else {
+        else
             fill_stretch(stretch, next[-1], *next, times, begin);
-        }
         begin = end;
     }
     std::ranges::fill(gains.subspan(begin), points.back().value);
 }
 
-// `width` is a constant for the usual channel counts, which lets the compiler do several frames at once.
+// `width` is a constant for the usual channel counts, which lets the compiler process several frames at once.
 template <class Width>
 void scale(std::span<const double> gains, Width width, const float* in, float* out) {
     for (std::size_t frame = 0; frame < gains.size(); ++frame) {
@@ -101,7 +98,7 @@ void scale_channels(std::span<const double> gains, std::size_t channels, const f
 
 } // namespace
 
-GainCurve::GainCurve(const Envelope& envelope, double start_seconds, double factor)
+GainCurve::GainCurve(const project::Envelope& envelope, double start_seconds, double factor)
     : points_(envelope.points().begin(), envelope.points().end()), start_seconds_(start_seconds),
       factor_(factor) {}
 
@@ -112,11 +109,9 @@ void GainCurve::evaluate(std::int64_t first_frame, int sample_rate, std::span<do
     }
     fill_values(gains, points_,
                 {start_seconds_, first_frame, static_cast<double>(sample_rate), gains.size()});
-    if (factor_ != 1.0) {
-        for (double& gain : gains) {
+    if (factor_ != 1.0)
+        for (double& gain : gains)
             gain *= factor_;
-        }
-    }
 }
 
 void GainCurve::apply(std::int64_t first_frame, int sample_rate, int channels, std::span<const float> source,
@@ -132,4 +127,4 @@ void GainCurve::apply(std::int64_t first_frame, int sample_rate, int channels, s
     }
 }
 
-} // namespace headless
+} // namespace headless::audio

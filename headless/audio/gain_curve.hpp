@@ -1,5 +1,5 @@
 #pragma once
-// The gain over time that a take is heard with: a constant factor, times an envelope if there is one.
+// The gain over time that is applied to a take: a constant factor, times an envelope if there is one.
 
 #include "headless/project/envelope.hpp"
 
@@ -8,7 +8,7 @@
 #include <span>
 #include <vector>
 
-namespace headless {
+namespace headless::audio {
 
 /// A linear gain for every frame of a range. Frame 0 is the range's first frame.
 class GainCurve {
@@ -16,29 +16,29 @@ public:
     /// The same gain throughout.
     explicit GainCurve(double factor = 1.0) : factor_(factor) {}
 
-    /// `factor` times the envelope, whether that is active or not; a copy is kept.
+    /// `factor` times the envelope, whether or not the envelope is active. Keeps a copy of the points.
     /// @param start_seconds position in the envelope at which frame 0 lies
-    GainCurve(const Envelope& envelope, double start_seconds, double factor = 1.0);
+    GainCurve(const project::Envelope& envelope, double start_seconds, double factor = 1.0);
 
     /// Writes the gains of frames `first_frame`, `first_frame + 1`, ... into `gains`, one per frame. Blocks
     /// may start anywhere: each costs one search among the points.
     void evaluate(std::int64_t first_frame, int sample_rate, std::span<double> gains) const;
 
-    /// target = source times gain, rounded once to float. Interleaved samples of whole frames; the spans have
-    /// one size and may be the same.
+    /// target = source times gain, rounded once to float. Interleaved samples of whole frames. The spans have
+    /// the same size and may be the same memory.
     void apply(std::int64_t first_frame, int sample_rate, int channels, std::span<const float> source,
                std::span<float> target) const;
 
-    /// The gain when it is the same throughout; none with an envelope.
+    /// The gain if it is constant; empty with an envelope.
     std::optional<double> constant() const { return points_.empty() ? std::optional(factor_) : std::nullopt; }
 
-    /// True when every gain is 1.
+    /// True if every gain is 1.
     bool is_unity() const { return constant() == 1.0; }
 
 private:
-    std::vector<EnvelopePoint> points_; // none: the factor alone
+    std::vector<project::EnvelopePoint> points_; // empty: the factor alone
     double start_seconds_ = 0.0;
     double factor_ = 1.0;
 };
 
-} // namespace headless
+} // namespace headless::audio

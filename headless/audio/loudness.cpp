@@ -5,10 +5,10 @@
 
 #include <vector>
 
-namespace headless {
+namespace headless::audio {
 namespace {
 
-/// The audio as it is heard.
+/// The audio with the gain applied.
 struct HeardRange {
     AudioStore& store;
     const std::filesystem::path& file;
@@ -19,9 +19,8 @@ struct HeardRange {
 
 template <class Meter>
 Result<Loudness> listen(const HeardRange& audio, Result<Meter> meter) {
-    if (!meter) {
+    if (!meter)
         return tl::unexpected(Failure{audio.file.string() + ": " + meter.error().message});
-    }
     std::vector<float> heard;
     std::int64_t frame = 0;
     const auto take = [&](std::span<const float> block) -> Result<void> {
@@ -43,14 +42,12 @@ Result<Loudness> listen(const HeardRange& audio, Result<Meter> meter) {
 Result<Loudness> measure_loudness(AudioStore& store, const std::filesystem::path& file, FrameRange range,
                                   const GainCurve& gain, const LoudnessRequest& request) {
     const auto format = store.format(file);
-    if (!format) {
+    if (!format)
         return tl::unexpected(format.error());
-    }
     const HeardRange audio{store, file, range, gain, *format};
-    if (request == LoudnessRequest::momentary_only()) {
+    if (request == LoudnessRequest::momentary_only())
         return listen(audio, MomentarySearch::create(format->sample_rate, format->channels));
-    }
     return listen(audio, LoudnessMeter::create(format->sample_rate, format->channels, request));
 }
 
-} // namespace headless
+} // namespace headless::audio

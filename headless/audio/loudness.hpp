@@ -1,6 +1,6 @@
 #pragma once
-// Loudness after EBU R 128 and ITU-R BS.1770 of a range of a file as it is heard with a gain.
-// A file of one channel is measured as one channel: 3 LU below the same signal on two loudspeakers.
+// Loudness according to EBU R 128 and ITU-R BS.1770 of a range of a file, with a gain applied. A file of one
+// channel is measured as one channel: 3 LU below the same signal on two loudspeakers.
 
 #include "headless/audio/audio_store.hpp"
 #include "headless/audio/gain_curve.hpp"
@@ -8,16 +8,17 @@
 #include <filesystem>
 #include <optional>
 
-namespace headless {
+namespace headless::audio {
 
-/// Which readings are wanted. Each costs; the momentary maximum alone is the cheapest.
+/// The readings to measure. Each costs time; the momentary maximum alone is the cheapest.
 struct LoudnessRequest {
     bool integrated = false;
     bool range = false;
     bool true_peak = false;
     bool short_term_maximum = false;
     bool momentary_maximum = false;
-    /// Distance of the windows among which the two maxima are sought: 10 ms, or 400 ms for a coarse reading.
+    /// Distance between the windows that are searched for the two maxima: 10 ms, or 400 ms for a coarse
+    /// reading.
     int hop_milliseconds = 10;
 
     bool operator==(const LoudnessRequest&) const = default;
@@ -26,13 +27,14 @@ struct LoudnessRequest {
     static constexpr LoudnessRequest everything() { return {true, true, true, true, true}; }
 };
 
-/// A reading and the place in the measured range, in seconds from its first frame.
+/// A reading and its position in the measured range, in seconds from the first frame.
 struct PlacedReading {
     double value = 0.0;
     double position_seconds = 0.0;
 };
 
-/// The readings asked for; one that the range is too short for stays empty. Silence reads negative infinity.
+/// The requested readings. A reading is empty if the range is too short for it. Silence reads negative
+/// infinity.
 struct Loudness {
     std::optional<double> integrated_lufs;                ///< gated; at least 0.4 s
     std::optional<double> range_lu;                       ///< EBU Tech 3342; at least 3 s
@@ -41,9 +43,12 @@ struct Loudness {
     std::optional<PlacedReading> momentary_maximum_lufs;  ///< placed by the start of its 0.4 s window
 };
 
-/// Measures `range` of `file` times `gain`. Fails as AudioStore::read does, and for a sample rate or number
-/// of channels that loudness is not defined for.
+/// Whether loudness is defined for this sample rate and number of channels.
+bool is_loudness_defined(int sample_rate, int channels);
+
+/// Measures `range` of `file` times `gain`. Fails as AudioStore::read does, and if loudness is not defined
+/// for the sample rate or number of channels.
 Result<Loudness> measure_loudness(AudioStore& store, const std::filesystem::path& file, FrameRange range,
                                   const GainCurve& gain, const LoudnessRequest& request);
 
-} // namespace headless
+} // namespace headless::audio

@@ -4,10 +4,12 @@
 #include <cmath>
 #include <new>
 
-namespace headless {
+namespace headless::audio {
 namespace {
 
-constexpr int lowest_sample_rate = 4000; // below, the weighting filter's shelf lies beyond the spectrum
+constexpr int lowest_sample_rate = 4000;     // below it the weighting filter's shelf is outside the spectrum
+constexpr int highest_sample_rate = 2822400; // both are the library's limits
+constexpr int most_channels = 64;
 constexpr double momentary_seconds = 0.4;
 constexpr double short_term_seconds = 3.0;
 
@@ -17,7 +19,7 @@ int mode_for(const LoudnessRequest& request) {
            (request.short_term_maximum ? EBUR128_MODE_S : 0);
 }
 
-// What a reading function of the library says; empty when that is no number.
+// The result of one of the library's reading functions; empty if it is not a number.
 std::optional<double> ask(int (*reading)(ebur128_state*, double*), ebur128_state* state) {
     double value = 0.0;
     const bool is_read = reading(state, &value) == EBUR128_SUCCESS && !std::isnan(value);
@@ -26,20 +28,23 @@ std::optional<double> ask(int (*reading)(ebur128_state*, double*), ebur128_state
 
 } // namespace
 
+bool is_loudness_defined(int sample_rate, int channels) {
+    return sample_rate >= lowest_sample_rate && sample_rate <= highest_sample_rate && channels >= 1 &&
+           channels <= most_channels;
+}
+
 Result<LoudnessMeter> LoudnessMeter::create(int sample_rate, int channels, const LoudnessRequest& request) {
     const auto failure = [](std::string reason) { return tl::unexpected(Failure{std::move(reason)}); };
-    if (request.hop_milliseconds < 1) {
+    if (request.hop_milliseconds < 1)
         return failure("loudness was asked for without a distance of its windows");
-    }
-    if (sample_rate < lowest_sample_rate) {
-        return failure("loudness is not defined at " + std::to_string(sample_rate) + " Hz");
-    }
-    std::unique_ptr<ebur128_state, EburCloser> state(ebur128_init(
-        static_cast<unsigned>(channels), static_cast<unsigned long>(sample_rate), mode_for(request)));
-    if (!state) {
+    if (!is_loudness_defined(sample_rate, channels)) {
         return failure("loudness is not defined for " + std::to_string(channels) + " channels at " +
                        std::to_string(sample_rate) + " Hz");
     }
+    std::unique_ptr<ebur128_state, EburCloser> state(ebur128_init(
+        static_cast<unsigned>(channels), static_cast<unsigned long>(sample_rate), mode_for(request)));
+    if (!state)
+        throw std::bad_alloc(); // the only reason left
     return LoudnessMeter(std::move(state), request);
 }
 
@@ -48,7 +53,7 @@ LoudnessMeter::LoudnessMeter(std::unique_ptr<ebur128_state, EburCloser> state, c
       momentary_(400, request.hop_milliseconds, state_->samplerate, ebur128_loudness_momentary),
       short_term_(3000, request.hop_milliseconds, state_->samplerate, ebur128_loudness_shortterm) {}
 
-// Rounded from the start each time, so that hops of no whole number of frames do not drift.
+// Rounded from the start each time, so that hops that are not a whole number of frames do not drift.
 std::int64_t LoudnessMeter::hop_end(std::int64_t hop) const {
     const auto sample_rate = static_cast<std::int64_t>(state_->samplerate);
     return ((hop + 1) * request_.hop_milliseconds * sample_rate + 500) / 1000;
@@ -61,20 +66,17 @@ void LoudnessMeter::take(std::span<const float> heard) {
         const auto piece = heard.first(std::min(heard.size(), up_to_border));
         add(piece);
         heard = heard.subspan(piece.size());
-        if (frames_ == border) {
+        if (frames_ == border)
             end_hop();
-        }
     }
 }
 
 void LoudnessMeter::add(std::span<const float> heard) {
     const std::size_t frames = heard.size() / state_->channels;
-    if (ebur128_add_frames_float(state_.get(), heard.data(), frames) != EBUR128_SUCCESS) {
+    if (ebur128_add_frames_float(state_.get(), heard.data(), frames) != EBUR128_SUCCESS)
         throw std::bad_alloc();
-    }
-    if (request_.true_peak) {
+    if (request_.true_peak)
         note_true_peak();
-    }
     frames_ += static_cast<std::int64_t>(frames);
 }
 
@@ -82,20 +84,17 @@ void LoudnessMeter::note_true_peak() {
     for (unsigned channel = 0; channel < state_->channels; ++channel) {
         double peak = 0.0;
         ebur128_prev_true_peak(state_.get(), channel, &peak);
-        if (peak > true_peak_.value) {
+        if (peak > true_peak_.value)
             true_peak_ = {peak, seconds_taken()};
-        }
     }
 }
 
 void LoudnessMeter::end_hop() {
     ++hops_;
-    if (request_.momentary_maximum) {
+    if (request_.momentary_maximum)
         momentary_.end_hop(state_.get());
-    }
-    if (request_.short_term_maximum) {
+    if (request_.short_term_maximum)
         short_term_.end_hop(state_.get());
-    }
 }
 
 void LoudnessMeter::skip_hop() {
@@ -111,22 +110,17 @@ double LoudnessMeter::seconds_taken() const {
 
 Loudness LoudnessMeter::readings() const {
     Loudness loudness;
-    if (request_.integrated && seconds_taken() >= momentary_seconds) {
+    if (request_.integrated && seconds_taken() >= momentary_seconds)
         loudness.integrated_lufs = ask(ebur128_loudness_global, state_.get());
-    }
-    if (request_.range && seconds_taken() >= short_term_seconds) {
+    if (request_.range && seconds_taken() >= short_term_seconds)
         loudness.range_lu = ask(ebur128_loudness_range, state_.get());
-    }
-    if (request_.true_peak && frames_ > 0) {
+    if (request_.true_peak && frames_ > 0)
         loudness.true_peak_dbtp = {20.0 * std::log10(true_peak_.value), true_peak_.position_seconds};
-    }
-    if (request_.momentary_maximum) {
+    if (request_.momentary_maximum)
         loudness.momentary_maximum_lufs = momentary_.reading();
-    }
-    if (request_.short_term_maximum) {
+    if (request_.short_term_maximum)
         loudness.short_term_maximum_lufs = short_term_.reading();
-    }
     return loudness;
 }
 
-} // namespace headless
+} // namespace headless::audio

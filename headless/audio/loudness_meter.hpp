@@ -1,5 +1,6 @@
 #pragma once
-// The running measurement behind measure_loudness: frames in, readings out. For use inside this folder.
+// The running measurement behind measure_loudness: takes frames, returns readings. For use inside this
+// folder.
 
 #include "headless/audio/loudness.hpp"
 #include "headless/audio/window_maximum.hpp"
@@ -11,7 +12,7 @@
 #include <memory>
 #include <span>
 
-namespace headless {
+namespace headless::audio {
 
 struct EburCloser {
     void operator()(ebur128_state* state) const { ebur128_destroy(&state); }
@@ -19,23 +20,23 @@ struct EburCloser {
 
 class LoudnessMeter {
 public:
-    /// Fails for a sample rate or number of channels that loudness is not defined for.
+    /// Fails if loudness is not defined for the sample rate or number of channels.
     static Result<LoudnessMeter> create(int sample_rate, int channels, const LoudnessRequest& request);
 
     /// The next frames, interleaved.
     void take(std::span<const float> heard);
 
-    /// As many frames as reach the next hop were not listened to; what was taken so far ends at a hop. Only
-    /// the readings of maxima allow it.
+    /// Skips the frames up to the next hop. The frames taken so far must end at a hop. Only the readings of
+    /// maxima allow skipping.
     void skip_hop();
 
-    /// Frames from the start to the end of hop `hop`, counted from 0.
+    /// Number of frames from the start to the end of hop `hop`, counted from 0.
     std::int64_t hop_end(std::int64_t hop) const;
 
-    /// Mean weighted energy of the loudest momentary window yet, full scale being 1.
+    /// Mean weighted energy of the loudest momentary window so far; full scale is 1.
     double most_momentary_energy() const { return momentary_.most_energy(); }
 
-    /// The readings asked for, of all that was taken.
+    /// The requested readings, of all frames taken.
     Loudness readings() const;
 
 private:
@@ -55,4 +56,4 @@ private:
     PlacedReading true_peak_; // its value is linear
 };
 
-} // namespace headless
+} // namespace headless::audio

@@ -4,7 +4,7 @@
 
 #include <cmath>
 
-namespace headless {
+namespace headless::audio {
 
 struct LoudnessReadings::Entry {
     FileStamp stamp;
@@ -28,15 +28,13 @@ struct LoudnessReadings::Entry {
 namespace {
 
 void move_level(std::optional<PlacedReading>& reading, double gain_db) {
-    if (reading) {
+    if (reading)
         reading->value += gain_db;
-    }
 }
 
 Loudness at_gain(Loudness loudness, double change) {
-    if (change == 1.0) {
+    if (change == 1.0)
         return loudness;
-    }
     const double gain_db = 20.0 * std::log10(std::abs(change));
     move_level(loudness.true_peak_dbtp, gain_db);
     move_level(loudness.short_term_maximum_lufs, gain_db);
@@ -55,18 +53,15 @@ Result<Loudness> LoudnessReadings::measure(const std::filesystem::path& file, Fr
                                            const GainCurve& gain, const LoudnessRequest& request) {
     const std::optional<double> factor = gain.constant();
     const auto stamp = stamp_of(file);
-    if (!factor || *factor == 0.0 || !stamp) {
+    if (!factor || *factor == 0.0 || !stamp)
         return measure_loudness(store_, file, range, gain, request);
-    }
     const auto known = by_path_.find(file.native());
-    if (known != by_path_.end() && known->second.answers(*stamp, range, *factor, request)) {
+    if (known != by_path_.end() && known->second.answers(*stamp, range, *factor, request))
         return at_gain(known->second.loudness, *factor / known->second.factor);
-    }
     auto loudness = measure_loudness(store_, file, range, gain, request);
-    if (loudness) {
+    if (loudness)
         by_path_.insert_or_assign(file.native(), Entry{*stamp, range, *factor, request, *loudness});
-    }
     return loudness;
 }
 
-} // namespace headless
+} // namespace headless::audio

@@ -1,5 +1,5 @@
 #pragma once
-// Loudness readings that are kept: asking again about a file costs a look at its time stamp.
+// A cache of loudness readings: asking again about a file only costs a check of its time stamp.
 
 #include "headless/audio/loudness.hpp"
 
@@ -7,24 +7,24 @@
 #include <string>
 #include <unordered_map>
 
-namespace headless {
+namespace headless::audio {
 
-/// The readings of each file asked about last, some 250 bytes a file beside its path; a file that has changed
-/// on disk is measured again. Not for use from two threads at once.
+/// Keeps the readings most recently requested for each file, some 250 bytes per file besides its path. A file
+/// that has changed on disk is measured again. Not for use from two threads at once.
 ///
 /// A constant gain moves the maxima and the true peak by its decibels, so one measurement serves them at
-/// every gain. The integrated loudness and the range have a gate at a fixed level: these hold at the gain
-/// they were measured with.
+/// every gain. The integrated loudness and the range have a gate at a fixed level, so they are valid only for
+/// the gain they were measured with.
 class LoudnessReadings {
 public:
-    /// @param store outlives this
+    /// @param store must outlive this object
     explicit LoudnessReadings(AudioStore& store);
     ~LoudnessReadings();
     LoudnessReadings(const LoudnessReadings&) = delete;
     LoudnessReadings& operator=(const LoudnessReadings&) = delete;
 
-    /// As measure_loudness; readings beyond those asked for may be there too. What is heard with an envelope
-    /// is measured each time.
+    /// As measure_loudness. The result may contain readings that were not requested. With an envelope, each
+    /// call measures.
     Result<Loudness> measure(const std::filesystem::path& file, FrameRange range, const GainCurve& gain,
                              const LoudnessRequest& request);
 
@@ -35,4 +35,4 @@ private:
     std::unordered_map<std::string, Entry> by_path_;
 };
 
-} // namespace headless
+} // namespace headless::audio

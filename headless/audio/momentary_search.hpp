@@ -1,6 +1,6 @@
 #pragma once
-// A LoudnessMeter for the momentary maximum alone, which hears only what may hold it. For use inside this
-// folder.
+// A LoudnessMeter for the momentary maximum alone, which measures only the audio that may contain it. For use
+// inside this folder.
 
 #include "headless/audio/loudness_meter.hpp"
 
@@ -8,23 +8,24 @@
 #include <span>
 #include <vector>
 
-namespace headless {
+namespace headless::audio {
 
-/// Finds the maximum that a LoudnessMeter finds, without weighting all of the audio.
+/// Finds the same maximum as a LoudnessMeter, without weighting all of the audio.
 ///
-/// The weighting filter takes far longer than sums of squares, and these bound what it makes of a stretch: it
-/// gives the energy of no frequency more gain than a constant plus a multiple of what the difference of
-/// neighbouring samples does. A window whose bound, with that of the filter's memory before it, lies below
-/// the loudest window yet cannot be the maximum, and frames of no other window go by unheard.
+/// The weighting filter takes far longer than sums of squares, and such sums bound the energy that it returns
+/// for a stretch of audio: at no frequency is its energy gain larger than a constant plus a multiple of the
+/// energy gain of the difference between neighbouring samples. A window whose bound, together with that of
+/// the filter's memory before it, lies below the loudest window so far cannot be the maximum. Frames that lie
+/// only in such windows are skipped.
 class MomentarySearch {
 public:
     /// For windows 10 ms apart. Fails as LoudnessMeter::create does.
     static Result<MomentarySearch> create(int sample_rate, int channels);
 
-    /// The next frames, interleaved.
+    /// Takes the next frames, interleaved.
     void take(std::span<const float> heard);
 
-    /// The momentary maximum of all that was taken.
+    /// The momentary maximum of all frames taken.
     Loudness readings() const { return meter_.readings(); }
 
 private:
@@ -43,12 +44,13 @@ private:
     std::size_t channels_;
     float slope_;                    // of the bound, over the energy of differences
     double gain_;                    // from the bounds of a stretch to the mean energy of a window in it
-    std::vector<double> hop_bounds_; // a ring over a window and the memory before it
-    // One frame at least that was heard or skipped, then from `pending_begin_` on what was neither.
+    std::vector<double> hop_bounds_; // ring buffer over a window and the memory before it
+    // At least one frame that was measured or skipped, then from `pending_begin_` on the frames that were
+    // neither.
     std::vector<float> buffer_;
     std::size_t pending_begin_ = channels_;
     std::int64_t hops_ = 0;          // complete ones
     std::int64_t first_pending_ = 0; // of the hops
 };
 
-} // namespace headless
+} // namespace headless::audio

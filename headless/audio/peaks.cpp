@@ -6,11 +6,11 @@
 #include <limits>
 #include <vector>
 
-namespace headless {
+namespace headless::audio {
 namespace {
 
 constexpr double forgiven_frames = 1e-6;
-constexpr double most_frames = 9e15; // every whole number up to here is a double
+constexpr double most_frames = 9e15; // every whole number up to this is exact as a double
 
 /// The frames that each interval covers.
 struct Grid {
@@ -45,13 +45,12 @@ struct Extremes {
     }
 
     void take_channel(std::span<const float> samples, std::size_t channel, std::size_t channels) {
-        for (std::size_t i = channel; i < samples.size(); i += channels) {
+        for (std::size_t i = channel; i < samples.size(); i += channels)
             take(samples[i]);
-        }
     }
 
     void take_all(std::span<const float> samples) {
-        constexpr std::size_t width = 8; // side by side, for the compiler to do at once
+        constexpr std::size_t width = 8; // in parallel, for vectorisation
         std::array<float, width> highs;
         std::array<float, width> lows;
         highs.fill(highest);
@@ -68,7 +67,7 @@ struct Extremes {
     }
 };
 
-/// Goes through the file's blocks and the intervals side by side.
+/// Walks through the file's blocks and the intervals in parallel.
 class Sweep {
 public:
     Sweep(const Grid& grid, std::int64_t intervals, int file_channels, int asked_channels,
@@ -76,9 +75,8 @@ public:
         : grid_(grid), intervals_(intervals), file_channels_(static_cast<std::size_t>(file_channels)),
           extremes_(static_cast<std::size_t>(asked_channels)), maxima_(maxima), minima_(minima),
           frame_(first_frame) {
-        while (interval_ < intervals_ && grid_.end(interval_) <= 0) {
+        while (interval_ < intervals_ && grid_.end(interval_) <= 0)
             ++interval_;
-        }
     }
 
     void take(std::span<const float> block) {
@@ -87,19 +85,17 @@ public:
             const std::int64_t begin = std::max(grid_.begin(interval_), frame_);
             const std::int64_t end = grid_.end(interval_);
             fold(block.subspan(samples(begin - frame_), samples(std::min(end, block_end) - begin)));
-            if (end > block_end) {
+            if (end > block_end)
                 break;
-            }
             store();
         }
         frame_ = block_end;
     }
 
-    /// Number of intervals up to the end of what was taken.
+    /// Number of intervals up to the end of the frames taken.
     std::int64_t finish() {
-        if (extremes_.front().has_seen_samples()) {
+        if (extremes_.front().has_seen_samples())
             store();
-        }
         return interval_;
     }
 
@@ -113,9 +109,8 @@ private:
             extremes_.front().take_all(block);
             return;
         }
-        for (std::size_t channel = 0; channel < std::min(extremes_.size(), file_channels_); ++channel) {
+        for (std::size_t channel = 0; channel < std::min(extremes_.size(), file_channels_); ++channel)
             extremes_[channel].take_channel(block, channel, file_channels_);
-        }
     }
 
     void store() {
@@ -136,7 +131,7 @@ private:
     std::vector<Extremes> extremes_;
     std::span<double> maxima_;
     std::span<double> minima_;
-    std::int64_t frame_; // where the next block begins
+    std::int64_t frame_; // start of the next block
     std::int64_t interval_ = 0;
 };
 
@@ -148,9 +143,8 @@ Result<std::int64_t> measure_peaks(AudioStore& store, const std::filesystem::pat
     std::ranges::fill(maxima, 0.0);
     std::ranges::fill(minima, 0.0);
     const auto format = store.format(file);
-    if (!format) {
+    if (!format)
         return tl::unexpected(format.error());
-    }
     const auto channels = static_cast<std::size_t>(std::max(1, request.channel_count));
     const auto intervals = static_cast<std::int64_t>(std::min(maxima.size(), minima.size()) / channels);
     const double sample_rate = format->sample_rate;
@@ -159,9 +153,8 @@ Result<std::int64_t> measure_peaks(AudioStore& store, const std::filesystem::pat
         return tl::unexpected(
             Failure{file.string() + ": peaks were asked for at an impossible place or rate"});
     }
-    if (intervals == 0) {
+    if (intervals == 0)
         return 0;
-    }
     const std::int64_t first = std::clamp<std::int64_t>(grid.begin(0), 0, format->frames);
     const std::int64_t end = std::clamp(grid.end(intervals - 1), first, format->frames);
     Sweep sweep(grid, intervals, format->channels, request.channel_count, maxima, minima, first);
@@ -172,4 +165,4 @@ Result<std::int64_t> measure_peaks(AudioStore& store, const std::filesystem::pat
     return store.read(file, {first, end - first}, take).map([&] { return sweep.finish(); });
 }
 
-} // namespace headless
+} // namespace headless::audio

@@ -1,18 +1,22 @@
 #include "headless/audio/render.hpp"
 
-#include "headless/audio/decoder.hpp"
 #include "headless/audio/sound_file.hpp"
+#include "headless/base/file_reading.hpp"
 
 #include <cstring>
 #include <limits>
-#include <string_view>
+#include <optional>
+#include <string>
 #include <vector>
 
-namespace headless {
+namespace headless::audio {
 namespace {
 
-// By this mark in the file's information chunk its writer is known; libsndfile puts its own name behind it.
+// By this mark in the file's information chunk its writer is known. libsndfile puts its own name behind it,
+// and writes the chunk before the samples.
 constexpr const char* own_mark = "felspar";
+constexpr std::size_t most_header_bytes = 1024;
+constexpr std::size_t chunk_heading_bytes = 8;
 
 // Room for the chunks around the samples within the 4 GiB that a plain wav can hold.
 constexpr std::int64_t most_wav_data_bytes = std::numeric_limits<std::uint32_t>::max() - 4096LL;
@@ -23,81 +27,99 @@ int container_for(const AudioFormat& format) {
     return format.frames > most_frames ? SF_FORMAT_RF64 : SF_FORMAT_WAV;
 }
 
-Failure write_failure(const std::filesystem::path& target, SNDFILE* handle) {
-    return {target.string() + ": cannot be written (" + sf_strerror(handle) + ")"};
-}
-
-Result<SoundFileHandle> start_wav(const StagedFile& staged, const AudioFormat& format,
-                                  const std::filesystem::path& target) {
-    SF_INFO info{};
-    info.samplerate = format.sample_rate;
-    info.channels = format.channels;
-    info.format = container_for(format) | SF_FORMAT_FLOAT;
-    SoundFileHandle wav(sf_open_fd(staged.descriptor(), SFM_WRITE, &info, SF_FALSE));
-    if (!wav) {
-        return tl::unexpected(write_failure(target, nullptr));
+/// A wav file in the making.
+class WavWriter {
+public:
+    /// @param descriptor  of an empty file; outlives this
+    WavWriter(int descriptor, const AudioFormat& format) : io_(descriptor) {
+        SF_INFO info{};
+        info.samplerate = format.sample_rate;
+        info.channels = format.channels;
+        info.format = container_for(format) | SF_FORMAT_FLOAT;
+        wav_.reset(io_.open(SFM_WRITE, info));
+        if (!wav_)
+            return;
+        // The peak chunk carries the time of writing: without it the same audio gives the same bytes.
+        sf_command(wav_.get(), SFC_SET_ADD_PEAK_CHUNK, nullptr, SF_FALSE);
+        library_error_ = sf_set_string(wav_.get(), SF_STR_SOFTWARE, own_mark);
     }
-    // The peak chunk carries the time of writing: without it the same audio gives the same bytes.
-    sf_command(wav.get(), SFC_SET_ADD_PEAK_CHUNK, nullptr, SF_FALSE);
-    sf_set_string(wav.get(), SF_STR_SOFTWARE, own_mark);
-    return wav;
-}
 
-Result<void> write_frames(AudioStore& store, const std::filesystem::path& source, FrameRange range,
-                          const GainCurve& gain, const AudioFormat& format, SNDFILE* wav,
-                          const std::filesystem::path& target) {
+    /// @returns whether nothing has failed
+    bool write(std::span<const float> samples) {
+        const auto count = static_cast<sf_count_t>(samples.size());
+        return wav_ && library_error_ == 0 && sf_write_float(wav_.get(), samples.data(), count) == count &&
+               io_.error_number() == 0;
+    }
+
+    /// Writes what is left, the header's lengths among it. @returns whether nothing has failed
+    bool close() {
+        const int error = wav_ ? sf_close(wav_.release()) : sf_error(nullptr);
+        if (error != 0)
+            library_error_ = error;
+        return library_error_ == 0 && io_.error_number() == 0;
+    }
+
+    Failure failure(const std::filesystem::path& target) const {
+        if (io_.error_number() != 0)
+            return system_failure(target, io_.error_number());
+        const char* reason = library_error_ ? sf_error_number(library_error_) : sf_strerror(wav_.get());
+        return {target.string() + ": cannot be written (" + reason + ")"};
+    }
+
+private:
+    SoundIo io_;
+    SoundFileHandle wav_;
+    int library_error_ = 0;
+};
+
+Result<void> write_wav(AudioStore& store, const std::filesystem::path& source, FrameRange range,
+                       const GainCurve& gain, const AudioFormat& format, int descriptor,
+                       const std::filesystem::path& target) {
+    WavWriter wav(descriptor, format);
     std::vector<float> heard;
     std::int64_t frame = 0;
-    return store.read(source, range, [&](std::span<const float> block) -> Result<void> {
+    const auto write_block = [&](std::span<const float> block) -> Result<void> {
         heard.resize(block.size());
         gain.apply(frame, format.sample_rate, format.channels, block, heard);
-        const auto frames = static_cast<std::int64_t>(block.size()) / format.channels;
-        if (sf_writef_float(wav, heard.data(), frames) != frames) {
-            return tl::unexpected(write_failure(target, wav));
-        }
-        frame += frames;
-        return {};
+        frame += static_cast<std::int64_t>(block.size()) / format.channels;
+        return wav.write(heard) ? Result<void>() : tl::unexpected(wav.failure(target));
+    };
+    return store.read(source, range, write_block).and_then([&] {
+        return wav.close() ? Result<void>() : tl::unexpected(wav.failure(target));
     });
 }
 
 } // namespace
 
+Result<StagedRender> stage_render(AudioStore& store, const std::filesystem::path& source, FrameRange range,
+                                  const GainCurve& gain, const std::filesystem::path& target) {
+    auto format = store.format(source);
+    if (!format)
+        return tl::unexpected(format.error());
+    if (range.frame_count <= 0)
+        return tl::unexpected(Failure{target.string() + ": there is nothing to render"});
+    format->frames = range.frame_count;
+    auto staged = StagedFile::create(target);
+    if (!staged)
+        return tl::unexpected(staged.error());
+    return write_wav(store, source, range, gain, *format, staged->descriptor(), target).map([&] {
+        return StagedRender{std::move(*staged), *format};
+    });
+}
+
 Result<AudioFormat> render(AudioStore& store, const std::filesystem::path& source, FrameRange range,
                            const GainCurve& gain, const std::filesystem::path& target,
                            ExistingFile existing) {
-    auto format = store.format(source);
-    if (!format) {
-        return format;
-    }
-    if (range.frame_count <= 0) {
-        return tl::unexpected(Failure{target.string() + ": there is nothing to render"});
-    }
-    format->frames = range.frame_count;
-    auto staged = StagedFile::create(target);
-    if (!staged) {
-        return tl::unexpected(staged.error());
-    }
-    auto wav = start_wav(*staged, *format, target);
-    if (!wav) {
-        return tl::unexpected(wav.error());
-    }
-    return write_frames(store, source, range, gain, *format, wav->get(), target)
-        .and_then([&]() -> Result<void> {
-            if (const int error = sf_close(wav->release())) {
-                return tl::unexpected(Failure{target.string() + ": " + sf_error_number(error)});
-            }
-            return staged->publish(existing);
-        })
-        .map([&] { return *format; });
+    return stage_render(store, source, range, gain, target).and_then([&](StagedRender&& staged) {
+        return staged.file.publish(existing).map([&] { return staged.format; });
+    });
 }
 
-bool is_own_file(const std::filesystem::path& file) {
-    const auto sound = Decoder(AudioStore::default_patience).open(file);
-    if (!sound) {
-        return false;
-    }
-    const char* software = sf_get_string(sound->handle.get(), SF_STR_SOFTWARE);
-    return software != nullptr && std::string_view(software).starts_with(own_mark);
+Result<bool> is_own_file(const std::filesystem::path& file) {
+    return beginning_of(file, most_header_bytes).map([](const std::optional<std::string>& header) {
+        const std::size_t tag = header ? header->find("ISFT") : std::string::npos;
+        return tag != std::string::npos && header->find(own_mark, tag) == tag + chunk_heading_bytes;
+    });
 }
 
-} // namespace headless
+} // namespace headless::audio

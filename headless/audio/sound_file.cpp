@@ -1,5 +1,6 @@
 #include "headless/audio/sound_file.hpp"
 
+#include "headless/audio/header_claim.hpp"
 #include "headless/base/staged_file.hpp"
 
 #include <cerrno>
@@ -7,7 +8,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-namespace headless {
+namespace headless::audio {
 namespace {
 
 tl::unexpected<Failure> failure(const std::filesystem::path& file, const std::string& reason) {
@@ -18,41 +19,36 @@ tl::unexpected<Failure> failure(const std::filesystem::path& file, const std::st
 
 Result<FileStamp> stamp_of(const std::filesystem::path& file) {
     struct stat status {};
-    if (stat(file.c_str(), &status) != 0) {
+    if (stat(file.c_str(), &status) != 0)
         return tl::unexpected(system_failure(file, errno));
-    }
     if (!S_ISREG(status.st_mode)) {
         return failure(file,
                        S_ISDIR(status.st_mode) ? "is a folder, not an audio file" : "is no regular file");
     }
-    if (status.st_size == 0) {
+    if (status.st_size == 0)
         return failure(file, "is empty");
-    }
     return FileStamp{status.st_dev, status.st_ino, status.st_size, status.st_mtim.tv_sec,
                      status.st_mtim.tv_nsec};
 }
 
 Result<SoundFile> open_sound_file(const std::filesystem::path& file) {
-    if (const auto stamp = stamp_of(file); !stamp) {
+    if (const auto stamp = stamp_of(file); !stamp)
         return tl::unexpected(stamp.error());
-    }
-    // Not blocking, in case a pipe has taken the file's place since.
+    // Non-blocking, in case a pipe has taken the file's place since.
     const int descriptor = open(file.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC);
-    if (descriptor < 0) {
+    if (descriptor < 0)
         return tl::unexpected(system_failure(file, errno));
-    }
-    SF_INFO info{};
-    SoundFileHandle handle(sf_open_fd(descriptor, SFM_READ, &info, SF_TRUE));
-    if (!handle) {
+    const auto stream = std::make_shared<const SoundStream>(descriptor);
+    if (stream->error_number() != 0)
+        return tl::unexpected(system_failure(file, stream->error_number()));
+    if (!stream->handle())
         return failure(file, std::string("is no audio file that can be read (") + sf_strerror(nullptr) + ")");
-    }
-    if (info.frames <= 0) {
+    const SF_INFO& info = stream->info();
+    if (info.frames <= 0)
         return failure(file, "holds no audio");
-    }
-    if (info.channels <= 0 || info.samplerate <= 0) {
+    if (info.channels <= 0 || info.samplerate <= 0)
         return failure(file, "has no channels or no sample rate");
-    }
-    return SoundFile{std::move(handle), info, file};
+    return SoundFile{stream, info, file, claimed_frames(descriptor, info.frames)};
 }
 
-} // namespace headless
+} // namespace headless::audio

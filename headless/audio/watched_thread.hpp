@@ -1,5 +1,5 @@
 #pragma once
-// Runs what may hang: the caller waits only as long as it makes progress. For use inside this folder.
+// Runs jobs that may hang: the caller waits only as long as a job makes progress. For use inside this folder.
 
 #include <atomic>
 #include <chrono>
@@ -7,13 +7,13 @@
 #include <functional>
 #include <memory>
 
-namespace headless {
+namespace headless::audio {
 
-/// A job counts its steps here; any change is progress.
+/// A job counts its steps here. Any change counts as progress.
 using Steps = std::atomic<std::uint64_t>;
 
-/// One thread that does jobs one at a time. A job that is given up keeps its thread, until the process ends
-/// if need be; the next job gets a new one.
+/// One thread that runs jobs one at a time. An abandoned job keeps its thread, until the process ends if need
+/// be; the next job gets a new one.
 class WatchedThread {
 public:
     WatchedThread();
@@ -21,10 +21,10 @@ public:
     WatchedThread(const WatchedThread&) = delete;
     WatchedThread& operator=(const WatchedThread&) = delete;
 
-    /// Waits for the job. What leaves it is thrown here.
-    /// @param job       must own all that it uses: it may run on after it was given up
+    /// Runs the job and waits for it. An exception that leaves the job is thrown here.
+    /// @param job       must own everything it uses: it may still be running after it was abandoned
     /// @param patience  the longest time between two steps
-    /// @returns false when the job was given up
+    /// @returns false if the job was abandoned
     bool run(std::function<void(Steps&)> job, std::chrono::milliseconds patience);
 
 private:
@@ -35,4 +35,4 @@ private:
     std::shared_ptr<Desk> desk_; // shared with the thread; null before the first job
 };
 
-} // namespace headless
+} // namespace headless::audio

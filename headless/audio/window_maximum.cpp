@@ -4,7 +4,7 @@
 #include <functional>
 #include <numeric>
 
-namespace headless {
+namespace headless::audio {
 namespace {
 
 constexpr double weighting_offset_lu = 0.691; // ITU-R BS.1770: LUFS = 10 log10(energy) - 0.691
@@ -31,14 +31,12 @@ WindowMaximum::WindowMaximum(int window_milliseconds, int hop_milliseconds, unsi
 }
 
 void WindowMaximum::end_hop(ebur128_state* state) {
-    if (!hops_are_long()) {
+    if (!hops_are_long())
         read_hop(state);
-    }
     ++hops_;
     ++usable_hops_;
-    if (usable_hops_ * hop_milliseconds_ < window_milliseconds_) {
+    if (usable_hops_ * hop_milliseconds_ < window_milliseconds_)
         return;
-    }
     const double energy = sums_are_exact_ ? summed_energy() : asked_energy(state);
     if (energy >= 0.0 && energy > most_energy_) { // an empty optional is less than any number
         most_energy_ = energy;
@@ -57,27 +55,25 @@ void WindowMaximum::read_hop(ebur128_state* state) {
     hop_energies_[static_cast<std::size_t>(hops_) % hop_energies_.size()] = energy_of(lufs) * read_share_;
 }
 
-// Of the hops that cover the present window: its energy or a little more.
+// The summed energy of the hops that cover the current window: the window's energy or a little more.
 double WindowMaximum::summed_energy() const {
     return std::reduce(hop_energies_.begin(), hop_energies_.end());
 }
 
-// The energy of the present window, or 0 when it cannot be the loudest.
+// The energy of the current window, or 0 if it cannot be the loudest.
 double WindowMaximum::asked_energy(ebur128_state* state) const {
-    if (!hops_are_long() && summed_energy() * rounding_margin < most_energy_) {
+    if (!hops_are_long() && summed_energy() * rounding_margin < most_energy_)
         return 0.0;
-    }
     double lufs = 0.0;
     ask_(state, &lufs);
     return energy_of(lufs);
 }
 
 std::optional<PlacedReading> WindowMaximum::reading() const {
-    if (!most_energy_) {
+    if (!most_energy_)
         return std::nullopt;
-    }
     const auto start_milliseconds = loudest_hop_ * hop_milliseconds_ - window_milliseconds_;
     return PlacedReading{lufs_of(*most_energy_), static_cast<double>(start_milliseconds) / 1000.0};
 }
 
-} // namespace headless
+} // namespace headless::audio

@@ -1,5 +1,6 @@
 #pragma once
-// The loudest of the windows of one length that end at the hops of a measurement. For use inside this folder.
+// Finds the loudest of the windows of one length that end at the hops of a measurement. For use inside this
+// folder.
 
 #include "headless/audio/loudness.hpp"
 
@@ -9,34 +10,35 @@
 #include <optional>
 #include <vector>
 
-namespace headless {
+namespace headless::audio {
 
-/// After this time what the weighting filter heard before has fallen by some 180 dB: its slowest part is a
-/// double pole at 38 Hz.
+/// After this time the weighting filter's response to earlier audio has fallen by some 180 dB: its slowest
+/// part is a double pole at 38 Hz.
 inline constexpr int weighting_memory_milliseconds = 100;
 
-/// Finds what asking the library for the window at every hop would find.
+/// Gives the same result as asking the library for the window at every hop.
 ///
-/// The library reads a window by summing all of its frames, which at every hop takes longer than the
-/// filtering. So the energy of each hop is read, and what the hops of a window add up to tells its loudness:
-/// exactly, when hops are whole numbers of frames, and else as a bound, above which the library is asked.
+/// The library reads a window by summing all of its frames, which takes longer at every hop than the
+/// filtering. So only the energy of each hop is read, and the sum over the hops of a window gives its
+/// loudness: exactly if hops are whole numbers of frames, otherwise as an upper bound, and the library is
+/// asked unless the bound is below the maximum so far.
 class WindowMaximum {
 public:
     using Ask = int (*)(ebur128_state*, double*);
 
     WindowMaximum(int window_milliseconds, int hop_milliseconds, unsigned long sample_rate, Ask ask);
 
-    /// `state` has just been given the last frames of a hop.
+    /// To be called when `state` has just been given the last frames of a hop.
     void end_hop(ebur128_state* state);
 
-    /// A hop went by of which `state` was given nothing: windows count again when the weighting filter has
-    /// forgotten the gap.
+    /// To be called for a hop of which `state` was given nothing. Windows count again once the weighting
+    /// filter's memory of the gap has decayed.
     void skip_hop();
 
     /// Mean energy of the loudest window; 0 before the first.
     double most_energy() const { return most_energy_.value_or(0.0); }
 
-    /// Empty when no whole window fitted.
+    /// Empty if no complete window fitted.
     std::optional<PlacedReading> reading() const;
 
 private:
@@ -53,11 +55,11 @@ private:
     bool sums_are_exact_;
     unsigned long read_milliseconds_;  // of a hop: no less than it
     double read_share_;                // of the window's frames
-    std::vector<double> hop_energies_; // a ring: each hop's part of a window's mean energy
+    std::vector<double> hop_energies_; // ring buffer: each hop's part of a window's mean energy
     std::int64_t hops_ = 0;
-    std::int64_t usable_hops_ = 0; // without a gap; negative while the filter still remembers one
+    std::int64_t usable_hops_ = 0; // since the last gap; negative while the filter's memory still holds one
     std::int64_t loudest_hop_ = 0;
     std::optional<double> most_energy_;
 };
 
-} // namespace headless
+} // namespace headless::audio

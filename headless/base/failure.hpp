@@ -1,9 +1,11 @@
 #pragma once
-// How a foreseeable failure travels through the headless host: as a value with a text for the user.
+// An expected failure in the headless host: a value with a text for the user.
 
 #include <tl/expected.hpp>
 
+#include <filesystem>
 #include <string>
+#include <system_error>
 
 namespace headless {
 
@@ -11,6 +13,11 @@ namespace headless {
 struct Failure {
     std::string message;
 };
+
+/// The failure of a system call on `path`, from errno.
+inline Failure system_failure(const std::filesystem::path& path, int error_number) {
+    return {path.string() + ": " + std::generic_category().message(error_number)};
+}
 
 template <class T>
 using Result = tl::expected<T, Failure>;

@@ -1,6 +1,6 @@
 #pragma once
-// A list that is edited at one place after the other, as when a plug-in deletes points or selects items one
-// by one: in a plain vector each edit would move the whole rest.
+// A gap buffer, for a list that is edited at one place after the other, as when a plug-in deletes points or
+// selects items one by one. In a plain vector each edit would move all elements after it.
 
 #include <cstddef>
 #include <utility>
@@ -8,8 +8,8 @@
 
 namespace headless {
 
-/// Elements by position. Access is constant; inserting and erasing cost the distance from the gap, which is
-/// where that was last done.
+/// Elements by position. Access takes constant time. Inserting and erasing take time in proportion to the
+/// distance from the gap, which is at the last edit.
 template <class T>
 class GapList {
 public:
@@ -23,12 +23,12 @@ public:
         return index < before_.size() ? before_[index] : behind_[size() - 1 - index];
     }
 
-    /// Index of the element behind the gap.
+    /// Index of the element after the gap.
     std::size_t gap() const { return before_.size(); }
 
     void push_back(T element) { insert(size(), std::move(element)); }
 
-    /// The gap is behind the element then.
+    /// Leaves the gap after the new element.
     void insert(std::size_t index, T element) {
         move_gap(index);
         before_.push_back(std::move(element));
@@ -53,8 +53,8 @@ private:
             before_.push_back(std::move(behind_.back()));
     }
 
-    std::vector<T> before_; ///< up to the gap
-    std::vector<T> behind_; ///< from the gap on, last element first
+    std::vector<T> before_; ///< the elements before the gap
+    std::vector<T> behind_; ///< the elements after the gap, last element first
 };
 
 } // namespace headless

@@ -1,5 +1,5 @@
 #pragma once
-// A set of addresses that answers within a few nanoseconds: every handle from outside is looked up in one.
+// A set of addresses with lookups of a few nanoseconds: every handle from outside is looked up in one.
 
 #include <cstddef>
 #include <cstdint>
@@ -14,23 +14,20 @@ public:
     bool contains(const void* address) const { return address && slots_[slot_of(address)] == address; }
 
     void insert(const void* address) {
-        if (!address || contains(address)) {
+        if (!address || contains(address))
             return;
-        }
-        if (2 * ++size_ > slots_.size()) {
+        if (2 * ++size_ > slots_.size())
             grow();
-        }
         slots_[slot_of(address)] = address;
     }
 
     void erase(const void* address) {
-        if (!contains(address)) {
+        if (!contains(address))
             return;
-        }
         std::size_t hole = slot_of(address);
         slots_[hole] = nullptr;
         --size_;
-        // What stood behind it for want of a better place moves up.
+        // Entries that were displaced by this one move up.
         for (std::size_t slot = next(hole); slots_[slot]; slot = next(slot)) {
             const void* moved = std::exchange(slots_[slot], nullptr);
             slots_[slot_of(moved)] = moved;
@@ -38,14 +35,12 @@ public:
     }
 
 private:
-    // Where the address is, or would be put.
+    // The slot that holds the address, or where it would be inserted.
     std::size_t slot_of(const void* address) const {
-        constexpr std::uint64_t golden_ratio =
-            0x9E3779B97F4A7C15U; // spreads addresses that lie in even steps
+        constexpr std::uint64_t golden_ratio = 0x9E3779B97F4A7C15U; // spreads evenly spaced addresses
         std::size_t slot = (reinterpret_cast<std::uintptr_t>(address) * golden_ratio) >> shift_;
-        while (slots_[slot] && slots_[slot] != address) {
+        while (slots_[slot] && slots_[slot] != address)
             slot = next(slot);
-        }
         return slot;
     }
 
@@ -55,11 +50,9 @@ private:
         std::vector<const void*> old(2 * slots_.size());
         old.swap(slots_);
         --shift_;
-        for (const void* address : old) {
-            if (address) {
+        for (const void* address : old)
+            if (address)
                 slots_[slot_of(address)] = address;
-            }
-        }
     }
 
     std::vector<const void*> slots_ = std::vector<const void*>(16);

@@ -1,11 +1,12 @@
 #include "headless/capi/capi.hpp"
 
-#include "headless/host/plugin_library.hpp"
-#include "headless/host/workstation.hpp"
-#include "headless/output/output_guard.hpp"
-#include "headless/output/project_output.hpp"
+#include "headless/functions/all_functions.hpp"
+#include "headless/jobs/output_guard.hpp"
+#include "headless/jobs/project_output.hpp"
 #include "headless/report/printable.hpp"
 #include "headless/rpp/rpp.hpp"
+#include "headless/workstation/plugin_library.hpp"
+#include "headless/workstation/workstation.hpp"
 
 #include <cstddef>
 #include <deque>
@@ -16,28 +17,30 @@
 #include <utility>
 #include <vector>
 
-namespace headless {
+namespace headless::capi {
 namespace {
 
 struct Session {
-    Workstation workstation;
-    std::optional<PluginLibrary> plugin; // behind the workstation: leaves before it goes
-    std::vector<ScriptFunction> functions;
+    workstation::Workstation workstation{functions::all_functions()};
+    std::optional<workstation::PluginLibrary> plugin; // after the workstation: destroyed before it
+    std::vector<workstation::ScriptFunction> functions;
 };
 
-std::unique_ptr<Session> session;
+/// Null if none is open. A workstation that nobody closes is left until the process ends: by the time static
+/// objects are destroyed, those of the plug-in are gone.
+Session* session = nullptr;
 std::deque<Failure> failures;
 std::string told;
 
 void remember(const char* reason) noexcept {
     try {
         failures.push_back({reason});
-    } catch (...) { // no memory even for the reason: the caller still learns that it failed
+    } catch (...) { // no memory even for the reason; the caller still gets false
         return;
     }
 }
 
-/// Runs `body`; what it throws is a failure like others.
+/// Runs `body`. An exception becomes a failure like any other.
 template <class Body>
 bool succeeds(Body body) noexcept {
     try {
@@ -55,11 +58,11 @@ bool succeeds(Body body) noexcept {
 
 tl::unexpected<Failure> failure(const char* reason) { return tl::unexpected(Failure{reason}); }
 
-Result<void> load(Workstation& workstation, const char* project_file) {
+Result<void> load(workstation::Workstation& workstation, const char* project_file) {
     if (!project_file)
         return {};
-    return load_project(workstation.project(), project_file).map([&] {
-        workstation.project().file = with_true_folder(project_file);
+    return rpp::load_project(workstation.project(), project_file).map([&] {
+        workstation.project().file = jobs::true_path(project_file);
     });
 }
 
@@ -69,12 +72,12 @@ Result<void> open(const char* plugin_file, const char* project_file) {
     if (!plugin_file)
         return failure("no plug-in is named");
     auto opened = std::make_unique<Session>();
-    auto plugin = PluginLibrary::load(plugin_file, opened->workstation);
+    auto plugin = workstation::PluginLibrary::load(plugin_file, opened->workstation);
     if (!plugin)
         return tl::unexpected(plugin.error());
     opened->plugin.emplace(std::move(*plugin));
     opened->functions = opened->workstation.script_functions();
-    return load(opened->workstation, project_file).map([&] { session = std::move(opened); });
+    return load(opened->workstation, project_file).map([&] { session = opened.release(); });
 }
 
 Result<void> save(const char* project_file) {
@@ -82,13 +85,13 @@ Result<void> save(const char* project_file) {
         return failure("no workstation is open");
     if (!project_file)
         return failure("no project file is named");
-    Workstation& workstation = session->workstation;
-    return check_project_output(OutputGuard({}), project_file, workstation.project().file)
-        .and_then([&] { return keep_foreign_original(project_file); })
+    workstation::Workstation& workstation = session->workstation;
+    return jobs::check_project_output(jobs::OutputGuard({}), project_file, workstation.project().file)
+        .and_then([&] { return jobs::keep_foreign_original(project_file); })
         .and_then([&](const std::string& kept) {
             if (!kept.empty())
                 failures.push_back({kept});
-            return save_project_as(workstation, project_file);
+            return jobs::save_project_as(workstation, project_file);
         })
         .map([](std::vector<Failure> losses) {
             failures.insert(failures.end(), losses.begin(), losses.end());
@@ -110,30 +113,33 @@ const char* next_failure() {
             failures.push_back(std::move(reported));
     if (failures.empty())
         return nullptr;
-    told = printable(failures.front().message);
+    told = report::printable(failures.front().message);
     failures.pop_front();
     return told.c_str();
 }
 
 } // namespace
-} // namespace headless
+} // namespace headless::capi
 
 bool felspar_open(const char* plugin_file, const char* project_file) {
-    return headless::succeeds([&] { return headless::open(plugin_file, project_file); });
+    return headless::capi::succeeds([&] { return headless::capi::open(plugin_file, project_file); });
 }
 
 bool felspar_save(const char* project_file) {
-    return headless::succeeds([&] { return headless::save(project_file); });
+    return headless::capi::succeeds([&] { return headless::capi::save(project_file); });
 }
 
 bool felspar_answer(const char* title, const char* answer) {
-    return headless::succeeds([&] { return headless::add_answer(title, answer); });
+    return headless::capi::succeeds([&] { return headless::capi::add_answer(title, answer); });
 }
 
-bool felspar_function(int index, const char** name, const char** definition, headless::ScriptCall** call) {
-    if (!headless::session || index < 0 || std::cmp_greater_equal(index, headless::session->functions.size()))
+bool felspar_function(int index, const char** name, const char** definition,
+                      headless::workstation::ScriptCall** call) {
+    if (!headless::capi::session || index < 0 ||
+        std::cmp_greater_equal(index, headless::capi::session->functions.size()))
         return false;
-    const headless::ScriptFunction& function = headless::session->functions[static_cast<std::size_t>(index)];
+    const headless::workstation::ScriptFunction& function =
+        headless::capi::session->functions[static_cast<std::size_t>(index)];
     *name = function.name.c_str();
     *definition = function.definition;
     *call = function.call;
@@ -142,16 +148,16 @@ bool felspar_function(int index, const char** name, const char** definition, hea
 
 const char* felspar_next_failure() {
     const char* message = nullptr;
-    headless::succeeds([&]() -> headless::Result<void> {
-        message = headless::next_failure();
+    headless::capi::succeeds([&]() -> headless::Result<void> {
+        message = headless::capi::next_failure();
         return {};
     });
     return message;
 }
 
 void felspar_close() {
-    headless::succeeds([]() -> headless::Result<void> {
-        headless::session.reset();
+    headless::capi::succeeds([]() -> headless::Result<void> {
+        delete std::exchange(headless::capi::session, nullptr);
         return {};
     });
 }

@@ -1,12 +1,14 @@
 #include "headless/cli/import_command.hpp"
 
+#include "headless/base/interruption.hpp"
 #include "headless/base/staged_file.hpp"
-#include "headless/cli/import_plan.hpp"
-#include "headless/cli/import_session.hpp"
 #include "headless/cli/messages.hpp"
 #include "headless/cli/plugin_location.hpp"
-#include "headless/cli/reserved_room.hpp"
-#include "headless/output/project_output.hpp"
+#include "headless/cli/signals.hpp"
+#include "headless/jobs/import_plan.hpp"
+#include "headless/jobs/import_session.hpp"
+#include "headless/jobs/project_output.hpp"
+#include "headless/jobs/reserved_room.hpp"
 #include "headless/report/printable.hpp"
 #include "headless/report/progress.hpp"
 
@@ -19,12 +21,12 @@
 #include <system_error>
 #include <unistd.h>
 
-namespace headless {
+namespace headless::cli {
 namespace {
 
 namespace fs = std::filesystem;
 
-/// The folder for renders, made when the import will need it; it goes again if nothing came into it.
+/// The folder for renders. Created if the import will need it, and removed again if it stays empty.
 class RenderFolder {
 public:
     static Result<RenderFolder> make(const fs::path& folder) {
@@ -49,37 +51,48 @@ private:
     fs::path made_;
 };
 
-Result<ImportSession> open_session(const ImportOptions& options, const ImportPlan& plan, OutputGuard& guard) {
+Result<jobs::ImportSession> open_session(const jobs::ImportOptions& options, const jobs::ImportPlan& plan,
+                                         jobs::OutputGuard& guard) {
     const auto plugin = find_plugin(options.plugin);
     if (!plugin)
         return tl::unexpected(plugin.error());
-    auto session = ImportSession::open(*plugin, guard);
+    auto session = jobs::ImportSession::open(*plugin, guard);
     if (!session)
         return session;
-    if (options.onto.empty()) {
+    if (options.onto.empty())
         session->begin_project(plan.project);
-    } else if (const auto loaded = session->continue_project(options.onto); !loaded) {
+    else if (const auto loaded = session->continue_project(options.onto); !loaded)
         return tl::unexpected(loaded.error());
-    }
     return session;
 }
 
-/// Everything that can refuse the import before it starts, but for the folder of renders.
-Result<ImportSession> prepare(const ImportOptions& options, const ImportPlan& plan, OutputGuard& guard) {
+/// All checks that can reject the import before it starts, except for the folder of renders.
+Result<jobs::ImportSession> prepare(const jobs::ImportOptions& options, const jobs::ImportPlan& plan,
+                                    jobs::OutputGuard& guard) {
     guard.protect(plan.subject_lines);
     guard.protect(plan.base_lines);
     if (!options.is_dry_run) {
-        if (const auto permitted = check_outputs(options, plan, guard); !permitted)
+        if (const auto permitted = jobs::check_outputs(options, plan, guard); !permitted)
             return tl::unexpected(permitted.error());
     }
     return open_session(options, plan, guard);
 }
 
-void save(ImportSession& session, const ImportPlan& plan, ImportReport& report) {
-    const auto kept = keep_foreign_original(plan.project);
+/// The project that the new one will replace, with its audio protected. If the import continues that project,
+/// the result still plays all of its audio.
+Result<jobs::EarlierProject> spare_earlier(const jobs::ImportPlan& plan, jobs::OutputGuard& guard) {
+    return jobs::EarlierProject::read(plan.project).map([&](jobs::EarlierProject&& earlier) {
+        guard.spare(earlier.audio());
+        return std::move(earlier);
+    });
+}
+
+void save(jobs::ImportSession& session, const jobs::ImportPlan& plan, const jobs::EarlierProject& earlier,
+          report::ImportReport& report) {
+    const auto kept = jobs::keep_foreign_original(plan.project);
     if (kept && !kept->empty())
         tell(*kept);
-    const auto saved = kept.and_then([&](const std::string&) { return session.save(plan.project); });
+    const auto saved = kept.and_then([&](const std::string&) { return session.save(plan.project, earlier); });
     if (!saved) {
         report.failures.push_back(saved.error().message);
         return;
@@ -92,11 +105,11 @@ void save(ImportSession& session, const ImportPlan& plan, ImportReport& report) 
 std::string list_of(const std::vector<fs::path>& files) {
     std::string list;
     for (const fs::path& file : files)
-        list += printable(file.native()) + '\n';
+        list += report::printable(file.native()) + '\n';
     return list;
 }
 
-void write_lists(const ImportOptions& options, ImportReport& report) {
+void write_lists(const jobs::ImportOptions& options, report::ImportReport& report) {
     const auto write = [&](const fs::path& file, const std::string& text) {
         if (file.empty())
             return;
@@ -104,12 +117,12 @@ void write_lists(const ImportOptions& options, ImportReport& report) {
             report.failures.push_back(written.error().message);
     };
     write(options.unmatched, list_of(report.unmatched));
-    write(options.csv, csv_table(report.pairs));
+    write(options.csv, report::csv_table(report.pairs));
 }
 
-/// About as many bytes as the project will have: so much a pair, and a line of an envelope for each 10 ms of
-/// a subject line, which take a quarter of its audio or less.
-std::uintmax_t expected_project_size(const ImportPlan& plan) {
+/// Estimated size of the project in bytes: a fixed amount per pair, and a line of an envelope for each 10 ms
+/// of a subject line, which takes a quarter of its audio or less.
+std::uintmax_t expected_project_size(const jobs::ImportPlan& plan) {
     constexpr std::uintmax_t bytes_a_pair = 4096;
     std::uintmax_t bytes = bytes_a_pair * (plan.survey.pairs + 16);
     for (const fs::path& line : plan.subject_lines) {
@@ -120,49 +133,66 @@ std::uintmax_t expected_project_size(const ImportPlan& plan) {
     return bytes;
 }
 
-ImportReport import_pairs(ImportSession& session, const ImportOptions& options, const ImportPlan& plan) {
-    Progress progress(STDERR_FILENO);
+report::ImportReport import_pairs(jobs::ImportSession& session, const jobs::ImportOptions& options,
+                                  const jobs::ImportPlan& plan) {
+    report::Progress progress(STDERR_FILENO);
     std::size_t number = 0;
     return session.run(options, plan, [&](const fs::path& base) {
         progress.show(++number, plan.survey.pairs, base.filename().string());
     });
 }
 
-int tell_all(const ImportOptions& options, const ImportReport& report) {
+int tell_all(const jobs::ImportOptions& options, const report::ImportReport& report) {
     for (const std::string& failure : report.failures)
         tell(failure);
-    std::cout << (options.json ? json_summary(report) : text_summary(report)) << std::flush;
-    return report.failures.empty() && std::cout ? 0 : 1;
+    std::cout << (options.json ? report::json_summary(report) : report::text_summary(report));
+    return finish_output() && report.failures.empty() ? 0 : 1;
 }
 
-int run(const ImportOptions& options) {
-    const auto plan = plan_import(options);
+/// An existing project stays as it was, and the renders of a project that will not be written are not needed.
+int give_up(const jobs::ImportSession& session) {
+    session.remove_renders();
+    return tell_interruption("nothing was imported");
+}
+
+int run(const jobs::ImportOptions& options) {
+    watch_signals();
+    const auto plan = jobs::plan_import(options);
     if (!plan)
         return cannot_begin(plan.error());
-    OutputGuard guard({});
+    jobs::OutputGuard guard({});
     auto session = prepare(options, *plan, guard);
     if (!session)
         return cannot_begin(session.error());
-    if (options.is_dry_run)
-        return tell_all(options, import_pairs(*session, options, *plan));
+    if (options.is_dry_run) {
+        const report::ImportReport report = import_pairs(*session, options, *plan);
+        return interruption::signal_number() != 0 ? give_up(*session) : tell_all(options, report);
+    }
 
+    const auto earlier = spare_earlier(*plan, guard);
+    if (!earlier)
+        return cannot_begin(earlier.error());
     std::optional<RenderFolder> renders;
     if (options.ride) {
         const fs::path folder = session->render_folder();
-        auto made = check_render_folder(*plan, folder).and_then([&] { return RenderFolder::make(folder); });
+        auto made =
+            jobs::check_render_folder(*plan, folder).and_then([&] { return RenderFolder::make(folder); });
         if (!made)
             return cannot_begin(made.error());
         renders.emplace(std::move(*made));
     }
-    ReservedRoom project_room(with_true_folder(plan->project).parent_path(), expected_project_size(*plan));
-    ImportReport report = import_pairs(*session, options, *plan);
+    jobs::ReservedRoom project_room(jobs::true_path(plan->project).parent_path(),
+                                    expected_project_size(*plan));
+    report::ImportReport report = import_pairs(*session, options, *plan);
+    if (interruption::signal_number() != 0)
+        return give_up(*session);
     project_room.release();
-    save(*session, *plan, report);
+    save(*session, *plan, *earlier, report);
     write_lists(options, report);
     return tell_all(options, report);
 }
 
-void check_together(const ImportOptions& options) {
+void check_together(const jobs::ImportOptions& options) {
     if (options.ride && !options.match)
         throw CLI::ValidationError("--ride", "needs --match: without it the import would not ride");
     if (options.is_dry_run && !(options.unmatched.empty() && options.csv.empty()))
@@ -171,7 +201,7 @@ void check_together(const ImportOptions& options) {
         throw CLI::ValidationError("--start, --interval", "must be finite numbers");
 }
 
-void add_levels_options(CLI::App& command, ImportOptions& options) {
+void add_levels_options(CLI::App& command, jobs::ImportOptions& options) {
     command.add_flag("--match", options.match,
                      "Bring each subject line to the momentary maximum of its base line");
     command.add_flag("--ride", options.ride, "Ride the volume of each subject line first; needs --match");
@@ -189,7 +219,7 @@ void add_levels_options(CLI::App& command, ImportOptions& options) {
         ->type_name("precise|coarse");
 }
 
-void add_place_options(CLI::App& command, ImportOptions& options) {
+void add_place_options(CLI::App& command, jobs::ImportOptions& options) {
     command
         .add_option(
             "--group", options.groups,
@@ -204,7 +234,7 @@ void add_place_options(CLI::App& command, ImportOptions& options) {
         ->type_name("S");
 }
 
-void add_output_options(CLI::App& command, ImportOptions& options) {
+void add_output_options(CLI::App& command, jobs::ImportOptions& options) {
     command
         .add_option("-o,--output", options.output,
                     "The project file to write (default: the --onto project, else SUBJECT's name here)")
@@ -223,7 +253,7 @@ void add_output_options(CLI::App& command, ImportOptions& options) {
 } // namespace
 
 void add_import_command(CLI::App& app, int& exit_status) {
-    const auto options = std::make_shared<ImportOptions>();
+    const auto options = std::make_shared<jobs::ImportOptions>();
     CLI::App* command = app.add_subcommand("import", "Lay two folders of localised lines out, pair by pair");
     command->add_option("subject", options->subject, "Folder of the lines to be worked on, with all below it")
         ->required()
@@ -240,4 +270,4 @@ void add_import_command(CLI::App& app, int& exit_status) {
     });
 }
 
-} // namespace headless
+} // namespace headless::cli

@@ -4,25 +4,35 @@
 #include "headless/cli/reference_command.hpp"
 #include "headless/cli/ride_command.hpp"
 #include "headless/cli/run_command.hpp"
+#include "headless/report/printable.hpp"
 
 #include <CLI/CLI.hpp>
 
 #include <cstdio>
 #include <exception>
+#include <new>
 
 namespace {
 
 constexpr int usage_error = 2;
 
+/// The message repeats what was typed, whatever bytes those are.
+std::string usage_message(const CLI::App* app, const CLI::Error& error) {
+    const CLI::Error visible(error.get_name(), headless::report::printable(error.what()),
+                             error.get_exit_code());
+    return CLI::FailureMessage::simple(app, visible);
+}
+
 int run(int argc, char** argv) {
     CLI::App app{"A small audio workstation without a screen, for dialogue.", "felspar"};
     app.set_version_flag("--version", "felspar " FELSPAR_VERSION);
     app.require_subcommand(1);
+    app.failure_message(usage_message);
     int exit_status = 0;
-    headless::add_import_command(app, exit_status);
-    headless::add_ride_command(app, exit_status);
-    headless::add_run_command(app, exit_status);
-    headless::add_reference_command(app, exit_status);
+    headless::cli::add_import_command(app, exit_status);
+    headless::cli::add_ride_command(app, exit_status);
+    headless::cli::add_run_command(app, exit_status);
+    headless::cli::add_reference_command(app, exit_status);
     try {
         app.parse(argc, argv);
     } catch (const CLI::ParseError& error) {
@@ -36,6 +46,9 @@ int run(int argc, char** argv) {
 int main(int argc, char** argv) {
     try {
         return run(argc, argv);
+    } catch (const std::bad_alloc&) {
+        std::fputs("felspar: out of memory\n", stderr);
+        return 1;
     } catch (const std::exception& error) {
         std::fprintf(stderr, "felspar: %s\n", error.what());
         return 1;

@@ -2,15 +2,23 @@
 
 #include "headless/report/printable.hpp"
 
+#include <cstdio>
 #include <iostream>
 
-namespace headless {
+namespace headless::cli {
 
-void tell(std::string_view message) { std::cerr << "felspar: " << printable(message) << std::endl; }
+void tell(std::string_view message) { std::cerr << "felspar: " << report::printable(message) << std::endl; }
+
+bool finish_output() {
+    const bool is_whole = std::fflush(stdout) == 0 && std::cout.flush() && std::ferror(stdout) == 0;
+    if (!is_whole)
+        tell("the standard output could not be written to its end");
+    return is_whole;
+}
 
 int cannot_begin(const Failure& failure) {
     tell(failure.message);
     return 1;
 }
 
-} // namespace headless
+} // namespace headless::cli

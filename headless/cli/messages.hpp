@@ -1,16 +1,21 @@
 #pragma once
-// What the command says beside its results, on standard error.
+// Messages of the command on standard error, besides its results.
 
 #include "headless/base/failure.hpp"
 
 #include <string_view>
 
-namespace headless {
+namespace headless::cli {
 
-/// One line; what cannot be printed is made visible.
+/// Prints one line; characters that cannot be printed are made visible.
 void tell(std::string_view message);
 
-/// Tells why there is no run at all. @returns the exit status for it
+/// Flushes the standard output. Reports an error if not all of it was written.
+/// @returns whether all of it was written
+bool finish_output();
+
+/// Reports why the command cannot run at all.
+/// @returns the exit status for this case
 int cannot_begin(const Failure& failure);
 
-} // namespace headless
+} // namespace headless::cli

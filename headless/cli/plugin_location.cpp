@@ -4,7 +4,7 @@
 
 #include <system_error>
 
-namespace headless {
+namespace headless::cli {
 
 void add_plugin_option(CLI::App& command, std::filesystem::path& given) {
     command.add_option("--plugin", given, "The plug-in's library, when it is not in its usual place")
@@ -28,9 +28,11 @@ Result<std::filesystem::path> find_plugin(const std::filesystem::path& given) {
                                   ": say where it is with --plugin"});
 }
 
-Result<PluginLibrary> load_plugin(const std::filesystem::path& given, Workstation& workstation) {
-    return find_plugin(given).and_then(
-        [&](const std::filesystem::path& file) { return PluginLibrary::load(file, workstation); });
+Result<workstation::PluginLibrary> load_plugin(const std::filesystem::path& given,
+                                               workstation::Workstation& workstation) {
+    return find_plugin(given).and_then([&](const std::filesystem::path& file) {
+        return workstation::PluginLibrary::load(file, workstation);
+    });
 }
 
-} // namespace headless
+} // namespace headless::cli

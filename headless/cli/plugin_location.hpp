@@ -1,8 +1,8 @@
 #pragma once
-// Where the command finds the plug-in, and the option by which users say so.
+// Finds the plug-in, and defines the option that sets its path.
 
 #include "headless/base/failure.hpp"
-#include "headless/host/plugin_library.hpp"
+#include "headless/workstation/plugin_library.hpp"
 
 #include <filesystem>
 
@@ -10,17 +10,18 @@ namespace CLI {
 class App;
 }
 
-namespace headless {
+namespace headless::cli {
 
 /// Adds the option --plugin, which sets `given`.
 void add_plugin_option(CLI::App& command, std::filesystem::path& given);
 
-/// The plug-in's library: `given` unless that is empty, else seen from the folder of the running program:
-/// ../lib/felspar/ as installed, ../lib/ as built. @returns a failure that names both places when it is in
-/// neither
+/// Returns the plug-in's library: `given` if that is not empty, otherwise relative to the folder of the
+/// running program, ../lib/felspar/ if installed, ../lib/ if built.
+/// @returns a failure that names both places if it is in neither
 Result<std::filesystem::path> find_plugin(const std::filesystem::path& given);
 
-/// Finds the library and loads it into the living workstation.
-Result<PluginLibrary> load_plugin(const std::filesystem::path& given, Workstation& workstation);
+/// Finds the library and loads it into the current workstation.
+Result<workstation::PluginLibrary> load_plugin(const std::filesystem::path& given,
+                                               workstation::Workstation& workstation);
 
-} // namespace headless
+} // namespace headless::cli

@@ -2,8 +2,9 @@
 
 #include "headless/cli/messages.hpp"
 #include "headless/cli/plugin_location.hpp"
-#include "headless/host/workstation.hpp"
+#include "headless/functions/all_functions.hpp"
 #include "headless/reference/forms.hpp"
+#include "headless/workstation/workstation.hpp"
 
 #include <CLI/CLI.hpp>
 
@@ -13,14 +14,15 @@
 #include <memory>
 #include <string>
 
-namespace headless {
+namespace headless::cli {
 namespace {
 
-const std::map<std::string, std::string (*)(const Catalogue&)> forms{{"text", text_form},
-                                                                     {"markdown", markdown_form},
-                                                                     {"html", html_form},
-                                                                     {"luals", luals_form},
-                                                                     {"python", python_form}};
+const std::map<std::string, std::string (*)(const reference::Catalogue&)> forms{
+    {"text", reference::text_form},
+    {"markdown", reference::markdown_form},
+    {"html", reference::html_form},
+    {"luals", reference::luals_form},
+    {"python", reference::python_form}};
 
 struct ReferenceOptions {
     std::string form = "text";
@@ -28,11 +30,11 @@ struct ReferenceOptions {
 };
 
 int run(const ReferenceOptions& options) {
-    Workstation workstation;
+    workstation::Workstation workstation{functions::all_functions()};
     const auto plugin = load_plugin(options.plugin, workstation);
     if (!plugin)
         return cannot_begin(plugin.error());
-    std::cout << forms.at(options.form)(read_catalogue(workstation, *plugin)) << std::flush;
+    std::cout << forms.at(options.form)(reference::read_catalogue(workstation, *plugin)) << std::flush;
     return std::cout ? 0 : 1;
 }
 
@@ -48,4 +50,4 @@ void add_reference_command(CLI::App& app, int& exit_status) {
     command->callback([options, &exit_status] { exit_status = run(*options); });
 }
 
-} // namespace headless
+} // namespace headless::cli

@@ -5,10 +5,10 @@ namespace CLI {
 class App;
 }
 
-namespace headless {
+namespace headless::cli {
 
-/// Adds the subcommand to `app`. When it is called it does its work and sets `exit_status`: 0 all done, 1
-/// not.
+/// Adds the subcommand to `app`. When called, it does its work and sets `exit_status`: 0 for success, 1
+/// otherwise.
 void add_reference_command(CLI::App& app, int& exit_status);
 
-} // namespace headless
+} // namespace headless::cli

@@ -1,10 +1,12 @@
 #include "headless/cli/ride_command.hpp"
 
+#include "headless/base/interruption.hpp"
 #include "headless/cli/messages.hpp"
 #include "headless/cli/plugin_location.hpp"
-#include "headless/cli/ride_session.hpp"
-#include "headless/output/output_guard.hpp"
-#include "headless/output/project_output.hpp"
+#include "headless/cli/signals.hpp"
+#include "headless/jobs/output_guard.hpp"
+#include "headless/jobs/project_output.hpp"
+#include "headless/jobs/ride_session.hpp"
 #include "headless/report/ride_reporter.hpp"
 
 #include <CLI/CLI.hpp>
@@ -17,7 +19,7 @@
 #include <unistd.h>
 #include <vector>
 
-namespace headless {
+namespace headless::cli {
 namespace {
 
 constexpr const char* default_folder = "ridden";
@@ -44,32 +46,46 @@ Result<std::filesystem::path> output_folder(const RideOptions& options) {
     return folder;
 }
 
-Result<RideSession> open_session(const RideOptions& options, OutputGuard& guard) {
-    if (!options.project.empty()) {
-        if (const auto permitted = guard.permits_project(options.project); !permitted)
-            return tl::unexpected(permitted.error());
-    }
+/// The project that the new one will replace, with its audio protected.
+Result<jobs::EarlierProject> spare_earlier(const RideOptions& options, jobs::OutputGuard& guard) {
+    if (options.project.empty())
+        return {};
+    return guard.permits_project(options.project)
+        .and_then([&] { return jobs::check_writable(options.project); })
+        .and_then([&] { return jobs::EarlierProject::read(options.project); })
+        .map([&](jobs::EarlierProject&& earlier) {
+            guard.spare(earlier.audio());
+            return std::move(earlier);
+        });
+}
+
+Result<jobs::RideSession> open_session(const RideOptions& options, jobs::OutputGuard& guard) {
     const auto plugin = find_plugin(options.plugin);
     if (!plugin)
         return tl::unexpected(plugin.error());
-    return RideSession::open(*plugin, guard);
+    return jobs::RideSession::open(*plugin, guard);
 }
 
-void ride_all(RideSession& session, const RideOptions& options, RideReporter& reporter) {
+void ride_all(jobs::RideSession& session, const RideOptions& options, report::RideReporter& reporter) {
     for (const std::filesystem::path& file : options.files) {
         reporter.begin(file);
-        if (const auto report = session.ride(file, options.ratio))
+        const auto report = session.ride(file, options.ratio);
+        if (report)
             reporter.ridden(*report);
-        else
+        if (interruption::signal_number() != 0)
+            return;
+        if (!report)
             reporter.failed(file, report.error());
     }
 }
 
-/// @returns the path of the project file written, empty when there is none
-std::filesystem::path save_project(RideSession& session, const RideOptions& options, RideReporter& reporter) {
-    if (options.project.empty() || reporter.ridden_count() == 0)
+/// @returns the path of the project file written, empty if there is none
+std::filesystem::path save_project(jobs::RideSession& session, const RideOptions& options,
+                                   const jobs::EarlierProject& earlier, report::RideReporter& reporter) {
+    const bool is_interrupted = interruption::signal_number() != 0;
+    if (options.project.empty() || reporter.ridden_count() == 0 || is_interrupted)
         return {};
-    const auto saved = session.save(options.project);
+    const auto saved = session.save(options.project, earlier);
     if (!saved) {
         reporter.failed(options.project, saved.error());
         return {};
@@ -80,7 +96,11 @@ std::filesystem::path save_project(RideSession& session, const RideOptions& opti
 }
 
 int run(const RideOptions& options) {
-    OutputGuard guard(options.files);
+    watch_signals();
+    jobs::OutputGuard guard(options.files);
+    const auto earlier = spare_earlier(options, guard);
+    if (!earlier)
+        return cannot_begin(earlier.error());
     auto session = open_session(options, guard);
     if (!session)
         return cannot_begin(session.error());
@@ -89,12 +109,17 @@ int run(const RideOptions& options) {
         return cannot_begin(folder.error());
     session->set_folder(*folder);
 
-    RideReporter reporter(std::cout, std::cerr, options.json ? ReportForm::json : ReportForm::text,
-                          options.files.size(), STDERR_FILENO);
+    report::RideReporter reporter(std::cout, std::cerr,
+                                  options.json ? report::ReportForm::json : report::ReportForm::text,
+                                  options.files.size(), STDERR_FILENO);
     ride_all(*session, options, reporter);
-    const std::filesystem::path project = save_project(*session, options, reporter);
+    const std::filesystem::path project = save_project(*session, options, *earlier, reporter);
     reporter.finish(*folder, project);
-    return reporter.anything_failed() || !std::cout ? 1 : 0;
+    const bool is_told = finish_output();
+    if (interruption::signal_number() != 0)
+        return tell_interruption("what was ridden stays" +
+                                 std::string(options.project.empty() ? "" : ", no project was written"));
+    return reporter.anything_failed() || !is_told ? 1 : 0;
 }
 
 } // namespace
@@ -120,4 +145,4 @@ void add_ride_command(CLI::App& app, int& exit_status) {
     ride->callback([options, &exit_status] { exit_status = run(*options); });
 }
 
-} // namespace headless
+} // namespace headless::cli

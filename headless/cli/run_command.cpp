@@ -1,27 +1,29 @@
 #include "headless/cli/run_command.hpp"
 
+#include "headless/base/interruption.hpp"
 #include "headless/cli/messages.hpp"
 #include "headless/cli/plugin_location.hpp"
-#include "headless/host/workstation.hpp"
-#include "headless/output/project_output.hpp"
+#include "headless/cli/signals.hpp"
+#include "headless/functions/all_functions.hpp"
+#include "headless/jobs/project_output.hpp"
 #include "headless/report/printable.hpp"
 #include "headless/rpp/rpp.hpp"
 #include "headless/script/script_runner.hpp"
+#include "headless/workstation/workstation.hpp"
 
 #include <CLI/CLI.hpp>
 
 #include <algorithm>
-#include <cstdio>
 #include <iostream>
 #include <memory>
 #include <string>
 #include <vector>
 
-namespace headless {
+namespace headless::cli {
 namespace {
 
 struct RunOptions {
-    ScriptRequest script;
+    script::ScriptRequest script;
     std::filesystem::path project; ///< empty: a new one
     std::filesystem::path save;    ///< empty: nothing is saved
     std::filesystem::path plugin;  ///< empty: where it was built or installed
@@ -32,78 +34,95 @@ Result<void> check_save(const RunOptions& options) {
     if (options.save.empty())
         return {};
     const std::vector<std::filesystem::path> inputs{options.script.file};
-    return check_project_output(OutputGuard(inputs), options.save, options.project);
+    return jobs::check_project_output(jobs::OutputGuard(inputs), options.save, options.project);
 }
 
-/// Relative folders are seen from where the project lies, or will lie.
-Result<void> open_project(const RunOptions& options, Workstation& workstation) {
-    Project& project = workstation.project();
+/// Relative folders are relative to the folder where the project lies, or will lie.
+Result<void> open_project(const RunOptions& options, workstation::Workstation& workstation) {
+    project::Project& project = workstation.project();
     if (options.project.empty()) {
-        project.file = options.save.empty() ? "" : with_true_folder(options.save);
+        project.file = options.save.empty() ? "" : jobs::true_path(options.save);
         return {};
     }
-    return load_project(project, options.project).map([&] {
-        project.file = with_true_folder(options.project);
+    return rpp::load_project(project, options.project).map([&] {
+        project.file = jobs::true_path(options.project);
     });
 }
 
-void add_answers(const RunOptions& options, DialogAnswers& answers) {
+void add_answers(const RunOptions& options, workstation::DialogAnswers& answers) {
     for (const std::string& dialog : options.dialogs) {
         const std::size_t equals = dialog.find('=');
         answers.add(dialog.substr(0, equals), dialog.substr(equals + 1));
     }
 }
 
-/// Line by line, so that an error's traceback stays readable; indents become blanks.
+/// Prints line by line, so that an error's traceback stays readable. Indents become blanks.
 void tell_error(std::string_view error) {
     while (!error.empty()) {
         const std::size_t end = std::min(error.find('\n'), error.size());
         std::string_view line = error.substr(0, end);
         const bool is_indented = line.starts_with('\t');
         line.remove_prefix(is_indented ? 1 : 0);
-        std::cerr << (is_indented ? "    " : "") << printable(line) << '\n';
+        std::cerr << (is_indented ? "    " : "") << report::printable(line) << '\n';
         error.remove_prefix(std::min(end + 1, error.size()));
     }
 }
 
-/// What the script could not do may have been lost on it, as many functions have no result to tell it by.
-bool tell_failures(Workstation& workstation, const std::vector<Failure>& more) {
-    std::vector<Failure> failures = workstation.take_failures();
-    failures.insert(failures.end(), more.begin(), more.end());
+/// @returns whether there were any
+bool tell_all(const std::vector<Failure>& failures) {
     for (const Failure& failure : failures)
         tell(failure.message);
-    for (const std::string& title : workstation.dialog_answers.never_asked())
-        tell("no dialog \"" + title + "\" has come");
     return !failures.empty();
 }
 
-Result<std::vector<Failure>> save(const RunOptions& options, Workstation& workstation) {
+Result<std::vector<Failure>> save(const RunOptions& options, workstation::Workstation& workstation) {
     if (options.save.empty())
         return {};
-    return keep_foreign_original(options.save).and_then([&](const std::string& kept) {
+    return jobs::keep_foreign_original(options.save).and_then([&](const std::string& kept) {
         if (!kept.empty())
             tell(kept);
-        return save_project_as(workstation, options.save);
+        return jobs::save_project_as(workstation, options.save);
     });
 }
 
-int run_and_save(const RunOptions& options, Workstation& workstation, const PluginLibrary& plugin) {
-    const ScriptOutcome outcome = run_script(workstation, plugin, options.script);
+/// The script may not have noticed its failures, as many functions have no result to report them.
+/// @returns whether everything was done and saved
+bool finish(const RunOptions& options, workstation::Workstation& workstation,
+            const script::ScriptOutcome& outcome, bool& is_saved) {
     tell_error(outcome.error);
     std::vector<Failure> losses;
     if (outcome.status == 0) {
         const auto saved = save(options, workstation);
         losses = saved ? *saved : std::vector{saved.error()};
+        is_saved = saved && !options.save.empty();
     }
-    const bool failed = tell_failures(workstation, losses);
-    const bool is_told = std::fflush(stdout) == 0 && std::cout.flush() && std::ferror(stdout) == 0;
-    return outcome.status == 0 && (failed || !is_told) ? 1 : outcome.status;
+    const bool failed = tell_all(workstation.take_failures());
+    const bool lost = tell_all(losses);
+    for (const std::string& title : workstation.dialog_answers.never_asked())
+        tell("no dialog \"" + title + "\" has come");
+    return outcome.status == 0 && !failed && !lost;
+}
+
+int run_and_save(const RunOptions& options, workstation::Workstation& workstation,
+                 const workstation::PluginLibrary& plugin) {
+    bool is_done = false;
+    bool is_saved = false;
+    const script::ScriptOutcome outcome =
+        script::run_script(workstation, plugin, options.script, [&](const script::ScriptOutcome& ended) {
+            is_done = finish(options, workstation, ended, is_saved);
+        });
+    const bool failed = tell_all(workstation.take_failures()); // from finalizers
+    const bool is_told = finish_output();
+    if (interruption::signal_number() != 0)
+        return tell_interruption(is_saved ? "the project was saved" : "nothing was saved");
+    return outcome.status != 0 ? outcome.status : is_done && !failed && is_told ? 0 : 1;
 }
 
 int run(const RunOptions& options) {
+    watch_signals();
     if (const auto permitted = check_save(options); !permitted)
         return cannot_begin(permitted.error());
-    Workstation workstation;
+    workstation::Workstation workstation{functions::all_functions()};
     const auto plugin = load_plugin(options.plugin, workstation);
     if (!plugin)
         return cannot_begin(plugin.error());
@@ -145,4 +164,4 @@ void add_run_command(CLI::App& app, int& exit_status) {
     run_app->callback([options, &exit_status] { exit_status = run(*options); });
 }
 
-} // namespace headless
+} // namespace headless::cli

@@ -5,10 +5,10 @@ namespace CLI {
 class App;
 }
 
-namespace headless {
+namespace headless::cli {
 
-/// Adds the subcommand to `app`. When it is called it does its work and sets `exit_status`: 0 all done, 1
-/// not, or what the script left with.
+/// Adds the subcommand to `app`. When called, it does its work and sets `exit_status`: 0 for success, 1
+/// otherwise, or the status that the script exited with.
 void add_run_command(CLI::App& app, int& exit_status);
 
-} // namespace headless
+} // namespace headless::cli

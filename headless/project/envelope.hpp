@@ -7,25 +7,25 @@
 #include <string>
 #include <vector>
 
-namespace headless {
+namespace headless::project {
 
-/// How the curve runs from one point to the next; the numbers are those of the project file.
+/// How the curve runs from one point to the next. The numbers are those of the project file.
 enum class PointShape { linear, square, slow_start_end, fast_start, fast_end, bezier };
 
-/// The shape of that number, linear for an unknown one.
+/// The shape with that number, linear for an unknown number.
 PointShape point_shape(int number);
 
 struct EnvelopePoint {
     double position_seconds = 0.0;
     double value = 1.0;
-    PointShape shape = PointShape::linear; ///< of the stretch behind the point
+    PointShape shape = PointShape::linear; ///< of the segment after the point
     bool selected = false;
     double tension = 0.0; ///< -1..1, bends a bezier: above 0 it starts slowly, below 0 it starts fast
 
     bool operator==(const EnvelopePoint&) const = default;
 };
 
-/// What an envelope is apart from its points.
+/// The properties of an envelope other than its points.
 struct EnvelopeProperties {
     bool active = true;
     bool visible = true;
@@ -51,18 +51,22 @@ public:
 
     EnvelopeProperties properties;
 
-    /// Ascending by position; points at one position keep the order they were given in.
+    /// Ascending by position. Points at the same position keep the order they were given in.
     std::span<const EnvelopePoint> points() const { return points_; }
 
-    /// Sorts by position, stably; leaves out points whose position or value is not finite.
+    /// Sorts by position (stable) and leaves out points whose position or value is not finite.
     void set_points(std::vector<EnvelopePoint> points);
 
-    /// How many points lie at or before the position. The point of that index is the next one; a walk along
-    /// the curve asks once and then counts up.
+    /// Moves all points out of an envelope that will not be used again.
+    std::vector<EnvelopePoint> take_points() && { return std::move(points_); }
+
+    /// Number of points at or before the position, which is also the index of the next point. A walk along
+    /// the curve calls this once and then counts up.
     std::size_t points_up_to(double position_seconds) const;
 
-    /// The first point's value before it, the last point's value from it on, 1 without any point. Of several
-    /// points at one position the last one counts from there on, so that a curve can step.
+    /// Before the first point this is that point's value, from the last point on it is the last point's
+    /// value, and without any point it is 1. If several points lie at one position, the last one counts from
+    /// there on, so that a curve can step.
     double value_at(double position_seconds) const;
 
 private:
@@ -70,4 +74,4 @@ private:
     std::vector<EnvelopePoint> points_;
 };
 
-} // namespace headless
+} // namespace headless::project

@@ -4,24 +4,49 @@
 
 #include <algorithm>
 #include <cmath>
-#include <memory_resource>
+#include <cstddef>
+#include <new>
 #include <utility>
 
-namespace headless {
+namespace headless::project {
 namespace {
 
-std::pmr::memory_resource& item_memory() {
-    static std::pmr::synchronized_pool_resource pool;
-    return pool;
-}
+/// Memory for items, next to each other, so that walking through all of them is faster. (The pools of
+/// libstdc++ 12 crash if they get no memory.) For one thread at a time, as a project is. Never freed, as
+/// static objects may still hold items at exit.
+class ItemMemory {
+public:
+    void* take() {
+        if (!free_)
+            add_chunk();
+        return std::exchange(free_, free_->next);
+    }
+
+    void give(void* place) { free_ = new (place) Place{free_}; }
+
+private:
+    struct Place {
+        Place* next;
+    };
+    static_assert(sizeof(Item) % alignof(Item) == 0 && alignof(Item) <= __STDCPP_DEFAULT_NEW_ALIGNMENT__);
+
+    void add_chunk() {
+        constexpr std::size_t items_a_chunk = 256;
+        auto* chunk = static_cast<std::byte*>(::operator new(items_a_chunk * sizeof(Item)));
+        for (std::size_t i = items_a_chunk; i-- > 0;)
+            give(chunk + i * sizeof(Item));
+    }
+
+    Place* free_ = nullptr;
+};
+
+ItemMemory item_memory;
 
 } // namespace
 
-void* Item::operator new(std::size_t bytes) { return item_memory().allocate(bytes, alignof(Item)); }
+void* Item::operator new(std::size_t) { return item_memory.take(); }
 
-void Item::operator delete(void* item, std::size_t bytes) {
-    item_memory().deallocate(item, bytes, alignof(Item));
-}
+void Item::operator delete(void* item) { item_memory.give(item); }
 
 Item::Item(Track& track, std::uint64_t serial, double position_seconds, double length_seconds)
     : track_(track), serial_(serial), position_seconds_(position_seconds), length_seconds_(length_seconds) {
@@ -34,9 +59,8 @@ Item::~Item() {
 }
 
 void Item::set_position_seconds(double position_seconds) {
-    if (!std::isfinite(position_seconds)) {
+    if (!std::isfinite(position_seconds))
         return;
-    }
     const bool was_selected = selected_;
     set_selected(false); // the selection is ordered by position
     auto& items = track_.items_;
@@ -60,23 +84,20 @@ void Item::set_length_seconds(double length_seconds) {
 }
 
 void Item::set_selected(bool selected) {
-    if (selected == selected_) {
+    if (selected == selected_)
         return;
-    }
     auto& selection = track_.project().selected_items_;
-    if (selected) {
+    if (selected)
         selection.insert(this);
-    } else {
+    else
         selection.erase(this);
-    }
     selected_ = selected;
 }
 
 void Item::set_active_take(const Take& wanted) {
     const auto found = std::ranges::find(takes_, &wanted, &std::unique_ptr<Take>::get);
-    if (found != takes_.end()) {
+    if (found != takes_.end())
         active_take_ = static_cast<std::size_t>(found - takes_.begin());
-    }
 }
 
 Take& Item::add_take(Source source, std::string name) {
@@ -85,9 +106,8 @@ Take& Item::add_take(Source source, std::string name) {
 }
 
 void Item::crop_to_active_take() {
-    if (takes_.empty()) {
+    if (takes_.empty())
         return;
-    }
     auto kept = std::move(takes_[active_take_]);
     takes_.clear();
     takes_.push_back(std::move(kept));
@@ -98,4 +118,4 @@ bool Item::stands_before(const Item& other) const {
     return std::pair(position_seconds_, serial_) < std::pair(other.position_seconds_, other.serial_);
 }
 
-} // namespace headless
+} // namespace headless::project

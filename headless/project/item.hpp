@@ -1,5 +1,5 @@
 #pragma once
-// An item: a span of a track's time with one or more takes, of which one is heard.
+// An item: a time span on a track with one or more takes, of which one is heard.
 
 #include "headless/project/take.hpp"
 
@@ -9,11 +9,11 @@
 #include <string>
 #include <vector>
 
-namespace headless {
+namespace headless::project {
 
 class Track;
 
-/// Lives on a track, which makes and destroys it; its address is its identity.
+/// Created and destroyed by its track; its address is its identity.
 class Item {
 public:
     Item(Track& track, std::uint64_t serial, double position_seconds, double length_seconds);
@@ -21,10 +21,10 @@ public:
     Item(const Item&) = delete;
     Item& operator=(const Item&) = delete;
 
-    /// Items lie side by side in memory: going through all of them, as plug-ins do at each insertion, would
-    /// else wait for memory at each.
+    /// Items lie next to each other in memory. Plug-ins walk through all items at each insertion, and each
+    /// item would otherwise be a cache miss.
     static void* operator new(std::size_t bytes);
-    static void operator delete(void* item, std::size_t bytes);
+    static void operator delete(void* item);
 
     Track& track() const { return track_; }
 
@@ -35,7 +35,7 @@ public:
 
     double length_seconds() const { return length_seconds_; }
 
-    /// Below 0 counts as 0.
+    /// A length below 0 counts as 0.
     void set_length_seconds(double length_seconds);
 
     double end_seconds() const { return position_seconds_ + length_seconds_; }
@@ -46,7 +46,7 @@ public:
     double volume = 1.0; ///< linear, on top of the take's
     double snap_offset_seconds = 0.0;
     bool mute = false;
-    bool loop = false; ///< the source repeats when the item is longer
+    bool loop = false; ///< the source repeats if the item is longer
     bool plays_all_takes = false;
     int color = 0; ///< native with the flag 0x1000000, 0 for none
 
@@ -55,19 +55,19 @@ public:
     /// Null past the end.
     Take* take(std::size_t index) const { return index < takes_.size() ? takes_[index].get() : nullptr; }
 
-    /// Null while the item has no take.
+    /// Null if the item has no take.
     Take* active_take() const { return take(active_take_); }
 
-    /// Does nothing with a take of another item.
+    /// Does nothing if the take belongs to another item.
     void set_active_take(const Take& take);
 
-    /// Behind the others; the first take is active, further ones only when set so.
+    /// Adds a take after the others. The first take becomes active, further takes only by set_active_take.
     Take& add_take(Source source, std::string name);
 
     /// Destroys all takes but the active one.
     void crop_to_active_take();
 
-    /// The order of items on a track: by position, and at one position in the order they were made.
+    /// The order of items on a track: by position, and at the same position in the order of creation.
     bool stands_before(const Item& other) const;
 
 private:
@@ -80,4 +80,4 @@ private:
     std::vector<std::unique_ptr<Take>> takes_;
 };
 
-} // namespace headless
+} // namespace headless::project

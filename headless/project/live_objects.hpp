@@ -1,6 +1,5 @@
 #pragma once
-// The addresses of a project's living objects, kind by kind: how a handle from outside is told from a stale
-// one.
+// The addresses of a project's live objects, by kind. They tell a valid handle from a stale one.
 
 #include "headless/base/pointer_set.hpp"
 
@@ -8,7 +7,7 @@
 #include <cstddef>
 #include <type_traits>
 
-namespace headless {
+namespace headless::project {
 
 class Track;
 class Item;
@@ -27,7 +26,7 @@ public:
         sets_[kind_of<T>()].erase(object);
     }
 
-    /// Only compares addresses: any pointer will do, also one to nothing.
+    /// Only compares addresses, so any pointer is allowed, also a dangling one.
     template <class T>
     bool contains(const T* object) const {
         return sets_[kind_of<T>()].contains(object);
@@ -51,4 +50,4 @@ private:
     std::array<PointerSet, 4> sets_;
 };
 
-} // namespace headless
+} // namespace headless::project

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <utility>
 
-namespace headless {
+namespace headless::project {
 
 std::size_t MarkerList::region_count() const {
     return static_cast<std::size_t>(std::ranges::count_if(markers_, &Marker::is_region));
@@ -11,9 +11,8 @@ std::size_t MarkerList::region_count() const {
 
 int MarkerList::add(Marker marker) {
     const bool is_taken = marker.is_region && find(true, marker.number) != nullptr;
-    if (marker.number < 0 || is_taken) {
+    if (marker.number < 0 || is_taken)
         marker.number = lowest_free_number(marker.is_region);
-    }
     const int number = marker.number;
     insert(std::move(marker));
     return number;
@@ -21,9 +20,8 @@ int MarkerList::add(Marker marker) {
 
 bool MarkerList::replace(Marker marker) {
     const Marker* present = find(marker.is_region, marker.number);
-    if (!present) {
+    if (!present)
         return false;
-    }
     const auto place = markers_.begin() + (present - markers_.data());
     if (place->position_seconds == marker.position_seconds) {
         *place = std::move(marker);
@@ -42,9 +40,8 @@ const Marker* MarkerList::find(bool is_region, int number) const {
 }
 
 bool MarkerList::erase(std::size_t index) {
-    if (index >= markers_.size()) {
+    if (index >= markers_.size())
         return false;
-    }
     markers_.erase(markers_.begin() + static_cast<std::ptrdiff_t>(index));
     return true;
 }
@@ -57,12 +54,10 @@ void MarkerList::insert(Marker marker) {
 
 int MarkerList::lowest_free_number(bool is_region) const {
     std::vector<bool> taken(markers_.size() + 2, false);
-    for (const Marker& marker : markers_) {
-        if (marker.is_region == is_region && static_cast<std::size_t>(marker.number) < taken.size()) {
+    for (const Marker& marker : markers_)
+        if (marker.is_region == is_region && static_cast<std::size_t>(marker.number) < taken.size())
             taken[static_cast<std::size_t>(marker.number)] = true;
-        }
-    }
     return static_cast<int>(std::find(taken.begin() + 1, taken.end(), false) - taken.begin());
 }
 
-} // namespace headless
+} // namespace headless::project

@@ -1,25 +1,25 @@
 #pragma once
-// Markers and regions of a project, and the numbers by which users know them.
+// Markers and regions of a project, and the numbers that users see.
 
 #include <cstddef>
 #include <optional>
 #include <string>
 #include <vector>
 
-namespace headless {
+namespace headless::project {
 
 struct Marker {
     bool is_region = false;
     double position_seconds = 0.0;
     double end_seconds = 0.0; ///< of a region; a marker's is 0
     std::string name{};
-    int number = 0; ///< as displayed; markers and regions are numbered apart
+    int number = 0; ///< as displayed; markers and regions are numbered separately
     int color = 0;  ///< native with the flag 0x1000000, 0 for the default
 
     bool operator==(const Marker&) const = default;
 };
 
-/// In the order of positions; entries at one position keep the order they came in.
+/// In the order of positions. Entries at the same position keep the order they were added in.
 class MarkerList {
 public:
     const std::vector<Marker>& all() const { return markers_; }
@@ -32,10 +32,10 @@ public:
     int add(Marker marker);
 
     /// Replaces the first entry of that kind and number.
-    /// @returns false when there is none
+    /// @returns false if there is none
     bool replace(Marker marker);
 
-    /// The first entry of that kind and number, null when there is none.
+    /// The first entry of that kind and number, null if there is none.
     const Marker* find(bool is_region, int number) const;
 
     /// @returns false past the end
@@ -48,4 +48,4 @@ private:
     std::vector<Marker> markers_;
 };
 
-} // namespace headless
+} // namespace headless::project

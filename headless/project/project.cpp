@@ -3,12 +3,11 @@
 #include <algorithm>
 #include <utility>
 
-namespace headless {
+namespace headless::project {
 
 bool StandsBefore::operator()(const Item* left, const Item* right) const {
-    if (&left->track() != &right->track()) {
+    if (&left->track() != &right->track())
         return left->track().index() < right->track().index();
-    }
     return left->stands_before(*right);
 }
 
@@ -25,9 +24,8 @@ Track& Project::insert_track(std::size_t index) {
 
 void Project::erase_track(const Track& track) {
     const std::size_t index = track.index();
-    if (this->track(index) != &track) {
+    if (this->track(index) != &track)
         return;
-    }
     close_gap_of(index);
     Track& going = *tracks_[index];
     for (const auto& item : going.items()) {
@@ -40,64 +38,57 @@ void Project::erase_track(const Track& track) {
 }
 
 void Project::number_tracks() {
-    for (std::size_t index = 0; index < tracks_.size(); ++index) {
+    for (std::size_t index = 0; index < tracks_.size(); ++index)
         tracks_[index]->index_ = index;
-    }
     tree_is_stale_ = true;
     item_counts_are_stale_ = true;
 }
 
-// Hands the depth change of a track that is about to go to the neighbour that keeps the others in place.
+// Passes the depth change of a track that will be erased to the neighbour that keeps the depths of the
+// others.
 void Project::close_gap_of(std::size_t index) {
     const int change = tracks_[index]->folder_depth_change();
     if (change > 0) {
-        if (const auto last = last_in_folder(index)) {
+        if (const auto last = last_in_folder(index))
             tracks_[*last]->folder_depth_change_ += change;
-        }
     } else if (index > 0) {
         tracks_[index - 1]->folder_depth_change_ += change;
     }
 }
 
-// The track that closes the folder which the track of that index opens; none when it stays open to the end.
+// The track that closes the folder that the track at that index opens; empty if it stays open to the end.
 std::optional<std::size_t> Project::last_in_folder(std::size_t index) const {
     int open_folders = 0;
     for (std::size_t place = index; place < tracks_.size(); ++place) {
         open_folders += tracks_[place]->folder_depth_change();
-        if (open_folders <= 0) {
+        if (open_folders <= 0)
             return place;
-        }
     }
     return std::nullopt;
 }
 
 void Project::work_out_tree() const {
-    if (!tree_is_stale_) {
+    if (!tree_is_stale_)
         return;
-    }
     std::vector<Track*> open_folders;
     for (const auto& track : tracks_) {
         track->depth_ = static_cast<int>(open_folders.size());
         track->parent_ = open_folders.empty() ? nullptr : open_folders.back();
-        if (track->folder_depth_change() > 0) {
+        if (track->folder_depth_change() > 0)
             open_folders.push_back(track.get());
-        }
-        for (int closed = track->folder_depth_change(); closed < 0 && !open_folders.empty(); ++closed) {
+        for (int closed = track->folder_depth_change(); closed < 0 && !open_folders.empty(); ++closed)
             open_folders.pop_back();
-        }
     }
     tree_is_stale_ = false;
 }
 
 void Project::count_items() const {
-    if (!item_counts_are_stale_) {
+    if (!item_counts_are_stale_)
         return;
-    }
     items_up_to_.clear();
     std::size_t count = 0;
-    for (const auto& track : tracks_) {
+    for (const auto& track : tracks_)
         items_up_to_.push_back(count += track->items().size());
-    }
     item_counts_are_stale_ = false;
 }
 
@@ -107,9 +98,8 @@ std::size_t Project::item_count() const {
 }
 
 Item* Project::item(std::size_t index) const {
-    if (index >= item_count()) {
+    if (index >= item_count())
         return nullptr;
-    }
     const auto place = std::ranges::upper_bound(items_up_to_, index);
     const auto& items = tracks_[static_cast<std::size_t>(place - items_up_to_.begin())]->items();
     return items[items.size() - (*place - index)].get();
@@ -117,46 +107,38 @@ Item* Project::item(std::size_t index) const {
 
 void Project::select_all_items(bool selected) {
     if (!selected) {
-        while (selected_items_.size() > 0) {
+        while (selected_items_.size() > 0)
             selected_items_.at(selected_items_.size() - 1)->set_selected(false);
-        }
         return;
     }
-    for (const auto& track : tracks_) {
-        for (const auto& item : track->items()) {
+    for (const auto& track : tracks_)
+        for (const auto& item : track->items())
             item->set_selected(true);
-        }
-    }
 }
 
-// An item ends here from now on.
+// Records that an item now ends here.
 void Project::note_end(double end_seconds) {
-    if (items_end_seconds_) {
+    if (items_end_seconds_)
         items_end_seconds_ = std::max(*items_end_seconds_, end_seconds);
-    }
 }
 
-// An item no longer ends here.
+// Records that an item no longer ends here.
 void Project::forget_end(double end_seconds) {
-    if (end_seconds >= items_end_seconds_) {
+    if (end_seconds >= items_end_seconds_)
         items_end_seconds_.reset();
-    }
 }
 
 double Project::end_seconds() const {
     if (!items_end_seconds_) {
         items_end_seconds_ = 0.0;
-        for (const auto& track : tracks_) {
-            for (const auto& item : track->items()) {
+        for (const auto& track : tracks_)
+            for (const auto& item : track->items())
                 items_end_seconds_ = std::max(*items_end_seconds_, item->end_seconds());
-            }
-        }
     }
     double end = *items_end_seconds_;
-    for (const Marker& marker : markers.all()) {
+    for (const Marker& marker : markers.all())
         end = std::max({end, marker.position_seconds, marker.end_seconds});
-    }
     return end;
 }
 
-} // namespace headless
+} // namespace headless::project

@@ -1,6 +1,6 @@
 #pragma once
-// The project: tracks in order, with their items, markers, the cursor, and the settings that its file keeps.
-// Knows no files and no audio.
+// The project: tracks in order, with their items, markers, the cursor, and the settings that its file holds.
+// It does not access files or audio.
 
 #include "headless/project/live_objects.hpp"
 #include "headless/project/marker.hpp"
@@ -14,7 +14,7 @@
 #include <optional>
 #include <vector>
 
-namespace headless {
+namespace headless::project {
 
 /// Track order, then the order on the track.
 struct StandsBefore {
@@ -30,11 +30,11 @@ public:
     Project& operator=(const Project&) = delete;
 
     std::filesystem::path file;        ///< empty until the project is saved
-    std::filesystem::path record_path; ///< where renders go; absolute, or from the project file's folder
+    std::filesystem::path record_path; ///< where renders go; may be relative to the file's folder
     double cursor_seconds = 0.0;
     int play_state = 0; ///< 1 playing + 2 paused + 4 recording, 0 stopped
     double play_position_seconds = 0.0;
-    double frame_rate = 24.0; ///< frames a second
+    double frame_rate = 24.0; ///< frames per second
     bool drop_frame = false;
     int sample_rate = 48000;
     double tempo_bpm = 120.0;
@@ -49,12 +49,12 @@ public:
 
     Track& master() const { return *master_; }
 
-    /// A new track of that index, at the end when the index is past it. It opens and closes no folder, so
-    /// every other track keeps its depth.
+    /// Inserts a track at that index, or at the end if the index is past it. It opens and closes no folder,
+    /// so every other track keeps its depth.
     Track& insert_track(std::size_t index);
 
-    /// Destroys the track and its items. What lay in a folder that it opened moves up one level; all other
-    /// tracks keep their depths. The master, and a track of another project, are left alone.
+    /// Destroys the track and its items. If the track opened a folder, the folder's contents move up one
+    /// level; all other tracks keep their depths. The master and tracks of other projects are left alone.
     void erase_track(const Track& track);
 
     std::size_t item_count() const;
@@ -86,16 +86,16 @@ private:
     void work_out_tree() const;
     std::optional<std::size_t> last_in_folder(std::size_t index) const;
 
-    LiveObjects live_objects_; // first: objects leave it when they are destroyed
+    LiveObjects live_objects_; // first: objects unregister in their destructors
     Selection<Item, StandsBefore> selected_items_;
     Selection<Track, StandsBefore> selected_tracks_;
     std::uint64_t next_item_serial_ = 0;
     mutable bool tree_is_stale_ = false;
     mutable bool item_counts_are_stale_ = false;
-    mutable std::vector<std::size_t> items_up_to_;          ///< and with each track
-    mutable std::optional<double> items_end_seconds_ = 0.0; ///< none when it has to be looked for
+    mutable std::vector<std::size_t> items_up_to_;          ///< item counts, each track included
+    mutable std::optional<double> items_end_seconds_ = 0.0; ///< empty if it has to be searched for
     std::unique_ptr<Track> master_;
     std::vector<std::unique_ptr<Track>> tracks_;
 };
 
-} // namespace headless
+} // namespace headless::project

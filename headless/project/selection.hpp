@@ -1,64 +1,59 @@
 #pragma once
-// The selected objects of one kind, in project order, counted through without a search.
+// The selected objects of one kind, in project order, with access by index.
 
 #include "headless/base/gap_list.hpp"
 
 #include <cstddef>
 #include <vector>
 
-namespace headless {
+namespace headless::project {
 
-/// `at` is constant. Selecting and deselecting objects one after the other, in either direction, cost O(1)
-/// each: the place of the last change is looked at first. Elsewhere they cost O(log n) comparisons and the
-/// distance from there.
-/// @tparam Before  orders two objects; what it reads of an object must not change while that is in here
+/// `at` takes constant time. Selecting and deselecting objects one after the other, in either direction,
+/// takes O(1) each: the position of the last change is checked first. Other changes take O(log n) comparisons
+/// and time in proportion to the distance from that position.
+/// @tparam Before  orders two objects; what it reads of an object must not change while the object is in here
 template <class T, class Before>
 class Selection {
 public:
     std::size_t size() const { return objects_.size(); }
 
-    /// The object of that place in the order, null past the end.
+    /// The object at that index, null past the end.
     T* at(std::size_t index) const { return index < size() ? objects_[index] : nullptr; }
 
     void insert(T* object) {
         const std::size_t place = place_of(object);
-        if (at(place) != object) {
+        if (at(place) != object)
             objects_.insert(place, object);
-        }
     }
 
     void erase(T* object) {
         const std::size_t place = place_of(object);
-        if (at(place) == object) {
+        if (at(place) == object)
             objects_.erase(place);
-        }
     }
 
-    /// All of them as they are now.
+    /// A copy of the current selection.
     std::vector<T*> all() const {
         std::vector<T*> objects;
-        for (std::size_t index = 0; index < size(); ++index) {
+        for (std::size_t index = 0; index < size(); ++index)
             objects.push_back(objects_[index]);
-        }
         return objects;
     }
 
 private:
-    // The number of objects that stand before this one.
+    // The number of objects that come before this one.
     std::size_t place_of(const T* object) const {
         std::size_t begin = 0;
         std::size_t end = size();
         for (std::size_t probe = objects_.gap(); begin < end; probe = begin + (end - begin) / 2) {
-            if (probe > begin && objects_[probe - 1] == object) {
+            if (probe > begin && objects_[probe - 1] == object)
                 return probe - 1;
-            }
-            if (probe < end && Before()(objects_[probe], object)) {
+            if (probe < end && Before()(objects_[probe], object))
                 begin = probe + 1;
-            } else if (probe > begin && !Before()(objects_[probe - 1], object)) {
+            else if (probe > begin && !Before()(objects_[probe - 1], object))
                 end = probe - 1;
-            } else {
+            else
                 return probe;
-            }
         }
         return begin;
     }
@@ -66,4 +61,4 @@ private:
     GapList<T*> objects_;
 };
 
-} // namespace headless
+} // namespace headless::project

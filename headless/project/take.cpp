@@ -4,7 +4,7 @@
 
 #include <utility>
 
-namespace headless {
+namespace headless::project {
 
 double Source::length_seconds() const {
     return sample_rate > 0 ? static_cast<double>(frames) / sample_rate : 0.0;
@@ -17,18 +17,15 @@ Take::Take(Item& item, Source take_source, std::string take_name)
 
 Take::~Take() {
     LiveObjects& live_objects = item_.track().project().live_objects_;
-    for (const auto& envelope : envelopes_) {
+    for (const auto& envelope : envelopes_)
         live_objects.leave(envelope.get());
-    }
     live_objects.leave(this);
 }
 
 Envelope* Take::envelope(std::string_view wanted) const {
-    for (const auto& envelope : envelopes_) {
-        if (envelope->name() == wanted) {
+    for (const auto& envelope : envelopes_)
+        if (envelope->name() == wanted)
             return envelope.get();
-        }
-    }
     return nullptr;
 }
 
@@ -38,4 +35,4 @@ Envelope& Take::add_envelope(std::string envelope_name) {
     return *envelopes_.back();
 }
 
-} // namespace headless
+} // namespace headless::project

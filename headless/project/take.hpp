@@ -10,16 +10,16 @@
 #include <string_view>
 #include <vector>
 
-namespace headless {
+namespace headless::project {
 
 class Item;
 
-/// The file behind a take, with the format it had when it was inserted. Zeros where the file was never
-/// opened.
+/// The file behind a take, with the format it had when it was first read. The format is zeros if the file was
+/// never read, as in a project that was loaded.
 struct Source {
     std::filesystem::path file;
-    std::string type = "WAVE"; ///< the host's word for the kind of file
-    int sample_rate = 0;       ///< frames a second
+    std::string type = "WAVE"; ///< the host's name for the kind of file
+    int sample_rate = 0;       ///< frames per second
     int channels = 0;
     std::int64_t frames = 0;
 
@@ -29,7 +29,7 @@ struct Source {
     bool operator==(const Source&) const = default;
 };
 
-/// Lives in an item, which makes and destroys it; its address is its identity.
+/// Created and destroyed by its item; its address is its identity.
 class Take {
 public:
     Take(Item& item, Source source, std::string name);
@@ -41,7 +41,7 @@ public:
 
     Source source;
     std::string name;
-    double volume = 1.0;               ///< linear; below 0 turns the polarity
+    double volume = 1.0;               ///< linear; below 0 inverts the polarity
     double pan = 0.0;                  ///< -1 left .. 1 right
     double start_offset_seconds = 0.0; ///< where in the file the item begins
     double play_rate = 1.0;
@@ -51,10 +51,10 @@ public:
 
     const std::vector<std::unique_ptr<Envelope>>& envelopes() const { return envelopes_; }
 
-    /// Null when the take has none of that name.
+    /// Null if the take has no envelope of that name.
     Envelope* envelope(std::string_view name) const;
 
-    /// A new envelope without points, behind the others.
+    /// Adds an envelope without points after the others.
     Envelope& add_envelope(std::string name);
 
 private:
@@ -62,4 +62,4 @@ private:
     std::vector<std::unique_ptr<Envelope>> envelopes_;
 };
 
-} // namespace headless
+} // namespace headless::project

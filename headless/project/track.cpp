@@ -5,7 +5,7 @@
 #include <algorithm>
 #include <cmath>
 
-namespace headless {
+namespace headless::project {
 
 Track::Track(Project& project) : project_(project) { project.live_objects_.enter(this); }
 
@@ -15,18 +15,15 @@ Track::~Track() {
 }
 
 void Track::set_selected(bool selected) {
-    if (selected == selected_) {
+    if (selected == selected_)
         return;
-    }
     selected_ = selected;
-    if (this == &project_.master()) {
+    if (this == &project_.master())
         return;
-    }
-    if (selected) {
+    if (selected)
         project_.selected_tracks_.insert(this);
-    } else {
+    else
         project_.selected_tracks_.erase(this);
-    }
 }
 
 void Track::set_folder_depth_change(int change) {
@@ -69,4 +66,4 @@ std::vector<std::unique_ptr<Item>>::iterator Track::place_of(const Item& item) {
         [](const std::unique_ptr<Item>& owner) -> const Item& { return *owner; });
 }
 
-} // namespace headless
+} // namespace headless::project

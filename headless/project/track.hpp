@@ -8,11 +8,11 @@
 #include <string>
 #include <vector>
 
-namespace headless {
+namespace headless::project {
 
 class Project;
 
-/// Lives in a project, which makes and destroys it; its address is its identity.
+/// Created and destroyed by its project; its address is its identity.
 class Track {
 public:
     explicit Track(Project& project);
@@ -22,7 +22,7 @@ public:
 
     Project& project() const { return project_; }
 
-    /// Its place among the project's tracks, from 0; means nothing for the master.
+    /// Index among the project's tracks, from 0; has no meaning for the master.
     std::size_t index() const { return index_; }
 
     std::string name;
@@ -35,7 +35,7 @@ public:
     bool selected() const { return selected_; }
     void set_selected(bool selected);
 
-    /// 1 opens a folder, -n closes the n innermost ones behind this track.
+    /// 1 opens a folder, -n closes the n innermost folders after this track.
     int folder_depth_change() const { return folder_depth_change_; }
 
     /// More than 1 counts as 1: a track opens one folder at most.
@@ -49,10 +49,10 @@ public:
 
     const std::vector<std::unique_ptr<Item>>& items() const { return items_; }
 
-    /// An item without takes, at its place in the order of positions.
+    /// Adds an item without takes at its place in the order of positions.
     Item& add_item(double position_seconds, double length_seconds);
 
-    /// Destroys the item; one of another track is left alone.
+    /// Destroys the item. An item of another track is left alone.
     void erase_item(const Item& item);
 
 private:
@@ -70,4 +70,4 @@ private:
     std::vector<std::unique_ptr<Item>> items_;
 };
 
-} // namespace headless
+} // namespace headless::project

@@ -1,6 +1,6 @@
 #include "headless/reference/calls.hpp"
 
-namespace headless {
+namespace headless::reference {
 namespace {
 
 std::string without_ending(std::string_view text, std::string_view ending) {
@@ -8,15 +8,12 @@ std::string without_ending(std::string_view text, std::string_view ending) {
 }
 
 std::string lua_object(std::string_view type) {
-    if (type == "void*") {
+    if (type == "void*")
         return "identifier";
-    }
-    if (type == "object*") {
+    if (type == "object*")
         return "any";
-    }
-    if (type.ends_with("Array*")) {
+    if (type.ends_with("Array*"))
         return without_ending(type, "Array*") + "[]";
-    }
     return without_ending(type, "*");
 }
 
@@ -24,34 +21,32 @@ std::string lua_object(std::string_view type) {
 
 std::string join(const std::vector<std::string>& words, std::string_view separator) {
     std::string text;
-    for (const std::string& word : words) {
+    for (const std::string& word : words)
         text.append(text.empty() ? "" : separator).append(word);
-    }
     return text;
 }
 
-std::vector<std::string> words_of(const Definition& definition, bool (Parameter::*chosen)() const,
-                                  const std::function<std::string(const Parameter&)>& word) {
+std::vector<std::string> words_of(const script::Definition& definition,
+                                  bool (script::Parameter::*chosen)() const,
+                                  const std::function<std::string(const script::Parameter&)>& word) {
     std::vector<std::string> words;
-    for (const Parameter& parameter : definition.parameters) {
-        if ((parameter.*chosen)()) {
+    for (const script::Parameter& parameter : definition.parameters)
+        if ((parameter.*chosen)())
             words.push_back(word(parameter));
-        }
-    }
     return words;
 }
 
-std::string lua_type(ValueKind kind, std::string_view type) {
+std::string lua_type(script::ValueKind kind, std::string_view type) {
     switch (kind) {
-    case ValueKind::integer:
+    case script::ValueKind::integer:
         return "integer";
-    case ValueKind::boolean:
+    case script::ValueKind::boolean:
         return "boolean";
-    case ValueKind::number:
+    case script::ValueKind::number:
         return "number";
-    case ValueKind::text:
+    case script::ValueKind::text:
         return "string";
-    case ValueKind::array:
+    case script::ValueKind::array:
         return "reaper.array";
     default:
         return lua_object(type);
@@ -61,17 +56,17 @@ std::string lua_type(ValueKind kind, std::string_view type) {
 namespace {
 
 std::string call_in(std::string_view table, const CatalogueEntry& function) {
-    const Definition& definition = function.definition;
-    const auto typed_name = [](const Parameter& parameter) {
+    const script::Definition& definition = function.definition;
+    const auto typed_name = [](const script::Parameter& parameter) {
         return lua_type(parameter.kind, parameter.type) + ' ' + std::string(parameter.name);
     };
-    auto results = words_of(definition, &Parameter::is_result, typed_name);
-    if (definition.result != ValueKind::nothing) {
+    auto results = words_of(definition, &script::Parameter::is_result, typed_name);
+    if (definition.result != script::ValueKind::nothing)
         results.insert(results.begin(), lua_type(definition.result, definition.result_type));
-    }
-    const auto arguments = words_of(definition, &Parameter::is_argument, [&](const Parameter& parameter) {
-        return (parameter.is_optional ? "optional " : "") + typed_name(parameter);
-    });
+    const auto arguments =
+        words_of(definition, &script::Parameter::is_argument, [&](const script::Parameter& parameter) {
+            return (parameter.is_optional ? "optional " : "") + typed_name(parameter);
+        });
     return join(results, ", ") + (results.empty() ? "" : " = ") + std::string(table) + '.' + function.name +
            '(' + join(arguments, ", ") + ')';
 }
@@ -83,28 +78,25 @@ std::string method_call(const CatalogueEntry& method) { return call_in("array", 
 
 std::string c_prototype(const CatalogueEntry& function) {
     std::vector<std::string> parameters;
-    for (const Parameter& parameter : function.definition.parameters) {
+    for (const script::Parameter& parameter : function.definition.parameters)
         parameters.push_back(std::string(parameter.type) + ' ' + std::string(parameter.written_name));
-    }
     return std::string(function.definition.result_type) + ' ' + function.name + '(' + join(parameters, ", ") +
            ')';
 }
 
 std::string field_list(const CatalogueEntry& record) {
     std::vector<std::string> fields;
-    for (const Parameter& field : record.definition.parameters) {
+    for (const script::Parameter& field : record.definition.parameters)
         fields.push_back(std::string(field.name) + " (" + lua_type(field.kind, field.type) + ')');
-    }
     return join(fields, ", ");
 }
 
-std::string help_of(const Definition& definition) {
+std::string help_of(const script::Definition& definition) {
     constexpr std::string_view mark = "[MK:API]";
     std::string_view help = definition.help;
-    if (help.starts_with(mark)) {
+    if (help.starts_with(mark))
         help.remove_prefix(mark.size());
-    }
     return std::string(help);
 }
 
-} // namespace headless
+} // namespace headless::reference

@@ -1,5 +1,5 @@
 #pragma once
-// How a function is called in each language, as one line.
+// The call of a function in each language, as one line.
 
 #include "headless/reference/catalogue.hpp"
 
@@ -8,17 +8,18 @@
 #include <string_view>
 #include <vector>
 
-namespace headless {
+namespace headless::reference {
 
-/// `words` with `separator` between them.
+/// The strings in `words`, joined with `separator`.
 std::string join(const std::vector<std::string>& words, std::string_view separator);
 
-/// One word for each parameter that is chosen.
-std::vector<std::string> words_of(const Definition& definition, bool (Parameter::*chosen)() const,
-                                  const std::function<std::string(const Parameter&)>& word);
+/// One string for each chosen parameter.
+std::vector<std::string> words_of(const script::Definition& definition,
+                                  bool (script::Parameter::*chosen)() const,
+                                  const std::function<std::string(const script::Parameter&)>& word);
 
 /// A type as Lua scripts see it: "integer", "MediaTrack", "TrackDetail[]".
-std::string lua_type(ValueKind kind, std::string_view type);
+std::string lua_type(script::ValueKind kind, std::string_view type);
 
 /// "boolean, string buf = reaper.GetTrackName(MediaTrack track)"
 std::string lua_call(const CatalogueEntry& function);
@@ -32,7 +33,7 @@ std::string c_prototype(const CatalogueEntry& function);
 /// "Track (MediaTrack), Depth (integer)"
 std::string field_list(const CatalogueEntry& record);
 
-/// The help without the mark that is for the workstation's own list.
-std::string help_of(const Definition& definition);
+/// The help without the mark that only the workstation's own list uses.
+std::string help_of(const script::Definition& definition);
 
-} // namespace headless
+} // namespace headless::reference

@@ -1,16 +1,16 @@
 #include "headless/reference/catalogue.hpp"
 
-#include "headless/host/plugin_library.hpp"
-#include "headless/host/workstation.hpp"
 #include "headless/script/number_array.hpp"
 #include "headless/script/script_runner.hpp"
+#include "headless/workstation/plugin_library.hpp"
+#include "headless/workstation/workstation.hpp"
 
 #include <algorithm>
 
-namespace headless {
+namespace headless::reference {
 namespace {
 
-/// As the plug-in exports its tables: closed by a pair of nulls.
+/// The form in which the plug-in exports its tables: terminated by a pair of nulls.
 struct ReferenceRow {
     const char* name;
     const char* definition; ///< null: as for the registered function of that name
@@ -21,44 +21,41 @@ const CatalogueEntry* find(const std::vector<CatalogueEntry>& entries, const std
     return found == entries.end() ? nullptr : &*found;
 }
 
-std::vector<CatalogueEntry> read_table(const PluginLibrary& library, const char* symbol,
+std::vector<CatalogueEntry> read_table(const workstation::PluginLibrary& library, const char* symbol,
                                        const std::vector<CatalogueEntry>& registered) {
     std::vector<CatalogueEntry> entries;
     const auto* row = static_cast<const ReferenceRow*>(library.symbol(symbol));
-    for (; row && row->name; ++row) {
-        if (row->definition) {
-            entries.push_back({row->name, parse_definition(row->definition)});
-        } else if (const CatalogueEntry* same = find(registered, row->name)) {
+    for (; row && row->name; ++row)
+        if (row->definition)
+            entries.push_back({row->name, script::parse_definition(row->definition)});
+        else if (const CatalogueEntry* same = find(registered, row->name))
             entries.push_back(*same);
-        }
-    }
     return entries;
 }
 
-void append(std::vector<CatalogueEntry>& entries, std::span<const LuaFunction> functions) {
-    for (const LuaFunction& function : functions) {
-        entries.push_back({function.name, parse_definition(function.definition)});
-    }
+void append(std::vector<CatalogueEntry>& entries, std::span<const script::LuaFunction> functions) {
+    for (const script::LuaFunction& function : functions)
+        entries.push_back({function.name, script::parse_definition(function.definition)});
 }
 
 } // namespace
 
 bool Catalogue::is_of_lua_module(const std::string& name) const { return find(lua, name) != nullptr; }
 
-Catalogue read_catalogue(const Workstation& workstation, const PluginLibrary& library) {
+Catalogue read_catalogue(const workstation::Workstation& workstation,
+                         const workstation::PluginLibrary& library) {
     Catalogue catalogue;
-    for (const ScriptFunction& function : workstation.script_functions()) {
+    for (const workstation::ScriptFunction& function : workstation.script_functions()) {
         auto& door = function.is_registered ? catalogue.registered : catalogue.workstation;
-        door.push_back({function.name, parse_definition(function.definition)});
+        door.push_back({function.name, script::parse_definition(function.definition)});
     }
     catalogue.lua = read_table(library, "felspar_lua_functions", catalogue.registered);
     catalogue.python = read_table(library, "felspar_python_functions", catalogue.registered);
     catalogue.records = read_table(library, "felspar_records", catalogue.registered);
-    for (const auto functions : functions_for_lua()) {
+    for (const auto functions : script::functions_for_lua())
         append(catalogue.scripting, functions);
-    }
-    append(catalogue.arrays, number_array_methods());
+    append(catalogue.arrays, script::number_array_methods());
     return catalogue;
 }
 
-} // namespace headless
+} // namespace headless::reference

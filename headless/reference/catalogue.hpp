@@ -1,27 +1,29 @@
 #pragma once
-// All that scripts may call, by the doors that lead to it. It is read from the definition texts of the
-// workstation and of the loaded plug-in, and from nothing else.
+// All functions that scripts may call, grouped by how they are reached. Read only from the definition texts
+// of the workstation and of the loaded plug-in.
 
 #include "headless/script/definition.hpp"
 
 #include <string>
 #include <vector>
 
-namespace headless {
-
+namespace headless::workstation {
 class PluginLibrary;
 class Workstation;
+} // namespace headless::workstation
+
+namespace headless::reference {
 
 struct CatalogueEntry {
     std::string name;
-    Definition definition; ///< its texts are the plug-in's and the workstation's
+    script::Definition definition; ///< its strings belong to the plug-in or the workstation
 };
 
 struct Catalogue {
     std::vector<CatalogueEntry> registered;  ///< with the workstation, by the plug-in
     std::vector<CatalogueEntry> lua;         ///< of the plug-in's Lua module
     std::vector<CatalogueEntry> python;      ///< exported for ctypes
-    std::vector<CatalogueEntry> records;     ///< what lists hold: fields are parameters
+    std::vector<CatalogueEntry> records;     ///< the records in lists: their fields are stored as parameters
     std::vector<CatalogueEntry> workstation; ///< the workstation's own functions for every language
     std::vector<CatalogueEntry> scripting;   ///< its functions for Lua alone
     std::vector<CatalogueEntry> arrays;      ///< the methods of its arrays of numbers
@@ -31,6 +33,7 @@ struct Catalogue {
 };
 
 /// Must not outlive the library.
-Catalogue read_catalogue(const Workstation& workstation, const PluginLibrary& library);
+Catalogue read_catalogue(const workstation::Workstation& workstation,
+                         const workstation::PluginLibrary& library);
 
-} // namespace headless
+} // namespace headless::reference

@@ -1,17 +1,17 @@
 #pragma once
-// The reference in each of its forms. All end with a line break.
+// The reference in each of its output formats. All end with a line break.
 
 #include "headless/reference/catalogue.hpp"
 
 #include <string>
 
-namespace headless {
+namespace headless::reference {
 
-// All functions of all doors, to be read.
+// All functions of all groups, for reading.
 std::string text_form(const Catalogue& catalogue);
 std::string markdown_form(const Catalogue& catalogue);
 
-/// One page that stands alone, with a field to search by.
+/// One self-contained page with a search field.
 std::string html_form(const Catalogue& catalogue);
 
 /// Definitions for the Lua language server: what Lua scripts may call, for completion and types in editors.
@@ -21,4 +21,4 @@ std::string luals_form(const Catalogue& catalogue);
 /// meridek_felspar.headless offers.
 std::string python_form(const Catalogue& catalogue);
 
-} // namespace headless
+} // namespace headless::reference

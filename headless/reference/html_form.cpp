@@ -1,9 +1,9 @@
-// The reference as one page without anything beside it.
+// The reference as one self-contained page.
 
 #include "headless/reference/forms.hpp"
 #include "headless/reference/sections.hpp"
 
-namespace headless {
+namespace headless::reference {
 namespace {
 
 constexpr std::string_view head = R"(<!DOCTYPE html>
@@ -56,7 +56,7 @@ std::string escaped(std::string_view text) {
     return html;
 }
 
-/// Names repeat from door to door, so that places are named by both.
+/// Names occur in more than one section, so anchors contain both section and name.
 std::string place_of(std::size_t section, const CatalogueEntry* entry = nullptr) {
     return std::to_string(section + 1) + (entry ? '-' + entry->name : "");
 }
@@ -74,18 +74,16 @@ std::string article(std::size_t index, const Catalogue& catalogue, const Catalog
 std::string html_form(const Catalogue& catalogue) {
     std::string html(head);
     html += "<ul>\n";
-    for (std::size_t i = 0; i < sections.size(); ++i) {
+    for (std::size_t i = 0; i < sections.size(); ++i)
         html += "<li><a href=\"#" + place_of(i) + "\">" + title_of(sections[i], catalogue) + "</a></li>\n";
-    }
     html += "</ul>\n<input type=\"search\" placeholder=\"Search\" aria-label=\"Search\">\n";
     for (std::size_t i = 0; i < sections.size(); ++i) {
         html += "<h2 id=\"" + place_of(i) + "\">" + title_of(sections[i], catalogue) + "</h2>\n<p>" +
                 escaped(sections[i].introduction) + "</p>\n";
-        for (const CatalogueEntry& entry : catalogue.*sections[i].entries) {
+        for (const CatalogueEntry& entry : catalogue.*sections[i].entries)
             html += article(i, catalogue, entry);
-        }
     }
     return html.append(foot);
 }
 
-} // namespace headless
+} // namespace headless::reference

@@ -7,7 +7,7 @@
 #include <array>
 #include <set>
 
-namespace headless {
+namespace headless::reference {
 namespace {
 
 std::string lua_name(std::string_view name) {
@@ -17,70 +17,64 @@ std::string lua_name(std::string_view name) {
     return std::string(name) + (std::ranges::find(keywords, name) != keywords.end() ? "_" : "");
 }
 
-/// Whether scripts may leave the argument out, or give nil.
-bool may_be_nil(const Parameter& parameter) {
+/// Whether scripts may omit the argument or pass nil.
+bool may_be_nil(const script::Parameter& parameter) {
     return parameter.is_optional || parameter.type == "ReaProject*";
 }
 
-std::string argument_type(const Parameter& parameter) {
+std::string argument_type(const script::Parameter& parameter) {
     const std::string type = lua_type(parameter.kind, parameter.type);
     return parameter.type == "ReaProject*" ? type + "|0" : type; // 0 is the active project
 }
 
-std::string result_type(ValueKind kind, std::string_view type) {
-    return lua_type(kind, type) + (kind == ValueKind::handle ? "|nil" : "");
+std::string result_type(script::ValueKind kind, std::string_view type) {
+    return lua_type(kind, type) + (kind == script::ValueKind::handle ? "|nil" : "");
 }
 
 void append_function(std::string& text, const CatalogueEntry& function, std::string_view table = "reaper.") {
-    const Definition& definition = function.definition;
+    const script::Definition& definition = function.definition;
     text += "\n---" + help_of(definition) + '\n';
-    for (const Parameter& parameter : definition.parameters) {
+    for (const script::Parameter& parameter : definition.parameters) {
         if (parameter.is_argument()) {
             text += "---@param " + lua_name(parameter.name) + (may_be_nil(parameter) ? "? " : " ") +
                     argument_type(parameter) + '\n';
         }
     }
-    if (definition.result != ValueKind::nothing) {
+    if (definition.result != script::ValueKind::nothing)
         text += "---@return " + result_type(definition.result, definition.result_type) + '\n';
-    }
-    for (const Parameter& parameter : definition.parameters) {
+    for (const script::Parameter& parameter : definition.parameters) {
         if (parameter.is_result()) {
             text += "---@return " + result_type(parameter.kind, parameter.type) + ' ' +
                     lua_name(parameter.name) + '\n';
         }
     }
-    const auto names = words_of(definition, &Parameter::is_argument,
-                                [](const Parameter& parameter) { return lua_name(parameter.name); });
+    const auto names = words_of(definition, &script::Parameter::is_argument,
+                                [](const script::Parameter& parameter) { return lua_name(parameter.name); });
     text += "function " + std::string(table) + function.name + '(' + join(names, ", ") + ") end\n";
 }
 
-/// The workstation's objects, which scripts hold without looking inside.
+/// The workstation's objects, which are opaque to scripts.
 std::set<std::string> handle_types(const Catalogue& catalogue) {
     std::set<std::string> types{"identifier"};
     for (const auto* functions : {&catalogue.registered, &catalogue.workstation}) {
         for (const CatalogueEntry& function : *functions) {
-            if (function.definition.result == ValueKind::handle) {
-                types.insert(lua_type(ValueKind::handle, function.definition.result_type));
-            }
-            for (const Parameter& parameter : function.definition.parameters) {
-                if (parameter.kind == ValueKind::handle) {
-                    types.insert(lua_type(ValueKind::handle, parameter.type));
-                }
-            }
+            if (function.definition.result == script::ValueKind::handle)
+                types.insert(lua_type(script::ValueKind::handle, function.definition.result_type));
+            for (const script::Parameter& parameter : function.definition.parameters)
+                if (parameter.kind == script::ValueKind::handle)
+                    types.insert(lua_type(script::ValueKind::handle, parameter.type));
         }
     }
     return types;
 }
 
 void append_types(std::string& text, const Catalogue& catalogue) {
-    for (const std::string& type : handle_types(catalogue)) {
+    for (const std::string& type : handle_types(catalogue))
         text += "---@class " + type + (type == "identifier" ? " : userdata\n" : " : identifier\n");
-    }
     for (const CatalogueEntry& record : catalogue.records) {
         text += "\n---" + help_of(record.definition) + "\n---@class " + record.name + '\n';
-        for (const Parameter& field : record.definition.parameters) {
+        for (const script::Parameter& field : record.definition.parameters)
             text += "---@field " + std::string(field.name) + "? " + lua_type(field.kind, field.type) + '\n';
-        }
     }
 }
 
@@ -90,23 +84,19 @@ std::string luals_form(const Catalogue& catalogue) {
     std::string text = "---@meta reaper_MERIDEK_FELSPAR\n\n";
     append_types(text, catalogue);
     text += "\n---@class reaper.array\n---@field [integer] number\nlocal array = {}\n";
-    for (const CatalogueEntry& method : catalogue.arrays) {
+    for (const CatalogueEntry& method : catalogue.arrays)
         append_function(text, method, "array:");
-    }
     text += "\n---@class reaper\nreaper = {}\n";
     for (const auto* functions :
          {&catalogue.workstation, &catalogue.scripting, &catalogue.registered, &catalogue.lua}) {
-        for (const CatalogueEntry& function : *functions) {
-            if (functions == &catalogue.lua || !catalogue.is_of_lua_module(function.name)) {
+        for (const CatalogueEntry& function : *functions)
+            if (functions == &catalogue.lua || !catalogue.is_of_lua_module(function.name))
                 append_function(text, function);
-            }
-        }
     }
     text += "\n---The functions of the module alone.\nMK_FELSPAR = {\n";
-    for (const CatalogueEntry& function : catalogue.lua) {
+    for (const CatalogueEntry& function : catalogue.lua)
         text += "    " + function.name + " = reaper." + function.name + ",\n";
-    }
     return text + "}\n\nreturn reaper\n";
 }
 
-} // namespace headless
+} // namespace headless::reference

@@ -1,9 +1,9 @@
-// The forms for terminals and for Markdown viewers.
+// The reference as plain text and as Markdown.
 
 #include "headless/reference/forms.hpp"
 #include "headless/reference/sections.hpp"
 
-namespace headless {
+namespace headless::reference {
 std::string text_form(const Catalogue& catalogue) {
     std::string text;
     for (const Section& section : sections) {
@@ -32,4 +32,4 @@ std::string markdown_form(const Catalogue& catalogue) {
     return text;
 }
 
-} // namespace headless
+} // namespace headless::reference

@@ -1,4 +1,4 @@
-// Signatures in Python's own words.
+// The reference as Python signatures.
 
 #include "headless/reference/calls.hpp"
 #include "headless/reference/forms.hpp"
@@ -6,7 +6,7 @@
 #include <algorithm>
 #include <array>
 
-namespace headless {
+namespace headless::reference {
 namespace {
 
 struct TypeWords {
@@ -52,43 +52,44 @@ const TypeWords* find_words(std::string_view type) {
     return found == type_words.end() ? nullptr : found;
 }
 
-std::string python_type(const Parameter& parameter) {
-    return parameter.kind == ValueKind::array ? "array" : std::string(find_words(parameter.type)->for_python);
+std::string python_type(const script::Parameter& parameter) {
+    return parameter.kind == script::ValueKind::array ? "array"
+                                                      : std::string(find_words(parameter.type)->for_python);
 }
 
 bool is_known(const CatalogueEntry& function) {
     return find_words(function.definition.result_type) &&
-           std::ranges::all_of(function.definition.parameters, [](const Parameter& parameter) {
+           std::ranges::all_of(function.definition.parameters, [](const script::Parameter& parameter) {
                return find_words(parameter.type) != nullptr;
            });
 }
 
-std::string result_of(const Definition& definition) {
-    auto results = words_of(definition, &Parameter::is_result, python_type);
-    if (definition.result != ValueKind::nothing) {
+std::string result_of(const script::Definition& definition) {
+    auto results = words_of(definition, &script::Parameter::is_result, python_type);
+    if (definition.result != script::ValueKind::nothing) {
         const bool may_be_none =
-            definition.result == ValueKind::handle || definition.result == ValueKind::text;
+            definition.result == script::ValueKind::handle || definition.result == script::ValueKind::text;
         results.insert(results.begin(), std::string(find_words(definition.result_type)->for_python) +
                                             (may_be_none ? " | None" : ""));
     }
     return results.empty() ? "None" : results.size() == 1 ? results[0] : "tuple[" + join(results, ", ") + ']';
 }
 
-std::string docstring(const Definition& definition) {
+std::string docstring(const script::Definition& definition) {
     std::string text;
-    for (const char letter : help_of(definition)) {
+    for (const char letter : help_of(definition))
         text += letter == '\\' || letter == '"' ? std::string("\\") + letter : std::string(1, letter);
-    }
     return "\"\"\"" + text + "\"\"\"\n";
 }
 
 std::string method(const CatalogueEntry& function) {
-    auto parameters = words_of(function.definition, &Parameter::is_argument, [](const Parameter& parameter) {
-        return name_of(parameter.name) + ": " + python_type(parameter) +
-               (parameter.is_optional             ? " | None = None"
-                : parameter.type == "ReaProject*" ? " | None"
-                                                  : "");
-    });
+    auto parameters = words_of(function.definition, &script::Parameter::is_argument,
+                               [](const script::Parameter& parameter) {
+                                   return name_of(parameter.name) + ": " + python_type(parameter) +
+                                          (parameter.is_optional             ? " | None = None"
+                                           : parameter.type == "ReaProject*" ? " | None"
+                                                                             : "");
+                               });
     parameters.insert(parameters.begin(), "self");
     return "\n    def " + function.name + '(' + join(parameters, ", ") + ") -> " +
            result_of(function.definition) + ":\n        " + docstring(function.definition);
@@ -96,7 +97,7 @@ std::string method(const CatalogueEntry& function) {
 
 std::string exported_function(const CatalogueEntry& function) {
     std::vector<std::string> parameters;
-    for (const Parameter& parameter : function.definition.parameters) {
+    for (const script::Parameter& parameter : function.definition.parameters) {
         parameters.push_back(name_of(parameter.written_name) + ": " +
                              std::string(find_words(parameter.type)->for_ctypes));
     }
@@ -119,20 +120,16 @@ from meridek_felspar.handles import EditedEnvelope, Envelope, Handle, Item, Proj
 
 # Exported by the library, for ctypes.
 )";
-    for (const CatalogueEntry& function : catalogue.python) {
-        if (is_known(function)) {
+    for (const CatalogueEntry& function : catalogue.python)
+        if (is_known(function))
             text += exported_function(function);
-        }
-    }
     text += "\n\nclass Workstation:\n    \"\"\"What meridek_felspar.headless.open gives.\"\"\"\n";
     for (const auto* functions : {&catalogue.registered, &catalogue.workstation}) {
-        for (const CatalogueEntry& function : *functions) {
-            if (is_known(function)) {
+        for (const CatalogueEntry& function : *functions)
+            if (is_known(function))
                 text += method(function);
-            }
-        }
     }
     return text;
 }
 
-} // namespace headless
+} // namespace headless::reference

@@ -1,6 +1,6 @@
 #include "headless/reference/sections.hpp"
 
-namespace headless {
+namespace headless::reference {
 
 std::string title_of(const Section& section, const Catalogue& catalogue) {
     return std::string(section.title) + " (" + std::to_string((catalogue.*section.entries).size()) + ')';
@@ -12,4 +12,4 @@ std::string help_in(const Section& section, const Catalogue& catalogue, const Ca
     return help_of(entry.definition) + (only_tells ? ". Works once the Lua module is loaded" : "");
 }
 
-} // namespace headless
+} // namespace headless::reference

@@ -1,11 +1,11 @@
 #pragma once
-// The order in which the forms for reading show the doors.
+// The order of the groups of functions in the formats for reading.
 
 #include "headless/reference/calls.hpp"
 
 #include <array>
 
-namespace headless {
+namespace headless::reference {
 
 struct Section {
     const char* title;
@@ -32,7 +32,7 @@ constexpr std::array<Section, 7> sections{{
 /// The title with the number of entries.
 std::string title_of(const Section& section, const Catalogue& catalogue);
 
-/// The help of an entry in a section, with what the section adds to it.
+/// The help of an entry, with any text that the section adds to it.
 std::string help_in(const Section& section, const Catalogue& catalogue, const CatalogueEntry& entry);
 
-} // namespace headless
+} // namespace headless::reference

@@ -1,5 +1,5 @@
 #pragma once
-// How figures are written wherever the command reports them; for this room's own use.
+// The format of numbers in all reports. For use inside this folder.
 
 #include <nlohmann/json.hpp>
 
@@ -11,7 +11,7 @@
 
 namespace headless::figures {
 
-/// As snprintf, cut to 159 characters. The program never sets a locale, so decimals have a point.
+/// As snprintf, truncated to 159 characters. The program never sets a locale, so decimals have a point.
 template <class... Values>
 std::string formatted(const char* format, Values... values) {
     std::array<char, 160> text{};
@@ -19,16 +19,16 @@ std::string formatted(const char* format, Values... values) {
     return text.data();
 }
 
-/// One decimal; "-" for none.
+/// One decimal; "-" for an empty value.
 inline std::string loudness_text(std::optional<double> lufs) { return lufs ? formatted("%.1f", *lufs) : "-"; }
 
-/// Decibels at four decimals: more would show where a curve was reckoned, not how it sounds.
+/// Decibels with four decimals: more would be rounding noise that nobody hears.
 inline nlohmann::ordered_json decibels(std::optional<double> value) {
     return value && std::isfinite(*value) ? nlohmann::ordered_json(std::round(*value * 1e4) / 1e4)
                                           : nlohmann::ordered_json(nullptr);
 }
 
-/// One line and its break; bytes that are not UTF-8 become U+FFFD.
+/// One line and a line break. Bytes that are not UTF-8 become U+FFFD.
 inline std::string line_of(const nlohmann::ordered_json& object) {
     return object.dump(-1, ' ', false, nlohmann::ordered_json::error_handler_t::replace) + "\n";
 }

@@ -7,7 +7,7 @@
 #include <cmath>
 #include <limits>
 
-namespace headless {
+namespace headless::report {
 namespace {
 
 using figures::decibels;
@@ -49,16 +49,16 @@ ordered_json object_of(const ImportedPair& pair, bool with_levels) {
     return object;
 }
 
-ordered_json list_of(const std::vector<SameName>& names) {
+ordered_json list_of(const std::vector<matching::SameName>& names) {
     ordered_json list = ordered_json::array();
-    for (const SameName& same : names)
+    for (const matching::SameName& same : names)
         list.push_back({{"name", same.name}, {"files", texts(same.files)}});
     return list;
 }
 
-ordered_json list_of(const std::vector<NearLine>& lines) {
+ordered_json list_of(const std::vector<matching::NearLine>& lines) {
     ordered_json list = ordered_json::array();
-    for (const NearLine& near : lines)
+    for (const matching::NearLine& near : lines)
         list.push_back({{"subject", near.subject.string()},
                         {"base", near.base.string()},
                         {"differences", near.differences}});
@@ -75,7 +75,7 @@ std::string csv_field(std::string_view text) {
     return quoted + '"';
 }
 
-/// As many digits as tell it from its neighbours are no help in a spreadsheet; six decimals are microseconds.
+/// Six decimals are microseconds; digits for an exact round trip would not help in a spreadsheet.
 std::string csv_number(std::optional<double> value, int decimals) {
     return value && std::isfinite(*value) ? figures::formatted("%.*f", decimals, *value) : "";
 }
@@ -159,4 +159,4 @@ std::string csv_table(const std::vector<ImportedPair>& pairs) {
     return table;
 }
 
-} // namespace headless
+} // namespace headless::report

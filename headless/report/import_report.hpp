@@ -1,8 +1,7 @@
 #pragma once
-// What an import did, in figures, and how it is told: on the terminal, as JSON, and line by line for a
-// spreadsheet.
+// The figures of an import and their output formats: text for the terminal, JSON, and CSV for a spreadsheet.
 
-#include "headless/report/line_survey.hpp"
+#include "headless/matching/line_survey.hpp"
 
 #include <cstddef>
 #include <filesystem>
@@ -10,7 +9,7 @@
 #include <string>
 #include <vector>
 
-namespace headless {
+namespace headless::report {
 
 /// One item of a pair.
 struct ImportedLine {
@@ -18,8 +17,8 @@ struct ImportedLine {
     bool is_placed = false; ///< false: the file was refused
     double position_seconds = 0.0;
     double length_seconds = 0.0;
-    /// Momentary maximum (EBU R 128) in LUFS as it is heard in the project; none where there is none, or none
-    /// was asked for; minus infinity for silence.
+    /// Momentary maximum (EBU R 128) in LUFS as heard in the project. Empty if there is none or none was
+    /// requested; minus infinity for silence.
     std::optional<double> momentary_max_lufs{};
 };
 
@@ -27,15 +26,15 @@ struct ImportedPair {
     std::string group{};
     ImportedLine base{};
     ImportedLine subject{};
-    std::optional<double> subject_before_lufs{}; ///< of the recording, before it was levelled
-    std::string remark{};                        ///< why it was not levelled or placed as asked; mostly empty
+    std::optional<double> subject_before_lufs{}; ///< of the recording, before its level was matched
+    std::string remark{};                        ///< why it was not matched or placed as asked; mostly empty
 
-    /// How far the subject line stood above (+) or below (-) its base line in LU, as recorded and in the end;
-    /// none without two readings, or when silence makes it endless.
+    /// Level of the subject line above (+) or below (-) its base line in LU, as recorded and at the end.
+    /// Empty without two readings, or if silence makes the distance infinite.
     std::optional<double> distance_before_lu() const;
     std::optional<double> distance_lu() const;
 
-    /// Whether they end within 0.1 LU.
+    /// Whether their final levels are within 0.1 LU.
     bool is_levelled() const;
 };
 
@@ -49,11 +48,11 @@ struct ImportReport {
     std::filesystem::path base_folder{};
     std::filesystem::path project{}; ///< empty: none was written
     bool is_dry_run = false;
-    bool is_matched = false;             ///< levels were asked for, so there are readings
+    bool is_matched = false;             ///< levels were requested, so there are readings
     std::vector<ImportedGroup> groups{}; ///< in the order of their tracks
     std::vector<ImportedPair> pairs{};   ///< in the order of the timeline
     std::vector<std::filesystem::path> unmatched{};
-    LineSurvey survey{};
+    matching::LineSurvey survey{};
     std::vector<std::string> failures{}; ///< messages
 
     /// From the first item's start to the last one's end.
@@ -62,18 +61,19 @@ struct ImportReport {
     std::size_t levelled_pairs() const;
 };
 
-/// The summary for the terminal: the pairs in full while they fit a few screens and for a dry run, else the
-/// ones that were farthest apart; names that stand twice, what found no partner and what nearly did; every
-/// pair with a remark; groups; figures over all. Paths are those below the two folders.
+/// The summary for the terminal: all pairs if they fit a few screens or for a dry run, otherwise the ones
+/// that were farthest apart; duplicate names, lines without a partner, and near matches; every pair with a
+/// remark; groups; totals. Paths are relative to the two folders.
 std::string text_summary(const ImportReport& report);
 
-/// The report as one JSON object and a line break; decibels and texts as in json_line of a ride.
+/// The report as one JSON object and a line break. Decibels and strings as in json_line of a ride.
 std::string json_summary(const ImportReport& report);
 
-/// The first line of a table of pairs.
+/// The heading line of the table of pairs.
 std::string csv_heading();
 
-/// One line a pair under the heading, after RFC 4180: CRLF, fields in quotes where needed, plain decimals.
+/// One line per pair, to follow the heading, according to RFC 4180: CRLF, fields in quotes where needed,
+/// plain decimals.
 std::string csv_table(const std::vector<ImportedPair>& pairs);
 
-} // namespace headless
+} // namespace headless::report

@@ -7,7 +7,7 @@
 #include <algorithm>
 #include <cmath>
 
-namespace headless {
+namespace headless::report {
 namespace {
 
 using figures::formatted;
@@ -15,7 +15,7 @@ using figures::loudness_text;
 namespace fs = std::filesystem;
 
 constexpr std::size_t most_pairs_in_full = 40;
-constexpr std::size_t farthest_pairs = 12; ///< shown instead when there are more
+constexpr std::size_t farthest_pairs = 12; ///< shown instead if there are more
 constexpr std::size_t most_names = 20;     ///< of a list that is no failure
 
 std::string below(const fs::path& folder, const fs::path& file) {
@@ -45,7 +45,7 @@ public:
             group_columns_ = std::max(group_columns_, display_columns(printable(group.name)));
     }
 
-    /// What matters most stands last, where a terminal shows it.
+    /// The most important part comes last, where a terminal shows it.
     std::string text() && {
         add_pairs();
         add_same_names("subject", report_.survey.same_subject_names, report_.subject_folder);
@@ -128,15 +128,14 @@ private:
         text_ += '\n';
     }
 
-    /// How far the subject lines lay below (-) or above their base lines.
+    /// Distances of the subject lines below (-) or above their base lines.
     void add_levels() {
         if (!report_.is_matched || report_.pairs.empty())
             return;
         std::vector<double> distances;
-        for (const ImportedPair& pair : report_.pairs) {
+        for (const ImportedPair& pair : report_.pairs)
             if (const auto distance = pair.distance_before_lu())
                 distances.push_back(*distance);
-        }
         if (!distances.empty()) {
             std::ranges::sort(distances);
             text_ += formatted("Before, subject lines stood %+.1f to %+.1f LU from their base lines, half of "
@@ -195,7 +194,8 @@ private:
         end_list(lines.size());
     }
 
-    void add_same_names(const char* side, const std::vector<SameName>& names, const fs::path& folder) {
+    void add_same_names(const char* side, const std::vector<matching::SameName>& names,
+                        const fs::path& folder) {
         if (names.empty())
             return;
         add_title(std::string("Names that stand more than once on the ") + side + " side", names.size());
@@ -217,4 +217,4 @@ private:
 
 std::string text_summary(const ImportReport& report) { return Summary(report).text(); }
 
-} // namespace headless
+} // namespace headless::report

@@ -6,7 +6,7 @@
 #include <cstdio>
 #include <utf8proc.h>
 
-namespace headless {
+namespace headless::report {
 namespace {
 
 struct Character {
@@ -114,4 +114,4 @@ std::size_t display_columns(std::string_view text) {
     return columns;
 }
 
-} // namespace headless
+} // namespace headless::report

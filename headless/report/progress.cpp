@@ -6,7 +6,7 @@
 #include <sys/ioctl.h>
 #include <unistd.h>
 
-namespace headless {
+namespace headless::report {
 namespace {
 
 constexpr std::string_view erase_line = "\r\x1b[K";
@@ -47,7 +47,7 @@ void Progress::show(std::size_t number, std::size_t total, std::string_view name
         time_left_text(elapsed.count(), number - first_number_, total + 1 - first_number_);
     const std::string line = std::to_string(number) + "/" + std::to_string(total) + "  " + left +
                              (left.empty() ? "" : "  ") + printable(name);
-    // A full last column would make some terminals wrap, and the line could no longer be erased.
+    // Some terminals wrap after a full last column, and the line could no longer be erased.
     write(std::string(erase_line) + std::string(fitting(line, columns_of(descriptor_) - 1)));
     shown_ = true;
 }
@@ -67,4 +67,4 @@ void Progress::write(std::string_view text) const {
     }
 }
 
-} // namespace headless
+} // namespace headless::report

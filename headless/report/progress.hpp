@@ -1,18 +1,18 @@
 #pragma once
-// How far the work has come, as one line that is rewritten in place on a terminal.
+// A progress line that is rewritten in place on a terminal.
 
 #include <chrono>
 #include <cstddef>
 #include <string>
 #include <string_view>
 
-namespace headless {
+namespace headless::report {
 
-/// "1:05 left", "2:00:10 left": what remains when every piece takes as long as those that are done. Empty
-/// while none is.
+/// "1:05 left", "2:00:10 left": the remaining time if every piece takes as long as those that are done. Empty
+/// if none is done.
 std::string time_left_text(double elapsed_seconds, std::size_t done, std::size_t total);
 
-/// Writes nothing where the stream is no terminal. The line is gone when the object is.
+/// Writes nothing if the stream is not a terminal. The destructor erases the line.
 class Progress {
 public:
     /// @param stream_descriptor  the stream to write to, normally that of stderr; stays open
@@ -21,11 +21,11 @@ public:
     Progress(const Progress&) = delete;
     Progress& operator=(const Progress&) = delete;
 
-    /// "3/40  1:05 left  name", cut to the terminal's width. `number` counts from 1; the time counts from the
-    /// first call.
+    /// "3/40  1:05 left  name", truncated to the terminal's width. `number` counts from 1; the time counts
+    /// from the first call.
     void show(std::size_t number, std::size_t total, std::string_view name);
 
-    /// Leaves the terminal's line as if nothing had been written; to be called before other output.
+    /// Erases the progress line. To be called before other output.
     void erase();
 
 private:
@@ -38,4 +38,4 @@ private:
     std::chrono::steady_clock::time_point begin_;
 };
 
-} // namespace headless
+} // namespace headless::report

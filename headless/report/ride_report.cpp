@@ -5,7 +5,7 @@
 
 #include <cmath>
 
-namespace headless {
+namespace headless::report {
 namespace {
 
 using figures::decibels;
@@ -13,7 +13,7 @@ using figures::formatted;
 using figures::line_of;
 using figures::loudness_text;
 
-/// With its sign; none where it would round to 0.0.
+/// With its sign, except if it would round to 0.0.
 std::string gain_text(double gain_db) {
     return std::abs(gain_db) < 0.05 ? "0.0" : formatted("%+.1f", gain_db);
 }
@@ -31,24 +31,29 @@ std::string text_row(const RideReport& report) {
                      gain_text(report.largest_boost_db).c_str(),
                      loudness_text(report.momentary_max_before_lufs).c_str(),
                      loudness_text(report.momentary_max_after_lufs).c_str()) +
-           printable(report.file.filename().string()) + "\n";
+           printable(report.file.filename().string()) + (report.remark.empty() ? "" : ": " + report.remark) +
+           "\n";
 }
 
 std::string json_line(const RideReport& report) {
-    return line_of({{"file", report.file.string()},
-                    {"output", report.output.string()},
-                    {"length_seconds", report.length_seconds},
-                    {"windows", report.windows},
-                    {"points_written", report.points_written},
-                    {"points_kept", report.points_kept},
-                    {"largest_cut_db", decibels(report.largest_cut_db)},
-                    {"largest_boost_db", decibels(report.largest_boost_db)},
-                    {"momentary_max_before_lufs", decibels(report.momentary_max_before_lufs)},
-                    {"momentary_max_after_lufs", decibels(report.momentary_max_after_lufs)}});
+    nlohmann::ordered_json object = {
+        {"file", report.file.string()},
+        {"output", report.output.string()},
+        {"length_seconds", report.length_seconds},
+        {"windows", report.windows},
+        {"points_written", report.points_written},
+        {"points_kept", report.points_kept},
+        {"largest_cut_db", decibels(report.largest_cut_db)},
+        {"largest_boost_db", decibels(report.largest_boost_db)},
+        {"momentary_max_before_lufs", decibels(report.momentary_max_before_lufs)},
+        {"momentary_max_after_lufs", decibels(report.momentary_max_after_lufs)}};
+    if (!report.remark.empty())
+        object["remark"] = report.remark;
+    return line_of(object);
 }
 
 std::string json_failure_line(const std::filesystem::path& file, std::string_view message) {
     return line_of({{"file", file.string()}, {"error", message}});
 }
 
-} // namespace headless
+} // namespace headless::report

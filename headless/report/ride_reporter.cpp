@@ -2,7 +2,7 @@
 
 #include "headless/report/printable.hpp"
 
-namespace headless {
+namespace headless::report {
 
 RideReporter::RideReporter(std::ostream& results, std::ostream& failures, ReportForm form, std::size_t total,
                            int terminal_descriptor)
@@ -42,4 +42,4 @@ void RideReporter::finish(const std::filesystem::path& folder, const std::filesy
     results_ << std::endl;
 }
 
-} // namespace headless
+} // namespace headless::report

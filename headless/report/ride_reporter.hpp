@@ -1,6 +1,6 @@
 #pragma once
-// What a run of rides tells its user while it goes: rows on one stream, failures on the other, and on a
-// terminal how far it is.
+// Reports to the user during a run of rides: rows on one stream, failures on the other, and progress on a
+// terminal.
 
 #include "headless/base/failure.hpp"
 #include "headless/report/progress.hpp"
@@ -10,13 +10,13 @@
 #include <filesystem>
 #include <ostream>
 
-namespace headless {
+namespace headless::report {
 
 enum class ReportForm { text, json };
 
 class RideReporter {
 public:
-    /// @param results   rows of the table, or JSON lines for recordings ridden and failed alike
+    /// @param results   rows of the table, or JSON lines for both ridden and failed recordings
     /// @param failures  one line each
     /// @param total     number of recordings that will be begun
     /// @param terminal_descriptor  where progress is shown, if it is a terminal
@@ -32,7 +32,7 @@ public:
     void failed(const std::filesystem::path& path, const Failure& failure);
 
     /// The closing line of the text form.
-    /// @param project  empty when none was written
+    /// @param project  empty if none was written
     void finish(const std::filesystem::path& folder, const std::filesystem::path& project);
 
     std::size_t ridden_count() const { return ridden_count_; }
@@ -49,4 +49,4 @@ private:
     bool anything_failed_ = false;
 };
 
-} // namespace headless
+} // namespace headless::report

@@ -16,7 +16,8 @@ std::string_view trimmed(std::string_view line) {
     return begin > end || begin == line.npos ? std::string_view{} : line.substr(begin, end - begin + 1);
 }
 
-// Cuts the first word off the line, which begins with it. A quote that is never closed holds the rest.
+// Removes the first word from the line, which must begin with it. A quote that is never closed includes the
+// rest of the line.
 std::string_view cut_word(std::string_view& line) {
     const bool is_quoted = line.front() == '"' || line.front() == '\'' || line.front() == '`';
     const std::size_t begin = is_quoted ? 1 : 0;
@@ -31,16 +32,14 @@ std::string_view cut_word(std::string_view& line) {
 } // namespace
 
 bool ChunkReader::next() {
-    if (begins_block_) {
+    if (begins_block_)
         skip_block();
-    }
-    if (!next_line()) {
+    if (!next_line())
         return false;
-    }
     return !ends_block_;
 }
 
-// Counts, rather than calling itself: files nest as deep as they like.
+// Counts instead of recursing, as blocks may be nested to any depth.
 void ChunkReader::skip_block() {
     const std::size_t outside = depth_ - 1;
     while (depth_ > outside && next_line()) {
@@ -54,7 +53,10 @@ bool ChunkReader::next_line() {
     words_.clear();
     while (!failure_ && !rest_.empty()) {
         const std::size_t length = std::min(rest_.find('\n'), rest_.size());
-        const std::string_view line = trimmed(rest_.substr(0, length));
+        line_ = rest_.substr(0, length);
+        line_.remove_suffix(line_.ends_with('\r') ? 1 : 0);
+        line_.remove_prefix(std::min(line_.find_first_not_of(blanks), line_.size()));
+        const std::string_view line = trimmed(line_);
         rest_.remove_prefix(std::min(length + 1, rest_.size()));
         ++line_number_;
         if (!line.empty()) {
@@ -62,9 +64,8 @@ bool ChunkReader::next_line() {
             return !failure_;
         }
     }
-    if (depth_ > 0) {
+    if (depth_ > 0)
         fail("the file ends within a block");
-    }
     return false;
 }
 
@@ -79,12 +80,10 @@ void ChunkReader::split(std::string_view line) {
     depth_ -= ends_block_ ? 1U : 0U;
     line.remove_prefix(begins_block_ ? 1 : 0);
     line = trimmed(line);
-    if (!line.empty()) {
+    if (!line.empty())
         name_ = cut_word(line);
-    }
-    while (!line.empty()) {
+    while (!line.empty())
         words_.emplace_back(cut_word(line));
-    }
 }
 
 std::string ChunkReader::text(std::size_t place, std::string_view otherwise) const {
@@ -92,9 +91,8 @@ std::string ChunkReader::text(std::size_t place, std::string_view otherwise) con
 }
 
 double ChunkReader::number(std::size_t place, double otherwise) {
-    if (place >= words_.size()) {
+    if (place >= words_.size())
         return otherwise;
-    }
     const std::string& word = words_[place];
     double value = 0.0;
     const auto [end, error] = std::from_chars(word.data(), word.data() + word.size(), value);
@@ -112,9 +110,8 @@ int ChunkReader::integer(std::size_t place, int otherwise) {
 }
 
 void ChunkReader::fail(std::string_view reason) {
-    if (!failure_) {
+    if (!failure_)
         failure_ = Failure{"line " + std::to_string(line_number_) + ": " + std::string(reason)};
-    }
 }
 
 } // namespace headless::rpp

@@ -5,34 +5,41 @@
 #include <charconv>
 #include <cmath>
 #include <cstdio>
+#include <optional>
 
 namespace headless::rpp {
 namespace {
 
-bool is_control(char c) { return static_cast<unsigned char>(c) < 0x20 || c == 0x7F; }
+constexpr std::string_view quotes = "\"'`";
+
+/// The first quote that does not occur in the text; none if all occur.
+std::optional<char> unused_quote(std::string_view text) {
+    const auto unused =
+        std::ranges::find_if(quotes, [&](char quote) { return text.find(quote) == text.npos; });
+    return unused == quotes.end() ? std::nullopt : std::optional(*unused);
+}
 
 } // namespace
 
+std::string on_one_line(std::string_view text) {
+    std::string line(text);
+    std::ranges::replace_if(
+        line, [](char c) { return c == '\n' || c == '\r' || c == '\0'; }, ' ');
+    return line;
+}
+
 std::string in_quotes(std::string_view text) {
-    std::string inner(text);
-    std::ranges::replace_if(inner, is_control, ' ');
-    const auto lacks = [&](char c) { return inner.find(c) == std::string::npos; };
-    char quote = '`';
-    if (lacks('"')) {
-        quote = '"';
-    } else if (lacks('\'')) {
-        quote = '\'';
-    } else {
+    std::string inner = on_one_line(text);
+    const std::optional<char> quote = unused_quote(inner);
+    if (!quote)
         std::ranges::replace(inner, '`', '\'');
-    }
-    return quote + inner + quote;
+    return quote.value_or('`') + inner + quote.value_or('`');
 }
 
 std::string decimal(double value) {
-    if (!std::isfinite(value) || value == 0.0) {
+    if (!std::isfinite(value) || value == 0.0)
         return "0";
-    }
-    std::array<char, 400> digits; // the smallest and the largest double take some 330
+    std::array<char, 400> digits; // the smallest and the largest double need about 330
     const auto end =
         std::to_chars(digits.data(), digits.data() + digits.size(), value, std::chars_format::fixed);
     return {digits.data(), end.ptr};
@@ -53,6 +60,16 @@ void ChunkWriter::append_word(std::string_view word) {
 void ChunkWriter::close() {
     --depth_;
     start(">\n");
+}
+
+void ChunkWriter::name(std::string_view text) {
+    line("NAME", text);
+    if (!unused_quote(text)) {
+        open("NAME");
+        start("|");
+        text_ += on_one_line(text) + '\n';
+        close();
+    }
 }
 
 std::string ChunkWriter::next_id() {

@@ -1,6 +1,6 @@
 #pragma once
-// The project file's syntax, written: nested blocks of lines, quoted texts, plain decimals. For use inside
-// this folder.
+// Writes the syntax of the project file: nested blocks of lines, quoted strings, plain decimals. For use
+// inside this folder.
 
 #include <concepts>
 #include <cstdint>
@@ -9,22 +9,24 @@
 
 namespace headless::rpp {
 
-/// The text in quotes that do not occur in it; when all three kinds do, its backticks become apostrophes.
-/// Line breaks and other control characters become blanks, as a line cannot hold them.
+/// The text with its line breaks and NULs replaced by blanks; some readers end a line at either.
+std::string on_one_line(std::string_view text);
+
+/// on_one_line(text) in quotes that do not occur in it. If all three kinds do, its backticks become
+/// apostrophes.
 std::string in_quotes(std::string_view text);
 
-/// The shortest plain decimal that reads back as the same number, in every locale; 0 for what is no finite
-/// number.
+/// The shortest plain decimal that reads back as the same number, in every locale; 0 for a non-finite number.
 std::string decimal(double value);
 
-/// A text that stands as it is; an empty one leaves nothing.
+/// A text that is written unquoted; an empty one writes nothing.
 struct Plain {
     std::string_view text;
 };
 
 class ChunkWriter {
 public:
-    /// Values become: texts quoted, numbers decimals, bool 0 or 1.
+    /// Strings are written quoted, numbers as decimals, bool as 0 or 1.
     template <class... Values>
     void line(std::string_view name, const Values&... values) {
         start(name);
@@ -43,8 +45,12 @@ public:
 
     void close();
 
-    /// An identifier in the form of the format, the next one at each call: unlike all others of this text,
-    /// the same for the same text.
+    /// Writes a name. A name with all three kinds of quote is written twice, as newer workstations do:
+    /// changed in its line, and unchanged in a block after it.
+    void name(std::string_view text);
+
+    /// Returns the next identifier in the form that the format uses. It is unique within this text, and the
+    /// same text always gets the same identifiers.
     std::string next_id();
 
     std::string take_text() { return std::move(text_); }

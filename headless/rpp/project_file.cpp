@@ -1,59 +1,44 @@
+#include "headless/base/file_reading.hpp"
 #include "headless/base/staged_file.hpp"
 #include "headless/rpp/rpp.hpp"
 #include "headless/rpp/words.hpp"
 
-#include <array>
-#include <fstream>
-#include <sstream>
+#include <optional>
+#include <string>
 
-namespace headless {
-namespace {
+namespace headless::rpp {
 
-// Pipes and devices are not opened: they might never answer.
-bool is_regular(const std::filesystem::path& file) {
-    std::error_code ignored;
-    return std::filesystem::is_regular_file(file, ignored);
-}
-
-} // namespace
-
-Result<void> save_project(const Project& project, const std::filesystem::path& file) {
+Result<void> save_project(const project::Project& project, const std::filesystem::path& file) {
     return write_file(file, project_text(project, file.parent_path()));
 }
 
-Result<void> load_project(Project& project, const std::filesystem::path& file) {
+Result<void> load_project(project::Project& project, const std::filesystem::path& given) {
+    const auto place = behind_links(given);
+    if (!place)
+        return tl::unexpected(place.error());
+    const std::filesystem::path& file = *place;
     const auto failure = [&](const std::string& reason) {
         return tl::unexpected(Failure{file.string() + ": " + reason});
     };
-    std::error_code error;
-    if (!std::filesystem::exists(file, error)) {
-        return failure(error ? error.message() : "No such file or directory");
+    const auto text = text_of(file);
+    if (!text)
+        return tl::unexpected(text.error());
+    if (!*text) {
+        std::error_code error;
+        return failure(std::filesystem::exists(file, error) ? "is no regular file"
+                                                            : "No such file or directory");
     }
-    std::ifstream stream;
-    if (is_regular(file)) {
-        stream.open(file, std::ios::binary);
-    }
-    std::ostringstream text;
-    if (!stream.is_open() || !(text << stream.rdbuf())) {
-        return failure("cannot be read");
-    }
-    const std::string content = std::move(text).str();
-    const auto parsed = parse_project(project, content, file.parent_path());
-    if (!parsed) {
+    const auto parsed = parse_project(project, **text, file.parent_path());
+    if (!parsed)
         return failure(parsed.error().message);
-    }
     project.file = file;
     return {};
 }
 
-bool is_own_project(const std::filesystem::path& file) {
-    if (!is_regular(file)) {
-        return false;
-    }
-    std::array<char, rpp::own_beginning.size()> beginning{};
-    std::ifstream stream(file, std::ios::binary);
-    return stream.read(beginning.data(), beginning.size()) &&
-           std::string_view(beginning.data(), beginning.size()) == rpp::own_beginning;
+Result<bool> is_own_project(const std::filesystem::path& file) {
+    return beginning_of(file, rpp::own_beginning.size()).map([](const std::optional<std::string>& beginning) {
+        return beginning == rpp::own_beginning;
+    });
 }
 
-} // namespace headless
+} // namespace headless::rpp

@@ -6,33 +6,48 @@
 #include <optional>
 #include <utility>
 
-namespace headless {
+namespace headless::rpp {
 namespace {
 
 using rpp::ChunkReader;
 
-/// What the line of that name does to a T.
+/// The effect of the line of that name on a T.
 template <class T>
 struct Rule {
     std::string_view name;
     void (*read)(ChunkReader& in, T& target);
 };
 
-// Reads the block that begins at the present line; what no rule knows is skipped.
+// Reads the block that begins at the current line. Lines without a rule are skipped.
 template <class T, std::size_t count>
 void read_block(ChunkReader& in, T& target, const Rule<T> (&rules)[count]) {
     in.enter();
     while (in.next()) {
         const auto rule = std::ranges::find(rules, in.name(), &Rule<T>::name);
-        if (rule != std::end(rules)) {
+        if (rule != std::end(rules))
             rule->read(in, target);
+    }
+}
+
+// A name that its line cannot hold follows in a block of the same name, after a bar.
+void read_name(ChunkReader& in, std::string& name) {
+    if (!in.begins_block()) {
+        name = in.text(0);
+        return;
+    }
+    in.enter();
+    for (bool is_first = true; in.next();) {
+        if (in.line().starts_with('|')) {
+            name = is_first ? "" : std::move(name) + '\n';
+            name += in.line().substr(1);
+            is_first = false;
         }
     }
 }
 
 struct EnvelopeInProgress {
-    EnvelopeProperties properties;
-    std::vector<EnvelopePoint> points;
+    project::EnvelopeProperties properties;
+    std::vector<project::EnvelopePoint> points;
 };
 
 constexpr Rule<EnvelopeInProgress> envelope_rules[] = {
@@ -52,18 +67,19 @@ constexpr Rule<EnvelopeInProgress> envelope_rules[] = {
      [](ChunkReader& in, EnvelopeInProgress& envelope) { envelope.properties.armed = in.flag(0, false); }},
     {"DEFSHAPE",
      [](ChunkReader& in, EnvelopeInProgress& envelope) {
-         envelope.properties.default_shape = point_shape(in.integer(0, 0));
+         envelope.properties.default_shape = project::point_shape(in.integer(0, 0));
      }},
     {"VOLTYPE", [](ChunkReader& in,
                    EnvelopeInProgress& envelope) { envelope.properties.fader_scaling = in.flag(0, false); }},
     {"PT",
      [](ChunkReader& in, EnvelopeInProgress& envelope) {
-         envelope.points.push_back({in.number(0, 0.0), in.number(1, 1.0), point_shape(in.integer(2, 0)),
-                                    in.flag(4, false), in.number(6, 0.0)});
+         envelope.points.push_back({in.number(0, 0.0), in.number(1, 1.0),
+                                    project::point_shape(in.integer(2, 0)), in.flag(4, false),
+                                    in.number(6, 0.0)});
      }},
 };
 
-void read_envelope(ChunkReader& in, Envelope& envelope) {
+void read_envelope(ChunkReader& in, project::Envelope& envelope) {
     EnvelopeInProgress read;
     read_block(in, read, envelope_rules);
     envelope.properties = read.properties;
@@ -71,7 +87,7 @@ void read_envelope(ChunkReader& in, Envelope& envelope) {
 }
 
 struct SourceInProgress {
-    Source& source;
+    project::Source& source;
     const std::filesystem::path& folder;
 };
 
@@ -83,24 +99,23 @@ constexpr Rule<SourceInProgress> source_rules[] = {
 };
 
 struct ItemInProgress {
-    Track& track;
+    project::Track& track;
     const std::filesystem::path& folder;
     double position_seconds = 0.0;
-    Item* made_item = nullptr;
-    Take* present_take = nullptr;
-    double first_take_pan = 0.0; // these two come in the line of the item's volume
+    project::Item* made_item = nullptr;
+    project::Take* present_take = nullptr;
+    double first_take_pan = 0.0; // these two are in the line of the item's volume
     double first_take_volume = 1.0;
 
-    // Made at the first line that needs it, so that it is born at its position.
-    Item& item() {
-        if (!made_item) {
+    // Created at the first line that needs it, so that it already has its position.
+    project::Item& item() {
+        if (!made_item)
             made_item = &track.add_item(position_seconds, 0.0);
-        }
         return *made_item;
     }
 
-    // The first take begins with the first of its lines, each further one with a line for that.
-    Take& take() {
+    // The first take begins at the first of its lines. Each further take begins with a line of its own.
+    project::Take& take() {
         if (!present_take) {
             begin_take();
             present_take->pan = first_take_pan;
@@ -109,7 +124,7 @@ struct ItemInProgress {
         return *present_take;
     }
 
-    void begin_take() { present_take = &item().add_take(Source{.file = {}, .type = "EMPTY"}, ""); }
+    void begin_take() { present_take = &item().add_take(project::Source{.file = {}, .type = "EMPTY"}, ""); }
 };
 
 template <std::size_t kind>
@@ -145,14 +160,12 @@ constexpr Rule<ItemInProgress> item_rules[] = {
      }},
     {"TAKE",
      [](ChunkReader& in, ItemInProgress& target) {
-         if (in.text(0) != "NULL") { // an empty lane
+         if (in.text(0) != "NULL") // an empty lane
              target.begin_take();
-         }
-         if (in.text(0) == "SEL") {
+         if (in.text(0) == "SEL")
              target.item().set_active_take(*target.present_take);
-         }
      }},
-    {"NAME", [](ChunkReader& in, ItemInProgress& target) { target.take().name = in.text(0); }},
+    {"NAME", [](ChunkReader& in, ItemInProgress& target) { read_name(in, target.take().name); }},
     {"TAKEVOLPAN",
      [](ChunkReader& in, ItemInProgress& target) {
          target.take().pan = in.number(0, 0.0);
@@ -181,7 +194,7 @@ constexpr Rule<ItemInProgress> item_rules[] = {
 };
 
 struct TrackInProgress {
-    Track& track;
+    project::Track& track;
     const std::filesystem::path& folder;
 };
 
@@ -191,7 +204,7 @@ int track_color(ChunkReader& in) {
 }
 
 constexpr Rule<TrackInProgress> track_rules[] = {
-    {"NAME", [](ChunkReader& in, TrackInProgress& target) { target.track.name = in.text(0); }},
+    {"NAME", [](ChunkReader& in, TrackInProgress& target) { read_name(in, target.track.name); }},
     {"PEAKCOL", [](ChunkReader& in, TrackInProgress& target) { target.track.color = track_color(in); }},
     {"VOLPAN",
      [](ChunkReader& in, TrackInProgress& target) {
@@ -215,34 +228,32 @@ constexpr Rule<TrackInProgress> track_rules[] = {
 };
 
 struct ProjectInProgress {
-    Project& project;
+    project::Project& project;
     const std::filesystem::path& folder;
-    std::optional<Marker> open_region; // its end comes in the next line
+    std::optional<project::Marker> open_region; // its end is in the next line
 };
 
 void close_region(ProjectInProgress& target) {
-    if (target.open_region) {
+    if (target.open_region)
         target.project.markers.add(*std::exchange(target.open_region, std::nullopt));
-    }
 }
 
 void read_marker(ChunkReader& in, ProjectInProgress& target) {
     const int number = in.integer(0, 0);
     const double position = in.number(1, 0.0);
-    const bool is_region = (in.integer(3, 0) & 1) != 0; // further bits are about display
+    const bool is_region = (in.integer(3, 0) & 1) != 0; // the other bits concern display
     if (is_region && target.open_region && target.open_region->number == number) {
         target.open_region->end_seconds = position;
         close_region(target);
         return;
     }
     close_region(target);
-    const Marker marker{is_region,  position, is_region ? position : 0.0,
-                        in.text(2), number,   in.integer(4, 0)};
-    if (is_region) {
+    const project::Marker marker{is_region,  position, is_region ? position : 0.0,
+                                 in.text(2), number,   in.integer(4, 0)};
+    if (is_region)
         target.open_region = marker;
-    } else {
+    else
         target.project.markers.add(marker);
-    }
 }
 
 constexpr Rule<ProjectInProgress> project_rules[] = {
@@ -291,7 +302,8 @@ constexpr Rule<ProjectInProgress> project_rules[] = {
 
 } // namespace
 
-Result<void> parse_project(Project& project, std::string_view text, const std::filesystem::path& folder) {
+Result<void> parse_project(project::Project& project, std::string_view text,
+                           const std::filesystem::path& folder) {
     constexpr std::string_view byte_order_mark = "\xEF\xBB\xBF";
     ChunkReader in(text.substr(text.starts_with(byte_order_mark) ? byte_order_mark.size() : 0));
     if (!in.next() || !in.begins_block() || in.name() != "REAPER_PROJECT") {
@@ -300,11 +312,10 @@ Result<void> parse_project(Project& project, std::string_view text, const std::f
     }
     ProjectInProgress target{project, folder, std::nullopt};
     read_block(in, target, project_rules);
-    if (in.failure()) {
+    if (in.failure())
         return tl::unexpected(*in.failure());
-    }
     close_region(target);
     return {};
 }
 
-} // namespace headless
+} // namespace headless::rpp

@@ -1,5 +1,5 @@
 #pragma once
-// The workstation's text project file: a Project written to it and read back from it.
+// The workstation's text project file: writes a Project and reads it back.
 
 #include "headless/base/failure.hpp"
 #include "headless/project/project.hpp"
@@ -10,29 +10,46 @@
 #include <string_view>
 #include <vector>
 
-namespace headless {
+namespace headless::rpp {
 
-/// Writes `project` to `file`, whole or not at all: a failure leaves what was there. Audio below the file's
-/// folder is named relative to it, other audio absolutely. The same project gives the same bytes.
-Result<void> save_project(const Project& project, const std::filesystem::path& file);
+/// Writes `project` to `file`, completely or not at all: a failure leaves the old file untouched. Paths of
+/// audio below the file's folder are relative to it, other paths are absolute. The same project gives the
+/// same bytes.
+Result<void> save_project(const project::Project& project, const std::filesystem::path& file);
 
-/// Reads everything that the model holds into `project`, which must be empty; lines and blocks it does not
-/// know are skipped. Fails with the path and the number of the line at fault.
-Result<void> load_project(Project& project, const std::filesystem::path& file);
+/// Reads everything that the model holds into `project`, which must be empty. If `file` is a link, the target
+/// is read and becomes the project's own path. Unknown lines and blocks are skipped. Fails with the path and
+/// the number of the line at fault.
+Result<void> load_project(project::Project& project, const std::filesystem::path& file);
 
-/// The audio files whose paths the file's syntax cannot hold: those with line breaks or other control
-/// characters, or with all three kinds of quote. They are written with other characters in their place, so
-/// the audio will not be found from there.
-std::vector<std::filesystem::path> paths_that_do_not_fit(const Project& project);
+/// A name that the file's syntax cannot hold unchanged.
+struct ChangedName {
+    std::string object; ///< the named object as text: "track 2"
+    std::string name;
+    std::string written; ///< what the file holds instead
+};
 
-/// True when `file` is a project file that save_project wrote.
-bool is_own_project(const std::filesystem::path& file);
+/// The names that do not read back unchanged: those with line breaks, and those of markers and regions with
+/// all three kinds of quote.
+std::vector<ChangedName> names_that_do_not_fit(const project::Project& project);
 
-/// The text that save_project writes.
-/// @param folder where the file will lie; audio below it is named relative to it
-std::string project_text(const Project& project, const std::filesystem::path& folder);
+/// The paths of audio files and of the record folder that the file's syntax cannot hold: those with line
+/// breaks, or with all three kinds of quote. They are written with other characters instead, so they will not
+/// be found.
+/// @param folder where the file will lie
+std::vector<std::filesystem::path> paths_that_do_not_fit(const project::Project& project,
+                                                         const std::filesystem::path& folder);
 
-/// What load_project does, from a text. Failures name the line.
-Result<void> parse_project(Project& project, std::string_view text, const std::filesystem::path& folder);
+/// Whether `file` is a project file that save_project wrote; false where no regular file lies. Fails, naming
+/// it, when it cannot be read.
+Result<bool> is_own_project(const std::filesystem::path& file);
 
-} // namespace headless
+/// Returns the text that save_project writes.
+/// @param folder where the file will lie; paths of audio below it are relative to it
+std::string project_text(const project::Project& project, const std::filesystem::path& folder);
+
+/// As load_project, from a text. Failures name the line.
+Result<void> parse_project(project::Project& project, std::string_view text,
+                           const std::filesystem::path& folder);
+
+} // namespace headless::rpp

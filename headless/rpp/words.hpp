@@ -1,15 +1,16 @@
 #pragma once
-// What the writer and the reader of project files have to agree on. For use inside this folder.
+// The constants that the writer and the reader of project files share. For use inside this folder.
 
 #include <array>
 #include <string_view>
 
 namespace headless::rpp {
 
-/// How our own files begin. A workstation that saves the project puts its own platform there.
+/// The beginning of the files that this program writes. A workstation that saves the project puts its own
+/// platform there.
 inline constexpr std::string_view own_beginning = R"(<REAPER_PROJECT 0.1 "6.19/felspar")";
 
-/// Stands for "no colour of its own" at tracks.
+/// The value for "no colour of its own" in tracks.
 inline constexpr int no_track_color = 16576;
 inline constexpr int color_in_use = 0x1000000;
 

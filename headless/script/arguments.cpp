@@ -1,7 +1,7 @@
 #include "headless/script/arguments.hpp"
 
-#include "headless/host/workstation.hpp"
 #include "headless/script/number_array.hpp"
+#include "headless/workstation/workstation.hpp"
 
 #include <algorithm>
 #include <cmath>
@@ -12,7 +12,7 @@
 #include <new>
 #include <type_traits>
 
-namespace headless {
+namespace headless::script {
 namespace {
 
 static_assert(std::is_trivially_destructible_v<Arguments>);
@@ -25,7 +25,7 @@ static_assert(std::is_trivially_destructible_v<Arguments>);
 
 [[noreturn]] void refuse_handle(lua_State* L, const BridgedFunction& function, int index,
                                 std::string_view type) {
-    const std::string_view name = type.substr(0, type.size() - 1); // without its asterisk
+    const std::string_view name = type.substr(0, type.size() - 1); // without the asterisk
     lua_pushlstring(L, name.data(), name.size());
     luaL_error(L, "bad argument #%d to '%s' (%s expected)", index, function.name.c_str(),
                lua_tostring(L, -1));
@@ -35,14 +35,13 @@ static_assert(std::is_trivially_destructible_v<Arguments>);
 double read_number(lua_State* L, const BridgedFunction& function, int index) {
     int is_number = 0;
     const double number = lua_tonumberx(L, index, &is_number);
-    if (is_number == 0) {
+    if (is_number == 0)
         refuse(L, function, index, "number");
-    }
     return number;
 }
 
-/// Fractions are cut off. Beyond an int its nearest end counts, but whole numbers up to 32 bits keep their
-/// bits, so that colours and flags may be written as unsigned.
+/// Fractions are truncated. Values outside int are limited to its range, except that whole numbers up to 32
+/// bits keep their bits, so that colours and flags may be written as unsigned numbers.
 int read_integer(lua_State* L, const BridgedFunction& function, int index) {
     const double number = read_number(L, function, index);
     constexpr double lowest = std::numeric_limits<int>::min();
@@ -52,21 +51,18 @@ int read_integer(lua_State* L, const BridgedFunction& function, int index) {
                : static_cast<int>(static_cast<std::int64_t>(std::clamp(std::trunc(number), lowest, highest)));
 }
 
-/// Scripts pass 0 and 1 for booleans as well.
+/// Scripts also pass 0 and 1 for booleans.
 bool read_boolean(lua_State* L, const BridgedFunction& function, int index) {
-    if (lua_type(L, index) == LUA_TNUMBER) {
+    if (lua_type(L, index) == LUA_TNUMBER)
         return lua_tonumberx(L, index, nullptr) != 0.0;
-    }
-    if (!lua_isboolean(L, index)) {
+    if (!lua_isboolean(L, index))
         refuse(L, function, index, "boolean");
-    }
     return lua_toboolean(L, index) != 0;
 }
 
 const char* read_text(lua_State* L, const BridgedFunction& function, int index) {
-    if (lua_isstring(L, index) == 0) {
+    if (lua_isstring(L, index) == 0)
         refuse(L, function, index, "string");
-    }
     return lua_tostring(L, index);
 }
 
@@ -76,16 +72,13 @@ bool stands_for_no_project(lua_State* L, int index) {
 }
 
 void* read_handle(lua_State* L, const BridgedFunction& function, int index, std::string_view type) {
-    if (type == "ReaProject*" && stands_for_no_project(L, index)) {
+    if (type == "ReaProject*" && stands_for_no_project(L, index))
         return nullptr;
-    }
-    if (type == "void*" && lua_isnoneornil(L, index)) {
+    if (type == "void*" && lua_isnoneornil(L, index))
         return nullptr;
-    }
     void* handle = lua_islightuserdata(L, index) ? lua_touserdata(L, index) : nullptr;
-    if (!handle || (type != "void*" && !function.workstation->is_live(type, handle).value_or(true))) {
+    if (!handle || (type != "void*" && !function.workstation->is_live(type, handle).value_or(true)))
         refuse_handle(L, function, index, type);
-    }
     return handle;
 }
 
@@ -97,7 +90,7 @@ char* find_buffer(const BridgedFunction& function, std::size_t parameter, std::s
     }
 }
 
-/// A buffer that begins as the text, with room for what may come back.
+/// A buffer that begins with the string and has space for what may come back.
 void prepare_buffer(lua_State* L, const BridgedFunction& function, std::size_t parameter, const char* text,
                     Cell& cell) {
     const std::size_t wanted = function.definition.parameters[parameter].needs_big_buffer
@@ -158,9 +151,8 @@ void read_value(lua_State* L, const BridgedFunction& function, std::size_t param
 void* word_of_bits(std::intptr_t bits) { return reinterpret_cast<void*>(bits); }
 
 void* word_of(const Parameter& parameter, Cell& cell) {
-    if (parameter.by_address && parameter.kind != ValueKind::array) {
+    if (parameter.by_address && parameter.kind != ValueKind::array)
         return address_of(parameter, cell);
-    }
     switch (parameter.kind) {
     case ValueKind::integer:
         return word_of_bits(cell.integer);
@@ -192,20 +184,18 @@ void read_arguments(lua_State* L, const BridgedFunction& function, Arguments& ar
         }
         if (parameter.is_argument()) {
             ++index;
-            if (parameter.is_optional && lua_isnoneornil(L, index)) {
+            if (parameter.is_optional && lua_isnoneornil(L, index))
                 continue;
-            }
             if (parameter.kind == ValueKind::handle) {
                 word = read_handle(L, function, index, parameter.type);
                 continue;
             }
             read_value(L, function, i, index, cell);
         }
-        if (parameter.kind == ValueKind::text && parameter.type == "char*") {
+        if (parameter.kind == ValueKind::text && parameter.type == "char*")
             prepare_buffer(L, function, i, cell.text ? cell.text : "", cell);
-        }
         word = word_of(parameter, cell);
     }
 }
 
-} // namespace headless
+} // namespace headless::script

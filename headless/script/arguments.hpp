@@ -1,5 +1,5 @@
 #pragma once
-// The arguments of one call, from Lua's stack to the words that a function takes.
+// Converts the arguments of one call from Lua's stack to the words that a function takes.
 
 #include "headless/script/definition.hpp"
 
@@ -10,30 +10,32 @@
 #include <memory>
 #include <string>
 
-namespace headless {
-
+namespace headless::workstation {
 class Workstation;
+} // namespace headless::workstation
 
-/// Functions of more parameters are not offered to scripts.
+namespace headless::script {
+
+/// Functions with more parameters are not offered to scripts.
 constexpr std::size_t most_parameters = 24;
 
-/// Where one argument or result lies during a call.
+/// Storage of one argument or result during a call.
 struct Cell {
     int integer;
     bool truth;
     double number;
     const char* text;
-    char* buffer; ///< of a text that is written to
+    char* buffer; ///< of a string that the function writes to
     int size;     ///< of the buffer in bytes, of an array in numbers
 };
 
-/// Owns nothing, since Lua's errors leap over it.
+/// Owns nothing, since Lua errors skip destructors.
 struct Arguments {
     std::array<void*, most_parameters> words;
     std::array<Cell, most_parameters> cells;
 };
 
-/// Buffers for texts that come out of a call. One call needs them at a time.
+/// Buffers for strings that a call returns. Only one call uses them at a time.
 class TextBuffers {
 public:
     static constexpr std::size_t ordinary_bytes = 4096; ///< the longest path, with its NUL
@@ -57,13 +59,12 @@ struct BridgedFunction {
     std::string name;
     Definition definition;
     void* (*call)(void** words, int count);
-    Workstation* workstation;
+    workstation::Workstation* workstation;
     TextBuffers* buffers;
 };
 
-/// Fills the words from the stack, on which the arguments lie from index 1. Raises the Lua error "bad
-/// argument #1 to 'X' (MediaTrack expected)" for one that is missing, of another type, or a handle to
-/// nothing.
+/// Fills the words from the stack, which holds the arguments from index 1. Raises the Lua error "bad argument
+/// #1 to 'X' (MediaTrack expected)" if an argument is missing, has another type, or is a stale handle.
 void read_arguments(lua_State* L, const BridgedFunction& function, Arguments& arguments);
 
-} // namespace headless
+} // namespace headless::script

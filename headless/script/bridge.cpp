@@ -1,11 +1,11 @@
 #include "headless/script/bridge.hpp"
 
-#include "headless/host/workstation.hpp"
 #include "headless/script/results.hpp"
+#include "headless/workstation/workstation.hpp"
 
 #include <utility>
 
-namespace headless {
+namespace headless::script {
 namespace {
 
 /// A plug-in's call may throw, and an exception must not pass through Lua.
@@ -24,16 +24,15 @@ int call_bridged(lua_State* L) {
     Arguments arguments{};
     read_arguments(L, function, arguments);
     void* result = nullptr;
-    if (!call(function, arguments, result)) {
+    if (!call(function, arguments, result))
         return luaL_error(L, "'%s' failed", function.name.c_str());
-    }
     return push_results(L, function, arguments, result);
 }
 
 } // namespace
 
-Bridge::Bridge(Workstation& workstation) {
-    for (ScriptFunction& function : workstation.script_functions()) {
+Bridge::Bridge(workstation::Workstation& workstation) {
+    for (workstation::ScriptFunction& function : workstation.script_functions()) {
         Definition definition = parse_definition(function.definition);
         if (definition.parameters.size() <= most_parameters) {
             functions_.push_back(
@@ -52,4 +51,4 @@ void Bridge::open(lua_State* L) {
     lua_setglobal(L, "reaper");
 }
 
-} // namespace headless
+} // namespace headless::script

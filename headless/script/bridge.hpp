@@ -1,18 +1,19 @@
 #pragma once
 // The table `reaper` of a Lua script: every function that the workstation and its plug-ins offer to scripts,
-// called by its definition text. Return value first, then the results among the parameters.
+// called according to its definition text. The return value comes first, then the results among the
+// parameters.
 
 #include "headless/script/arguments.hpp"
 
 #include <vector>
 
-namespace headless {
+namespace headless::script {
 
-/// Must outlive every Lua state that it was opened in.
+/// Must outlive every Lua state in which it was opened.
 class Bridge {
 public:
-    /// Takes the functions that are there now, so plug-ins must have been loaded.
-    explicit Bridge(Workstation& workstation);
+    /// Collects the functions that exist now, so plug-ins must already be loaded.
+    explicit Bridge(workstation::Workstation& workstation);
     Bridge(const Bridge&) = delete;
     Bridge& operator=(const Bridge&) = delete;
 
@@ -24,4 +25,4 @@ private:
     std::vector<BridgedFunction> functions_;
 };
 
-} // namespace headless
+} // namespace headless::script

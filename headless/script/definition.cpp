@@ -5,7 +5,7 @@
 #include <cstddef>
 #include <optional>
 
-namespace headless {
+namespace headless::script {
 namespace {
 
 std::vector<std::string_view> split(std::string_view list) {
@@ -20,19 +20,16 @@ std::vector<std::string_view> split(std::string_view list) {
 
 bool drop_ending(std::string_view& name, std::string_view ending) {
     const bool ends = name.ends_with(ending) && name.size() > ending.size();
-    if (ends) {
+    if (ends)
         name.remove_suffix(ending.size());
-    }
     return ends;
 }
 
 std::optional<Direction> drop_direction(std::string_view& name) {
-    if (drop_ending(name, "InOut")) {
+    if (drop_ending(name, "InOut"))
         return Direction::in_out;
-    }
-    if (drop_ending(name, "Out")) {
+    if (drop_ending(name, "Out"))
         return Direction::out;
-    }
     return drop_ending(name, "In") ? std::optional(Direction::in) : std::nullopt;
 }
 
@@ -64,11 +61,9 @@ constexpr auto meanings = std::to_array<TypeMeaning>({
 });
 
 TypeMeaning meaning_of(std::string_view type) {
-    for (const TypeMeaning& meaning : meanings) {
-        if (meaning.word == type) {
+    for (const TypeMeaning& meaning : meanings)
+        if (meaning.word == type)
             return meaning;
-        }
-    }
     return {type, ValueKind::other};
 }
 
@@ -89,13 +84,12 @@ Parameter parse_parameter(std::string_view type, std::string_view name) {
     }
     const bool is_pointer = type.ends_with('*');
     const auto direction = is_pointer ? drop_direction(parameter.name) : std::nullopt;
-    if (direction) {
+    if (direction)
         parameter.direction = *direction;
-    } else if (type == "char*") {
+    else if (type == "char*")
         parameter.direction = Direction::in_out;
-    } else if (type == "double*") {
+    else if (type == "double*")
         parameter.kind = ValueKind::array;
-    }
     return parameter;
 }
 
@@ -117,12 +111,11 @@ Definition parse_definition(const char* text) {
     names.resize(types.size());
     for (std::size_t i = 0; i < types.size(); ++i) {
         Parameter parameter = parse_parameter(types[i], names[i]);
-        if (i > 0 && types[i] == "int" && is_size_of(names[i], names[i - 1])) {
+        if (i > 0 && types[i] == "int" && is_size_of(names[i], names[i - 1]))
             parameter.kind = ValueKind::size;
-        }
         definition.parameters.push_back(parameter);
     }
     return definition;
 }
 
-} // namespace headless
+} // namespace headless::script

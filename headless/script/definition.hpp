@@ -1,11 +1,11 @@
 #pragma once
-// The definition text of a function, taken apart: what a script passes, what it gets back, and what the
-// bridge supplies in between (headless/host/script_form.hpp tells the rules of the names).
+// Parses the definition text of a function: what a script passes, what it gets back, and what the bridge
+// supplies in between (headless/workstation/script_form.hpp explains the rules for names).
 
 #include <string_view>
 #include <vector>
 
-namespace headless {
+namespace headless::script {
 
 enum class ValueKind {
     nothing,
@@ -13,10 +13,10 @@ enum class ValueKind {
     boolean,
     number,
     text,
-    handle, ///< of the host's objects, by `type`
-    array,  ///< of numbers, which the function writes to
-    size,   ///< of the text or array before it
-    other   ///< unknown to the bridge: null
+    handle, ///< of a host object, by `type`
+    array,  ///< of numbers that the function writes to
+    size,   ///< of the string or array before it
+    other   ///< unknown to the bridge: passed as null
 };
 
 enum class Direction { in, out, in_out };
@@ -24,7 +24,7 @@ enum class Direction { in, out, in_out };
 struct Parameter {
     std::string_view type; ///< as declared: "MediaTrack*"
     std::string_view written_name;
-    std::string_view name; ///< without its endings
+    std::string_view name; ///< without its suffixes
     ValueKind kind = ValueKind::other;
     Direction direction = Direction::in;
     bool by_address = false; ///< an int, bool or double that is passed by its address
@@ -42,8 +42,7 @@ struct Definition {
     std::string_view help;
 };
 
-/// The parts of the four NUL-terminated texts at `text`, which must outlive the result. Names that are
-/// missing are empty.
+/// Parses the four NUL-terminated strings at `text`, which must outlive the result. Missing names are empty.
 Definition parse_definition(const char* text);
 
-} // namespace headless
+} // namespace headless::script

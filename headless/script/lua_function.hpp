@@ -1,9 +1,9 @@
 #pragma once
-// A function that only Lua scripts find in the table `reaper`, as it is called and as it is told.
+// A function that exists only for Lua scripts in the table `reaper`: its implementation and its definition.
 
 #include <lua.hpp>
 
-namespace headless {
+namespace headless::script {
 
 struct LuaFunction {
     const char* name;
@@ -11,4 +11,4 @@ struct LuaFunction {
     const char* definition; ///< as for other functions (definition.hpp); "object*" is any value
 };
 
-} // namespace headless
+} // namespace headless::script

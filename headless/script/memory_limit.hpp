@@ -1,12 +1,12 @@
 #pragma once
-// A Lua state whose memory is bounded, so that a script that wants ever more ends with Lua's own "not enough
-// memory" and not with the whole machine.
+// A Lua state with limited memory, so that a script that allocates without end gets Lua's own "not enough
+// memory" and does not exhaust the machine.
 
 #include <lua.hpp>
 
 #include <cstddef>
 
-namespace headless {
+namespace headless::script {
 
 class LimitedState {
 public:
@@ -15,7 +15,7 @@ public:
     LimitedState(const LimitedState&) = delete;
     LimitedState& operator=(const LimitedState&) = delete;
 
-    /// Null when there was not even memory for an empty state.
+    /// Null if there was not enough memory even for an empty state.
     lua_State* get() const { return state_; }
 
 private:
@@ -25,4 +25,4 @@ private:
     lua_State* state_;
 };
 
-} // namespace headless
+} // namespace headless::script

@@ -3,24 +3,39 @@
 #include <algorithm>
 #include <cstring>
 
-namespace headless {
+namespace headless::script {
 namespace {
 
 constexpr const char* type_name = "reaper.array";
 constexpr lua_Integer most_numbers = 4'194'304; // as many as the workstation allows
 
 NumberArray& check_array(lua_State* L, int index) {
-    return *static_cast<NumberArray*>(luaL_checkudata(L, index, type_name));
+    NumberArray* array = to_number_array(L, index);
+    luaL_argcheck(L, array, index, "reaper.array expected");
+    return *array;
 }
 
-/// A count or offset among the arguments, within 0 .. limit.
+/// Checks the size, as scripts can use the debug library to give any userdata this type's metatable.
+bool is_whole(const NumberArray& array, std::size_t bytes) {
+    return bytes >= sizeof array && (bytes - sizeof array) / sizeof(double) == array.capacity &&
+           array.size <= array.capacity;
+}
+
+/// Pushes the type as it was registered, unless the script has replaced it.
+void push_type(lua_State* L) {
+    if (luaL_getmetatable(L, type_name) != LUA_TTABLE)
+        luaL_error(L, "the type %s is gone", type_name);
+}
+
+/// Reads a count or offset from the arguments, within 0 .. limit.
 std::size_t check_within(lua_State* L, int index, lua_Integer otherwise, std::size_t limit) {
     const lua_Integer value = luaL_optinteger(L, index, otherwise);
     luaL_argcheck(L, value >= 0 && value <= static_cast<lua_Integer>(limit), index, "out of range");
     return static_cast<std::size_t>(value);
 }
 
-/// Part of an array, from arguments that hold an offset from 1 and a size: all that is left unless said.
+/// Part of an array, from arguments that hold an offset from 1 and a size. The default is everything that is
+/// left.
 struct Part {
     std::size_t begin;
     std::size_t size;
@@ -87,7 +102,7 @@ int clear(lua_State* L) {
     return 0;
 }
 
-/// As many numbers as both sides have, from a table or an array.
+/// Copies as many numbers as both sides have, from a table or an array.
 int copy(lua_State* L) {
     NumberArray& array = check_array(L, 1);
     const Part target = check_part(L, 5, 4, array.size);
@@ -152,9 +167,8 @@ constexpr LuaFunction methods[] = {
 };
 
 lua_Integer length_of_source(lua_State* L) {
-    if (const NumberArray* source = to_number_array(L, 1)) {
+    if (const NumberArray* source = to_number_array(L, 1))
         return static_cast<lua_Integer>(source->size);
-    }
     luaL_checktype(L, 1, LUA_TTABLE);
     return static_cast<lua_Integer>(lua_rawlen(L, 1));
 }
@@ -170,7 +184,8 @@ int new_array(lua_State* L) {
     auto* array = static_cast<NumberArray*>(lua_newuserdata(L, sizeof(NumberArray) + size * sizeof(double)));
     *array = {size, size};
     std::fill_n(array->numbers(), size, 0.0);
-    luaL_setmetatable(L, type_name);
+    push_type(L);
+    lua_setmetatable(L, -2);
     if (has_source) {
         lua_pushcfunction(L, copy);
         lua_pushvalue(L, 2);
@@ -190,7 +205,8 @@ constexpr LuaFunction functions[] = {
 } // namespace
 
 NumberArray* to_number_array(lua_State* L, int index) {
-    return static_cast<NumberArray*>(luaL_testudata(L, index, type_name));
+    auto* array = static_cast<NumberArray*>(luaL_testudata(L, index, type_name));
+    return array && is_whole(*array, lua_rawlen(L, index)) ? array : nullptr;
 }
 
 void open_number_arrays(lua_State* L) {
@@ -206,4 +222,4 @@ void open_number_arrays(lua_State* L) {
 std::span<const LuaFunction> number_array_functions() { return functions; }
 std::span<const LuaFunction> number_array_methods() { return methods; }
 
-} // namespace headless
+} // namespace headless::script

@@ -1,5 +1,5 @@
 #pragma once
-// `reaper.array`: numbers in one block that functions can fill, as `reaper.new_array` makes it. Scripts read
+// `reaper.array`: numbers in one block that functions can fill, created by `reaper.new_array`. Scripts read
 // and write it by index from 1.
 
 #include "headless/script/lua_function.hpp"
@@ -7,9 +7,9 @@
 #include <cstddef>
 #include <span>
 
-namespace headless {
+namespace headless::script {
 
-/// The head of the block; the numbers lie behind it.
+/// The header of the block. The numbers follow it.
 struct NumberArray {
     std::size_t capacity;
     std::size_t size; ///< at most the capacity
@@ -20,13 +20,13 @@ struct NumberArray {
 /// The array at a stack index, null for anything else.
 NumberArray* to_number_array(lua_State* L, int index);
 
-/// Makes the type of these arrays known to the interpreter; before their functions are called.
+/// Registers the type of these arrays with the interpreter. To be called before their functions are called.
 void open_number_arrays(lua_State* L);
 
 /// `new_array`.
 std::span<const LuaFunction> number_array_functions();
 
-/// What an array answers to: `array.clear()` as well as `array:clear()`.
+/// The methods of an array: `array.clear()` as well as `array:clear()`.
 std::span<const LuaFunction> number_array_methods();
 
-} // namespace headless
+} // namespace headless::script

@@ -3,15 +3,14 @@
 #include <cstdint>
 #include <cstring>
 
-namespace headless {
+namespace headless::script {
 namespace {
 
 void push_handle(lua_State* L, void* handle) {
-    if (handle) {
+    if (handle)
         lua_pushlightuserdata(L, handle);
-    } else {
+    else
         lua_pushnil(L);
-    }
 }
 
 void push_return_value(lua_State* L, ValueKind kind, void* word) {
@@ -27,7 +26,7 @@ void push_return_value(lua_State* L, ValueKind kind, void* word) {
         break;
     case ValueKind::text:
         lua_pushstring(L, static_cast<const char*>(word));
-        break; // nil for a null
+        break; // null becomes nil
     case ValueKind::handle:
         push_handle(L, word);
         break;
@@ -62,13 +61,28 @@ void push_cell(lua_State* L, ValueKind kind, const Cell& cell) {
     }
 }
 
+/// In C such a function returns a number for every key; scripts get a handle if the key names an object.
+bool gives_object(const BridgedFunction& function, const Arguments& arguments) {
+    const char* key = arguments.cells[1].text;
+    return function.definition.result == ValueKind::number && function.name.ends_with("Info_Value") && key &&
+           std::strncmp(key, "P_", 2) == 0;
+}
+
+void* address_in(const void* number) {
+    return number ? reinterpret_cast<void*>(static_cast<std::uintptr_t>(*static_cast<const double*>(number)))
+                  : nullptr;
+}
+
 } // namespace
 
 int push_results(lua_State* L, const BridgedFunction& function, const Arguments& arguments, void* result) {
     const Definition& definition = function.definition;
     luaL_checkstack(L, static_cast<int>(most_parameters) + 1, "results");
     int count = 0;
-    if (definition.result != ValueKind::nothing) {
+    if (gives_object(function, arguments)) {
+        push_handle(L, address_in(result));
+        ++count;
+    } else if (definition.result != ValueKind::nothing) {
         push_return_value(L, definition.result, result);
         ++count;
     }
@@ -81,4 +95,4 @@ int push_results(lua_State* L, const BridgedFunction& function, const Arguments&
     return count;
 }
 
-} // namespace headless
+} // namespace headless::script

@@ -1,14 +1,14 @@
 #pragma once
-// The results of one call, from a function's word and cells to Lua's stack.
+// Converts the results of one call from a function's word and cells to Lua's stack.
 
 #include "headless/script/arguments.hpp"
 
-namespace headless {
+namespace headless::script {
 
 /// Pushes the return value, unless it is void, and then every result among the parameters, in their order.
 /// May raise Lua's memory error.
 /// @param result  what the function returned
-/// @returns how many values were pushed
+/// @returns number of values pushed
 int push_results(lua_State* L, const BridgedFunction& function, const Arguments& arguments, void* result);
 
-} // namespace headless
+} // namespace headless::script

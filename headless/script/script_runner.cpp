@@ -1,31 +1,34 @@
 #include "headless/script/script_runner.hpp"
 
-#include "headless/host/plugin_library.hpp"
-#include "headless/host/workstation.hpp"
 #include "headless/script/bridge.hpp"
+#include "headless/script/guarded_debug.hpp"
 #include "headless/script/memory_limit.hpp"
 #include "headless/script/number_array.hpp"
+#include "headless/script/script_stop.hpp"
 #include "headless/script/turns.hpp"
+#include "headless/workstation/plugin_library.hpp"
+#include "headless/workstation/workstation.hpp"
 
 #include <lua.hpp>
 
 #include <cstdlib>
 #include <optional>
 
-namespace headless {
+namespace headless::script {
 namespace {
 
 constexpr const char* module_name = "reaper_MERIDEK_FELSPAR";
 constexpr const char* module_symbol = "luaopen_reaper_MERIDEK_FELSPAR";
 
-/// What the functions of one run share. It outlives the Lua state.
+/// The state that the functions of one run share. It outlives the Lua state.
 struct Run {
     Bridge bridge;
-    std::string file; ///< absolute: scripts look for their folder in their own source's name
+    std::string file; ///< absolute: scripts derive their folder from it
     const std::vector<std::string>& arguments;
-    lua_CFunction open_module; ///< null when the plug-in has none
+    lua_CFunction open_module; ///< null if the plug-in has none
     lua_State* main_thread;
     std::optional<int> exit_status; ///< by os.exit
+    bool is_stopped = false;        ///< by a signal, in the middle of something
 };
 
 Run& run_of(lua_State* L) { return *static_cast<Run*>(lua_touserdata(L, lua_upvalueindex(1))); }
@@ -36,7 +39,7 @@ Run& run_of(lua_State* L) { return *static_cast<Run*>(lua_touserdata(L, lua_upva
     std::abort(); // lua_error does not return
 }
 
-/// Whatever catches the error of os.exit meets it again at its next instruction.
+/// Code that catches the error of os.exit gets it again at its next instruction.
 void keep_leaving(lua_State* L) {
     lua_sethook(
         L, [](lua_State* state, lua_Debug*) { raise_exit(state); }, LUA_MASKCOUNT, 1);
@@ -53,16 +56,15 @@ int leave(lua_State* L) {
     raise_exit(L);
 }
 
-/// Not by an action but by the command line: no new value, no section, no command.
+/// The script was not started by an action: no new value, no section, no command.
 int get_action_context(lua_State* L) {
     constexpr int none = -1;
     lua_pushboolean(L, 0);
     lua_pushstring(L, run_of(L).file.c_str());
     lua_pushinteger(L, 0);
     lua_pushinteger(L, 0);
-    for (int i = 0; i < 3; ++i) {
+    for (int i = 0; i < 3; ++i)
         lua_pushinteger(L, none);
-    }
     return 7;
 }
 
@@ -82,16 +84,15 @@ void open_reaper(lua_State* L, Run& run) {
     run.bridge.open(L);
     open_number_arrays(L);
     lua_getglobal(L, "reaper");
-    for (const auto functions : functions_for_lua()) {
-        for (const LuaFunction& function : functions) {
+    for (const auto functions : functions_for_lua())
+        for (const LuaFunction& function : functions)
             set_closure(L, function.name, function.call, run);
-        }
-    }
     lua_pop(L, 1);
 }
 
 void open_environment(lua_State* L, Run& run) {
     luaL_openlibs(L);
+    guard_debug_library(L);
     open_reaper(L, run);
     lua_getglobal(L, "os");
     set_closure(L, "exit", leave, run);
@@ -125,9 +126,8 @@ int push_arguments(lua_State* L, const Run& run) {
 int run_to_the_end(lua_State* L) {
     Run& run = *static_cast<Run*>(lua_touserdata(L, 1));
     open_environment(L, run);
-    if (luaL_loadfilex(L, run.file.c_str(), "t") != LUA_OK) {
+    if (luaL_loadfilex(L, run.file.c_str(), "t") != LUA_OK)
         return lua_error(L);
-    }
     lua_call(L, push_arguments(L, run), 0);
     run_deferred(L);
     return 0;
@@ -138,32 +138,55 @@ int run_the_end(lua_State* L) {
     return 0;
 }
 
-/// As the stand-alone interpreter tells an error, whatever value it is.
+/// Formats an error of any type as the stand-alone interpreter does. A string is kept whole, even with NULs.
 int tell(lua_State* L) {
-    const char* message = lua_tostring(L, 1);
-    if (!message && luaL_callmeta(L, 1, "__tostring") != 0 && lua_type(L, -1) == LUA_TSTRING) {
-        message = lua_tostring(L, -1);
-    }
-    if (!message) {
-        message = lua_pushfstring(L, "(error object is a %s value)", luaL_typename(L, 1));
-    }
-    luaL_traceback(L, L, message, 1);
+    const bool is_text =
+        lua_tostring(L, 1) || (luaL_callmeta(L, 1, "__tostring") != 0 && lua_type(L, -1) == LUA_TSTRING);
+    if (!is_text)
+        lua_pushfstring(L, "(error object is a %s value)", luaL_typename(L, 1));
+    lua_pushliteral(L, "\n");
+    luaL_traceback(L, L, nullptr, 1);
+    lua_concat(L, 3);
     return 1;
 }
 
-/// @returns the error's text, empty when there was none
+/// The error on top of the stack. Nothing here may allocate Lua memory: nobody would catch that error.
+std::string error_text(lua_State* L) {
+    std::size_t bytes = 0;
+    const char* message = lua_type(L, -1) == LUA_TSTRING ? lua_tolstring(L, -1, &bytes) : nullptr;
+    return message ? std::string(message, bytes) : "unknown error";
+}
+
+/// @returns the error's text, empty if there was none
 std::string call_protected(lua_State* L, lua_CFunction function, Run& run) {
     lua_settop(L, 0);
     lua_pushcfunction(L, tell);
     lua_pushcfunction(L, function);
     lua_pushlightuserdata(L, &run);
-    if (lua_pcall(L, 1, 0, 1) == LUA_OK) {
+    if (lua_pcall(L, 1, 0, 1) == LUA_OK)
         return "";
-    }
-    // Without memory there was none for the place of the error either.
-    const char* message = lua_tostring(L, -1);
-    const std::string text = message ? message : "unknown error";
+    // If memory ran out, there was none for the place of the error either.
+    const std::string text = error_text(L);
     return text.find(':') == std::string::npos ? run.file + ": " + text : text;
+}
+
+/// A script that is ended by a signal has no error of its own to report.
+std::string run_stoppable(Run& run) {
+    const ScriptStop stop(run.main_thread);
+    std::string error = call_protected(run.main_thread, run_to_the_end, run);
+    run.is_stopped = stop.has_struck();
+    return run.is_stopped ? "" : error;
+}
+
+ScriptOutcome run_in_state(Run& run) {
+    std::string error = run_stoppable(run);
+    if (run.exit_status)
+        return {*run.exit_status, ""};
+    const std::string error_at_exit = call_protected(run.main_thread, run_the_end, run);
+    if (run.exit_status && error.empty())
+        return {*run.exit_status, ""};
+    error += error.empty() || error_at_exit.empty() ? error_at_exit : '\n' + error_at_exit;
+    return {error.empty() && !run.is_stopped ? 0 : 1, error};
 }
 
 } // namespace
@@ -172,29 +195,23 @@ std::array<std::span<const LuaFunction>, 3> functions_for_lua() {
     return {turn_functions(), number_array_functions(), context_functions};
 }
 
-ScriptOutcome run_script(Workstation& workstation, const PluginLibrary& plugin,
-                         const ScriptRequest& request) {
+ScriptOutcome run_script(workstation::Workstation& workstation, const workstation::PluginLibrary& plugin,
+                         const ScriptRequest& request,
+                         const std::function<void(const ScriptOutcome&)>& before_closing) {
     Run run{Bridge(workstation),
             std::filesystem::absolute(request.file).lexically_normal().string(),
             request.arguments,
             reinterpret_cast<lua_CFunction>(plugin.symbol(module_symbol)),
             nullptr,
-            std::nullopt};
+            std::nullopt,
+            false};
     const LimitedState state(request.memory_bytes);
     run.main_thread = state.get();
-    if (!run.main_thread) {
-        return {1, run.file + ": not enough memory"};
-    }
-    std::string error = call_protected(run.main_thread, run_to_the_end, run);
-    if (run.exit_status) {
-        return {*run.exit_status, ""};
-    }
-    const std::string error_at_exit = call_protected(run.main_thread, run_the_end, run);
-    if (run.exit_status && error.empty()) {
-        return {*run.exit_status, ""};
-    }
-    error += error.empty() || error_at_exit.empty() ? error_at_exit : '\n' + error_at_exit;
-    return {error.empty() ? 0 : 1, error};
+    ScriptOutcome outcome =
+        run.main_thread ? run_in_state(run) : ScriptOutcome{1, run.file + ": not enough memory"};
+    if (before_closing)
+        before_closing(outcome);
+    return outcome;
 }
 
-} // namespace headless
+} // namespace headless::script

@@ -1,38 +1,45 @@
 #pragma once
-// Runs a Lua 5.3 script as the workstation does: the table `reaper`, the plug-in's module for `require`,
-// deferred functions, and an error told with file, line and traceback.
+// Runs a Lua 5.3 script as the workstation does: with the table `reaper`, the plug-in's module for `require`,
+// deferred functions, and errors reported with file, line and traceback.
 
 #include "headless/script/lua_function.hpp"
 
 #include <array>
 #include <cstddef>
 #include <filesystem>
+#include <functional>
 #include <span>
 #include <string>
 #include <vector>
 
-namespace headless {
-
+namespace headless::workstation {
 class PluginLibrary;
 class Workstation;
+} // namespace headless::workstation
+
+namespace headless::script {
 
 struct ScriptRequest {
     std::filesystem::path file;
     std::vector<std::string> arguments;               ///< the script's `arg` from 1, and its `...`
-    std::size_t memory_bytes = std::size_t{1} << 30U; ///< the most that its values may take
+    std::size_t memory_bytes = std::size_t{1} << 30U; ///< limit for its values
 };
 
 struct ScriptOutcome {
-    int status = 0;      ///< 0: it came to its end, or left by os.exit with success; 1: an error
+    int status = 0;      ///< 0: ended normally, or by os.exit with success; 1: an error, or ended by a signal
     std::string error{}; ///< empty unless there was one; several lines
 };
 
-/// What the table `reaper` has besides the functions of every script language.
+/// The functions of the table `reaper` that only Lua scripts have.
 std::array<std::span<const LuaFunction>, 3> functions_for_lua();
 
-/// Runs the script to its end, its deferred functions and its functions for the end included. `os.exit` ends
-/// the script and not the program: what the workstation holds stays for the caller.
-/// @param plugin  its Lua module is what `require "reaper_MERIDEK_FELSPAR"` finds
-ScriptOutcome run_script(Workstation& workstation, const PluginLibrary& plugin, const ScriptRequest& request);
+/// Runs the script to its end, including its deferred functions and its exit functions. `os.exit` ends the
+/// script but not the program: the workstation keeps its state for the caller.
+/// @param plugin          `require "reaper_MERIDEK_FELSPAR"` finds this plug-in's Lua module
+/// @param before_closing  gets the outcome while the script's values still exist: finalizers run last, and
+/// one of them may never return
+ScriptOutcome run_script(workstation::Workstation& workstation, const workstation::PluginLibrary& plugin,
+                         const ScriptRequest& request,
+                         const std::function<void(const ScriptOutcome&)>& before_closing = {});
 
-} // namespace headless
+} // namespace headless::script

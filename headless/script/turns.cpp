@@ -1,9 +1,11 @@
 #include "headless/script/turns.hpp"
 
+#include "headless/base/interruption.hpp"
+
 #include <chrono>
 #include <thread>
 
-namespace headless {
+namespace headless::script {
 namespace {
 
 constexpr const char* deferred_key = "felspar.deferred";
@@ -31,8 +33,8 @@ constexpr LuaFunction functions[] = {
 };
 #undef LATER
 
-/// Takes the list and runs it; functions that it adds come into a new one.
-/// @returns whether there was anything
+/// Takes the list and runs it. Functions that it adds go into a new list.
+/// @returns whether the list had any functions
 bool run_list(lua_State* L, const char* key) {
     luaL_getsubtable(L, LUA_REGISTRYINDEX, key);
     const auto count = static_cast<lua_Integer>(lua_rawlen(L, -1));
@@ -51,11 +53,10 @@ bool run_list(lua_State* L, const char* key) {
 std::span<const LuaFunction> turn_functions() { return functions; }
 
 void run_deferred(lua_State* L) {
-    while (run_list(L, deferred_key)) {
+    while (interruption::signal_number() == 0 && run_list(L, deferred_key))
         std::this_thread::sleep_for(turn);
-    }
 }
 
 void run_at_exit(lua_State* L) { run_list(L, at_exit_key); }
 
-} // namespace headless
+} // namespace headless::script

@@ -1,20 +1,21 @@
 #pragma once
-// Functions that a script leaves for later: `reaper.defer` for the next turn, `reaper.atexit` for its end.
+// Deferred calls: functions that a script registers with `reaper.defer` for the next cycle, or with
+// `reaper.atexit` for its end.
 
 #include "headless/script/lua_function.hpp"
 
 #include <span>
 
-namespace headless {
+namespace headless::script {
 
 /// defer, runloop (the same under its older name) and atexit.
 std::span<const LuaFunction> turn_functions();
 
-/// Runs what was deferred, in order, some thirty times a second as the workstation does, until nothing is
-/// deferred any more. Raises the first error.
+/// Runs the deferred functions, in order, about thirty times per second as the workstation does, until no
+/// function is deferred or a signal asks for the end. Raises the first error.
 void run_deferred(lua_State* L);
 
-/// Runs what was left for the end. Raises the first error.
+/// Runs the functions that were registered for the end. Raises the first error.
 void run_at_exit(lua_State* L);
 
-} // namespace headless
+} // namespace headless::script

@@ -11,7 +11,7 @@ from typing import Any, Callable, Dict, List, NamedTuple, Tuple
 
 from . import _convert
 from .errors import FelsparError
-from .handles import KINDS, address
+from .handles import KINDS, Handle, address
 
 #: One word an argument: an int or bool in its bits, a double by address, all else as the pointer it is. The result
 #: likewise.
@@ -80,8 +80,15 @@ class Function:
         result = self._call(words, len(values))
         results = [_value(p.type_name, stored) for p, stored in zip(self.parameters, values) if p.is_result]
         if self._result_type != "void":
-            results.insert(0, _returned(self._result_type, result))
+            results.insert(0, self._returned_for(arguments, result))
         return tuple(results) if len(results) > 1 else results[0] if results else None
+
+    def _returned_for(self, arguments: Tuple[Any, ...], word: Any) -> Any:
+        value = _returned(self._result_type, word)
+        names_object = self.__name__.endswith("Info_Value") and str(arguments[1]).startswith("P_")
+        if names_object and self._result_type == "double":  # C gives a number for every key
+            return Handle(int(value)) if value else None
+        return value
 
     def _complete(self, arguments: Tuple[Any, ...]) -> Tuple[Any, ...]:
         missing = self._arguments[len(arguments) :]

@@ -9,6 +9,7 @@ Every function that Lua scripts find in the table `reaper` is a method of the wo
 itself, and those that the library has registered (`MK_...`). One workstation can be open at a time.
 """
 
+import atexit
 import ctypes
 import os
 import pathlib
@@ -42,7 +43,8 @@ def _headless_library() -> ctypes.PyDLL:
 
 
 class Workstation:
-    """A workstation with the library loaded, as `open` gives it; closed at the end of its `with` block."""
+    """A workstation with the library loaded, as `open` gives it; closed at the end of its `with` block, by `close`, or
+    at the latest when the interpreter ends."""
 
     def __init__(self, project: Optional[Path]) -> None:
         self._library = _headless_library()
@@ -51,6 +53,7 @@ class Workstation:
         self._is_open = self._library.felspar_open(plugin, None if project is None else os.fsencode(project))
         if not self._is_open:
             raise FelsparError("; ".join(self._told()))
+        atexit.register(self._drop)
         _library.library()  # the copy that is loaded now
         self._functions = dict(self._script_functions())
 
@@ -103,6 +106,7 @@ class Workstation:
         if self._is_open:
             untold = self.failures()
             self._is_open = False
+            atexit.unregister(self._drop)
             self._library.felspar_close()
             for failure in untold:
                 warnings.warn(failure, FailureWarning, stacklevel=3)

@@ -104,7 +104,7 @@ class RecordArray(Pooled, Sequence[Record]):
         if isinstance(index, slice):
             return [self[place] for place in range(*index.indices(len(self)))]
         place = at(index, len(self))
-        return Record(self, self._class_names[place], library().py_get_ptr_inarray(self.handle, place))
+        return Record(self, self._class_names[place], library().py_get_ptr_inarray(self.handle, place) or 0)
 
 
 def fields_of(handle: int) -> List[Tuple[str, str]]:

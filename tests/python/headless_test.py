@@ -25,6 +25,7 @@ class Workstation(WorkstationCase):
             "a text": (reaper.GetTakeName(take), "tone.wav"),
             "a handle": (reaper.GetMediaItem_Track(item), felspar.tracks()[1]),
             "no handle": (reaper.GetTrack(None, 9), None),
+            "a handle by its key": (reaper.GetMediaItemInfo_Value(item, "P_TRACK"), felspar.tracks()[1]),
             "nothing": (reaper.UpdateArrange(), None),
             "text in and out": (reaper.GetSetMediaTrackInfo_String(track, "P_NAME", "", False), (True, "näme")),
             "several types": (reaper.EnumProjectMarkers3(None, 0), (1, True, 1.5, 2.0, "é", number, 0)),
@@ -61,7 +62,12 @@ class Workstation(WorkstationCase):
         for function in functions:
             function(*(zeros.get(parameter.type_name) for parameter in function.parameters if parameter.is_argument))
         self.assertEqual(
-            set(self.reaper.failures()), {": No such file or directory", "command 0 is not known and was not run"}
+            set(self.reaper.failures()),
+            {
+                ": No such file or directory",
+                "command 0 is not known and was not run",
+                'GetSetProjectInfo_String: the key "" is not known',
+            },
         )
 
 
@@ -78,6 +84,13 @@ class Projects(ScratchCase):
         with headless.open("a.rpp") as reaper:
             self.assertEqual(len(felspar.tracks_named("a")), 1)
 
+    def test_a_name_that_the_file_cannot_hold_is_told(self):
+        with headless.open() as reaper:
+            reaper.AddProjectMarker(None, False, 1, 0, "a\nb", 7)
+            reaper.save("a.rpp")
+            told = 'a.rpp: cannot hold the name of marker 7: "a\\nb" is written as "a b"'
+            self.assertEqual(reaper.failures(), [told])
+
     def test_a_file_of_anybody_else_stays(self):
         pathlib.Path("a.rpp").write_text("mine")
         with headless.open() as reaper, self.assertRaisesRegex(FelsparError, "not overwritten"):
@@ -93,6 +106,31 @@ class Projects(ScratchCase):
             reaper.InsertMedia("elsewhere.wav", 0)
             with self.assertWarnsRegex(felspar.FailureWarning, "elsewhere"):
                 reaper.close()
+
+
+class LeftOpen(ScratchCase):
+    """Processes that end without having closed the workstation."""
+
+    OPEN = "import sys, meridek_felspar as felspar\nr = felspar.headless.open('a.rpp')\n"
+
+    def test_ends_in_order_and_tells_failures_that_nobody_asked_about(self):
+        with headless.open() as reaper:
+            reaper.InsertMedia(str(write_tone(self.folder / "tone.wav")), 1)
+            reaper.save("a.rpp")
+        endings = {
+            "at the end": ("r.GetMediaItem(None, 0)", [], 0, ""),
+            "by sys.exit": ("sys.exit(3)", [], 3, ""),
+            "after an error": ("raise ValueError('mine')", [], 1, "ValueError: mine"),
+            "in an interactive session": ("r.CountTracks(None)\n", ["-i"], 0, ""),
+            "with a failure": ("r.InsertMedia('none.wav', 0)", [], 0, "FailureWarning: none.wav: No such file"),
+            "without the package's help": ("import atexit; atexit._clear()", [], 0, ""),
+        }
+        for name, (code, options, status, error) in endings.items():
+            with self.subTest(name):
+                command, text = [sys.executable, *options, "-"], self.OPEN + code
+                ended = subprocess.run(command, input=text, stdout=subprocess.PIPE, stderr=subprocess.PIPE, text=True)
+                self.assertEqual(ended.returncode, status, ended.stderr)
+                self.assertIn(error, ended.stderr)
 
 
 class Examples(ScratchCase):

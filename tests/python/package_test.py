@@ -52,6 +52,8 @@ class Values(ScratchCase):
             for key, value in [("pitch", 1), ("Pitch", 1.5), ("Pitch", 2**31), ("StartPos", "x")]:
                 with self.assertRaises(FelsparError, msg=f"{key} = {value}"):
                     note[key] = value
+            library().py_release_obj(note.handle)  # by itself
+            self.assertEqual((len(records), dict(records[0])), (1, {}))
 
     def test_a_long_text_comes_cut_and_with_a_warning(self):
         with ValueArray(["é" * 512]) as array, self.assertWarns(felspar.CutTextWarning):

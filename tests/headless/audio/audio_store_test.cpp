@@ -6,10 +6,11 @@
 namespace headless::test {
 namespace {
 
-std::vector<float> read_all(AudioStore& store, const std::filesystem::path& file, FrameRange range) {
+std::vector<float> read_all(audio::AudioStore& store, const std::filesystem::path& file,
+                            audio::FrameRange range) {
     std::vector<float> samples;
     const auto read = store.read(file, range, [&](std::span<const float> block) -> Result<void> {
-        EXPECT_LE(block.size(), block_samples);
+        EXPECT_LE(block.size(), audio::block_samples);
         samples.insert(samples.end(), block.begin(), block.end());
         return {};
     });
@@ -20,20 +21,19 @@ std::vector<float> read_all(AudioStore& store, const std::filesystem::path& file
 struct AudioStoreTest : testing::Test {
     ScratchFolder folder;
     std::filesystem::path file = folder / "sound";
-    AudioStore store;
+    audio::AudioStore store;
 };
 
 TEST_F(AudioStoreTest, reads_the_same_from_memory_and_from_disk_with_silence_beyond_both_ends) {
     const auto written = noise(150000, 1.7);
     write_sound(file, written, 96000, 3);
-    AudioStore streaming(1000);
-    EXPECT_EQ(store.format(file), (AudioFormat{96000, 3, 50000}));
-    for (const FrameRange range :
-         {FrameRange{0, 50000}, {777, 20000}, {5, 0}, {-2, 9000}, {-3, 2}, {49990, 20}, {100000, 2}}) {
+    audio::AudioStore streaming(1000);
+    EXPECT_EQ(store.format(file), (audio::AudioFormat{96000, 3, 50000}));
+    for (const audio::FrameRange range :
+         {audio::FrameRange{0, 50000}, {777, 20000}, {5, 0}, {-2, 9000}, {-3, 2}, {49990, 20}, {100000, 2}}) {
         std::vector<float> expected;
-        for (std::int64_t i = 3 * range.first_frame; i < 3 * (range.first_frame + range.frame_count); ++i) {
+        for (std::int64_t i = 3 * range.first_frame; i < 3 * (range.first_frame + range.frame_count); ++i)
             expected.push_back(i >= 0 && i < 150000 ? written[static_cast<std::size_t>(i)] : 0.0F);
-        }
         EXPECT_EQ(read_all(store, file, range), expected) << range.first_frame;
         EXPECT_EQ(read_all(streaming, file, range), expected) << range.first_frame;
     }
@@ -43,7 +43,7 @@ TEST_F(AudioStoreTest, reads_the_same_from_memory_and_from_disk_with_silence_bey
 
 TEST_F(AudioStoreTest, keeps_the_files_used_last_within_its_limit_and_holds_none_open) {
     const auto open_files = [] { return names_in("/proc/self/fd").size(); };
-    AudioStore small(800);
+    audio::AudioStore small(800);
     const auto before = open_files();
     for (const char* name : {"first", "second", "first", "third", "second", "first"}) {
         write_sound(folder / name, std::vector(100, 0.5F), 8000);
@@ -60,7 +60,7 @@ TEST_F(AudioStoreTest, decodes_a_changed_file_anew) {
     write_sound(file, {0.1F, 0.2F}, 8000);
     read_all(store, file, {0, 2});
     write_sound(file, {0.5F, 0.6F, 0.7F}, 16000);
-    EXPECT_EQ(store.format(file), (AudioFormat{16000, 1, 3}));
+    EXPECT_EQ(store.format(file), (audio::AudioFormat{16000, 1, 3}));
     EXPECT_EQ(read_all(store, file, {0, 3}), (std::vector<float>{0.5F, 0.6F, 0.7F}));
     std::filesystem::remove(file);
     EXPECT_FALSE(store.format(file));
@@ -73,7 +73,37 @@ TEST_F(AudioStoreTest, does_not_believe_a_header_that_claims_more_than_the_file_
     bytes[21] = static_cast<char>(bytes[21] | 0x0F); // the 36 bits of the number of frames
     bytes.replace(22, 4, "\xFF\xFF\xFF\xFF");
     write_bytes(file, bytes);
-    EXPECT_EQ(store.format(file), (AudioFormat{8000, 1, 5000}));
+    EXPECT_EQ(store.format(file), (audio::AudioFormat{8000, 1, 5000}));
+}
+
+TEST_F(AudioStoreTest, tells_what_a_header_claims_and_the_file_does_not_hold) {
+    const int flac = SF_FORMAT_FLAC | SF_FORMAT_PCM_16;
+    for (const int format : {SF_FORMAT_WAV | SF_FORMAT_PCM_16, SF_FORMAT_RF64 | SF_FORMAT_PCM_16,
+                             SF_FORMAT_AIFF | SF_FORMAT_PCM_16, flac}) {
+        SCOPED_TRACE(format);
+        write_sound(file, noise(80000, 0.5), 8000, 2, format);
+        read_all(store, file, {0, 40000});
+        EXPECT_FALSE(store.shortfall(file));
+        std::filesystem::resize_file(file, std::filesystem::file_size(file) - 40000);
+        audio::AudioStore streaming(0);
+        for (audio::AudioStore* reader : {&store, &streaming}) {
+            read_all(*reader, file, {0, 40000});
+            const auto shortfall = reader->shortfall(file);
+            ASSERT_TRUE(shortfall);
+            EXPECT_EQ(shortfall->claimed_frames, 40000);
+            EXPECT_TRUE(format == flac ? shortfall->held_frames < 40000 : shortfall->held_frames == 30000);
+        }
+    }
+}
+
+TEST_F(AudioStoreTest, believes_a_length_that_was_left_open_as_streams_are_written) {
+    write_sound(file, noise(8000, 0.5), 8000, 1, SF_FORMAT_WAV | SF_FORMAT_PCM_16);
+    for (const char* length : {"\xFF\xFF\xFF\xFF", "\xFF\xFF\xFF\x7F"}) {
+        auto bytes = bytes_of(file);
+        write_bytes(file, bytes.replace(40, 4, length));
+        EXPECT_EQ(read_all(store, file, {0, 8000}).size(), 8000U);
+        EXPECT_FALSE(store.shortfall(file));
+    }
 }
 
 TEST_F(AudioStoreTest, reads_samples_that_are_no_numbers_as_silence) {

@@ -7,17 +7,18 @@
 namespace headless::test {
 namespace {
 
-Result<Loudness> measure(const std::vector<float>& samples, int sample_rate, int channels,
-                         const LoudnessRequest& request = LoudnessRequest::everything()) {
+Result<audio::Loudness>
+measure(const std::vector<float>& samples, int sample_rate, int channels,
+        const audio::LoudnessRequest& request = audio::LoudnessRequest::everything()) {
     const ScratchFolder folder;
     const auto file = write_sound(folder / "sound.wav", samples, sample_rate, channels);
-    AudioStore store;
+    audio::AudioStore store;
     const auto frames = static_cast<std::int64_t>(samples.size()) / channels;
-    return measure_loudness(store, file, {0, frames}, GainCurve(), request);
+    return audio::measure_loudness(store, file, {0, frames}, audio::GainCurve(), request);
 }
 
-PlacedReading momentary(const std::vector<float>& samples, int sample_rate, int channels) {
-    const auto loudness = measure(samples, sample_rate, channels, LoudnessRequest::momentary_only());
+audio::PlacedReading momentary(const std::vector<float>& samples, int sample_rate, int channels) {
+    const auto loudness = measure(samples, sample_rate, channels, audio::LoudnessRequest::momentary_only());
     return loudness.value().momentary_maximum_lufs.value();
 }
 
@@ -52,10 +53,10 @@ TEST_P(LoudnessAtRate, finds_the_momentary_maximum_of_tones_that_grow_louder) {
 INSTANTIATE_TEST_SUITE_P(Ebu3341, LoudnessAtRate, testing::Values(16000, 44100, 48000, 96000));
 
 /// The loudest of the windows of that many times 10 ms for which the library is asked at every 10 ms.
-PlacedReading library_maximum(const std::vector<float>& samples, int rate, int window_hops,
-                              int (*ask)(ebur128_state*, double*)) {
+audio::PlacedReading library_maximum(const std::vector<float>& samples, int rate, int window_hops,
+                                     int (*ask)(ebur128_state*, double*)) {
     ebur128_state* state = ebur128_init(1, static_cast<unsigned long>(rate), EBUR128_MODE_S);
-    PlacedReading maximum{-HUGE_VAL, 0.0};
+    audio::PlacedReading maximum{-HUGE_VAL, 0.0};
     std::int64_t fed = 0;
     for (int hop = 1; hop <= 600; ++hop) {
         const std::int64_t border = std::llround(hop * rate / 100.0);
@@ -63,15 +64,14 @@ PlacedReading library_maximum(const std::vector<float>& samples, int rate, int w
         fed = border;
         double value = 0.0;
         ask(state, &value);
-        if (hop >= window_hops && value > maximum.value) {
+        if (hop >= window_hops && value > maximum.value)
             maximum = {value, (hop - window_hops) * 0.01};
-        }
     }
     ebur128_destroy(&state);
     return maximum;
 }
 
-void expect_equal(const PlacedReading& found, const PlacedReading& expected) {
+void expect_equal(const audio::PlacedReading& found, const audio::PlacedReading& expected) {
     EXPECT_NEAR(found.value, expected.value, 1e-9);
     EXPECT_NEAR(found.position_seconds, expected.position_seconds, 1e-9);
 }
@@ -116,7 +116,8 @@ TEST(Loudness, has_the_readings_that_the_length_allows_and_they_are_infinite_for
         SCOPED_TRACE(seconds);
         const auto loudness = measure(silence(seconds, 44100), 44100, 1).value();
         EXPECT_EQ(loudness.momentary_maximum_lufs.has_value(), seconds >= 0.4);
-        EXPECT_EQ(loudness.momentary_maximum_lufs.value_or(PlacedReading{-HUGE_VAL, 0.0}).value, -HUGE_VAL);
+        EXPECT_EQ(loudness.momentary_maximum_lufs.value_or(audio::PlacedReading{-HUGE_VAL, 0.0}).value,
+                  -HUGE_VAL);
         EXPECT_EQ(loudness.integrated_lufs, seconds >= 0.4 ? std::optional(-HUGE_VAL) : std::nullopt);
         EXPECT_EQ(loudness.short_term_maximum_lufs.has_value(), seconds >= 3.0);
         EXPECT_EQ(loudness.range_lu.has_value(), seconds >= 3.0);
@@ -133,7 +134,8 @@ TEST(Loudness, places_the_true_peak_where_it_is) {
 }
 
 TEST(Loudness, fails_at_rates_that_it_is_not_defined_for) {
-    EXPECT_THAT(measure(noise(100, 0.5), 100, 1, LoudnessRequest::momentary_only()), fails_telling("100 Hz"));
+    EXPECT_THAT(measure(noise(100, 0.5), 100, 1, audio::LoudnessRequest::momentary_only()),
+                fails_telling("100 Hz"));
 }
 
 } // namespace

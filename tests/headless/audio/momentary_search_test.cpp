@@ -6,12 +6,14 @@
 namespace headless::test {
 namespace {
 
-PlacedReading momentary_maximum(Result<MomentarySearch> search, const std::vector<float>& samples) {
+audio::PlacedReading momentary_maximum(Result<audio::MomentarySearch> search,
+                                       const std::vector<float>& samples) {
     search->take(samples);
     return search->readings().momentary_maximum_lufs.value();
 }
 
-PlacedReading momentary_maximum(Result<LoudnessMeter> meter, const std::vector<float>& samples) {
+audio::PlacedReading momentary_maximum(Result<audio::LoudnessMeter> meter,
+                                       const std::vector<float>& samples) {
     meter->take(samples);
     return meter->readings().momentary_maximum_lufs.value();
 }
@@ -37,9 +39,10 @@ TEST(MomentarySearch, finds_what_a_meter_finds_that_hears_everything) {
         for (const int channels : {1, 2, 6}) {
             SCOPED_TRACE(testing::Message() << rate << " Hz, " << channels << " channels");
             const auto samples = bursts(rate, channels);
-            const auto found = momentary_maximum(MomentarySearch::create(rate, channels), samples);
+            const auto found = momentary_maximum(audio::MomentarySearch::create(rate, channels), samples);
             const auto expected = momentary_maximum(
-                LoudnessMeter::create(rate, channels, LoudnessRequest::momentary_only()), samples);
+                audio::LoudnessMeter::create(rate, channels, audio::LoudnessRequest::momentary_only()),
+                samples);
             EXPECT_NEAR(found.value, expected.value, 1e-6);
             EXPECT_EQ(found.position_seconds, expected.position_seconds);
         }

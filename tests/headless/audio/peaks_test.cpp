@@ -15,16 +15,16 @@ struct Peaks {
 };
 
 struct PeaksTest : testing::Test {
-    Peaks measure(const PeakRequest& request, std::size_t intervals) {
+    Peaks measure(const audio::PeakRequest& request, std::size_t intervals) {
         const std::size_t size = intervals * static_cast<std::size_t>(request.channel_count);
         Peaks peaks{std::vector<double>(size, 9.0), std::vector<double>(size, 9.0), 0};
-        peaks.delivered = measure_peaks(store, file, request, peaks.maxima, peaks.minima);
+        peaks.delivered = audio::measure_peaks(store, file, request, peaks.maxima, peaks.minima);
         return peaks;
     }
 
     ScratchFolder folder;
     std::filesystem::path file = folder / "sound.wav";
-    AudioStore store;
+    audio::AudioStore store;
 };
 
 TEST_F(PeaksTest, are_the_true_extremes_of_each_millisecond) {
@@ -58,7 +58,7 @@ TEST_F(PeaksTest, fold_all_channels_into_one_or_tell_them_apart) {
 // Ten frames at 10 Hz with the values 1 to 10, so that frame f lies at f / 10 seconds.
 TEST_F(PeaksTest, cover_the_frames_from_the_start_asked_for) {
     struct Place {
-        PeakRequest request;
+        audio::PeakRequest request;
         std::int64_t delivered;
         std::vector<double> maxima;
     };
@@ -77,9 +77,9 @@ TEST_F(PeaksTest, cover_the_frames_from_the_start_asked_for) {
 
 TEST_F(PeaksTest, fail_for_requests_that_make_no_sense) {
     write_sound(file, {0.5F}, 8000);
-    for (const PeakRequest request : {PeakRequest{0.0, 0.0, 1}, {std::nan(""), 1.0, 1}, {1e300, 1.0, 1}}) {
+    for (const audio::PeakRequest request :
+         {audio::PeakRequest{0.0, 0.0, 1}, {std::nan(""), 1.0, 1}, {1e300, 1.0, 1}})
         EXPECT_FALSE(measure(request, 1).delivered);
-    }
     EXPECT_EQ(measure({}, 0).delivered, 0);
 }
 

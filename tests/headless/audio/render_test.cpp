@@ -13,25 +13,26 @@ using testing::ElementsAre;
 
 struct Render : testing::Test {
     ScratchFolder folder;
-    AudioStore store;
+    audio::AudioStore store;
     std::filesystem::path target = folder / "target.wav";
 };
 
 /// Points closer than blocks, of every shape, many of them on a frame.
-Envelope dense_envelope() {
-    std::vector<EnvelopePoint> points{{0.3, 0.1}, {0.3, 4.0}};
+project::Envelope dense_envelope() {
+    std::vector<project::EnvelopePoint> points{{0.3, 0.1}, {0.3, 4.0}};
     for (int i = 0; i < 400; ++i) {
-        const auto shape = i % 2 == 0 ? static_cast<PointShape>(i / 2 % 6) : PointShape::linear;
+        const auto shape =
+            i % 2 == 0 ? static_cast<project::PointShape>(i / 2 % 6) : project::PointShape::linear;
         points.push_back({0.03 + 0.001 * i + (i % 3) * 1e-4, 1.5 + std::sin(i), shape, false, 0.3});
     }
-    Envelope envelope("Volume");
+    project::Envelope envelope("Volume");
     envelope.set_points(points);
     return envelope;
 }
 
 TEST(GainCurve, has_the_same_gains_wherever_its_blocks_begin_as_frame_by_frame) {
-    const Envelope envelope = dense_envelope();
-    const GainCurve curve(envelope, 0.03, 2.0);
+    const project::Envelope envelope = dense_envelope();
+    const audio::GainCurve curve(envelope, 0.03, 2.0);
     for (const std::size_t channels : {1U, 2U, 3U}) {
         const auto source = noise(5000 * channels, 0.9);
         for (const std::int64_t first_frame : {-500, 0, 1, 1023, 2500}) {
@@ -50,14 +51,14 @@ TEST(GainCurve, has_the_same_gains_wherever_its_blocks_begin_as_frame_by_frame) 
 
 TEST_F(Render, writes_each_frame_times_the_envelopes_value_there_without_clipping) {
     const auto samples = noise(60000, 0.9);
-    const Envelope envelope = dense_envelope();
+    const project::Envelope envelope = dense_envelope();
     for (const int rate : {8000, 11025, 44100, 192000}) {
         SCOPED_TRACE(rate);
         const auto source = write_sound(folder / "source.wav", samples, rate, 3);
-        const auto format = render(store, source, {-10, 20020}, GainCurve(envelope, 0.01, 2.0), target,
-                                   ExistingFile::replace);
-        EXPECT_EQ(format, (AudioFormat{rate, 3, 20020}));
-        EXPECT_EQ(store.format(target), (AudioFormat{rate, 3, 20020}));
+        const auto format = audio::render(store, source, {-10, 20020}, audio::GainCurve(envelope, 0.01, 2.0),
+                                          target, ExistingFile::replace);
+        EXPECT_EQ(format, (audio::AudioFormat{rate, 3, 20020}));
+        EXPECT_EQ(store.format(target), (audio::AudioFormat{rate, 3, 20020}));
         const auto rendered = read_sound(target).samples;
         for (std::size_t i = 0; i < 60060; ++i) {
             const std::size_t frame = i / 3;
@@ -72,21 +73,22 @@ TEST_F(Render, writes_each_frame_times_the_envelopes_value_there_without_clippin
 TEST_F(Render, gives_the_same_bytes_for_the_same_input_and_marks_them_as_its_own) {
     const auto source =
         write_sound(folder / "source.flac", noise(40000, 0.9), 8000, 1, SF_FORMAT_FLAC | SF_FORMAT_PCM_16);
-    AudioStore streaming(0);
-    ASSERT_TRUE(render(store, source, {0, 40000}, GainCurve(0.3), folder / "first.wav"));
-    ASSERT_TRUE(render(streaming, source, {0, 40000}, GainCurve(0.3), folder / "second.wav"));
+    audio::AudioStore streaming(0);
+    ASSERT_TRUE(audio::render(store, source, {0, 40000}, audio::GainCurve(0.3), folder / "first.wav"));
+    ASSERT_TRUE(audio::render(streaming, source, {0, 40000}, audio::GainCurve(0.3), folder / "second.wav"));
     EXPECT_EQ(bytes_of(folder / "first.wav"), bytes_of(folder / "second.wav"));
     EXPECT_EQ(bytes_of(folder / "first.wav").find("PEAK"), std::string::npos) << "it holds the time";
-    EXPECT_TRUE(is_own_file(folder / "first.wav"));
-    EXPECT_FALSE(is_own_file(source));
+    EXPECT_EQ(audio::is_own_file(folder / "first.wav"), true);
+    EXPECT_EQ(audio::is_own_file(source), false);
 }
 
 TEST_F(Render, replaces_an_existing_file_only_when_told_to) {
     const auto source = write_sound(folder / "source.wav", {0.5F, 0.25F}, 8000);
     write_bytes(target, "precious");
-    EXPECT_THAT(render(store, source, {0, 2}, GainCurve(), target), fails_telling(target.string()));
+    EXPECT_THAT(audio::render(store, source, {0, 2}, audio::GainCurve(), target),
+                fails_telling(target.string()));
     EXPECT_EQ(bytes_of(target), "precious");
-    EXPECT_TRUE(render(store, source, {0, 2}, GainCurve(), target, ExistingFile::replace));
+    EXPECT_TRUE(audio::render(store, source, {0, 2}, audio::GainCurve(), target, ExistingFile::replace));
     EXPECT_EQ(read_sound(target).samples, (std::vector{0.5F, 0.25F}));
     EXPECT_EQ(names_in(folder.path).size(), 2U);
 }
@@ -94,16 +96,16 @@ TEST_F(Render, replaces_an_existing_file_only_when_told_to) {
 // Writing past the limit fails as on a full disk.
 TEST_F(Render, tells_why_it_fails_and_leaves_nothing_behind) {
     const auto source = write_sound(folder / "source.wav", noise(50000, 0.5), 8000);
-    EXPECT_THAT(render(store, source, {0, 1}, GainCurve(), folder / "none/target.wav"),
+    EXPECT_THAT(audio::render(store, source, {0, 1}, audio::GainCurve(), folder / "none/target.wav"),
                 fails_telling("none/target.wav: No such file"));
-    EXPECT_FALSE(render(store, folder / "missing.wav", {0, 1}, GainCurve(), target));
-    EXPECT_FALSE(render(store, source, {0, 0}, GainCurve(), target));
+    EXPECT_FALSE(audio::render(store, folder / "missing.wav", {0, 1}, audio::GainCurve(), target));
+    EXPECT_FALSE(audio::render(store, source, {0, 0}, audio::GainCurve(), target));
     rlimit whole{};
     getrlimit(RLIMIT_FSIZE, &whole);
     const rlimit small{100000, whole.rlim_max};
     const auto old_handler = std::signal(SIGXFSZ, SIG_IGN);
     setrlimit(RLIMIT_FSIZE, &small);
-    const auto rendered = render(store, source, {0, 50000}, GainCurve(), target);
+    const auto rendered = audio::render(store, source, {0, 50000}, audio::GainCurve(), target);
     setrlimit(RLIMIT_FSIZE, &whole);
     std::signal(SIGXFSZ, old_handler);
     EXPECT_THAT(rendered, fails_telling("File too large"));

@@ -8,6 +8,7 @@
 #include <fcntl.h>
 #include <gmock/gmock.h>
 #include <sstream>
+#include <sys/resource.h>
 #include <sys/wait.h>
 
 namespace headless::test {
@@ -15,9 +16,8 @@ namespace headless::test {
 inline std::vector<std::string> lines_of(const std::string& text) {
     std::vector<std::string> lines;
     std::istringstream stream(text);
-    for (std::string line; std::getline(stream, line);) {
+    for (std::string line; std::getline(stream, line);)
         lines.push_back(line);
-    }
     return lines;
 }
 
@@ -45,13 +45,13 @@ protected:
     /// @param output  file that takes the standard output, in the folder or absolute
     Outcome felspar(std::vector<std::string> arguments, const std::string& output = "stdout") const {
         std::vector<char*> words{const_cast<char*>(FELSPAR_PROGRAM)};
-        for (std::string& argument : arguments) {
+        for (std::string& argument : arguments)
             words.push_back(argument.data());
-        }
         words.push_back(nullptr);
         const pid_t child = fork();
         if (child == 0) {
-            const bool is_ready = chdir(folder.path.c_str()) == 0 &&
+            const rlimit memory{most_memory, most_memory};
+            const bool is_ready = setrlimit(RLIMIT_AS, &memory) == 0 && chdir(folder.path.c_str()) == 0 &&
                                   dup2(creat(output.c_str(), 0644), STDOUT_FILENO) >= 0 &&
                                   dup2(creat("stderr", 0644), STDERR_FILENO) >= 0;
             _exit(is_ready ? execv(FELSPAR_PROGRAM, words.data()) : 126);
@@ -65,6 +65,7 @@ protected:
     std::vector<std::string> ridden_names() const { return names_in(folder / "ridden"); }
 
     ScratchFolder folder;
+    rlim_t most_memory = RLIM_INFINITY; ///< bytes that the command may take
 };
 
 } // namespace headless::test

@@ -42,8 +42,8 @@ struct ImportCommand : FelsparCommand {
         return felspar(std::move(options));
     }
 
-    void load(Project& project, const std::string& name) const {
-        ASSERT_TRUE(load_project(project, folder / name));
+    void load(project::Project& project, const std::string& name) const {
+        ASSERT_TRUE(rpp::load_project(project, folder / name));
     }
 
     /// Everything in the test's folder but what the runner itself writes, with the bytes of files.
@@ -59,7 +59,7 @@ struct ImportCommand : FelsparCommand {
     }
 };
 
-std::vector<std::string> outline(const Project& project) {
+std::vector<std::string> outline(const project::Project& project) {
     std::vector<std::string> lines;
     for (const auto& track : project.tracks()) {
         std::string line = std::string(static_cast<std::size_t>(track->depth()), '-') + track->name;
@@ -81,7 +81,7 @@ TEST_F(ImportCommand, lays_pairs_out_by_group_and_tells_what_has_no_partner) {
     const Outcome outcome = import({"--group", "bob", "--group", "none", "--start", "2", "--interval", "1",
                                     "--json", "--csv", "pairs.csv", "--unmatched", "alone.txt"});
     ASSERT_EQ(outcome.status, 0) << outcome.errors;
-    Project project;
+    project::Project project;
     load(project, "fr.rpp");
     EXPECT_THAT(outline(project), ElementsAre("bob", "-base bob_1.WAV@2.000 Bob_2.wav@4.750",
                                               "-unique bob_1.WAV@3.250 Bob_2.wav@6.500"));
@@ -115,13 +115,13 @@ TEST_F(ImportCommand, brings_each_ridden_line_to_the_level_of_its_base_line) {
     EXPECT_NEAR(pairs[0]["subject"]["momentary_max_before_lufs"], 20.0 * std::log10(0.1) - 3.01, 0.1);
     for (const auto& pair : pairs)
         EXPECT_NEAR(pair["subject"]["momentary_max_after_lufs"], pair["base"]["momentary_max_lufs"], 0.01);
-    Project project;
+    project::Project project;
     load(project, "fr.rpp");
     const auto& subjects = project.track(2)->items();
     ASSERT_EQ(subjects.size(), 3U);
     for (const auto& item : subjects)
         EXPECT_EQ(item->active_take(), item->take(1)) << "the render is heard";
-    const auto peak_of = [](const Item& item) {
+    const auto peak_of = [](const project::Item& item) {
         return std::ranges::max(read_sound(item.active_take()->source.file).samples) * item.volume;
     };
     EXPECT_NEAR(peak_of(*subjects[0]), 0.5, 0.005) << "as the base line's own";
@@ -141,7 +141,7 @@ TEST_F(ImportCommand, names_the_lines_that_it_leaves_as_they_are) {
                              "\n  text.wav: base file refused\n", "\n  pipe.wav: base file refused\n"})
         EXPECT_THAT(outcome.output, HasSubstr(told));
     EXPECT_THAT(outcome.output, Not(HasSubstr("good.wav: ")));
-    Project project;
+    project::Project project;
     load(project, "fr.rpp");
     for (const auto& item : project.track(2)->items()) {
         const bool is_levelled = item->active_take()->name == "good.wav";
@@ -149,20 +149,50 @@ TEST_F(ImportCommand, names_the_lines_that_it_leaves_as_they_are) {
     }
 }
 
+TEST_F(ImportCommand, remarks_on_recordings_that_are_shorter_than_their_headers_claim) {
+    line("fr/a.wav", 0.1);
+    line("en/a.wav", 0.5);
+    fs::resize_file(folder / "en/a.wav", fs::file_size(folder / "en/a.wav") - 32000);
+    const Outcome outcome = import({"--csv", "pairs.csv", "--json"});
+    EXPECT_EQ(outcome.status, 0);
+    const std::string remark = "its base line holds 8000 of the 16000 frames that its header claims";
+    EXPECT_EQ(nlohmann::json::parse(outcome.output)["pairs"][0]["remark"], remark);
+    EXPECT_THAT(bytes_of(folder / "pairs.csv"), HasSubstr("," + remark + "\r\n"));
+    EXPECT_THAT(import({}).output, HasSubstr("a.wav: " + remark));
+}
+
+TEST_F(ImportCommand, renders_anew_beside_what_the_earlier_project_plays) {
+    for (const char* side : {"fr", "en"}) {
+        fs::create_directory(folder / side);
+        write_speech(folder / side / "a.wav", 3.0);
+    }
+    const auto renders_with = [&](const char* ratio) {
+        EXPECT_EQ(import({"--match", "--ride", "--ratio", ratio}).status, 0);
+        project::Project project;
+        load(project, "fr.rpp");
+        EXPECT_TRUE(fs::exists(project.track(2)->items().at(0)->active_take()->source.file));
+        return names_in(folder / "fr-takes");
+    };
+    EXPECT_THAT(renders_with("0"), ElementsAre("a.wav"));
+    EXPECT_THAT(renders_with("0"), ElementsAre("a.wav")) << "the same";
+    EXPECT_THAT(renders_with("3"), ElementsAre("a-001.wav"));
+    EXPECT_THAT(renders_with("0"), ElementsAre("a.wav"));
+}
+
 TEST_F(ImportCommand, goes_on_with_a_project_whose_group_is_nested_and_not_whole) {
     line("fr/bob.wav", 0.1);
     line("en/bob.wav", 0.1);
-    Project before;
+    project::Project before;
     const std::pair<const char*, int> tracks[] = {{"scenes", 1}, {"bob", 1}, {"base", -2}, {"music", 0}};
     for (const auto& [name, change] : tracks) {
-        Track& track = before.insert_track(before.tracks().size());
+        project::Track& track = before.insert_track(before.tracks().size());
         track.name = name;
         track.set_folder_depth_change(change);
     }
     before.track(3)->add_item(0.0, 4.0).add_take({folder / "music.wav"}, "music.wav");
-    ASSERT_TRUE(save_project(before, folder / "all.rpp"));
+    ASSERT_TRUE(rpp::save_project(before, folder / "all.rpp"));
     ASSERT_EQ(import({"--group", "bob", "--onto", "all.rpp", "--from-end", "--start", "0.5"}).status, 0);
-    Project after;
+    project::Project after;
     load(after, "all.rpp");
     EXPECT_EQ(after.tracks().size(), 5U);
     const auto found =
@@ -180,9 +210,11 @@ TEST_F(ImportCommand, keeps_a_foreign_project_beside_the_one_that_it_goes_on_wit
     line("en/bob.wav", 0.1);
     const std::string theirs = "<REAPER_PROJECT 0.1 \"6.19/linux-x86_64\" 1700000000\n>\n";
     write_bytes(folder / "theirs.rpp", theirs);
-    EXPECT_EQ(import({"--onto", "theirs.rpp"}).status, 0);
+    fs::create_symlink("theirs.rpp", folder / "link.rpp");
+    EXPECT_EQ(import({"--onto", "link.rpp"}).status, 0);
     EXPECT_EQ(bytes_of(folder / "theirs.rpp-bak"), theirs);
-    EXPECT_TRUE(is_own_project(folder / "theirs.rpp"));
+    EXPECT_EQ(rpp::is_own_project(folder / "theirs.rpp"), true);
+    EXPECT_TRUE(fs::is_symlink(folder / "link.rpp"));
 }
 
 TEST_F(ImportCommand, writes_the_same_bytes_again_in_any_locale) {

@@ -65,17 +65,17 @@ TEST_F(RideCommand, saves_a_project_of_items_a_second_apart_with_the_ride_to_edi
     EXPECT_EQ(outcome.status, 1);
     EXPECT_THAT(outcome.output, HasSubstr("-  a.wav\n")) << "too short for a momentary loudness";
     EXPECT_THAT(outcome.output, HasSubstr("\n2 of 3 files ridden into ridden, project ride.rpp\n"));
-    Project project;
-    ASSERT_TRUE(load_project(project, folder / "ride.rpp"));
+    project::Project project;
+    ASSERT_TRUE(rpp::load_project(project, folder / "ride.rpp"));
     ASSERT_EQ(project.item_count(), 2U);
     EXPECT_EQ(project.item(1)->position_seconds(), 1.3);
-    const Item& item = *project.item(1);
+    const project::Item& item = *project.item(1);
     ASSERT_EQ(item.takes().size(), 2U);
     EXPECT_EQ(item.active_take(), item.take(1));
     EXPECT_TRUE(fs::equivalent(item.take(0)->source.file, folder / "b.wav"));
     EXPECT_TRUE(fs::equivalent(item.take(1)->source.file, folder / "ridden/b.wav"));
     EXPECT_EQ(project.record_path, "ridden") << "the project and its renders can be moved together";
-    const Envelope* volume = item.take(0)->envelope("Volume");
+    const project::Envelope* volume = item.take(0)->envelope("Volume");
     ASSERT_NE(volume, nullptr);
     EXPECT_TRUE(volume->properties.active);
     EXPECT_GT(volume->points().size(), 2U);
@@ -101,10 +101,14 @@ TEST_F(RideCommand, says_in_one_line_why_a_file_is_no_recording_and_rides_the_ot
     ASSERT_EQ(objects.size(), 8U);
     EXPECT_THAT(objects[5], HasSubstr("{\"file\":\"a\\ntext\",\"error\":\""));
     EXPECT_EQ(nlohmann::json::parse(objects[7])["length_seconds"], 1.0);
+    const char* remark = "holds 16000 of the 32000 frames that its header claims";
+    EXPECT_EQ(nlohmann::json::parse(objects[7])["remark"], remark);
+    EXPECT_THAT(felspar({"ride", "truncated"}).output, HasSubstr(std::string("truncated: ") + remark));
     EXPECT_THAT(ridden_names(), ElementsAre("truncated.wav"));
 }
 
-// A recording whose path the project file cannot hold is lost in it, but its render is not.
+// A recording whose path the project file cannot hold is lost in it, but its render is not. The name with a
+// line break is that of both takes.
 TEST_F(RideCommand, gives_a_rendered_file_a_row_and_an_item_for_every_kind_of_file_name) {
     const std::vector<std::string> names{
         "lost\nb\r\x1b[2J.wav", "lost \"'`.wav", "caf\xe9.wav", "-o.wav", "%s%n.wav", "a.b.WAV", " "};
@@ -115,16 +119,17 @@ TEST_F(RideCommand, gives_a_rendered_file_a_row_and_an_item_for_every_kind_of_fi
     }
     const Outcome outcome = felspar(arguments);
     EXPECT_EQ(outcome.status, 1);
-    const auto tells_of_loss = HasSubstr("p.rpp: cannot hold the path of");
-    EXPECT_THAT(lines_of(outcome.errors), ElementsAre(tells_of_loss, tells_of_loss));
+    const auto tells_of_path = HasSubstr("p.rpp: cannot hold the path of");
+    const auto tells_of_name = HasSubstr("p.rpp: cannot hold the name of take");
+    EXPECT_THAT(lines_of(outcome.errors),
+                ElementsAre(tells_of_path, tells_of_path, tells_of_name, tells_of_name));
     EXPECT_EQ(lines_of(outcome.output).size(), names.size() + 4) << outcome.output;
     EXPECT_EQ(ridden_names().size(), names.size());
-    Project project;
-    EXPECT_TRUE(load_project(project, folder / "p.rpp"));
+    project::Project project;
+    EXPECT_TRUE(rpp::load_project(project, folder / "p.rpp"));
     ASSERT_EQ(project.item_count(), names.size());
-    for (std::size_t i = 0; i < names.size(); ++i) {
+    for (std::size_t i = 0; i < names.size(); ++i)
         EXPECT_TRUE(fs::exists(project.item(i)->active_take()->source.file)) << names[i];
-    }
 }
 
 } // namespace

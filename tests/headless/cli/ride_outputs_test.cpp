@@ -1,5 +1,6 @@
 // What a ride may write, and what it says when it can't.
 
+#include "headless/rpp/rpp.hpp"
 #include "tests/headless/cli/command_runner.hpp"
 
 #include <algorithm>
@@ -24,6 +25,60 @@ TEST_F(RideOutputs, are_the_same_bytes_when_made_again) {
     EXPECT_EQ(felspar({"ride", "a.wav", "--project", "p.rpp"}).status, 0);
     EXPECT_EQ(bytes_of(rendered), first_sound);
     EXPECT_EQ(bytes_of(folder / "p.rpp"), first_project);
+}
+
+TEST_F(RideOutputs, that_a_project_plays_stay_until_the_new_project_stands) {
+    ASSERT_EQ(felspar({"ride", "a.wav", "--project", "p.rpp"}).status, 0);
+    const std::string lightly_ridden = bytes_of(rendered);
+    std::filesystem::copy_file(folder / "p.rpp", folder / "kept.rpp");
+    ASSERT_EQ(felspar({"ride", "a.wav", "--ratio", "3", "--project", "p.rpp"}).status, 0);
+    EXPECT_THAT(bytes_of(folder / "p.rpp"), HasSubstr("ridden/a-001.wav"));
+    EXPECT_EQ(bytes_of(rendered), lightly_ridden) << "another project plays it";
+    std::filesystem::remove(folder / "kept.rpp");
+    std::filesystem::create_symlink("other.RPP", folder / "other.RPP");
+    const Outcome beside_unreadable = felspar({"ride", "a.wav", "--ratio", "1", "--project", "p.rpp"});
+    EXPECT_EQ(beside_unreadable.status, 1);
+    EXPECT_THAT(beside_unreadable.errors,
+                HasSubstr("other.RPP: Too many levels of symbolic links (it may play"));
+    EXPECT_THAT(ridden_names(), testing::UnorderedElementsAre("a.wav", "a-001.wav"));
+    std::filesystem::remove(folder / "other.RPP");
+    ASSERT_EQ(felspar({"ride", "a.wav", "--ratio", "3", "--project", "p.rpp"}).status, 0);
+    EXPECT_THAT(ridden_names(), ElementsAre("a-001.wav")) << "and now none";
+}
+
+TEST_F(RideOutputs, of_a_project_behind_a_link_are_written_there) {
+    std::filesystem::create_directory(folder / "far");
+    std::filesystem::create_symlink("far/real.rpp", folder / "p.rpp");
+    const std::vector<std::string> ride{"ride", "a.wav", "--ratio", "3", "--project", "p.rpp"};
+    EXPECT_THAT(felspar(ride).errors, HasSubstr("p.rpp: is a link that leads nowhere"));
+    ASSERT_EQ(felspar({"ride", "a.wav", "--project", "far/real.rpp"}).status, 0);
+    EXPECT_EQ(felspar(ride).status, 0);
+    EXPECT_TRUE(std::filesystem::is_symlink(folder / "p.rpp"));
+    project::Project project;
+    ASSERT_TRUE(rpp::load_project(project, folder / "p.rpp"));
+    EXPECT_EQ(project.file, folder / "far/real.rpp");
+    ASSERT_EQ(project.item_count(), 1U);
+    EXPECT_EQ(project.item(0)->active_take()->source.file.filename(), "a-001.wav");
+}
+
+// A memory that holds the program and the small recordings, but not what the large one is decoded to.
+TEST_F(RideOutputs, of_other_recordings_are_made_when_the_memory_does_not_suffice_for_one) {
+#ifdef __SANITIZE_ADDRESS__
+    GTEST_SKIP() << "the sanitizer needs more memory than that";
+#endif
+    write_speech(folder / "large.wav", 0.5);
+    write_speech(folder / "b.wav", 1.0);
+    auto bytes = bytes_of(folder / "large.wav").substr(0, 44);
+    constexpr std::uint32_t samples_bytes = 128'000'000;
+    for (std::size_t i = 0; i < 4; ++i) // the length of the samples
+        bytes[40 + i] = static_cast<char>(samples_bytes >> 8 * i);
+    write_bytes(folder / "large.wav", bytes);
+    std::filesystem::resize_file(folder / "large.wav", 44 + samples_bytes);
+    most_memory = std::size_t{320} << 20;
+    const Outcome outcome = felspar({"ride", "a.wav", "large.wav", "b.wav"});
+    EXPECT_EQ(outcome.status, 1);
+    EXPECT_THAT(lines_of(outcome.errors), ElementsAre(HasSubstr("large.wav: there is not enough memory")));
+    EXPECT_THAT(ridden_names(), testing::UnorderedElementsAre("a.wav", "b.wav"));
 }
 
 TEST_F(RideOutputs, never_replace_a_file_that_the_user_made) {

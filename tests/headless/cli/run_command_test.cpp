@@ -46,6 +46,38 @@ TEST_F(RunCommand, leaves_the_project_as_it_was_when_the_script_does_not_end_wel
                 ContainsRegex("script.lua:2: attempt to perform.*\nstack traceback:\n    "));
 }
 
+TEST_F(RunCommand, saves_before_finalizers_which_may_never_end) {
+    const Outcome outcome = run(R"(kept = setmetatable({}, {__gc = function() print(io.open("a.rpp")) end}))",
+                                {"--save", "a.rpp"});
+    EXPECT_THAT(outcome.output, HasSubstr("file ("));
+}
+
+TEST_F(RunCommand, shows_control_bytes_of_errors_arguments_and_lost_names) {
+    EXPECT_THAT(run("error('a\\0b\\x1b[2J')").errors, HasSubstr("a\\x00b\\x1b[2J\n"));
+    EXPECT_THAT(felspar({"run", "\x1b[2J"}).errors, HasSubstr("\\x1b[2J"));
+    const Outcome outcome = run(add_track, {"--save", "a.rpp", "--", "a\nb"});
+    EXPECT_EQ(outcome.status, 1);
+    EXPECT_EQ(outcome.errors,
+              "felspar: a.rpp: cannot hold the name of track 1: \"a\\nb\" is written as \"a b\"\n");
+}
+
+TEST_F(RunCommand, reads_the_sources_of_a_loaded_project_and_tells_those_that_are_gone) {
+    write_speech(folder / "a.wav", 1.5, 2);
+    write_speech(folder / "b.wav", 1.0);
+    run("reaper.InsertMedia('a.wav', 1) reaper.InsertMedia('b.wav', 1)", {"--save", "a.rpp"});
+    std::filesystem::remove(folder / "b.wav");
+    const Outcome outcome = run(R"(
+        for i = 0, 1 do
+            local source = reaper.GetMediaItemTake_Source(reaper.GetActiveTake(reaper.GetMediaItem(0, i)))
+            print(reaper.GetMediaSourceNumChannels(source), reaper.GetMediaSourceSampleRate(source),
+                  (reaper.GetMediaSourceLength(source)))
+        end)",
+                                {"--project", "a.rpp"});
+    EXPECT_EQ(outcome.output, "2\t16000\t1.5\n0\t0\t0.0\n");
+    EXPECT_EQ(outcome.status, 1);
+    EXPECT_THAT(lines_of(outcome.errors), testing::ElementsAre(HasSubstr("b.wav: No such file")));
+}
+
 TEST_F(RunCommand, keeps_a_project_of_others_when_it_saves_in_its_place_and_else_does_not_touch_it) {
     const std::string theirs = "<REAPER_PROJECT 0.1 \"6.19/linux-x86_64\" 1700000000\n>\n";
     write_bytes(folder / "a.rpp", theirs);

@@ -10,29 +10,29 @@ namespace {
 
 using testing::ElementsAre;
 
-void add_tracks(Project& project, const std::vector<int>& depth_changes) {
-    for (const int change : depth_changes) {
+void add_tracks(project::Project& project, const std::vector<int>& depth_changes) {
+    for (const int change : depth_changes)
         project.insert_track(project.tracks().size()).set_folder_depth_change(change);
-    }
 }
 
-std::vector<int> depths(const Project& project) {
+std::vector<int> depths(const project::Project& project) {
     std::vector<int> depths;
-    for (const auto& track : project.tracks()) {
+    for (const auto& track : project.tracks())
         depths.push_back(track->depth());
-    }
     return depths;
 }
 
-std::vector<Item*> selected(const Project& project) { return project.selected_items().all(); }
+std::vector<project::Item*> selected(const project::Project& project) {
+    return project.selected_items().all();
+}
 
 TEST(Project, keeps_items_and_their_selection_by_track_and_position_wherever_they_move) {
-    Project project;
+    project::Project project;
     add_tracks(project, {0, 0});
-    Item& late = project.track(0)->add_item(4.0, 1.0);
-    Item& other = project.track(1)->add_item(0.0, 1.0);
-    Item& twin = project.track(0)->add_item(4.0, 2.0);
-    Item& early = project.track(0)->add_item(1.0, 1.0);
+    project::Item& late = project.track(0)->add_item(4.0, 1.0);
+    project::Item& other = project.track(1)->add_item(0.0, 1.0);
+    project::Item& twin = project.track(0)->add_item(4.0, 2.0);
+    project::Item& early = project.track(0)->add_item(1.0, 1.0);
     project.select_all_items(true);
     EXPECT_THAT(selected(project), ElementsAre(&early, &late, &twin, &other));
     EXPECT_EQ(project.item(4), nullptr);
@@ -46,12 +46,12 @@ TEST(Project, keeps_items_and_their_selection_by_track_and_position_wherever_the
 }
 
 TEST(Project, knows_which_objects_live) {
-    Project project;
-    const LiveObjects& live = project.live_objects();
-    Track& track = project.insert_track(0);
-    Item& item = track.add_item(0.0, 1.0);
-    const Take* first = &item.add_take({}, "first");
-    const Envelope* envelope = &item.take(0)->add_envelope("Volume");
+    project::Project project;
+    const project::LiveObjects& live = project.live_objects();
+    project::Track& track = project.insert_track(0);
+    project::Item& item = track.add_item(0.0, 1.0);
+    const project::Take* first = &item.add_take({}, "first");
+    const project::Envelope* envelope = &item.take(0)->add_envelope("Volume");
     EXPECT_TRUE(live.contains(first) && live.contains(envelope));
     item.set_active_take(item.add_take({}, "second"));
     item.crop_to_active_take();
@@ -65,26 +65,22 @@ TEST(Project, knows_which_objects_live) {
 }
 
 TEST(Selection, answers_like_a_plain_scan_under_random_use_and_when_emptied_downwards) {
-    Project project;
-    Track& track = project.insert_track(0);
-    for (int i = 0; i < 50; ++i) {
+    project::Project project;
+    project::Track& track = project.insert_track(0);
+    for (int i = 0; i < 50; ++i)
         track.add_item(i, 1.0);
-    }
     const auto& selection = project.selected_items();
     const auto expect_a_plain_scan = [&](std::size_t index) {
-        std::vector<Item*> scanned;
-        for (const auto& item : track.items()) {
-            if (item->selected()) {
+        std::vector<project::Item*> scanned;
+        for (const auto& item : track.items())
+            if (item->selected())
                 scanned.push_back(item.get());
-            }
-        }
         ASSERT_EQ(selection.at(index), index < scanned.size() ? scanned[index] : nullptr);
     };
     std::mt19937 random(7);
     for (int step = 0; step < 15000; ++step) {
-        if (step % 3 == 0) {
+        if (step % 3 == 0)
             project.item(random() % 50)->set_selected(random() % 2 == 0);
-        }
         expect_a_plain_scan(random() % 50);
     }
     for (std::size_t index = selection.size(); index-- > 0;) {
@@ -113,9 +109,9 @@ TEST(PointerSet, holds_what_a_plain_set_holds_under_random_use) {
 }
 
 TEST(Project, ends_where_its_last_item_or_region_ends_whatever_becomes_of_them) {
-    Project project;
-    Item& last = project.insert_track(0).add_item(4.0, 2.0);
-    Item& first = project.insert_track(0).add_item(0.0, 1.0);
+    project::Project project;
+    project::Item& last = project.insert_track(0).add_item(4.0, 2.0);
+    project::Item& first = project.insert_track(0).add_item(0.0, 1.0);
     EXPECT_EQ(project.end_seconds(), 6.0);
     last.set_length_seconds(1.0);
     EXPECT_EQ(project.end_seconds(), 5.0);
@@ -130,7 +126,7 @@ TEST(Project, ends_where_its_last_item_or_region_ends_whatever_becomes_of_them) 
 }
 
 TEST(TrackTree, gives_depths_and_parents_from_the_relative_numbers) {
-    Project project;
+    project::Project project;
     add_tracks(project, {1, 1, -2, 0, -5, 7, 0});
     EXPECT_THAT(depths(project), ElementsAre(0, 1, 2, 0, 0, 0, 1));
     EXPECT_EQ(project.track(2)->parent(), project.track(1));
@@ -152,7 +148,7 @@ TEST(TrackTree, keeps_the_depth_of_the_tracks_around_an_erased_one) {
           {"folder with children", {1, 0, -1, 0}, 0, {0, 0, 0}},
           {"inner folder", {1, 1, -2, 0}, 1, {0, 1, 0}},
           {"folder that stays open", {1, 1, 0}, 1, {0, 1}}}) {
-        Project project;
+        project::Project project;
         add_tracks(project, depth_changes);
         project.erase_track(*project.track(erased));
         EXPECT_EQ(depths(project), depths_left) << name;
@@ -160,7 +156,7 @@ TEST(TrackTree, keeps_the_depth_of_the_tracks_around_an_erased_one) {
 }
 
 TEST(MarkerList, numbers_markers_and_regions_apart_and_fills_gaps) {
-    MarkerList markers;
+    project::MarkerList markers;
     EXPECT_EQ(markers.add({.position_seconds = 5.0, .number = 1}), 1);
     EXPECT_EQ(markers.add({.is_region = true, .position_seconds = 1.0, .number = -1}), 1);
     EXPECT_EQ(markers.add({.is_region = true, .position_seconds = 3.0, .number = 3}), 3);

@@ -23,9 +23,8 @@ TEST(Printable, shows_what_would_not_stand_in_its_line_and_keeps_the_rest) {
         {"longer than needed \xc0\xaf", "longer than needed \\xc0\\xaf"},
         {"no characters \xed\xa0\x80 \xf4\x90\x80\x80",
          "no characters \\xed\\xa0\\x80 \\xf4\\x90\\x80\\x80"}};
-    for (const auto& [given, shown] : texts) {
-        EXPECT_EQ(printable(given), shown);
-    }
+    for (const auto& [given, shown] : texts)
+        EXPECT_EQ(report::printable(given), shown);
 }
 
 TEST(Progress, rewrites_one_line_cut_to_the_terminal_and_erases_it_in_the_end) {
@@ -34,39 +33,38 @@ TEST(Progress, rewrites_one_line_cut_to_the_terminal_and_erases_it_in_the_end) {
     const winsize size{.ws_row = 2, .ws_col = 20, .ws_xpixel = 0, .ws_ypixel = 0};
     ASSERT_EQ(openpty(&screen, &terminal, nullptr, nullptr, &size), 0);
     {
-        Progress progress(terminal);
+        report::Progress progress(terminal);
         progress.erase();
         progress.show(3, 40, "a\n台詞_a_li台.wav");
     }
     close(terminal);
     std::string shown;
-    for (char letter = 0; read(screen, &letter, 1) == 1;) { // until all that was written has come
+    for (char letter = 0; read(screen, &letter, 1) == 1;) // until all that was written has come
         shown += letter;
-    }
     EXPECT_EQ(shown, "\r\x1b[K3/40  a\\n台詞_a_li\r\x1b[K");
     close(screen);
 }
 
 TEST(Progress, reckons_the_time_left_from_what_is_done) {
-    EXPECT_EQ(time_left_text(5.0, 0, 40), "");
-    EXPECT_EQ(time_left_text(10.0, 10, 75), "1:05 left");
-    EXPECT_EQ(time_left_text(10.0, 1, 722), "2:00:10 left");
+    EXPECT_EQ(report::time_left_text(5.0, 0, 40), "");
+    EXPECT_EQ(report::time_left_text(10.0, 10, 75), "1:05 left");
+    EXPECT_EQ(report::time_left_text(10.0, 1, 722), "2:00:10 left");
 }
 
-const RideReport long_take{.file = "in/a\nb.wav",
-                           .output = "ridden/caf\xe9.wav",
-                           .length_seconds = 73.34875,
-                           .windows = 7334,
-                           .points_written = 7330,
-                           .points_kept = 4812,
-                           .largest_cut_db = -7.96,
-                           .largest_boost_db = 2.0,
-                           .momentary_max_before_lufs = -20.04,
-                           .momentary_max_after_lufs = -std::numeric_limits<double>::infinity()};
+const report::RideReport long_take{.file = "in/a\nb.wav",
+                                   .output = "ridden/caf\xe9.wav",
+                                   .length_seconds = 73.34875,
+                                   .windows = 7334,
+                                   .points_written = 7330,
+                                   .points_kept = 4812,
+                                   .largest_cut_db = -7.96,
+                                   .largest_boost_db = 2.0,
+                                   .momentary_max_before_lufs = -20.04,
+                                   .momentary_max_after_lufs = -std::numeric_limits<double>::infinity()};
 
 TEST(RideReport, is_a_row_under_its_heading_whose_last_column_is_the_name) {
-    EXPECT_EQ(text_heading() + text_row(long_take) +
-                  text_row({.file = "caf\xe9.wav", .largest_cut_db = -0.01}),
+    EXPECT_EQ(report::text_heading() + report::text_row(long_take) +
+                  report::text_row({.file = "caf\xe9.wav", .largest_cut_db = -0.01}),
               "  length  windows  written    kept     cut   boost   before   after  file\n"
               "       s                              dB      dB     LUFS    LUFS\n"
               "   73.35     7334     7330    4812    -8.0    +2.0    -20.0    -inf  a\\nb.wav\n"
@@ -74,13 +72,13 @@ TEST(RideReport, is_a_row_under_its_heading_whose_last_column_is_the_name) {
 }
 
 TEST(RideReport, is_one_line_of_json_with_null_for_what_has_no_finite_value_and_no_bytes_but_utf8) {
-    const std::string line = json_line(long_take);
+    const std::string line = report::json_line(long_take);
     EXPECT_EQ(line.find('\n'), line.size() - 1);
     EXPECT_EQ(nlohmann::json::parse(line), nlohmann::json::parse(R"({
         "file": "in/a\nb.wav", "output": "ridden/caf\ufffd.wav", "length_seconds": 73.34875,
         "windows": 7334, "points_written": 7330, "points_kept": 4812, "largest_cut_db": -7.96,
         "largest_boost_db": 2.0, "momentary_max_before_lufs": -20.04, "momentary_max_after_lufs": null})"));
-    EXPECT_EQ(json_failure_line("\xe9", "no \xe9"),
+    EXPECT_EQ(report::json_failure_line("\xe9", "no \xe9"),
               "{\"file\":\"\xef\xbf\xbd\",\"error\":\"no \xef\xbf\xbd\"}\n");
 }
 

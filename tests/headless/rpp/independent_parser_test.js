@@ -40,7 +40,7 @@ same(firsts(tracks, "TRACKID"), tracks.map((track) => track.params));
 
 const items = blocks(tracks[1], "ITEM");
 same(firsts(items, "POSITION"), [[1 / 3], [10], [20]]);
-same(params(items[0], "NAME"), [["line_001.wav"], ["__ 'one' 'two' \"three\""]]);
+same(params(items[0], "NAME"), [["line_001.wav"], ["__ `one` 'two' \"three\""]]);
 same(params(items[0], "VOLPAN"), [[0.75, -0.5, -1.5, -1]]);
 same(params(items[0], "TAKE"), [["SEL"]]);
 same(params(items[0], "TAKEVOLPAN"), [[0, 0.5, -1]]);

@@ -7,18 +7,19 @@
 
 namespace headless::test {
 
-inline Take& add_take(Item& item, const std::filesystem::path& file, const std::string& name) {
-    return item.add_take(Source{.file = file, .type = "WAVE"}, name);
+inline project::Take& add_take(project::Item& item, const std::filesystem::path& file,
+                               const std::string& name) {
+    return item.add_take(project::Source{.file = file, .type = "WAVE"}, name);
 }
 
-inline void add_line(Track& track, const std::filesystem::path& folder) {
-    Item& item = track.add_item(1.0 / 3.0, 2.25);
+inline void add_line(project::Track& track, const std::filesystem::path& folder) {
+    project::Item& item = track.add_item(1.0 / 3.0, 2.25);
     item.volume = 0.75;
     item.snap_offset_seconds = 0.125;
     item.loop = item.mute = item.plays_all_takes = true;
     item.color = 0x1FF8001;
     item.set_selected(true);
-    Take& recorded = add_take(item, folder / "audio" / "line's \"one\".wav", "line_001.wav");
+    project::Take& recorded = add_take(item, folder / "audio" / "line's \"one\".wav", "line_001.wav");
     recorded.pan = -0.5;
     recorded.volume = -1.5;
     recorded.start_offset_seconds = 0.01;
@@ -26,14 +27,14 @@ inline void add_line(Track& track, const std::filesystem::path& folder) {
     recorded.preserve_pitch = false;
     recorded.pitch_semitones = -2.5;
     recorded.channel_mode = 3;
-    Envelope& envelope = recorded.add_envelope("Volume");
-    envelope.properties = {true, true, true, false, 40, PointShape::square, true, 2};
+    project::Envelope& envelope = recorded.add_envelope("Volume");
+    envelope.properties = {true, true, true, false, 40, project::PointShape::square, true, 2};
     envelope.set_points({{0.0, 1.0},
                          {0.1, 0.5011872336272722},
                          {1e-7, 5e-5},
-                         {0.5, 2.0, PointShape::bezier, true, -0.25},
-                         {0.5, 0.0, PointShape::fast_end}});
-    Take& rendered = add_take(item, "/elsewhere/line_001 render.wav", "台詞 `one` 'two' \"three\"");
+                         {0.5, 2.0, project::PointShape::bezier, true, -0.25},
+                         {0.5, 0.0, project::PointShape::fast_end}});
+    project::Take& rendered = add_take(item, "/elsewhere/line_001 render.wav", "台詞 `one` 'two' \"three\"");
     rendered.volume = 0.5;
     rendered.start_offset_seconds = -1e22;
     rendered.pitch_semitones = 5e-324;
@@ -42,7 +43,7 @@ inline void add_line(Track& track, const std::filesystem::path& folder) {
 }
 
 /// @param folder where the project file will lie
-inline void fill_sample(Project& project, const std::filesystem::path& folder) {
+inline void fill_sample(project::Project& project, const std::filesystem::path& folder) {
     project.cursor_seconds = 12.5;
     project.record_path = "takes";
     project.frame_rate = 29.97;
@@ -56,13 +57,13 @@ inline void fill_sample(Project& project, const std::filesystem::path& folder) {
     project.markers.add({true, 9.25, 9.25, "", 8, 0});
     project.master().volume = 0.9;
     project.master().mute = true;
-    Track& group = project.insert_track(0);
+    project::Track& group = project.insert_track(0);
     group.name = "group";
     group.color = 0x1000000; // black
     group.volume = 0.5;
     group.pan = 0.25;
     group.set_folder_depth_change(1);
-    Track& child = project.insert_track(1);
+    project::Track& child = project.insert_track(1);
     child.name = " > \"quoted\" <";
     child.mute = true;
     child.solo = 2;

@@ -6,15 +6,13 @@
 #include <iostream>
 
 int main(int count, char** arguments) {
-    if (count != 2) {
+    if (count != 2)
         return 2;
-    }
     const std::filesystem::path file = arguments[1];
-    headless::Project project;
+    headless::project::Project project;
     headless::test::fill_sample(project, file.parent_path());
-    const auto saved = headless::save_project(project, file);
-    if (!saved) {
+    const auto saved = headless::rpp::save_project(project, file);
+    if (!saved)
         std::cerr << saved.error().message << '\n';
-    }
     return saved ? 0 : 1;
 }

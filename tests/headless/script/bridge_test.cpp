@@ -34,6 +34,10 @@ INSTANTIATE_TEST_SUITE_P(
     , BridgedCall,
     testing::Values(
         Call{"nothing", "reaper.UpdateArrange()", ""}, Call{"handle", "reaper.GetParentTrack(track)", "nil"},
+        Call{"handle_by_its_key",
+             "reaper.GetMediaItemInfo_Value(item, 'P_TRACK') == track, "
+             "reaper.GetMediaTrackInfo_Value(track, 'P_PARTRACK')",
+             "true nil"},
         Call{"number", "reaper.GetMediaItemInfo_Value(item, 'D_LENGTH')", "0.5"},
         Call{"text_out", "reaper.GetTrackName(track, '')", "true voice"},
         Call{"text_alone", "reaper.GetMediaSourceType(reaper.GetMediaItemTake_Source(take), '')", "WAVE"},

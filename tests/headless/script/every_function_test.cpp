@@ -10,7 +10,7 @@
 namespace headless::test {
 namespace {
 
-std::string plain_argument(const Parameter& parameter) {
+std::string plain_argument(const script::Parameter& parameter) {
     if (parameter.type == "MediaTrack*")
         return "track";
     if (parameter.type == "MediaItem*" || parameter.name == "pointer")
@@ -24,15 +24,15 @@ std::string plain_argument(const Parameter& parameter) {
     if (parameter.type == "PCM_source*")
         return "reaper.GetMediaItemTake_Source(take)";
     switch (parameter.kind) {
-    case ValueKind::integer:
+    case script::ValueKind::integer:
         return "1";
-    case ValueKind::number:
+    case script::ValueKind::number:
         return "0.5";
-    case ValueKind::boolean:
+    case script::ValueKind::boolean:
         return "true";
-    case ValueKind::text:
+    case script::ValueKind::text:
         return "'text'";
-    case ValueKind::array:
+    case script::ValueKind::array:
         return "reaper.new_array(100)";
     default:
         return "nil";
@@ -42,25 +42,26 @@ std::string plain_argument(const Parameter& parameter) {
 struct EveryFunction : ScriptTest {
     EveryFunction() { project.item(0)->active_take()->add_envelope("Volume"); }
 
-    std::vector<ScriptFunction> functions = workstation.script_functions();
+    std::vector<workstation::ScriptFunction> functions = workstation.script_functions();
 };
 
 TEST_F(EveryFunction, is_there_and_takes_plain_arguments_by_its_definition) {
-    const auto registered = std::ranges::count_if(
-        functions, [](const ScriptFunction& function) { return function.name.starts_with("MK_"); });
+    const auto registered = std::ranges::count_if(functions, [](const workstation::ScriptFunction& function) {
+        return function.name.starts_with("MK_");
+    });
     EXPECT_EQ(registered, 105);
     workstation.dialog_answers.add("text", "OK");
-    for (const ScriptFunction& function : functions) {
+    for (const workstation::ScriptFunction& function : functions) {
         std::string arguments;
         std::ptrdiff_t results = 0;
-        const Definition definition = parse_definition(function.definition);
+        const script::Definition definition = script::parse_definition(function.definition);
         EXPECT_FALSE(definition.help.empty()) << function.name;
-        for (const Parameter& parameter : definition.parameters) {
+        for (const script::Parameter& parameter : definition.parameters) {
             if (parameter.is_argument())
                 arguments += (arguments.empty() ? "" : ", ") + plain_argument(parameter);
             results += parameter.is_result() ? 1 : 0;
         }
-        results += definition.result == ValueKind::nothing ? 0 : 1;
+        results += definition.result == script::ValueKind::nothing ? 0 : 1;
         const auto outcome = run(R"(
             reaper.InsertTrackAtIndex(0, false)
             local track = reaper.GetTrack(0, 0)

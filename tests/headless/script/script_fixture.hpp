@@ -2,9 +2,10 @@
 // A workstation with the plug-in loaded, whose project has one track "voice" with one item, and scripts that
 // run in it. What a script expects it asserts itself.
 
-#include "headless/host/plugin_library.hpp"
-#include "headless/host/workstation.hpp"
+#include "headless/functions/all_functions.hpp"
 #include "headless/script/script_runner.hpp"
+#include "headless/workstation/plugin_library.hpp"
+#include "headless/workstation/workstation.hpp"
 #include "tests/headless/support/sound_files.hpp"
 
 #include <gmock/gmock.h>
@@ -18,22 +19,22 @@ protected:
         std::filesystem::current_path(folder.path);
         setenv("XDG_CONFIG_HOME", "felspar script test", 1);
         project.record_path = folder.path;
-        Track& track = project.insert_track(0);
+        project::Track& track = project.insert_track(0);
         track.name = "voice";
         const auto file = write_sound(folder / "line.wav", tone(0.5, 0.5, 8000), 8000);
         workstation.insert_audio(track, file, 1.0).value();
     }
     ~ScriptTest() override { std::filesystem::current_path(std::filesystem::temp_directory_path()); }
 
-    ScriptOutcome run(const std::string& text, std::size_t memory_bytes = std::size_t{1} << 28U) {
+    script::ScriptOutcome run(const std::string& text, std::size_t memory_bytes = std::size_t{1} << 28U) {
         write_bytes(folder / "script.lua", text);
-        return run_script(workstation, plugin, {folder / "script.lua", {"one", "-2"}, memory_bytes});
+        return script::run_script(workstation, plugin, {folder / "script.lua", {"one", "-2"}, memory_bytes});
     }
 
     ScratchFolder folder;
-    Workstation workstation;
-    PluginLibrary plugin = PluginLibrary::load(FELSPAR_PLUGIN, workstation).value();
-    Project& project = workstation.project();
+    workstation::Workstation workstation{functions::all_functions()};
+    workstation::PluginLibrary plugin = workstation::PluginLibrary::load(FELSPAR_PLUGIN, workstation).value();
+    project::Project& project = workstation.project();
 };
 
 } // namespace headless::test

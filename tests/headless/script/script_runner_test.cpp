@@ -38,6 +38,8 @@ INSTANTIATE_TEST_SUITE_P(
         Ending{"endless_recursion", "local function f() return 1 + f() end f()", 1, "stack overflow"},
         Ending{"endless_memory", "local t = {} while true do t[#t + 1] = {} end", 1, "not enough memory"},
         Ending{"exit", "os.exit(3)", 3, ""}, Ending{"exit_true", "os.exit(true) error()", 0, ""},
+        Ending{"exit_after_its_variables_were_changed", "debug.setupvalue(os.exit, 1, nil) os.exit(3)", 3,
+               ""},
         Ending{"exit_false", "os.exit(false)", 1, ""},
         Ending{"caught_exit", "while true do pcall(os.exit, 4) end", 4, ""},
         Ending{"exit_in_a_coroutine", "while true do coroutine.resume(coroutine.create(os.exit), 5) end", 5,
@@ -48,6 +50,70 @@ INSTANTIATE_TEST_SUITE_P(
         Ending{"error_while_closing", "x = setmetatable({}, {__gc = function() reaper.GetTrack({}) end})", 0,
                ""}),
     [](const auto& ending) { return std::string(ending.param.name); });
+
+TEST_F(ScriptTest, cannot_change_what_functions_of_the_workstation_trust) {
+    const auto outcome = run(R"(
+        require "reaper_MERIDEK_FELSPAR"
+        local track, array = reaper.GetTrack(0, 0), reaper.new_array(3)
+        local array_type = getmetatable(array)
+        for _, f in pairs(reaper) do
+            for i = 1, 3 do debug.setupvalue(f, i, track) end
+        end
+        for _, f in pairs {reaper.get_action_context, array.clear, reaper.GetTrackName, os.exit} do
+            assert(debug.setupvalue(f, 1, nil) == nil and debug.getinfo(f, "S").what == "C")
+        end
+        array.clear(2)
+
+        -- any value as an array
+        debug.setmetatable(io.stdout, array_type)
+        debug.setmetatable(track, array_type)
+        for _, value in pairs {io.stdout, track} do
+            assert(not pcall(array_type.__index, value, 1) and not pcall(array_type.clear, value))
+            assert(not pcall(reaper.new_array, value))
+        end
+        debug.setmetatable(track, nil)
+
+        -- the variables of C functions from below and from a hook
+        debug.sethook(function()
+            for i = 1, 3 do debug.setlocal(2, i, nil) end
+        end, "cr")
+        local ok, list = reaper.MK_GetStringSplitList("a,b", ",")
+        reaper.GetTrackName(track)
+        debug.sethook()
+        assert(ok and #list == 2)
+        local function change() for i = 1, 3 do debug.setlocal(2, i, 7) end end
+        reaper.defer(change) reaper.defer(change)
+        local own = 1
+        assert(debug.setlocal(1, 1, 5) == "track" and track == 5 and not pcall(debug.setlocal, 99, 1, 1))
+        local thread = coroutine.create(function(a) coroutine.yield() return a end)
+        coroutine.resume(thread, 1)
+        assert(debug.setlocal(thread, 1, 1, "new") == "a" and select(2, coroutine.resume(thread)) == "new")
+        assert(debug.setupvalue(change, 1, _ENV) == "_ENV")
+
+        -- what is kept in the registry
+        for _, other in pairs {7, {}, print} do
+            debug.getregistry()["reaper.array"] = other
+            pcall(reaper.new_array, 3)
+            debug.getregistry()["felspar.deferred"] = other
+            reaper.defer(print)
+        end
+        debug.getregistry()["felspar.deferred"] = {change, change})");
+    EXPECT_EQ(outcome.error, "");
+}
+
+TEST_F(ScriptTest, tells_errors_whole_and_before_the_finalizers_of_its_values) {
+    write_bytes(folder / "script.lua", R"(
+        kept = setmetatable({}, {__gc = function() reaper.DeleteTrack(reaper.GetTrack(0, 0)) end})
+        error("a\0b"))");
+    std::string error;
+    script::run_script(workstation, plugin, {folder / "script.lua", {}},
+                       [&](const script::ScriptOutcome& outcome) {
+                           error = outcome.error;
+                           EXPECT_EQ(project.tracks().size(), 1U);
+                       });
+    EXPECT_THAT(error, HasSubstr(std::string("script.lua:3: a\0b\nstack traceback:\n", 35)));
+    EXPECT_EQ(project.tracks().size(), 0U);
+}
 
 TEST_F(ScriptTest, knows_its_arguments_its_file_and_its_globals) {
     const auto outcome = run(R"(
@@ -74,7 +140,7 @@ TEST_F(ScriptTest, runs_deferred_functions_in_turns_and_the_last_ones_even_after
 
 TEST_F(ScriptTest, ends_in_order_wherever_memory_runs_out) {
     std::size_t runs = 0;
-    ScriptOutcome outcome{1};
+    script::ScriptOutcome outcome{1};
     for (std::size_t bytes = 1000; outcome.status != 0; bytes += 500, ++runs) {
         outcome = run(R"(
             local array = reaper.new_array(100)
@@ -90,7 +156,7 @@ TEST_F(ScriptTest, ends_in_order_wherever_memory_runs_out) {
 }
 
 TEST_F(ScriptTest, tells_a_script_that_cannot_be_read) {
-    const auto outcome = run_script(workstation, plugin, {folder / "none.lua", {}});
+    const auto outcome = script::run_script(workstation, plugin, {folder / "none.lua", {}});
     EXPECT_EQ(outcome.status, 1);
     EXPECT_THAT(outcome.error, HasSubstr("none.lua: No such file"));
 }

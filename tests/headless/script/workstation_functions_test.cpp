@@ -9,10 +9,10 @@ namespace {
 
 struct WorkstationFunctions : ScriptTest {
     void expect_runs(const std::string& text) {
-        const ScriptOutcome outcome = run("local track = reaper.GetTrack(0, 0) "
-                                          "local item = reaper.GetTrackMediaItem(track, 0) "
-                                          "local take = reaper.GetActiveTake(item)\n" +
-                                          text);
+        const script::ScriptOutcome outcome = run("local track = reaper.GetTrack(0, 0) "
+                                                  "local item = reaper.GetTrackMediaItem(track, 0) "
+                                                  "local take = reaper.GetActiveTake(item)\n" +
+                                                  text);
         EXPECT_EQ(outcome.error, "");
     }
 };

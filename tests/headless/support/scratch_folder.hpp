@@ -35,9 +35,8 @@ public:
 /// What lies in the folder, in no order.
 inline std::vector<std::string> names_in(const std::filesystem::path& folder) {
     std::vector<std::string> names;
-    for (const auto& entry : std::filesystem::directory_iterator(folder)) {
+    for (const auto& entry : std::filesystem::directory_iterator(folder))
         names.push_back(entry.path().filename().string());
-    }
     return names;
 }
 

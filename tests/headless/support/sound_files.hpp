@@ -20,9 +20,8 @@ inline std::filesystem::path write_sound(const std::filesystem::path& file, cons
                                          int sample_rate, int channels = 1, int format = float_wav) {
     SndfileHandle handle(file.c_str(), SFM_WRITE, format, channels, sample_rate);
     const auto count = static_cast<sf_count_t>(samples.size());
-    if (!handle || handle.write(samples.data(), count) != count) {
+    if (!handle || handle.write(samples.data(), count) != count)
         throw std::runtime_error("cannot write " + file.string());
-    }
     return file;
 }
 

@@ -3,11 +3,16 @@
 #include "api/project/files.hpp"
 #include "api/project/folders.hpp"
 #include "tests/plugin/support/bound_plugin.hpp"
+#include "tests/plugin/support/failing_memory.hpp"
 #include "tests/plugin/support/unprivileged.hpp"
 
 #include <algorithm>
+#include <cstdlib>
 #include <ctime>
+#include <fcntl.h>
+#include <functional>
 #include <sys/stat.h>
+#include <unistd.h>
 
 namespace {
 
@@ -44,6 +49,10 @@ TEST_F(Files, make_folders_with_the_stamps_of_the_local_time) {
     EXPECT_FALSE(SetPathFolder(here.c_str(), "file/below", 0, full, sizeof full) || full != made + "/");
     EXPECT_TRUE(SetProjectInfoRecAddPath(nullptr, "day", full, sizeof full, name, 3) && full == here);
     EXPECT_EQ(workstation.project().record_path, here.substr(0, 2)) << "as cut";
+    char kept[] = "kept";
+    EXPECT_TRUE(SetProjectInfoRecAddPath(nullptr, "day", full, sizeof full, kept, 0));
+    EXPECT_FALSE(SetProjectInfoRecAddPath(nullptr, "day", full, sizeof full, nullptr, 9));
+    EXPECT_EQ(workstation.project().record_path, "kept") << "what the buffer held";
 }
 
 TEST_F(Files, are_written_over_beside_or_behind_what_is_there_and_read_with_every_line_ended) {
@@ -65,10 +74,21 @@ TEST_F(Files, are_written_over_beside_or_behind_what_is_there_and_read_with_ever
               "new\r\n\n1\n2\n3\n4\n");
     EXPECT_TRUE(read("notes").empty() && read("block") == block + "\n");
     EXPECT_TRUE(read("block", 4) == "xxx" && read("notes", 0) == "xxx" && read("notes", 1).empty());
-    EXPECT_EQ(read("none") + read(".") + read("pipe"), "refusedrefusedrefused");
+    const int terminal = posix_openpt(O_RDWR | O_NOCTTY);
+    ASSERT_TRUE(terminal >= 0 && grantpt(terminal) == 0 && unlockpt(terminal) == 0);
+    EXPECT_EQ(read("none") + read("pipe") + read(ptsname(terminal)), "refusedrefusedrefused");
+    close(terminal);
+    EXPECT_EQ(read(".") + read("/dev/null") + read("/dev/zero", 99), "") << "what opens and cannot block";
     EXPECT_TRUE(SetCopyFile((made + "/block").c_str(), (made + "/notes").c_str()) && read("notes", 2) == "x");
     EXPECT_FALSE(SetCopyFile((made + "/none").c_str(), (made + "/x").c_str()));
     EXPECT_FALSE(SetCopyFile(here.c_str(), (made + "/again").c_str()) || fs::exists(made + "/again"));
+    EXPECT_FALSE(SetCopyFile(made.c_str(), (here + "/x").c_str())) << "the pipe";
+    fs::remove(made + "/pipe");
+    fs::create_directory(made + "/empty");
+    write_bytes(folder / "x/a.txt", "old");
+    EXPECT_TRUE(SetCopyFile(made.c_str(), (here + "/x").c_str()) && fs::is_directory(here + "/x/empty"));
+    EXPECT_EQ(read("../x/a.txt") + read("../x/notes(1)."), "new\r\n\n4\n");
+    EXPECT_FALSE(SetCopyFile((made + "/empty").c_str(), (made + "/a.txt").c_str())) << "a folder onto a file";
 }
 
 TEST_F(Files, are_found_by_the_extension_of_their_names) {
@@ -90,6 +110,32 @@ TEST_F(Files, are_found_by_the_extension_of_their_names) {
         EXPECT_THROW(mk_api::path::GetFilePathList(here, "wav", paths), fs::filesystem_error);
     }
     fs::permissions(folder / "deep", fs::perms::owner_all);
+}
+
+TEST_F(Files, survive_the_failure_of_every_single_allocation) {
+    const std::string deep = here + "/a folder of some length/and one below it", file = deep + "/a line.wav";
+    fs::create_directories(deep);
+    write_bytes(file, "text");
+    std::vector<std::string> paths;
+    mk_object::mk_Path info;
+    const std::function<bool()> calls[] = {
+        [&] { return mk_api::path::GetFilePathList(here, "wav", paths); },
+        [&] { return SetCopyFile(deep.c_str(), (here + "/a copy").c_str()); },
+        [&] { return SetPathFolder(here.c_str(), "another folder", 3, full, sizeof full); },
+        [&] { return WriteFile(deep.c_str(), "a line.wav", "text", 1); },
+        [&] { return ReadFile(deep.c_str(), "a line.wav", full, sizeof full); },
+        [&] { return mk_api::path::GetPathInfo(file, info) == 0; }};
+    for (const auto& call : calls) {
+        bool is_done = false;
+        const int failures = mk_test::fail_each_allocation([&] {
+            try {
+                is_done = call();
+            } catch (const std::bad_alloc&) {
+                is_done = false;
+            }
+        });
+        EXPECT_TRUE(is_done && failures > 0) << "once all memory was there";
+    }
 }
 
 } // namespace

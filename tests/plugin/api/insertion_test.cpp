@@ -18,9 +18,9 @@ class Insertion : public mk_test::BoundPlugin {
 protected:
     static double position(MediaItem* item) { return GetMediaItemInfo_Value(item, "D_POSITION"); }
 
-    headless::Item& first = add_item(tone(2.0, 0.1, sample_rate), 0.0, "first.wav");
-    headless::Item& second = add_item(tone(0.3, 0.5, sample_rate), 1.0, "second.wav");
-    headless::Project& project = workstation.project();
+    headless::project::Item& first = add_item(tone(2.0, 0.1, sample_rate), 0.0, "first.wav");
+    headless::project::Item& second = add_item(tone(0.3, 0.5, sample_rate), 1.0, "second.wav");
+    headless::project::Project& project = workstation.project();
     MediaTrack* track = handle(first.track());
     const std::string file = folder / "first.wav";
 };
@@ -60,6 +60,18 @@ TEST_F(Insertion, brings_the_loudness_to_the_target_or_leaves_the_volume) {
     EXPECT_NEAR(again, -31.5, 0.001);
     EXPECT_FALSE(SetMediaIdLoudnessMaxMomentary(nullptr, 1, -23.0, nullptr) || second.volume != 1.0)
         << "short";
+    const double before = first.volume;
+    double loudness = 7.0, position_seconds = 8.0;
+    EXPECT_FALSE(SetMediaItemLoudnessMaxMomentary(handle(first), HUGE_VAL, &position_seconds));
+    overrule(
+        "NF_AnalyzeTakeLoudness2", +[](void*, bool, double*, double*, double*, double*, double*,
+                                       double* maximum, double*, double* position) {
+            *maximum = *position = 1.0;
+            return false;
+        });
+    EXPECT_EQ(GetMediaItemLoudnessMaxMomentary(handle(first), &loudness, &position_seconds), 1);
+    EXPECT_FALSE(SetMediaItemLoudnessMaxMomentary(handle(first), -23.0, &position_seconds));
+    EXPECT_TRUE(loudness == 7.0 && position_seconds == 8.0 && first.volume == before) << "left alone";
     overrule("NF_AnalyzeTakeLoudness2", static_cast<void*>(nullptr));
     EXPECT_EQ(GetMediaItemLoudnessMaxMomentary(handle(first), &again, nullptr), 1);
     ASSERT_EQ(messages.size(), 1u);

@@ -26,14 +26,14 @@ protected:
         commands.clear();
         Main_OnCommandEx = [](int command, int, ReaProject*) { commands.emplace_back(command, selection()); };
     }
-    headless::Item& first = add_item(babble(0.5, 1), 0.0, "first.wav");
-    headless::Item& second = add_item(babble(0.5, 2), 1.0, "second.wav");
-    headless::Item& third = add_item(babble(0.5, 3), 2.0, "third.wav");
+    headless::project::Item& first = add_item(babble(0.5, 1), 0.0, "first.wav");
+    headless::project::Item& second = add_item(babble(0.5, 2), 1.0, "second.wav");
+    headless::project::Item& third = add_item(babble(0.5, 3), 2.0, "third.wav");
 };
 
 TEST_F(Actions, run_on_the_one_item_and_restore_the_selection) {
     log_commands();
-    for (headless::Item* item : {&first, &third})
+    for (headless::project::Item* item : {&first, &third})
         SetMediaItemSelected(handle(*item), true);
     const Items before = selection();
     EXPECT_TRUE(ActionMediaItemSelectKeep(handle(second), 40131));
@@ -59,7 +59,7 @@ TEST_F(Actions, render_to_a_new_take_and_a_second_time_from_that_one) {
 }
 
 TEST_F(Actions, switch_off_all_envelopes_unless_a_function_is_missing) {
-    headless::Envelope& envelope = first.active_take()->add_envelope("Pan");
+    headless::project::Envelope& envelope = first.active_take()->add_envelope("Pan");
     envelope.set_points({{.position_seconds = 0.25, .value = 0.5}});
     for (const char* name : {"BR_EnvAlloc", "BR_EnvGetProperties", "BR_EnvSetProperties", "BR_EnvFree"}) {
         messages.clear();

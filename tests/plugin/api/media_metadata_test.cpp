@@ -16,8 +16,8 @@ protected:
         SetMediaItemSelected(handle(second), true);
         SetTrackSelected(handle(second.track()), true);
     }
-    headless::Item& first = add_item(mk_test::babble(0.5, 1), 0.0, "first.take.wav");
-    headless::Item& second = add_item(mk_test::babble(0.5, 2), 1.5, "second.wav");
+    headless::project::Item& first = add_item(mk_test::babble(0.5, 1), 0.0, "first.take.wav");
+    headless::project::Item& second = add_item(mk_test::babble(0.5, 2), 1.5, "second.wav");
 };
 
 TEST_F(Media, appends_the_selection_and_selects_a_list) {
@@ -54,6 +54,14 @@ TEST_F(Media, measures_the_same_item_in_each_form) {
                         GetSelectedTrackMediaEndTimeFrame);
     expect_in_each_form(3.1, handle(second), GetMediaItemLength, GetMediaLength, GetSelectedMediaLength,
                         GetTrackMediaLength, GetSelectedTrackMediaLength);
+}
+
+TEST_F(Media, leaves_it_to_the_host_what_lies_on_no_track) {
+    GetTrackMediaItem = [](MediaTrack* track, int number) {
+        return track || number != 7 ? nullptr : GetMediaItem(nullptr, 1);
+    };
+    EXPECT_EQ(GetMediaTrackItemSelect(nullptr, 99, 7, 0), handle(second));
+    EXPECT_EQ(GetMediaTrackItemSelect(nullptr, 99, 7, 1), handle(second));
 }
 
 TEST_F(Media, reads_names_without_anything_from_a_dot_that_something_follows) {

@@ -11,18 +11,18 @@
 
 namespace {
 
-using mk_api::mediaItem::peak_db;
-
 using Request = std::tuple<double, double, int, int, int>; // peaks per second, start, channels, count, extra
 std::vector<Request> requests;
 int answer = 0;
+std::vector<double> maxima; ///< of as many milliseconds; 0.5 for others
 
-/// Maxima of 0.5, and minima as they are found.
+/// The maxima, and minima as they are found.
 int deliver(MediaItem_Take*, double rate, double start, int channels, int count, int extra, double* buffer) {
     requests.emplace_back(rate, start, channels, count, extra);
     const std::span<double> cells(buffer, 3 * static_cast<std::size_t>(count));
     EXPECT_EQ(std::count(cells.begin(), cells.end(), 0.0), std::ssize(cells)) << "zero-filled";
     std::fill_n(buffer, count, 0.5);
+    std::copy(maxima.begin(), maxima.end(), buffer);
     return answer;
 }
 
@@ -30,6 +30,7 @@ class Peaks : public mk_test::BoundPlugin {
 protected:
     void deliver_for(double length_seconds, double position_seconds, int delivered = 1) {
         requests.clear();
+        maxima.clear();
         answer = delivered;
         item.set_position_seconds(position_seconds);
         item.set_length_seconds(length_seconds);
@@ -37,7 +38,7 @@ protected:
     }
     bool read() { return mk_api::mediaItem::GetMediaItemPeakList(handle(item), peaks); }
 
-    headless::Item& item = add_item(mk_test::babble(0.1, 3));
+    headless::project::Item& item = add_item(mk_test::babble(0.1, 3));
     std::vector<mk_object::mk_Peak> peaks;
 };
 
@@ -59,22 +60,25 @@ double plain_db(double peak) {
 }
 
 TEST_F(Peaks, round_magnitudes_twice_like_the_plain_reckoning) {
-    const std::pair<double, double> worked_out[] = {
-        {0.0, -80.0}, {1.5, 3.5218}, {0.00016, -73.9794}, {1e9, 180.0}};
-    for (const auto& [peak, decibels] : worked_out)
-        EXPECT_EQ(peak_db(peak), decibels) << peak;
+    std::vector<double> magnitudes{0.0, 1.5, 0.00016, 1e9};
     for (int step = 0; step < 20'000; ++step)
-        for (const double offset : {-0.5, 0.0, 0.4999999, 0.5}) {
-            const double peak = (step + offset) / 10000.0;
-            ASSERT_EQ(peak_db(step % 2 ? peak : -peak), plain_db(peak)) << peak;
-        }
+        for (const double offset : {-0.5, 0.0, 0.4999999, 0.5})
+            magnitudes.push_back((step % 2 ? 1 : -1) * (step + offset) / 10000.0);
+    deliver_for(0.001 * static_cast<double>(magnitudes.size()), 0.0);
+    maxima = magnitudes;
+    std::vector<mk_api::mediaItem::PeakLevel> levels;
+    ASSERT_TRUE(mk_api::mediaItem::read_peak_levels(handle(item), levels));
+    ASSERT_EQ(levels.size(), magnitudes.size());
+    const double worked_out[] = {-80.0, 3.5218, -73.9794, 180.0};
+    for (std::size_t i = 0; i < magnitudes.size(); ++i)
+        ASSERT_EQ(levels[i].max_db, i < 4 ? worked_out[i] : plain_db(magnitudes[i])) << magnitudes[i];
 }
 
 TEST_F(Peaks, read_a_real_file_to_its_true_extremes) {
     std::vector<float> samples(80, 0.0f);
     samples[9] = 0.5f;
     samples[71] = -0.25f;
-    headless::Item& real = add_item(samples, 3.0, "steps.wav");
+    headless::project::Item& real = add_item(samples, 3.0, "steps.wav");
     EXPECT_TRUE(MK_FELSPAR::GetMediaIdPeakList(nullptr, 1, peaks));
     ASSERT_EQ(peaks.size(), 10u);
     EXPECT_EQ(peaks[1].MaxPeak->value, plain_db(0.5));

@@ -16,7 +16,7 @@ using Texts = std::vector<std::string>;
 
 class ProjectServices : public mk_test::BoundPlugin {
 protected:
-    headless::Project& project = workstation.project();
+    headless::project::Project& project = workstation.project();
 };
 
 TEST_F(ProjectServices, change_one_field_of_a_region_or_marker_and_keep_the_others) {
@@ -28,7 +28,7 @@ TEST_F(ProjectServices, change_one_field_of_a_region_or_marker_and_keep_the_othe
     EXPECT_TRUE(GetRegionMarkerIndex(nullptr, 2, &number) && number == 7) << "as displayed";
     EXPECT_TRUE(SetRegionMarkerColor(nullptr, 0, 0) && SetRegionMarkerPosition(nullptr, 2, 10.0, 12.0));
     EXPECT_TRUE(SetRegionMarkerPosition(nullptr, 1, 4.5, 5.0) && SetRegionMarkerName(nullptr, 9, "none"));
-    const headless::Marker cue{false, 3.0, 0.0, "cue", 7, 0x1000000},
+    const headless::project::Marker cue{false, 3.0, 0.0, "cue", 7, 0x1000000},
         last{true, 10.0, 12.0, "last", 7, 0x10000FF}, cut{true, 4.5, 5.0, name.substr(0, 1023), 1, 0x1000009};
     EXPECT_EQ(project.markers.all(), (std::vector{cue, cut, last}));
     EXPECT_TRUE(SetRegionMarkerName(nullptr, 1, name.c_str()) && project.markers.all()[1].name == name);

@@ -110,7 +110,7 @@ TEST_F(Tracks, are_selected_or_selected_alone) {
 }
 
 TEST_F(Tracks, read_decibels_at_two_digits_and_write_and_add_them_unrounded) {
-    headless::Track& model = *workstation.project().track(2);
+    headless::project::Track& model = *workstation.project().track(2);
     double volume = 99.0;
     model.volume = 0.5;
     EXPECT_TRUE(GetTrackItemVolume(track(2), &volume));

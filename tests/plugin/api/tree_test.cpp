@@ -21,8 +21,9 @@ protected:
             int number = -1;
             GetTrackItemIndex(track, &number);
             writes += std::to_string(number) + ":" + std::to_string(std::lround(value)) + " ";
-            return headless::Workstation::current()->function_as<bool(MediaTrack*, const char*, double)>(
-                "SetMediaTrackInfo_Value")(track, key, value);
+            return headless::workstation::Workstation::current()
+                ->function_as<bool(MediaTrack*, const char*, double)>("SetMediaTrackInfo_Value")(track, key,
+                                                                                                 value);
         };
     }
     /// A new tree of a digit for each track's depth.
@@ -56,7 +57,7 @@ protected:
         EXPECT_TRUE(child == GetTrack(nullptr, number) && GetParentTrack(child) == GetTrack(nullptr, parent));
         return std::to_string(number) + " " + writes + depths();
     }
-    headless::Project& project = workstation.project();
+    headless::project::Project& project = workstation.project();
 };
 
 TEST_F(Tree, moves_a_track_with_its_subtree_to_a_depth) {
@@ -71,6 +72,40 @@ TEST_F(Tree, takes_in_a_new_child_behind_the_last_one_or_the_childless_parent) {
                      with_child("0120", 2)}),
               (Texts{"3 2:0 3:-1 01110", "2 1:0 2:1 01120", "2 1:1 001", "1 0:1 1:-1 1:-1 010",
                      "3 2:1 3:-3 3:-3 01230"}));
+}
+
+std::string calls; ///< one letter each: Count, Get, Depth, Insert
+
+TEST_F(Tree, is_read_in_the_order_told) {
+    build("0110");
+    CountTracks = [](ReaProject*) { return calls += "C", 4; };
+    GetTrack = [](ReaProject*, int number) {
+        calls += "G" + std::to_string(number);
+        return reinterpret_cast<MediaTrack*>(headless::workstation::Workstation::handle(
+            *headless::workstation::Workstation::current()->project().tracks().at(
+                static_cast<std::size_t>(number))));
+    };
+    GetTrackDepth = [](MediaTrack*) { return calls += "D", 1; };
+    InsertTrackAtIndex = [](int, bool) { calls += "I"; };
+    const auto calls_before_insertion = [](int parent) {
+        MediaTrack* track = GetTrack(nullptr, parent);
+        calls.clear();
+        InsertChildTrack(track, nullptr);
+        return calls.substr(0, calls.find('I'));
+    };
+    EXPECT_EQ(calls_before_insertion(0), "CG0G1G2G3CCG0G1G2D") << "number and depth of the last child";
+    EXPECT_EQ(calls_before_insertion(1), "CG0G1G2G3CCG0G1G2DD") << "the track behind, then the parent";
+}
+
+TEST_F(Tree, moves_a_track_that_the_host_lists_twice_where_it_stands_last) {
+    build("000");
+    GetTrack = [](ReaProject*, int number) {
+        return reinterpret_cast<MediaTrack*>(headless::workstation::Workstation::handle(
+            *headless::workstation::Workstation::current()->project().tracks().at(
+                number == 2 ? 1 : std::size_t(number))));
+    };
+    EXPECT_TRUE(SetTrackItemDepth(GetTrack(nullptr, 1), 1));
+    EXPECT_EQ(writes, "1:1 ");
 }
 
 TEST_F(Tree, finds_and_lists_tracks_or_inserts_the_missing_one) {

@@ -29,5 +29,15 @@ for name in pairs(MK_FELSPAR) do
         call(name, table.unpack(row))
     end
 end
+
+-- A hook that changes the arguments of what the module calls inside.
+local functions = {}
+for _, f in pairs(MK_FELSPAR) do functions[f] = true end
+debug.sethook(function()
+    local caller = debug.getinfo(3, "f")
+    if caller and functions[caller.func] then debug.setlocal(2, 1, nil) end
+end, "c")
+for name in pairs(MK_FELSPAR) do call(name, "[1]", ",") end
+debug.sethook()
 print(calls .. " calls")
 return calls

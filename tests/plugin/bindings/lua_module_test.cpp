@@ -82,6 +82,7 @@ TEST_F(LuaModule, answers_with_lists_counts_and_codes) {
 
 TEST_F(LuaModule, reads_what_is_missing_or_mistyped_as_zero) {
     EXPECT_EQ(results("reaper.MK_GetFilePathList()"), "false {}");
+    EXPECT_EQ(results("reaper.MK_GetPathInfo()") + results("reaper.MK_GetPathInfo('')"), "1 {}1 {}");
     EXPECT_EQ(results("reaper.MK_GetTrackItemChildList(nil)"), "true {} 0");
     EXPECT_EQ(results("reaper.MK_SetMediaItemListRIDESCRIBER({x = 1}, 'hard')"), "0");
     EXPECT_EQ(results("reaper.MK_LINGOMAT_InsertMediaItems({}, nil, '1', true)"), "0 {}");

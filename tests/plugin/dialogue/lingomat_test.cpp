@@ -3,6 +3,7 @@
 #include "dialogue/lingomat.hpp"
 #include "tests/headless/support/sound_files.hpp"
 #include "tests/plugin/support/bound_plugin.hpp"
+#include "tests/plugin/support/failing_memory.hpp"
 
 #include <algorithm>
 
@@ -41,7 +42,7 @@ protected:
         }
         return lines;
     }
-    headless::Project& project = workstation.project();
+    headless::project::Project& project = workstation.project();
 };
 
 TEST_F(Import, groups_by_the_first_fragment_in_a_name_and_pairs_by_the_exact_name) {
@@ -82,7 +83,7 @@ TEST_F(Import, takes_over_a_nested_master_track_and_the_child_that_it_has) {
         project.insert_track(99).name = name;
         project.tracks().back()->set_folder_depth_change(change);
     }
-    const headless::Track* base = project.track(3);
+    const headless::project::Track* base = project.track(3);
     write("fr/a.wav");
     write("en/a.wav");
     import(0.0, 0, false, false);
@@ -109,10 +110,48 @@ TEST_F(Import, levels_and_rides_what_it_can_and_tells_once_of_a_missing_extensio
     EXPECT_TRUE(messages.size() == 2 && subjects.size() == 9) << "one message for each";
 }
 
+TEST_F(Import, adds_first_the_length_then_the_interval) {
+    write("fr/a.wav", 0.2);
+    write("en/a.wav", 0.2);
+    Texts unmatched;
+    mk_api::LINGOMAT::LINGOMAT_InsertMediaItems(folder / "fr", folder / "en", 0.1, 0.3, 0, false, false, 0,
+                                                {}, unmatched);
+    EXPECT_EQ(project.item(1)->position_seconds(), (0.1 + 0.2) + 0.3);
+}
+
+TEST_F(Import, tells_once_of_any_one_function_that_the_ride_misses) {
+    for (const char* name : {"fr/a.wav", "fr/b.wav", "en/a.wav", "en/b.wav"})
+        write(name, 0.5);
+    for (const char* function :
+         {"BR_EnvAlloc", "BR_EnvSortPoints", "BR_EnvCountPoints", "BR_EnvDeletePoint", "BR_EnvFree",
+          "BR_EnvGetPoint", "BR_EnvSetPoint", "BR_EnvGetProperties", "BR_EnvSetProperties"}) {
+        void* const found = get_func(function);
+        overrule(function, static_cast<void*>(nullptr));
+        messages.clear();
+        import(0.0, 1, true, true);
+        EXPECT_EQ(messages.size(), 1u) << function;
+        overrule(function, found);
+    }
+}
+
+TEST_F(Import, survives_the_failure_of_every_single_allocation) {
+    for (const char* name : {"fr/a line with a partner.wav", "en/a line with a partner.wav", "fr/other.wav"})
+        write(name, 0.5);
+    Texts unmatched;
+    const int failures = mk_test::fail_each_allocation([&] {
+        try {
+            unmatched = import(0.0, 0, true, true, {"a line with a partner"});
+        } catch (const std::bad_alloc&) {
+        }
+    });
+    EXPECT_GT(failures, 100);
+    EXPECT_EQ(unmatched, (Texts{"kept", "other.wav"})) << "once all memory was there";
+}
+
 TEST_F(Import, by_a_host_without_any_function_still_names_what_has_no_partner) {
     for (const char* name : {"fr/a.wav", "fr/b.wav", "en/a.wav"})
         write(name);
-    std::ifstream names(TEST_DATA "/host/host_functions.txt");
+    std::ifstream names(TEST_DATA "/entry/host_functions.txt");
     for (std::string name; names >> name;)
         overrule(name, static_cast<void*>(nullptr));
     enter();

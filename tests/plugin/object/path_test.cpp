@@ -10,6 +10,7 @@
 
 namespace {
 
+using mk_object::json;
 using mk_object::mk_Path;
 
 class PathRecord : public ::testing::Test {

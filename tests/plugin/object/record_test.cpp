@@ -4,6 +4,7 @@
 #include "object/records.hpp"
 
 #include <gtest/gtest.h>
+#include <lua.hpp>
 #include <nlohmann/json.hpp>
 
 #include <stdexcept>
@@ -92,6 +93,8 @@ TEST(Record, shares_its_cells_with_its_copies_but_not_its_key) {
     copy.set_value("Volume", 1.0);
     EXPECT_EQ(source.get_value("Volume"), mk_Value(1.0));
     EXPECT_NE(copy.pool_key, source.pool_key);
+    const TrackDetail taker = std::move(copy);
+    EXPECT_EQ(copy.get_value("Volume"), mk_Value(1.0)) << "kept"; // NOLINT(bugprone-use-after-move)
     TrackDetail assigned;
     assigned = source;
     EXPECT_EQ(assigned.pool_key, reinterpret_cast<unsigned long long>(&assigned));
@@ -123,6 +126,51 @@ TEST(Pool, owns_the_records_of_an_array_until_its_release) {
     EXPECT_TRUE(TrackDetail::pool.empty());
     EXPECT_FALSE(mk_List::release_mkList(handle));
     EXPECT_EQ(mk_List::create_mkobj_inarray<mk_Midi>(handle), nullptr) << "the array is gone";
+}
+
+/// A record of a class from outside, which writes down its releases.
+struct Foreign : mk_List {
+    explicit Foreign(std::vector<const mk_List*>& log) : releases(log) {}
+    void pushvalue(lua_State*) const override {}
+    void set_value_from_luatable(lua_State*, int) override {}
+    void release_inpool() override { releases.push_back(this); }
+    std::vector<const mk_List*>& releases;
+};
+
+TEST(Pool, releases_every_entry_of_an_array_by_its_own_operation_and_in_order) {
+    std::vector<const mk_List*> releases;
+    Foreign first(releases), last(releases);
+    auto group = std::make_shared<LINGOMAT_Tracks>();
+    LINGOMAT_Tracks::pool.emplace(group->pool_key, group);
+    const auto handle = mk_List::create_mklist_array();
+    std::vector<mk_List*>& array = *mk_List::mkList_pool.at(handle);
+    array.push_back(&first);
+    mk_List* gone = mk_List::create_mkobj_inarray<mk_Midi>(handle);
+    mk_List::create_mkobj_inarray<mk_Midi>(handle);
+    array.push_back(group.get());
+    array.push_back(&last);
+    std::swap(array[1], array[2]);
+    gone->release_inpool(); // by itself
+    EXPECT_EQ(array[2], nullptr);
+    EXPECT_EQ(mk_Midi::pool.size(), 1u);
+
+    EXPECT_TRUE(mk_List::release_mkList(handle));
+    EXPECT_EQ(releases, (std::vector<const mk_List*>{&first, &last}));
+    EXPECT_TRUE(mk_Midi::pool.empty());
+    EXPECT_TRUE(LINGOMAT_Tracks::pool.empty());
+}
+
+TEST(Pool, never_takes_a_new_record_for_one_that_was_released_at_its_address) {
+    const auto old_array = mk_List::create_mklist_array();
+    const auto new_array = mk_List::create_mklist_array();
+    for (int i = 0; i < 100; ++i) { // the allocator gives the same block again
+        mk_List::create_mkobj_inarray<mk_Midi>(old_array)->release_inpool();
+        mk_List::create_mkobj_inarray<mk_Midi>(new_array);
+    }
+    mk_List::release_mkList(old_array);
+    EXPECT_EQ(mk_Midi::pool.size(), 100u);
+    mk_List::release_mkList(new_array);
+    EXPECT_TRUE(mk_Midi::pool.empty());
 }
 
 TEST(Pool, holds_a_record_once_however_often_it_is_put_in) {

@@ -1,7 +1,7 @@
 // The whole ride on the headless host: the calls it makes, the envelope it leaves, the selection, the render,
 // and what happens when something is missing.
 
-#include "host/sws_functions.hpp"
+#include "host_api/sws_functions.hpp"
 #include "ride/ride.hpp"
 #include "tests/plugin/ride/plain_ride.hpp"
 #include "tests/plugin/support/bound_plugin.hpp"
@@ -34,8 +34,8 @@ struct Logged<R(BR_Envelope*, A...)> {
         };
         (append(arguments), ...);
         calls.push_back(line.str());
-        return headless::Workstation::current()->function_as<R(BR_Envelope*, A...)>(name)(envelope,
-                                                                                          arguments...);
+        return headless::workstation::Workstation::current()->function_as<R(BR_Envelope*, A...)>(name)(
+            envelope, arguments...);
     }
 };
 
@@ -102,17 +102,17 @@ class RideOnRecordings : public Ride, public ::testing::WithParamInterface<Recor
 
 TEST_P(RideOnRecordings, makes_the_calls_and_leaves_the_points_of_the_plain_reckoning) {
     const auto [name, seconds, ratio_type] = GetParam();
-    headless::Item& item = add_item(babble(seconds, 1), 2.5);
-    headless::Take& take = *item.active_take(); // beneath the render, later
-    const auto add_envelope = [&take](const char* envelope_name) -> headless::Envelope& {
-        headless::Envelope& envelope = take.add_envelope(envelope_name);
+    headless::project::Item& item = add_item(babble(seconds, 1), 2.5);
+    headless::project::Take& take = *item.active_take(); // beneath the render, later
+    const auto add_envelope = [&take](const char* envelope_name) -> headless::project::Envelope& {
+        headless::project::Envelope& envelope = take.add_envelope(envelope_name);
         envelope.set_points(
             {{.position_seconds = 0.125, .value = 0.5}, {.position_seconds = 1.0, .value = 2.0}});
         envelope.properties.armed = true;
         return envelope;
     };
-    headless::Envelope& volume = add_envelope("Volume");
-    headless::Envelope& twin = add_envelope("Pan");
+    headless::project::Envelope& volume = add_envelope("Volume");
+    headless::project::Envelope& twin = add_envelope("Pan");
     mk_test::Peaks peaks;
     mk_api::mediaItem::read_peak_levels(handle(item), peaks);
 
@@ -143,7 +143,7 @@ INSTANTIATE_TEST_SUITE_P(Recordings, RideOnRecordings,
                          [](const auto& test) { return test.param.name; });
 
 TEST_F(Ride, without_any_one_of_its_functions_shows_one_message_and_changes_nothing) {
-    headless::Item& item = add_item(babble(0.5, 1));
+    headless::project::Item& item = add_item(babble(0.5, 1));
     SetMediaItemSelected(handle(item), true);
     for (const char* missing :
          {"BR_EnvAlloc", "BR_EnvSortPoints", "BR_EnvCountPoints", "BR_EnvDeletePoint", "BR_EnvFree",
@@ -162,9 +162,9 @@ TEST_F(Ride, without_any_one_of_its_functions_shows_one_message_and_changes_noth
 }
 
 TEST_F(Ride, keeps_the_selection_whether_or_not_the_item_is_in_it) {
-    headless::Item& first = add_item(babble(0.5, 1), 0.0, "1.wav");
-    headless::Item& second = add_item(babble(0.5, 2), 0.0, "2.wav");
-    headless::Item& third = add_item(babble(0.5, 3), 0.0, "3.wav");
+    headless::project::Item& first = add_item(babble(0.5, 1), 0.0, "1.wav");
+    headless::project::Item& second = add_item(babble(0.5, 2), 0.0, "2.wav");
+    headless::project::Item& third = add_item(babble(0.5, 3), 0.0, "3.wav");
     SetMediaItemSelected(handle(first), true);
     SetMediaItemSelected(handle(third), true);
     EXPECT_TRUE(SetMediaIdRIDESCRIBER(nullptr, 1, 0));
@@ -175,7 +175,7 @@ TEST_F(Ride, keeps_the_selection_whether_or_not_the_item_is_in_it) {
 }
 
 TEST_F(Ride, fails_on_what_cannot_be_ridden_and_keeps_the_selection) {
-    headless::Item& item = add_item(babble(0.5, 1));
+    headless::project::Item& item = add_item(babble(0.5, 1));
     SetMediaItemSelected(handle(item), true);
     EXPECT_FALSE(SetMediaItemRIDESCRIBER(nullptr, 0));
     EXPECT_FALSE(SetMediaIdRIDESCRIBER(nullptr, 7, 0));
@@ -189,8 +189,8 @@ TEST_F(Ride, fails_on_what_cannot_be_ridden_and_keeps_the_selection) {
 }
 
 TEST_F(Ride, on_a_list_goes_on_after_an_item_that_fails) {
-    headless::Item& first = add_item(babble(0.5, 1), 0.0, "1.wav");
-    headless::Item& second = add_item(babble(0.5, 2), 0.0, "2.wav");
+    headless::project::Item& first = add_item(babble(0.5, 1), 0.0, "1.wav");
+    headless::project::Item& second = add_item(babble(0.5, 2), 0.0, "2.wav");
     EXPECT_EQ(SetMediaItemListRIDESCRIBER({handle(first), nullptr, handle(second)}, 0), 0);
     EXPECT_EQ(first.takes().size() + second.takes().size(), 4u);
     overrule("BR_EnvAlloc", static_cast<void*>(nullptr));

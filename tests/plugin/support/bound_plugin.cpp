@@ -1,6 +1,6 @@
 #include "tests/plugin/support/bound_plugin.hpp"
 
-#include "host/entry.hpp"
+#include "entry/entry.hpp"
 #include "tests/headless/support/sound_files.hpp"
 
 #include <cmath>
@@ -49,10 +49,10 @@ BoundPlugin::~BoundPlugin() { ReaperPluginEntry(nullptr, nullptr); }
 
 void BoundPlugin::enter() { EXPECT_EQ(ReaperPluginEntry(nullptr, &record), 1); }
 
-headless::Item& BoundPlugin::add_item(const std::vector<float>& samples, double position_seconds,
-                                      const std::string& name) {
-    headless::Project& project = workstation.project();
-    headless::Track& track = project.insert_track(project.tracks().size());
+headless::project::Item& BoundPlugin::add_item(const std::vector<float>& samples, double position_seconds,
+                                               const std::string& name) {
+    headless::project::Project& project = workstation.project();
+    headless::project::Track& track = project.insert_track(project.tracks().size());
     const auto file = headless::test::write_sound(folder / name, samples, sample_rate);
     return *workstation.insert_audio(track, file, position_seconds).value();
 }

@@ -1,8 +1,9 @@
 #pragma once
 // The plug-in's logic, entered in this process on a living headless host, and recordings to feed it.
 
-#include "headless/host/workstation.hpp"
-#include "host/host_functions.hpp"
+#include "headless/functions/all_functions.hpp"
+#include "headless/workstation/workstation.hpp"
+#include "host_api/host_functions.hpp"
 #include "tests/headless/support/scratch_folder.hpp"
 
 #include <gtest/gtest.h>
@@ -38,14 +39,14 @@ protected:
     static void* get_func(const char* name);
 
     /// An item over a new wav file of these samples on a new track.
-    headless::Item& add_item(const std::vector<float>& samples, double position_seconds = 0.0,
-                             const std::string& name = "line.wav");
+    headless::project::Item& add_item(const std::vector<float>& samples, double position_seconds = 0.0,
+                                      const std::string& name = "line.wav");
 
-    static MediaItem* handle(headless::Item& item) {
-        return reinterpret_cast<MediaItem*>(headless::Workstation::handle(item));
+    static MediaItem* handle(headless::project::Item& item) {
+        return reinterpret_cast<MediaItem*>(headless::workstation::Workstation::handle(item));
     }
-    static MediaTrack* handle(headless::Track& track) {
-        return reinterpret_cast<MediaTrack*>(headless::Workstation::handle(track));
+    static MediaTrack* handle(headless::project::Track& track) {
+        return reinterpret_cast<MediaTrack*>(headless::workstation::Workstation::handle(track));
     }
 
     static constexpr int yes = 6, no = 7; ///< the host's button codes
@@ -54,11 +55,11 @@ protected:
     static inline int message_box_answer = no;
 
     headless::test::ScratchFolder folder; ///< also the project's record path and the host's resource folder
-    headless::Workstation workstation;
+    headless::workstation::Workstation workstation{headless::functions::all_functions()};
 
 private:
     static inline std::map<std::string, void*> overruled;
-    static inline headless::Workstation* host = nullptr;
+    static inline headless::workstation::Workstation* host = nullptr;
     static inline std::string resource_folder;
     reaper_plugin_info_t record{0x20E, nullptr, nullptr, &get_func};
 };

@@ -12,6 +12,18 @@ void fail_allocation(int n, Memory memory);
 /// @returns whether the failure has happened
 bool stop_failing();
 
+/// Calls with the n-th allocation failing, for n = 1, 2, 3 ... until none is left to fail.
+/// @returns how many failed
+template <class Call>
+int fail_each_allocation(Call call) {
+    int failures = -1;
+    do {
+        fail_allocation(++failures + 1, Memory::of_all);
+        call();
+    } while (stop_failing());
+    return failures;
+}
+
 /// Counts an allocation. @returns whether it is the one to fail
 bool next_allocation_fails();
 

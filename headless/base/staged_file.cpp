@@ -1,0 +1,188 @@
+#include "headless/base/staged_file.hpp"
+
+#include "common/folder_entries.hpp"
+#include "headless/base/file_reading.hpp"
+#include "headless/base/folder.hpp"
+
+#include <algorithm>
+#include <atomic>
+#include <cerrno>
+#include <cstdio>
+#include <fcntl.h>
+#include <mutex>
+#include <set>
+#include <sys/file.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace headless {
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr std::string_view staged_prefix = ".felspar-";
+constexpr std::string_view staged_suffix = ".tmp";
+constexpr std::size_t block_bytes = std::size_t{1} << 16;
+
+bool is_staged_name(std::string_view name) {
+    if (!name.starts_with(staged_prefix) || !name.ends_with(staged_suffix))
+        return false;
+    name.remove_prefix(staged_prefix.size());
+    name.remove_suffix(std::min(name.size(), staged_suffix.size()));
+    return name.find_first_not_of("0123456789-") == std::string_view::npos;
+}
+
+/// False when another process holds the lock. File systems without locks count as unlocked.
+bool lock(int descriptor) { return flock(descriptor, LOCK_EX | LOCK_NB) == 0 || errno != EWOULDBLOCK; }
+
+bool is_nameless(int descriptor) {
+    struct stat status {};
+    return fstat(descriptor, &status) == 0 && status.st_nlink == 0;
+}
+
+/// Removes the file unless its writer lives. Only who holds the lock removes, so the name is still this
+/// file's.
+void remove_abandoned(const fs::path& staged) {
+    const Descriptor file(open(staged.c_str(), O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC));
+    if (file >= 0 && flock(file, LOCK_EX | LOCK_NB) == 0 && !is_nameless(file))
+        unlink(staged.c_str());
+}
+
+/// Once a folder and process: a folder of many thousand renders takes a while to read.
+bool is_first_visit(const fs::path& folder) {
+    static std::mutex mutex;
+    static std::set<std::string> visited;
+    const std::lock_guard guard(mutex);
+    return visited.insert(folder.native()).second;
+}
+
+void remove_abandoned_in(const fs::path& folder) {
+    std::error_code unreadable; // another time
+    for (const folder_entries::Entry& entry : folder_entries::read(folder, unreadable))
+        if (is_staged_name(entry.name))
+            remove_abandoned(folder / entry.name);
+}
+
+bool move_into_place(const fs::path& staged, const fs::path& target, ExistingFile existing) {
+    if (existing == ExistingFile::replace)
+        return rename(staged.c_str(), target.c_str()) == 0;
+    if (renameat2(AT_FDCWD, staged.c_str(), AT_FDCWD, target.c_str(), RENAME_NOREPLACE) == 0)
+        return true;
+    // Some file systems know no such rename; a second name is as safe there.
+    const bool unknown = errno == EINVAL || errno == ENOSYS;
+    return unknown && link(staged.c_str(), target.c_str()) == 0 && unlink(staged.c_str()) == 0;
+}
+
+} // namespace
+
+Result<fs::path> behind_links(const fs::path& file) {
+    std::error_code error;
+    if (!fs::is_symlink(file, error))
+        return file;
+    fs::path found = fs::canonical(file, error);
+    if (!error)
+        return found;
+    const char* reason = error == std::errc::no_such_file_or_directory ? "is a link that leads nowhere"
+                         : error == std::errc::too_many_symbolic_link_levels
+                             ? "is a link that leads in a circle"
+                             : nullptr;
+    return tl::unexpected(reason ? Failure{file.string() + ": " + reason}
+                                 : system_failure(file, error.value()));
+}
+
+Result<StagedFile> StagedFile::create(const fs::path& target) {
+    static std::atomic<unsigned> serial{0};
+    auto place = behind_links(target);
+    if (!place)
+        return tl::unexpected(place.error());
+    const fs::path folder = folder_of(*place);
+    if (is_first_visit(folder))
+        remove_abandoned_in(folder);
+    const std::string prefix = std::string(staged_prefix) + std::to_string(getpid()) + '-';
+    for (;;) {
+        fs::path staged = place->parent_path() / (prefix + std::to_string(serial++)).append(staged_suffix);
+        const int descriptor = open(staged.c_str(), O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
+        if (descriptor < 0 && errno != EEXIST)
+            return tl::unexpected(system_failure(target, errno));
+        if (descriptor < 0)
+            continue;
+        if (lock(descriptor) && !is_nameless(descriptor))
+            return StagedFile(std::move(*place), std::move(staged), descriptor);
+        close(descriptor); // another process has just taken it for abandoned, and removes it
+    }
+}
+
+StagedFile::~StagedFile() {
+    if (!staged_.empty())
+        unlink(staged_.c_str());
+    if (descriptor_ >= 0)
+        close(descriptor_);
+}
+
+Result<void> StagedFile::write(std::string_view text) {
+    while (!text.empty()) {
+        const ssize_t written = ::write(descriptor_, text.data(), text.size());
+        if (written < 0 && errno != EINTR)
+            return tl::unexpected(system_failure(target_, errno));
+        text.remove_prefix(static_cast<std::size_t>(std::max<ssize_t>(written, 0)));
+    }
+    return {};
+}
+
+Result<void> StagedFile::publish_as(const fs::path& target, ExistingFile existing) {
+    const auto place = behind_links(target);
+    if (!place)
+        return tl::unexpected(place.error());
+    // Its lock outlasts the closing: until it has its name it must not look abandoned.
+    const Descriptor locked(fcntl(descriptor_, F_DUPFD_CLOEXEC, 0));
+    if (locked < 0 || fsync(descriptor_) != 0 || close(std::exchange(descriptor_, -1)) != 0 ||
+        !move_into_place(staged_, *place, existing))
+        return tl::unexpected(system_failure(target, errno));
+    staged_.clear();
+    return {};
+}
+
+Result<bool> StagedFile::has_bytes_of(const fs::path& file) const {
+    const Descriptor other(open(file.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC));
+    if (other < 0)
+        return tl::unexpected(system_failure(file, errno));
+    for (off_t position = 0;; position += static_cast<off_t>(block_bytes)) {
+        const auto own_bytes = read_at(descriptor_, staged_, position, block_bytes);
+        const auto other_bytes = read_at(other, file, position, block_bytes);
+        if (!own_bytes || !other_bytes)
+            return tl::unexpected((own_bytes ? other_bytes : own_bytes).error());
+        if (*own_bytes != *other_bytes)
+            return false;
+        if (own_bytes->size() < block_bytes)
+            return true;
+    }
+}
+
+Result<void> copy_whole(const fs::path& file, const fs::path& copy) {
+    const Descriptor source(open(file.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC));
+    if (source < 0)
+        return tl::unexpected(system_failure(file, errno));
+    auto staged = StagedFile::create(copy);
+    if (!staged)
+        return tl::unexpected(staged.error());
+    for (off_t position = 0;;) {
+        const auto bytes = read_at(source, file, position, block_bytes);
+        if (!bytes)
+            return tl::unexpected(bytes.error());
+        if (bytes->empty())
+            break;
+        if (auto written = staged->write(*bytes); !written)
+            return written;
+        position += static_cast<off_t>(bytes->size());
+    }
+    return staged->publish(ExistingFile::keep);
+}
+
+Result<void> write_file(const fs::path& file, std::string_view text) {
+    auto staged = StagedFile::create(file);
+    if (!staged)
+        return tl::unexpected(staged.error());
+    return staged->write(text).and_then([&] { return staged->publish(ExistingFile::replace); });
+}
+
+} // namespace headless

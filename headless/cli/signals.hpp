@@ -1,0 +1,16 @@
+#pragma once
+// Signal handling of commands that write files.
+
+#include <string>
+
+namespace headless::cli {
+
+/// From now on SIGINT, SIGTERM and SIGHUP are recorded (headless/base/interruption.hpp), and if the reader of
+/// the standard output exits, only the output ends, not the program.
+void watch_signals();
+
+/// Reports which signal came, and what became of the work.
+/// @returns the exit status for it, as in shells: 128 plus the signal's number
+int tell_interruption(const std::string& outcome);
+
+} // namespace headless::cli

@@ -1,0 +1,23 @@
+#pragma once
+// The functions of the headless host, by family.
+
+#include "headless/workstation/host_function.hpp"
+
+#include <span>
+
+namespace headless::functions {
+
+std::span<const workstation::HostFunction> track_functions();
+std::span<const workstation::HostFunction> item_functions();
+std::span<const workstation::HostFunction> take_functions();
+std::span<const workstation::HostFunction> source_functions();
+std::span<const workstation::HostFunction> audio_functions();
+std::span<const workstation::HostFunction> envelope_functions();
+std::span<const workstation::HostFunction> marker_functions();
+std::span<const workstation::HostFunction> project_functions();
+std::span<const workstation::HostFunction> dialog_functions();
+std::span<const workstation::HostFunction> insertion_functions();
+std::span<const workstation::HostFunction> file_functions();
+std::span<const workstation::HostFunction> session_functions();
+
+} // namespace headless::functions

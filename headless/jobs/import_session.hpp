@@ -1,0 +1,68 @@
+#pragma once
+// One import: a workstation with the plug-in loaded, and a project that is new or continued.
+
+#include "headless/base/failure.hpp"
+#include "headless/jobs/earlier_project.hpp"
+#include "headless/jobs/import_plan.hpp"
+#include "headless/jobs/output_guard.hpp"
+#include "headless/report/import_report.hpp"
+#include "headless/workstation/plugin_library.hpp"
+#include "headless/workstation/workstation.hpp"
+
+#include <filesystem>
+#include <functional>
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace headless::jobs {
+
+class ImportSession {
+public:
+    /// @param guard  decides which files may be written; must outlive the session
+    /// @returns a failure if the plug-in cannot be loaded or offers no import
+    static Result<ImportSession> open(const std::filesystem::path& plugin, OutputGuard& guard);
+
+    /// Begins a project that will be saved as `file`. Its renders go to "<stem>-takes" beside it.
+    void begin_project(const std::filesystem::path& file);
+
+    /// Continues the project in `file`. The guard protects the files that its items play.
+    Result<void> continue_project(const std::filesystem::path& file);
+
+    /// The folder for renders.
+    std::filesystem::path render_folder() const { return workstation_->render_folder(); }
+
+    /// Runs the plug-in's import. What fails is listed in the report's failures; what was done before the
+    /// failure stays.
+    /// @param begin_pair  called with the base file of every pair
+    report::ImportReport run(const ImportOptions& options, const ImportPlan& plan,
+                             std::function<void(const std::filesystem::path&)> begin_pair);
+
+    /// Removes the files that `run` rendered, after an abandoned import.
+    void remove_renders() const;
+
+    /// @returns as save_project_over
+    Result<std::vector<Failure>> save(const std::filesystem::path& file, const EarlierProject& earlier);
+
+private:
+    /// The plug-in's operation with its compiled C++ signature: lists and strings are those of the C++
+    /// library.
+    using ImportFunction = int(std::string, std::string, double, double, int, bool, bool, int,
+                               const std::vector<std::string>&, std::vector<std::string>&);
+
+    ImportSession(std::unique_ptr<workstation::Workstation> workstation, workstation::PluginLibrary plugin,
+                  ImportFunction* import, OutputGuard& guard);
+
+    std::string call_import(const ImportOptions& options, const ImportPlan& plan,
+                            std::vector<std::string>& unmatched) const;
+    std::vector<report::ImportedGroup> groups_of(const std::vector<std::string>& names,
+                                                 const std::vector<report::ImportedPair>& pairs) const;
+
+    std::unique_ptr<workstation::Workstation> workstation_;
+    workstation::PluginLibrary plugin_; // after the workstation: destroyed before it
+    ImportFunction* import_;
+    OutputGuard* guard_;
+    std::vector<std::filesystem::path> renders_;
+};
+
+} // namespace headless::jobs

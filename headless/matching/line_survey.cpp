@@ -1,0 +1,148 @@
+#include "headless/matching/line_survey.hpp"
+
+#include "common/folder_entries.hpp"
+#include "headless/matching/near_name.hpp"
+
+#include <algorithm>
+#include <map>
+#include <system_error>
+#include <unordered_map>
+#include <utility>
+
+namespace headless::matching {
+namespace {
+
+namespace fs = std::filesystem;
+
+using Paths = std::vector<fs::path>;
+using PathsByName = std::unordered_map<std::string, Paths>;
+
+/// Maximum number of base lines compared per loose name; more would be slow for a large folder in which all
+/// lines have the same name.
+constexpr std::size_t most_candidates = 8;
+
+bool is_wav(const fs::path& file) {
+    std::string extension = file.extension().string();
+    std::ranges::transform(extension, extension.begin(),
+                           [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c + 32) : c; });
+    return extension == ".wav";
+}
+
+/// False for a file that no longer exists, and for a link without a target.
+bool is_there(const fs::path& file, std::error_code& error) {
+    const bool found = fs::exists(file, error);
+    if (error == std::errc::too_many_symbolic_link_levels)
+        error.clear();
+    return found;
+}
+
+Failure failure(const fs::path& path, const std::error_code& error) {
+    return {path.string() + ": " + error.message()};
+}
+
+/// Appends the lines in a folder and below it; links to folders are not followed.
+Result<void> append_lines(const fs::path& folder, Paths& lines) {
+    std::error_code error;
+    const std::vector<folder_entries::Entry> entries = folder_entries::read(folder, error);
+    if (error)
+        return tl::unexpected(failure(folder, error));
+    for (const auto& entry : entries) {
+        const fs::path path = folder / entry.name;
+        if (is_wav(path) && is_there(path, error))
+            lines.push_back(path);
+        if (error)
+            return tl::unexpected(failure(path, error));
+        if (!entry.is_folder)
+            continue;
+        if (auto appended = append_lines(path, lines); !appended)
+            return appended;
+    }
+    return {};
+}
+
+PathsByName by_name(const Paths& files) {
+    PathsByName names;
+    names.reserve(files.size());
+    for (const fs::path& file : files)
+        names[file.filename().string()].push_back(file);
+    return names;
+}
+
+std::vector<SameName> standing_twice(const PathsByName& names) {
+    std::vector<SameName> result;
+    for (const auto& [name, files] : names)
+        if (files.size() > 1)
+            result.push_back({name, files});
+    std::ranges::sort(result, {}, &SameName::name);
+    return result;
+}
+
+Paths without_names(const Paths& files, const PathsByName& names) {
+    Paths result;
+    std::ranges::copy_if(files, std::back_inserter(result),
+                         [&](const fs::path& file) { return !names.contains(file.filename().string()); });
+    return result;
+}
+
+PathsByName by_loose_key(const Paths& files) {
+    PathsByName keys;
+    for (const fs::path& file : files) {
+        Paths& candidates = keys[loose_key(file.filename().string())];
+        if (candidates.size() < most_candidates)
+            candidates.push_back(file);
+    }
+    return keys;
+}
+
+/// The plausible candidate with the fewest differences; without a base if none is plausible.
+NearLine nearest(const fs::path& subject, const Paths& candidates) {
+    NearLine result{subject, {}, {}};
+    for (const fs::path& base : candidates) {
+        auto differences = differences_between(subject.filename().string(), base.filename().string());
+        const bool is_nearer = result.base.empty() || differences.size() < result.differences.size();
+        if (!differences.empty() && is_nearer) {
+            result.base = base;
+            result.differences = std::move(differences);
+        }
+    }
+    return result;
+}
+
+std::vector<NearLine> near_lines(const Paths& subjects, const Paths& bases) {
+    const PathsByName candidates = by_loose_key(bases);
+    std::vector<NearLine> result;
+    for (const fs::path& subject : subjects) {
+        const auto found = candidates.find(loose_key(subject.filename().string()));
+        if (found == candidates.end())
+            continue;
+        NearLine near = nearest(subject, found->second);
+        if (!near.base.empty())
+            result.push_back(std::move(near));
+    }
+    return result;
+}
+
+} // namespace
+
+Result<std::vector<fs::path>> find_lines(const fs::path& folder) {
+    Paths lines;
+    return append_lines(folder, lines).map([&] {
+        std::ranges::sort(lines, {}, &fs::path::native);
+        return std::move(lines);
+    });
+}
+
+LineSurvey survey_lines(const Paths& subjects, const Paths& bases) {
+    const PathsByName subject_names = by_name(subjects);
+    const PathsByName base_names = by_name(bases);
+    const Paths unmatched = without_names(subjects, base_names);
+    LineSurvey survey;
+    survey.pairs = subjects.size() - unmatched.size();
+    survey.unused_bases = without_names(bases, subject_names);
+    survey.near_lines = near_lines(unmatched, survey.unused_bases);
+    survey.same_subject_names = standing_twice(subject_names);
+    survey.same_base_names = standing_twice(base_names);
+    return survey;
+}
+
+} // namespace headless::matching

@@ -1,0 +1,29 @@
+#include "headless/workstation/audio_source.hpp"
+
+#include "headless/workstation/take_audio.hpp"
+#include "headless/workstation/workstation.hpp"
+
+#include <utility>
+
+namespace headless::workstation {
+
+namespace fs = std::filesystem;
+
+Result<project::Source> open_source(audio::AudioStore& audio, const fs::path& file) {
+    const Result<audio::AudioFormat> format = decoded_format(audio, file);
+    if (!format)
+        return tl::unexpected(format.error());
+    return project::Source{fs::absolute(file), "WAVE", format->sample_rate, format->channels, format->frames};
+}
+
+Result<project::Item*> Workstation::insert_audio(project::Track& track, const fs::path& file,
+                                                 double position_seconds) {
+    Result<project::Source> source = open_source(audio(), file);
+    if (!source)
+        return tl::unexpected(source.error());
+    project::Item& item = track.add_item(position_seconds, source->length_seconds());
+    item.add_take(std::move(*source), file.filename().string());
+    return &item;
+}
+
+} // namespace headless::workstation

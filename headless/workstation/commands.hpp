@@ -1,0 +1,12 @@
+#pragma once
+// The commands behind Main_OnCommandEx. Each works on the selected items.
+
+namespace headless::workstation {
+
+class Workstation;
+
+/// Runs the command of that number. What cannot be done, including an unknown number, becomes a failure of
+/// the workstation; the affected items stay as they were.
+void run_command(Workstation& workstation, int number);
+
+} // namespace headless::workstation

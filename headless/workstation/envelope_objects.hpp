@@ -1,0 +1,37 @@
+#pragma once
+// Copies of envelopes for editing: a plug-in changes a copy point by point and writes it back, or discards
+// it.
+
+#include "headless/base/gap_list.hpp"
+#include "headless/base/handles.hpp"
+#include "headless/workstation/workstation.hpp"
+
+#include <memory>
+#include <unordered_map>
+
+namespace headless::workstation {
+
+/// A copy of an envelope being edited. Points are addressed by index and keep their places until sorted.
+struct EnvelopeObject {
+    project::Envelope* target; ///< may no longer exist at write-back
+    double zero_seconds;       ///< zero of the positions, relative to the take's start
+    project::EnvelopeProperties properties;
+    GapList<project::EnvelopePoint> points;
+    EnvelopeEdit edit;
+};
+
+class EnvelopeObjects {
+public:
+    /// @param zero_seconds position 0 of the points that are read and set, in seconds from the take's start
+    BR_Envelope* take_out(project::Envelope& envelope, double zero_seconds);
+
+    /// Null for a null, released or foreign handle.
+    EnvelopeObject* find(BR_Envelope* handle) const;
+
+    void release(BR_Envelope* handle) { objects_.erase(handle); }
+
+private:
+    std::unordered_map<BR_Envelope*, std::unique_ptr<EnvelopeObject>> objects_;
+};
+
+} // namespace headless::workstation

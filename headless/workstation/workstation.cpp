@@ -1,0 +1,129 @@
+#include "headless/workstation/workstation.hpp"
+
+#include "headless/audio/audio_store.hpp"
+#include "headless/audio/loudness_readings.hpp"
+#include "headless/workstation/envelope_objects.hpp"
+#include "headless/workstation/host_function.hpp"
+#include "headless/workstation/source_handles.hpp"
+
+#include <algorithm>
+#include <array>
+#include <stdexcept>
+#include <string_view>
+#include <system_error>
+#include <utility>
+
+namespace headless::workstation {
+namespace {
+
+Workstation* living_workstation = nullptr;
+
+template <class T>
+T* alive(const project::Project& project, void* address) {
+    T* object = static_cast<T*>(address);
+    return project.live_objects().contains(object) ? object : nullptr;
+}
+
+} // namespace
+
+Workstation::Workstation(std::span<const HostFunction> functions)
+    : project_(std::make_unique<project::Project>()), audio_(std::make_unique<audio::AudioStore>()),
+      loudness_(std::make_unique<audio::LoudnessReadings>(*audio_)),
+      envelope_objects_(std::make_unique<EnvelopeObjects>()),
+      source_handles_(std::make_unique<SourceHandles>(project_->live_objects())) {
+    if (living_workstation)
+        throw std::logic_error("there is a workstation already");
+    for (const HostFunction& function : functions)
+        host_functions_.emplace(function.name, function);
+    living_workstation = this;
+}
+
+Workstation::~Workstation() { living_workstation = nullptr; }
+
+Workstation* Workstation::current() { return living_workstation; }
+
+void* Workstation::function(const char* name) const {
+    if (!name)
+        return nullptr;
+    if (const auto found = host_functions_.find(name); found != host_functions_.end())
+        return found->second.address;
+    const auto registered = registered_.find(std::string("API_") + name);
+    return registered == registered_.end() ? nullptr : registered->second;
+}
+
+std::vector<ScriptFunction> Workstation::script_functions() const {
+    std::vector<ScriptFunction> functions;
+    for (const auto& [name, function] : host_functions_)
+        if (function.definition)
+            functions.push_back({name, function.definition, function.script_call});
+    constexpr std::string_view mark = "APIdef_";
+    for (const auto& [key, definition] : registered_) {
+        const std::string name = key.starts_with(mark) ? key.substr(mark.size()) : "";
+        const auto call = registered_.find("APIvararg_" + name);
+        if (!name.empty() && definition && call != registered_.end() && call->second) {
+            functions.push_back({name, static_cast<const char*>(definition),
+                                 reinterpret_cast<ScriptCall*>(call->second), true});
+        }
+    }
+    std::ranges::sort(functions, {}, &ScriptFunction::name);
+    return functions;
+}
+
+std::vector<Failure> Workstation::take_failures() {
+    has_broken_call_ = false;
+    return std::exchange(failures_, {});
+}
+
+std::filesystem::path Workstation::render_folder() const {
+    namespace fs = std::filesystem;
+    std::error_code error; // without a current folder the path stays relative
+    const fs::path base =
+        project_->file.empty() ? fs::current_path(error) : fs::absolute(project_->file, error).parent_path();
+    return project_->record_path.empty() ? base : base / project_->record_path;
+}
+
+project::Project* Workstation::live(ReaProject* handle) const {
+    return !handle || static_cast<void*>(handle) == project_.get() ? project_.get() : nullptr;
+}
+
+project::Track* Workstation::live(MediaTrack* handle) const {
+    return alive<project::Track>(*project_, handle);
+}
+project::Item* Workstation::live(MediaItem* handle) const { return alive<project::Item>(*project_, handle); }
+project::Take* Workstation::live(MediaItem_Take* handle) const {
+    return alive<project::Take>(*project_, handle);
+}
+project::Envelope* Workstation::live(TrackEnvelope* handle) const {
+    return alive<project::Envelope>(*project_, handle);
+}
+
+bool Workstation::register_name(const std::string& name, void* value) {
+    constexpr std::array<std::string_view, 3> known{"API_", "APIdef_", "APIvararg_"};
+    const bool withdraws = name.starts_with('-');
+    const std::string kept = withdraws ? name.substr(1) : name;
+    if (std::ranges::none_of(known, [&](std::string_view prefix) { return kept.starts_with(prefix); }))
+        return false;
+    if (withdraws)
+        registered_.erase(kept);
+    else
+        registered_[kept] = value;
+    return true;
+}
+
+void Workstation::report(Failure failure) { failures_.push_back(std::move(failure)); }
+
+void Workstation::report_escaped(const char* reason) noexcept {
+    note_broken_call();
+    try {
+        report(Failure{std::string("a host function failed: ") + reason});
+    } catch (...) { // no memory even for the report; the caller still gets its failure value
+        return;
+    }
+}
+
+void Workstation::report_once(Failure failure) {
+    if (reported_once_.insert(failure.message).second)
+        report(std::move(failure));
+}
+
+} // namespace headless::workstation

@@ -1,0 +1,70 @@
+#include "api/project/strings.hpp"
+
+#include "host_api/output.hpp"
+#include "utility/ascii_case.hpp"
+#include "utility/mk_utility.hpp"
+#include "utility/safe_regex.hpp"
+
+#include <algorithm>
+#include <regex>
+#include <string_view>
+
+namespace {
+
+std::string_view text_of(const char* text) { return text ? text : ""; }
+
+std::string fold_case(const char* text) {
+    std::string folded(text_of(text));
+    std::ranges::transform(folded, folded.begin(), mk_utility::lower_case);
+    return folded;
+}
+
+} // namespace
+
+bool mk_api::string::CheckIncludeString(const char* textString, const char* checkString, bool* checkOut) {
+    put(checkOut, fold_case(textString).find(fold_case(checkString)) != std::string::npos);
+    return true;
+}
+
+namespace MK_FELSPAR {
+
+bool CheckSameString(const char* textString, const char* checkString, bool* checkOut) {
+    put(checkOut, fold_case(textString) == fold_case(checkString));
+    return true;
+}
+
+bool CheckIncludePerfectString(const char* textString, const char* checkString, bool* checkOut) {
+    put(checkOut, text_of(textString).find(text_of(checkString)) != std::string_view::npos);
+    return true;
+}
+
+bool ReplaceSearchString(const char* textString, const char* searchString, const char* replaceString,
+                         char* stringOut, int stringOut_sz) {
+    try {
+        mk_utility::strcpy(
+            stringOut, stringOut_sz,
+            mk_utility::replace_all(text_of(textString), text_of(searchString), text_of(replaceString)));
+        return true;
+    } catch (const std::regex_error&) {
+        return false;
+    }
+}
+
+bool DeleteBlankString(const char* testString, char* stringOut, int stringOut_sz) {
+    std::string text(text_of(testString));
+    std::erase(text, ' ');
+    mk_utility::strcpy(stringOut, stringOut_sz, std::move(text));
+    return true;
+}
+
+bool GetStringSplitList(const std::string& text, const std::string& separators,
+                        std::vector<std::string>& pieces) {
+    for (std::size_t begin = 0; begin < text.size();) {
+        const std::size_t end = std::min(text.find_first_of(separators, begin), text.size());
+        pieces.push_back(text.substr(begin, end - begin));
+        begin = end + 1;
+    }
+    return true;
+}
+
+} // namespace MK_FELSPAR

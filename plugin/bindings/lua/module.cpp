@@ -1,0 +1,117 @@
+#include "bindings/lua/module.hpp"
+
+#include "api/media/peaks.hpp"
+#include "api/project/dialogs.hpp"
+#include "api/project/files.hpp"
+#include "api/project/strings.hpp"
+#include "api/track/lists.hpp"
+#include "bindings/lua/list_call.hpp"
+#include "dialogue/lingomat.hpp"
+#include "object/json_text.hpp"
+#include "ride/ride.hpp"
+
+#include <iterator>
+
+namespace MK_FELSPAR {
+
+using lua_utility::get_arg;
+using lua_utility::get_arg_array;
+using lua_utility::list_call;
+using lua_utility::push_results;
+
+#define MK_LIST(scope, name, parameters, names, help)                                                        \
+    int l_##name(lua_State* L) { return list_call<&scope::name>(L); }
+#include "bindings/reference/list_functions.inc"
+#undef MK_LIST
+
+namespace {
+
+constexpr int failure = 1;
+
+int push_failure(lua_State* L) {
+    lua_settop(L, 0);
+    lua_pushinteger(L, failure);
+    lua_pushnil(L);
+    return 2;
+}
+
+} // namespace
+
+int l_GetPathInfo(lua_State* L) {
+    try {
+        mk_object::mk_Path path;
+        const int code = mk_api::path::GetPathInfo(get_arg<std::string>(L, 1), path);
+        return push_results(L, failure, code, path);
+    } catch (...) {
+        return push_failure(L);
+    }
+}
+
+int l_Json_Deserialize(lua_State* L) {
+    try {
+        nlohmann::json value;
+        const int code = mk_api::string::Json_Deserialize(get_arg<std::string>(L, 1), value);
+        return push_results(L, failure, code, value);
+    } catch (...) {
+        return push_failure(L);
+    }
+}
+
+int l_Json_Serialize(lua_State* L) {
+    try {
+        nlohmann::json value;
+        lua_utility::get_arg_json(L, 1, value);
+        std::string text;
+        const int code = mk_api::string::Json_Serialize(value, text);
+        return push_results(L, failure, code, text);
+    } catch (...) {
+        return push_failure(L);
+    }
+}
+
+int l_SetMediaItemListRIDESCRIBER(lua_State* L) {
+    int code = failure;
+    try {
+        code = mk_api::RIDESCRIBER::SetMediaItemListRIDESCRIBER(get_arg_array<MediaItem*>(L, 1),
+                                                                get_arg<int>(L, 2));
+    } catch (...) { // the code reports it
+    }
+    lua_pushinteger(L, code);
+    return 1;
+}
+
+int l_LINGOMAT_InsertMediaItems(lua_State* L) {
+    try {
+        lua_utility::List<std::string> unmatched;
+        const int code = mk_api::LINGOMAT::LINGOMAT_InsertMediaItems(
+            get_arg<std::string>(L, 1), get_arg<std::string>(L, 2), get_arg<double>(L, 3),
+            get_arg<double>(L, 4), get_arg<int>(L, 5), get_arg<bool>(L, 6), get_arg<bool>(L, 7),
+            get_arg<int>(L, 8), get_arg_array<std::string>(L, 9), unmatched.values);
+        return push_results(L, failure, code, unmatched);
+    } catch (...) {
+        return push_failure(L);
+    }
+}
+
+#define MK_LUA_CODE(name) {"MK_" #name, &l_##name},
+#define MK_LIST(scope, name, parameters, names, help) MK_LUA_CODE(name)
+const luaL_Reg reg[] = {
+#include "bindings/lua/functions.inc"
+    {nullptr, nullptr}};
+
+} // namespace MK_FELSPAR
+
+int luaopen_reaper_MERIDEK_FELSPAR(lua_State* L) {
+    lua_createtable(L, 0, 0);
+    lua_checkstack(L, static_cast<int>(std::size(MK_FELSPAR::reg)));
+    luaL_setfuncs(L, MK_FELSPAR::reg, 0);
+    lua_pushvalue(L, -1);
+    lua_setglobal(L, "MK_FELSPAR");
+    lua_getglobal(L, "reaper");
+    for (const luaL_Reg* entry = MK_FELSPAR::reg; entry->name; ++entry) {
+        lua_pushstring(L, entry->name);
+        lua_pushcclosure(L, entry->func, 0);
+        lua_settable(L, -3);
+    }
+    return 1;
+}

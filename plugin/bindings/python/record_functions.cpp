@@ -1,0 +1,121 @@
+// Records and arrays of records, by handle, and the functions for any handle.
+
+#include "bindings/python/door.hpp"
+#include "bindings/python/value_pools.hpp"
+#include "object/records.hpp"
+
+#include <string_view>
+
+using namespace python_utility;
+using mk_object::mk_List;
+using mk_object::mk_Value;
+
+namespace python_api {
+namespace {
+
+template <class T>
+void py_set_value_inmkObj_main(Handle handle, const char* key, T value) {
+    if (mk_List* record = mk_List::find_record(handle))
+        record->set_value(text_or_empty(key), mk_Value(std::in_place_type<T>, std::move(value)));
+}
+
+template <class T>
+T py_get_value_inmkobj_main(Handle handle, const char* key) {
+    mk_List* record = mk_List::find_record(handle);
+    return record ? value_or_zero<T>(record->get_value(text_or_empty(key))) : T{};
+}
+
+} // namespace
+
+Handle py_create_mkList_array() { return door(mk_List::create_mklist_array); }
+
+Handle py_create_mkObj_inarray(Handle handle, const char* name) {
+    return door([&]() -> Handle {
+        const std::string_view class_name = text_or_empty(name);
+        mk_List* record = nullptr;
+        if (class_name == "TrackDetail")
+            record = mk_List::create_mkobj_inarray<mk_object::TrackDetail>(handle);
+        else if (class_name == "mk_Midi")
+            record = mk_List::create_mkobj_inarray<mk_object::mk_Midi>(handle);
+        else if (class_name == "mk_Peak")
+            record = mk_List::create_mkobj_inarray<mk_object::mk_Peak>(handle);
+        return record ? record->pool_key : 0;
+    });
+}
+
+void* py_get_ptr_inarray(Handle handle, int index) {
+    return door([&]() -> void* {
+        if (void* value = get_value_inarray<void*>(handle, index))
+            return value;
+        const std::vector<mk_List*>* records = find_object(mk_List::mkList_pool, handle);
+        return has_place(records, index) ? (*records)[static_cast<std::size_t>(index)] : nullptr;
+    });
+}
+
+int py_get_obj_size(Handle handle) {
+    return door([&] {
+        if (const ValueArray* array = find_object(pyvar_array_list, handle))
+            return static_cast<int>(array->size());
+        if (const ValueMap* map = find_object(pyvar_map_list, handle))
+            return static_cast<int>(map->size());
+        if (const std::vector<mk_List*>* records = find_object(mk_List::mkList_pool, handle))
+            return static_cast<int>(records->size());
+        mk_List* record = mk_List::find_record(handle);
+        return record ? static_cast<int>(record->get_size()) : 0;
+    });
+}
+
+void py_release_obj(Handle handle) {
+    door([&] {
+        if (pyvar_array_list.erase(handle) > 0 || pyvar_map_list.erase(handle) > 0 ||
+            mk_List::release_mkList(handle))
+            return;
+        if (mk_List* record = mk_List::find_record(handle))
+            record->release_inpool();
+    });
+}
+
+void py_set_ptr_inmkObj(Handle handle, const char* key, void* value) {
+    door([&] { py_set_value_inmkObj_main<void*>(handle, key, value); });
+}
+void py_set_int_inmkObj(Handle handle, const char* key, int value) {
+    door([&] { py_set_value_inmkObj_main<int>(handle, key, value); });
+}
+void py_set_double_inmkObj(Handle handle, const char* key, double value) {
+    door([&] { py_set_value_inmkObj_main<double>(handle, key, value); });
+}
+void py_set_bool_inmkObj(Handle handle, const char* key, bool value) {
+    door([&] { py_set_value_inmkObj_main<bool>(handle, key, value); });
+}
+void py_set_string_inmkObj(Handle handle, const char* key, const char* value) {
+    door([&] { py_set_value_inmkObj_main<std::string>(handle, key, text_or_empty(value)); });
+}
+
+void py_get_key_inmkObj(Handle handle, int index, char* keyOut, char* typeOut) {
+    const auto info = door([&] {
+        mk_List* record = mk_List::find_record(handle);
+        return record ? record->get_key_info(index) : std::pair<std::string, std::string>();
+    });
+    door([&] {
+        put_text(keyOut, info.first);
+        put_text(typeOut, info.second);
+    });
+}
+
+int py_get_int_inmkobj(Handle handle, const char* key) {
+    return door([&] { return py_get_value_inmkobj_main<int>(handle, key); });
+}
+double py_get_double_inmkobj(Handle handle, const char* key) {
+    return door([&] { return py_get_value_inmkobj_main<double>(handle, key); });
+}
+bool py_get_bool_inmkobj(Handle handle, const char* key) {
+    return door([&] { return py_get_value_inmkobj_main<bool>(handle, key); });
+}
+void py_get_string_inmkobj(Handle handle, const char* key, char* valueOut) {
+    door([&] { put_text(valueOut, py_get_value_inmkobj_main<std::string>(handle, key)); });
+}
+void* py_get_ptr_inmkobj(Handle handle, const char* key) {
+    return door([&] { return py_get_value_inmkobj_main<void*>(handle, key); });
+}
+
+} // namespace python_api

@@ -1,0 +1,6 @@
+#pragma once
+// The host's colour values. The lower bytes hold red, green and blue in an order that depends on the
+// platform.
+
+/// Marks a native colour as a custom colour in use, including black.
+inline constexpr int color_in_use = 0x1000000;

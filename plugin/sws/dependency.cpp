@@ -1,0 +1,36 @@
+#include "sws/dependency.hpp"
+
+#include "host_api/host_functions.hpp"
+#include "utility/mk_utility.hpp"
+
+namespace {
+
+#ifdef __APPLE__
+constexpr const char* open_command = "open %s";
+#else
+constexpr const char* open_command = "xdg-open %s";
+#endif
+
+constexpr int yes_and_no_buttons = 4; ///< the host's message box types
+constexpr int yes = 6;                ///< the host's button codes
+
+} // namespace
+
+void* dependency_manager::look_up(const char* name) {
+    return reaper_plugin && reaper_plugin->GetFunc ? reaper_plugin->GetFunc(name) : nullptr;
+}
+
+void dependency_manager::open_url(const char* url) {
+    std::string command = mk_utility::format(open_command, url);
+    mk_utility::exec_command(command);
+}
+
+void dependency_manager::assert_not_installed(const char* apiName, const char*, third_plugin plugin) {
+    const mk_app::message* texts = mk_app::message_list.get();
+    if (plugin != third_plugin::SWS || !texts)
+        return;
+    const std::string text = mk_utility::format(texts->MSG_DEPENDENCY_ERROR(), apiName,
+                                                texts->SWS_PROGRAM_NAME(), texts->URL_SWS());
+    if (call(ShowMessageBox, text.c_str(), texts->ERROR_TITLE(), yes_and_no_buttons) == yes)
+        open_url(texts->URL_SWS());
+}

@@ -1,0 +1,148 @@
+"""Sends signals to the commands while they work: interruption_test.py BUILD"""
+
+import contextlib
+import os
+import pathlib
+import signal
+import subprocess
+import sys
+import tempfile
+import time
+import unittest
+
+from trial_folder import Contents, command_line, make_inputs, write_speech
+
+PROGRAM = pathlib.Path(sys.argv.pop(1)).resolve() / "bin" / "felspar"
+
+BEGINNING = """
+reaper.atexit(function() reaper.ShowConsoleMsg("end\\n") end)
+reaper.InsertTrackAtIndex(0, false)
+local function ready() print("ready") io.stdout:flush() end
+"""
+DEFERS = "local function turn() ready() reaper.defer(turn) end turn()"
+LOOPS_AND_CATCHES = "ready() while true do pcall(function() while true do end end) end"
+ENDS_WHEN_TOLD = "ready() while not reaper.file_exists('told') do end"
+
+
+class Interruption(unittest.TestCase):
+    def setUp(self):
+        folder = tempfile.TemporaryDirectory()
+        self.addCleanup(folder.cleanup)
+        self.folder = pathlib.Path(folder.name)
+
+    def start(self, *words, **options):
+        streams = {"stdin": subprocess.DEVNULL, "stdout": subprocess.PIPE, "stderr": subprocess.PIPE}
+        return subprocess.Popen([PROGRAM, *words], cwd=self.folder, text=True, **streams, **options)
+
+    def start_script(self, text, **options):
+        """Returns when the script says that it is ready."""
+        (self.folder / "script.lua").write_text(BEGINNING + text)
+        process = self.start("run", "script.lua", "--save", "out.rpp", **options)
+        self.assertEqual(process.stdout.readline(), "ready\n")
+        return process
+
+    def is_saved(self):
+        return (self.folder / "out.rpp").exists()
+
+    def test_deferred_script_runs_its_end_and_is_saved(self):
+        for number, status in [(signal.SIGINT, 130), (signal.SIGTERM, 143), (signal.SIGHUP, 129)]:
+            with self.subTest(number=number):
+                (self.folder / "out.rpp").unlink(missing_ok=True)
+                process = self.start_script(DEFERS)
+                process.send_signal(number)
+                output, errors = process.communicate(timeout=60)
+                self.assertEqual(errors, f"felspar: interrupted by {number.name}: the project was saved\n")
+                self.assertEqual(process.returncode, status)
+                self.assertTrue(output.endswith("end\n"))
+                self.assertTrue(self.is_saved())
+
+    def test_script_may_end_within_the_grace_and_is_saved(self):
+        process = self.start_script(ENDS_WHEN_TOLD)
+        process.send_signal(signal.SIGINT)
+        (self.folder / "told").touch()
+        self.assertEqual(process.communicate(timeout=60)[0], "end\n")
+        self.assertEqual(process.returncode, 130)
+        self.assertTrue(self.is_saved())
+
+    def test_script_in_an_endless_loop_runs_its_end_and_is_not_saved(self):
+        process = self.start_script(LOOPS_AND_CATCHES)
+        process.send_signal(signal.SIGTERM)
+        output, errors = process.communicate(timeout=60)
+        self.assertEqual((output, errors), ("end\n", "felspar: interrupted by SIGTERM: nothing was saved\n"))
+        self.assertEqual(process.returncode, 143)
+        self.assertFalse(self.is_saved())
+
+    def test_second_signal_ends_at_once(self):
+        process = self.start_script(LOOPS_AND_CATCHES)
+        process.send_signal(signal.SIGINT)
+        time.sleep(0.1)
+        process.send_signal(signal.SIGHUP)
+        process.communicate(timeout=60)
+        self.assertEqual(process.returncode, -signal.SIGHUP)
+
+    def test_signal_that_was_ignored_stays_so(self):
+        process = self.start_script(DEFERS, preexec_fn=lambda: signal.signal(signal.SIGHUP, signal.SIG_IGN))
+        process.send_signal(signal.SIGHUP)
+        with self.assertRaises(subprocess.TimeoutExpired):
+            process.wait(0.5)
+        process.send_signal(signal.SIGINT)
+        process.communicate(timeout=60)
+        self.assertEqual(process.returncode, 130)
+
+    def test_ride_keeps_what_is_whole(self):
+        write_speech(self.folder / "a.wav", 0.7, 1, 300)
+        write_speech(self.folder / "b.wav", 60, 2, 300)
+        process = self.start("ride", "a.wav", *["b.wav"] * 9, "--project", "out.rpp")
+        while "a.wav" not in process.stdout.readline():
+            pass
+        process.send_signal(signal.SIGINT)
+        output, errors = process.communicate(timeout=60)
+        self.assertEqual(errors, "felspar: interrupted by SIGINT: what was ridden stays, no project was written\n")
+        self.assertEqual(process.returncode, 130)
+        self.assertIn("1 of 10 files ridden into ridden", output)
+        self.assertEqual(os.listdir(self.folder / "ridden"), ["a.wav"])
+        self.assertFalse(self.is_saved())
+
+    def test_import_leaves_all_as_it_was(self):
+        make_inputs(self.folder)
+        for number in range(400):
+            for side in ["subject", "base"]:
+                os.link(self.folder / side / "anna.wav", self.folder / side / f"{number}.wav")
+        process = self.start(*command_line("import", 0))
+        while process.poll() is None:
+            with contextlib.suppress(FileNotFoundError):
+                if len(os.listdir(self.folder / "out-takes")) > 2:
+                    break
+        process.send_signal(signal.SIGTERM)
+        output, errors = process.communicate(timeout=60)
+        self.assertEqual((output, errors), ("", "felspar: interrupted by SIGTERM: nothing was imported\n"))
+        self.assertEqual(process.returncode, 143)
+        self.assertEqual(sorted(os.listdir(self.folder)), ["base", "script.lua", "subject"])
+        begin = time.monotonic()
+        self.start(*command_line("import", 0)).communicate()
+        seconds = time.monotonic() - begin
+        before = Contents(self.folder)
+        process = self.start(*command_line("import", 0))
+        time.sleep(seconds / 2)  # by then it has made many renders that the project plays already
+        process.send_signal(signal.SIGTERM)
+        process.communicate(timeout=60)
+        self.assertEqual(process.returncode, 143)
+        self.assertEqual(Contents(self.folder).keys(), before.keys())
+        self.assertEqual(Contents(self.folder), before)
+
+    def test_output_whose_reader_has_gone_costs_no_project(self):
+        make_inputs(self.folder)
+        for command in ["import", "ride", "run"]:
+            with self.subTest(command=command):
+                process = self.start(*command_line(command, 0))
+                process.stdout.close()
+                process.stdout = None
+                errors = process.communicate(timeout=60)[1]
+                self.assertEqual(errors, "felspar: the standard output could not be written to its end\n")
+                self.assertEqual(process.returncode, 1)
+                self.assertTrue(Contents(self.folder).audio_of_project())
+                (self.folder / "out.rpp").unlink()
+
+
+if __name__ == "__main__":
+    unittest.main()

@@ -1,0 +1,84 @@
+#include "headless/base/staged_file.hpp"
+#include "tests/headless/support/failures.hpp"
+#include "tests/headless/support/scratch_folder.hpp"
+
+#include <csignal>
+#include <sys/wait.h>
+
+namespace headless::test {
+namespace {
+
+using testing::ElementsAre;
+using testing::UnorderedElementsAre;
+namespace fs = std::filesystem;
+
+/// A process that has begun to write a file in the folder, and waits.
+pid_t start_writer(const fs::path& folder) {
+    int ready[2];
+    if (pipe(ready) != 0)
+        return -1;
+    const pid_t writer = fork();
+    if (writer == 0) {
+        auto staged = StagedFile::create(folder / "never");
+        const bool is_told = staged && staged->write("half of it") && write(ready[1], "x", 1) == 1;
+        pause();
+        _exit(is_told ? 0 : 1);
+    }
+    char byte = 0;
+    EXPECT_EQ(read(ready[0], &byte, 1), 1);
+    close(ready[0]);
+    close(ready[1]);
+    return writer;
+}
+
+void kill_writer(pid_t writer) {
+    kill(writer, SIGKILL);
+    waitpid(writer, nullptr, 0);
+}
+
+TEST(StagedFile, removes_what_killed_writers_left_and_nothing_of_living_ones) {
+    const ScratchFolder folder;
+    const pid_t killed = start_writer(folder.path);
+    const pid_t living = start_writer(folder.path);
+    kill_writer(killed);
+    write_bytes(folder / ".felspar-notes.tmp", "the user's own");
+    ASSERT_EQ(names_in(folder.path).size(), 3U);
+    EXPECT_TRUE(write_file(folder / "file", "whole"));
+    EXPECT_THAT(names_in(folder.path),
+                UnorderedElementsAre("file", ".felspar-notes.tmp",
+                                     testing::StartsWith(".felspar-" + std::to_string(living))));
+    kill_writer(living);
+}
+
+TEST(StagedFile, is_written_where_links_lead) {
+    const ScratchFolder folder;
+    fs::create_directory(folder / "far");
+    write_bytes(folder / "far/file", "old");
+    fs::create_symlink("far/file", folder / "near");
+    fs::create_symlink("near", folder / "nearer");
+    EXPECT_TRUE(write_file(folder / "nearer", "new"));
+    EXPECT_EQ(bytes_of(folder / "far/file"), "new");
+    EXPECT_TRUE(fs::is_symlink(folder / "near") && fs::is_symlink(folder / "nearer"));
+    EXPECT_THAT(names_in(folder / "far"), ElementsAre("file"));
+    fs::create_symlink("nowhere", folder / "dangling");
+    fs::create_symlink("circle", folder / "circle");
+    EXPECT_THAT(write_file(folder / "dangling", ""), fails_telling("dangling: is a link that leads nowhere"));
+    EXPECT_THAT(write_file(folder / "circle", ""), fails_telling("circle: is a link that leads in a circle"));
+}
+
+TEST(StagedFile, has_the_bytes_of_an_equal_file_only) {
+    const ScratchFolder folder;
+    const std::string bytes(100000, 'a');
+    auto staged = StagedFile::create(folder / "file");
+    ASSERT_TRUE(staged && staged->write(bytes));
+    write_bytes(folder / "same", bytes);
+    write_bytes(folder / "longer", bytes + "a");
+    write_bytes(folder / "other", bytes.substr(1) + "b");
+    EXPECT_EQ(staged->has_bytes_of(folder / "same"), true);
+    for (const char* name : {"longer", "other"})
+        EXPECT_EQ(staged->has_bytes_of(folder / name), false) << name;
+    EXPECT_THAT(staged->has_bytes_of(folder / "missing"), fails_telling("missing: No such file"));
+}
+
+} // namespace
+} // namespace headless::test

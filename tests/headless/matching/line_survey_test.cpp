@@ -1,0 +1,104 @@
+#include "headless/matching/line_survey.hpp"
+#include "headless/matching/near_name.hpp"
+#include "tests/headless/support/failures.hpp"
+#include "tests/headless/support/scratch_folder.hpp"
+
+#include <climits>
+
+#include <fcntl.h>
+#include <gmock/gmock.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace headless {
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+namespace fs = std::filesystem;
+
+struct NearNames {
+    const char* what;
+    const char* subject;
+    const char* base;
+    std::vector<std::string_view> differences; ///< empty: they are not one line
+};
+
+struct NearName : testing::TestWithParam<NearNames> {};
+
+TEST_P(NearName, is_told_from_another_one_by_what_differs) {
+    const auto& [what, subject, base, differences] = GetParam();
+    const matching::LineSurvey survey =
+        matching::survey_lines({fs::path("/fr") / subject}, {fs::path("/en") / base});
+    ASSERT_EQ(survey.near_lines.size(), differences.empty() ? 0U : 1U);
+    for (const auto& near : survey.near_lines)
+        EXPECT_EQ(near.differences, differences);
+    EXPECT_EQ(survey.pairs, 0U) << "the pairing stays exact";
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    All, NearName,
+    testing::Values(NearNames{"case", "BOB_01.wav", "bob_01.WAV", {"letter case"}},
+                    NearNames{
+                        "other_case", "\xc3\x89t\xc3\xa9.wav", "\xc3\xa9t\xc3\xa9.wav", {"letter case"}},
+                    NearNames{"accent", "\xc3\xa9t\xc3\xa9.wav", "e\xcc\x81te\xcc\x81.wav", {"Unicode form"}},
+                    NearNames{"kana", "\xe3\x81\x8c.wav", "\xe3\x81\x8b\xe3\x82\x99.wav", {"Unicode form"}},
+                    NearNames{"blanks", " a\xe3\x80\x80.wav", "a.wav", {"blanks"}},
+                    NearNames{"prefix", "fr_line.wav", "en_line.wav", {"language"}},
+                    NearNames{"suffix", "line-pt-BR.wav", "line.wav", {"language"}},
+                    NearNames{"name", "japanese.line.wav", "ENG.line.wav", {"language"}},
+                    NearNames{"word_against_code", "it_line.wav", "en_line.wav", {"language"}},
+                    NearNames{"two", "FR_Line.wav", "en_line.wav", {"letter case", "language"}},
+                    NearNames{"words", "say_it.wav", "say_no.wav", {}},
+                    NearNames{"word_or_nothing", "no_way.wav", "way.wav", {}},
+                    NearNames{"one_language", "fr_line.wav", "line_fr.wav", {}},
+                    NearNames{"language_alone", "fr.wav", "en.wav", {}},
+                    NearNames{"no_region", "fr_be_quiet.wav", "en_quiet.wav", {}},
+                    NearNames{"no_utf8", "caf\xe9.wav", "caf\xe8.wav", {}},
+                    NearNames{"other", "line_1.wav", "line_2.wav", {}}),
+    [](const auto& row) { return row.param.what; });
+
+TEST(LineSurvey, tells_unused_bases_and_names_that_stand_twice) {
+    const matching::LineSurvey survey = matching::survey_lines({"/fr/a.wav", "/fr/b.wav", "/fr/x/a.wav"},
+                                                               {"/en/a.wav", "/en/c.wav", "/en/y/c.wav"});
+    EXPECT_EQ(survey.pairs, 2U);
+    EXPECT_THAT(survey.unused_bases, ElementsAre("/en/c.wav", "/en/y/c.wav"));
+    ASSERT_EQ(survey.same_subject_names.size(), 1U);
+    EXPECT_THAT(survey.same_subject_names[0].files, ElementsAre("/fr/a.wav", "/fr/x/a.wav"));
+    ASSERT_EQ(survey.same_base_names.size(), 1U);
+    EXPECT_EQ(survey.same_base_names[0].name, "c.wav");
+    EXPECT_THAT(survey.near_lines, IsEmpty());
+}
+
+TEST(LineSurvey, finds_wav_files_at_any_depth_but_behind_no_link_to_a_folder) {
+    const test::ScratchFolder folder;
+    fs::create_directories(folder / "b/c");
+    for (const char* name : {"b/c/z.wav", "b/a.WAV", "B.wav", ".wav", "a.wave", "target"})
+        test::write_bytes(folder / name, "");
+    fs::create_directory_symlink("..", folder / "b/loop");
+    fs::create_symlink("../target", folder / "b/link.wav");
+    fs::create_symlink("gone", folder / "b/gone.wav");
+    const auto lines = matching::find_lines(folder.path);
+    ASSERT_TRUE(lines);
+    EXPECT_THAT(*lines, ElementsAre(folder / "B.wav", folder / "b/a.WAV", folder / "b/c/z.wav",
+                                    folder / "b/link.wav"));
+    EXPECT_THAT(matching::find_lines(folder / "missing"), test::fails_telling("missing"));
+}
+
+TEST(LineSurvey, names_a_line_whose_path_is_too_long) {
+    const test::ScratchFolder folder;
+    const std::string name(250, 'n');
+    int deepest = open(folder.path.c_str(), O_DIRECTORY);
+    for (std::size_t length = folder.path.native().size(); length + name.size() < PATH_MAX; length += 251) {
+        const int above = deepest;
+        mkdirat(above, name.c_str(), 0700);
+        deepest = openat(above, name.c_str(), O_DIRECTORY);
+        close(above);
+    }
+    close(openat(deepest, (name + ".wav").c_str(), O_CREAT | O_WRONLY, 0600));
+    close(deepest);
+    EXPECT_THAT(matching::find_lines(folder.path), test::fails_telling(name + ".wav: File name too long"));
+}
+
+} // namespace
+} // namespace headless

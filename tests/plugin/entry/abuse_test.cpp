@@ -1,0 +1,132 @@
+// Every row called with handles, numbers and texts that make no sense, through its adapter and at its
+// address, against hosts that lack functions: each call returns.
+
+#include "entry/api_table.hpp"
+#include "entry/entry.hpp"
+#include "tests/plugin/entry/native_calls.hpp"
+#include "tests/plugin/support/bound_plugin.hpp"
+#include "tests/plugin/support/failing_memory.hpp"
+
+#include <cstring>
+#include <filesystem>
+#include <fstream>
+#include <iostream>
+#include <limits>
+#include <sstream>
+
+namespace {
+
+class Abuse : public mk_test::BoundPlugin {
+protected:
+    Abuse() { std::filesystem::current_path(folder.path); } // for files and folders of relative names
+    ~Abuse() override {
+        std::filesystem::current_path(old_folder);
+        RecordProperty("calls", calls);
+        std::cout << calls << " calls\n";
+    }
+
+    /// Calls each row with the given words for handles, numbers and texts; without a text nothing can be
+    /// written to.
+    void call_every_row(void* handle_word, int number, double* real, const char* text) {
+        constexpr std::intptr_t buffer_size = 16;
+        char buffer[buffer_size] = "";
+        double out[4] = {};
+        const std::map<std::string, void*> word_of_type{
+            {"int", reinterpret_cast<void*>(static_cast<std::intptr_t>(number))},
+            {"double", real},
+            {"const char*", const_cast<char*>(text)},
+            {"char*", text ? buffer : nullptr},
+            {"int*", text ? out : nullptr},
+            {"bool*", text ? out : nullptr},
+            {"double*", text ? out : nullptr}};
+        ASSERT_EQ(mk_test::native_calls().size(), api_define_list.count);
+        for (std::size_t i = 0; i < api_define_list.count; ++i) {
+            const ApiRow& row = api_define_list.rows[i];
+            const char* const type_text = row.definition + std::strlen(row.definition) + 1;
+            std::istringstream types(type_text), names(type_text + std::strlen(type_text) + 1);
+            std::vector<void*> words;
+            for (std::string type, name; std::getline(types, type, ',') && std::getline(names, name, ',');) {
+                const auto word = word_of_type.find(type);
+                words.push_back(word == word_of_type.end() ? handle_word : word->second);
+                if (name.ends_with("_sz") && number > buffer_size)
+                    words.back() = reinterpret_cast<void*>(buffer_size);
+            }
+            const auto adapter = reinterpret_cast<void* (*)(void**, int)>(row.vararg);
+            const auto call_adapter = [&] { adapter(words.data(), static_cast<int>(words.size())); };
+            if (memory_runs_out) {
+                calls += 1 + mk_test::fail_each_allocation(call_adapter);
+                continue;
+            }
+            call_adapter();
+            mk_test::native_calls()[i](row.function, words.data());
+            calls += 2;
+        }
+    }
+
+    void call_every_row_oddly(void* handle_word) {
+        std::string long_text(1 << 20, 'x');
+        double nan = std::numeric_limits<double>::quiet_NaN();
+        double infinite = -std::numeric_limits<double>::infinity(), zero = 0.0, huge = 1e308;
+        call_every_row(handle_word, 0, nullptr, nullptr);
+        call_every_row(handle_word, 0, &zero, nullptr);
+        call_every_row(handle_word, -1, &nan, "");
+        call_every_row(handle_word, 16, &infinite, long_text.c_str());
+        call_every_row(handle_word, std::numeric_limits<int>::max(), &huge, "*");
+        call_every_row(handle_word, std::numeric_limits<int>::min(), &huge, "\xff\xfe\n\"");
+        std::fill_n(long_text.begin(), long_text.size(), '\xe3');
+        call_every_row(handle_word, 9, &zero, long_text.c_str());
+    }
+
+    bool memory_runs_out = false; ///< at each allocation of each adapter in turn
+
+private:
+    const std::filesystem::path old_folder = std::filesystem::current_path();
+    int calls = 0;
+};
+
+TEST_F(Abuse, of_nulls_stale_handles_and_odd_values_returns_every_time) {
+    headless::project::Project& project = workstation.project();
+    void* stale = handle(add_item(mk_test::babble(0.2, 1)));
+    project.erase_track(*project.tracks()[0]);
+    for (void* word : {static_cast<void*>(nullptr), stale, static_cast<void*>(&project)})
+        call_every_row_oddly(word);
+    EXPECT_EQ(messages, std::vector<std::string>(12)) << "the box that is asked for with 0, and no other";
+}
+
+TEST_F(Abuse, of_memory_that_runs_out_returns_every_time) {
+    headless::project::Item& item = add_item(mk_test::babble(0.5, 2));
+    double zero = 0.0;
+    memory_runs_out = true;
+    call_every_row(handle(item), 0, &zero, "a name of more letters than a short text holds");
+    call_every_row(handle(item.track()), 0, &zero, "a name of more letters than a short text holds");
+}
+
+TEST_F(Abuse, of_a_host_that_knows_no_function_returns_every_time) {
+    reaper_plugin_info_t no_host{0x20E, nullptr, nullptr, [](const char*) -> void* { return nullptr; }};
+    ReaperPluginEntry(nullptr, &no_host);
+    for (void* word : {static_cast<void*>(nullptr), static_cast<void*>(this)})
+        call_every_row_oddly(word);
+    EXPECT_TRUE(messages.empty());
+}
+
+TEST_F(Abuse, of_a_host_that_lacks_any_one_of_its_functions_returns_every_time) {
+    std::ifstream names(TEST_DATA "/entry/host_functions.txt");
+    std::size_t hosts = 0;
+    for (std::string name; names >> name;) {
+        if (!workstation.function(name.c_str()))
+            continue; // not one of those that are called
+        headless::project::Item& item = add_item(mk_test::babble(0.1, 2), 0.0, name + ".wav");
+        void* const known = get_func(name.c_str());
+        overrule(name, static_cast<void*>(nullptr));
+        enter();
+        double zero = 0.0;
+        call_every_row(handle(item), 0, &zero, "name");
+        call_every_row(handle(item.track()), 0, &zero, "name");
+        overrule(name, known);
+        workstation.project().erase_track(item.track());
+        ++hosts;
+    }
+    EXPECT_GT(hosts, 40u);
+}
+
+} // namespace

@@ -86,7 +86,7 @@ void bare_decode(benchmark::State& state) {
 void decode(benchmark::State& state) {
     const auto file = speech(static_cast<int>(state.range(0)));
     for (auto _ : state) {
-        audio::AudioStore store;
+        audio::AudioCache store;
         float last = 0.0F;
         benchmark::DoNotOptimize(
             store.read(file, whole(state), [&](std::span<const float> block) -> Result<void> {
@@ -99,7 +99,7 @@ void decode(benchmark::State& state) {
 
 void peaks(benchmark::State& state) {
     const auto file = speech(static_cast<int>(state.range(0)));
-    audio::AudioStore store;
+    audio::AudioCache store;
     std::vector<double> maxima(seconds * 1000UL);
     std::vector<double> minima(seconds * 1000UL);
     for (auto _ : state)
@@ -109,7 +109,7 @@ void peaks(benchmark::State& state) {
 
 void loudness(benchmark::State& state, const audio::LoudnessRequest& request) {
     const auto file = speech(static_cast<int>(state.range(0)));
-    audio::AudioStore store;
+    audio::AudioCache store;
     for (auto _ : state) {
         benchmark::DoNotOptimize(
             audio::measure_loudness(store, file, whole(state), audio::GainCurve(), request));
@@ -130,7 +130,7 @@ void gain(benchmark::State& state) {
 void render_with_a_ride(benchmark::State& state) {
     const auto file = speech(static_cast<int>(state.range(0)));
     const audio::GainCurve curve = ride_curve();
-    audio::AudioStore store;
+    audio::AudioCache store;
     for (auto _ : state) {
         benchmark::DoNotOptimize(
             audio::render(store, file, whole(state), curve, folder / "render.wav", ExistingFile::replace));

@@ -46,7 +46,7 @@ public:
     /// Closes the file that `open` leaves open for a `load` soon after.
     void close() { opened_.reset(); }
 
-    /// As AudioStore::read. Reads from memory if loaded, otherwise from disk.
+    /// As AudioCache::read. Reads from memory if loaded, otherwise from disk.
     Result<void> read(FrameRange range, const FrameVisitor& visit);
 
 private:

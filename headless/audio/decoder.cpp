@@ -1,7 +1,7 @@
 #include "headless/audio/decoder.hpp"
 
 #include "headless/audio/frames.hpp"
-#include "headless/base/staged_file.hpp"
+#include "headless/base/atomic_file.hpp"
 
 #include <algorithm>
 #include <cmath>

@@ -3,7 +3,7 @@
 // folder.
 
 #include "headless/audio/sound_file.hpp"
-#include "headless/audio/watched_thread.hpp"
+#include "headless/audio/watchdog.hpp"
 
 #include <chrono>
 #include <cstdint>
@@ -45,7 +45,7 @@ private:
     Result<Value> watch(const std::filesystem::path& file, Work work);
 
     std::chrono::milliseconds patience_;
-    WatchedThread thread_;
+    Watchdog thread_;
     std::unordered_set<std::string> given_up_;
 };
 

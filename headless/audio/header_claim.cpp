@@ -18,7 +18,7 @@ namespace {
 using Bytes = std::array<char, 12>;
 
 // Maximum number of chunks to read before the samples; a file with more is not worth the search.
-constexpr int most_chunks = 1000;
+constexpr int max_chunks = 1000;
 
 std::uint64_t number_at(const Bytes& bytes, std::size_t first, std::size_t count, bool is_big_endian) {
     std::uint64_t number = 0;
@@ -52,7 +52,7 @@ public:
         if (!head || !begin(text(*head, 0)))
             return std::nullopt;
         std::uint64_t position = head->size();
-        for (int count = 0; count < most_chunks; ++count) {
+        for (int count = 0; count < max_chunks; ++count) {
             const auto chunk = read(position);
             if (!chunk)
                 return std::nullopt;

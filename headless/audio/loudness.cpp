@@ -10,7 +10,7 @@ namespace {
 
 /// The audio with the gain applied.
 struct HeardRange {
-    AudioStore& store;
+    AudioCache& store;
     const std::filesystem::path& file;
     FrameRange range;
     const GainCurve& gain;
@@ -39,7 +39,7 @@ Result<Loudness> listen(const HeardRange& audio, Result<Meter> meter) {
 
 } // namespace
 
-Result<Loudness> measure_loudness(AudioStore& store, const std::filesystem::path& file, FrameRange range,
+Result<Loudness> measure_loudness(AudioCache& store, const std::filesystem::path& file, FrameRange range,
                                   const GainCurve& gain, const LoudnessRequest& request) {
     const auto format = store.format(file);
     if (!format)

@@ -2,7 +2,7 @@
 // Loudness according to EBU R 128 and ITU-R BS.1770 of a range of a file, with a gain applied. A file of one
 // channel is measured as one channel: 3 LU below the same signal on two loudspeakers.
 
-#include "headless/audio/audio_store.hpp"
+#include "headless/audio/audio_cache.hpp"
 #include "headless/audio/gain_curve.hpp"
 
 #include <filesystem>
@@ -46,9 +46,9 @@ struct Loudness {
 /// Whether loudness is defined for this sample rate and number of channels.
 bool is_loudness_defined(int sample_rate, int channels);
 
-/// Measures `range` of `file` times `gain`. Fails as AudioStore::read does, and if loudness is not defined
+/// Measures `range` of `file` times `gain`. Fails as AudioCache::read does, and if loudness is not defined
 /// for the sample rate or number of channels.
-Result<Loudness> measure_loudness(AudioStore& store, const std::filesystem::path& file, FrameRange range,
+Result<Loudness> measure_loudness(AudioCache& store, const std::filesystem::path& file, FrameRange range,
                                   const GainCurve& gain, const LoudnessRequest& request);
 
 } // namespace headless::audio

@@ -9,7 +9,7 @@ namespace {
 
 constexpr int lowest_sample_rate = 4000;     // below it the weighting filter's shelf is outside the spectrum
 constexpr int highest_sample_rate = 2822400; // both are the library's limits
-constexpr int most_channels = 64;
+constexpr int max_channels = 64;
 constexpr double momentary_seconds = 0.4;
 constexpr double short_term_seconds = 3.0;
 
@@ -30,7 +30,7 @@ std::optional<double> ask(int (*reading)(ebur128_state*, double*), ebur128_state
 
 bool is_loudness_defined(int sample_rate, int channels) {
     return sample_rate >= lowest_sample_rate && sample_rate <= highest_sample_rate && channels >= 1 &&
-           channels <= most_channels;
+           channels <= max_channels;
 }
 
 Result<LoudnessMeter> LoudnessMeter::create(int sample_rate, int channels, const LoudnessRequest& request) {

@@ -34,7 +34,7 @@ public:
     std::int64_t hop_end(std::int64_t hop) const;
 
     /// Mean weighted energy of the loudest momentary window so far; full scale is 1.
-    double most_momentary_energy() const { return momentary_.most_energy(); }
+    double max_momentary_energy() const { return momentary_.max_energy(); }
 
     /// The requested readings, of all frames taken.
     Loudness readings() const;

@@ -106,7 +106,7 @@ void MomentarySearch::end_hop() {
 }
 
 bool MomentarySearch::may_be_loudest() const {
-    return std::reduce(hop_bounds_.begin(), hop_bounds_.end()) * gain_ >= meter_.most_momentary_energy();
+    return std::reduce(hop_bounds_.begin(), hop_bounds_.end()) * gain_ >= meter_.max_momentary_energy();
 }
 
 void MomentarySearch::hear_pending() {

@@ -10,7 +10,7 @@ namespace headless::audio {
 namespace {
 
 constexpr double forgiven_frames = 1e-6;
-constexpr double most_frames = 9e15; // every whole number up to this is exact as a double
+constexpr double max_frames = 9e15; // every whole number up to this is exact as a double
 
 /// The frames that each interval covers.
 struct Grid {
@@ -29,7 +29,7 @@ struct Grid {
 
     bool is_usable(std::int64_t intervals) const {
         const double last = start_frames + static_cast<double>(intervals) * sample_rate / peaks_per_second;
-        return peaks_per_second > 0 && std::abs(start_frames) < most_frames && std::abs(last) < most_frames;
+        return peaks_per_second > 0 && std::abs(start_frames) < max_frames && std::abs(last) < max_frames;
     }
 };
 
@@ -137,7 +137,7 @@ private:
 
 } // namespace
 
-Result<std::int64_t> measure_peaks(AudioStore& store, const std::filesystem::path& file,
+Result<std::int64_t> measure_peaks(AudioCache& store, const std::filesystem::path& file,
                                    const PeakRequest& request, std::span<double> maxima,
                                    std::span<double> minima) {
     std::ranges::fill(maxima, 0.0);

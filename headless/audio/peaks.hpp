@@ -1,7 +1,7 @@
 #pragma once
 // Highest and lowest sample of each short interval of a file, for level displays and level analysis.
 
-#include "headless/audio/audio_store.hpp"
+#include "headless/audio/audio_cache.hpp"
 
 #include <cstdint>
 #include <filesystem>
@@ -22,8 +22,8 @@ struct PeakRequest {
 /// that rounding of decimal seconds moves no border), and at least one frame. Values outside the audio, and
 /// of channels that the file does not have, are 0.
 /// @returns the number of intervals up to the end of the audio; fails if the request is not positive and
-/// finite, and as AudioStore::read does
-Result<std::int64_t> measure_peaks(AudioStore& store, const std::filesystem::path& file,
+/// finite, and as AudioCache::read does
+Result<std::int64_t> measure_peaks(AudioCache& store, const std::filesystem::path& file,
                                    const PeakRequest& request, std::span<double> maxima,
                                    std::span<double> minima);
 

@@ -15,16 +15,16 @@ namespace {
 // By this mark in the file's information chunk its writer is known. libsndfile puts its own name behind it,
 // and writes the chunk before the samples.
 constexpr const char* own_mark = "felspar";
-constexpr std::size_t most_header_bytes = 1024;
+constexpr std::size_t max_header_bytes = 1024;
 constexpr std::size_t chunk_heading_bytes = 8;
 
 // Room for the chunks around the samples within the 4 GiB that a plain wav can hold.
-constexpr std::int64_t most_wav_data_bytes = std::numeric_limits<std::uint32_t>::max() - 4096LL;
+constexpr std::int64_t max_wav_data_bytes = std::numeric_limits<std::uint32_t>::max() - 4096LL;
 
 int container_for(const AudioFormat& format) {
-    const std::int64_t most_frames =
-        most_wav_data_bytes / (format.channels * static_cast<std::int64_t>(sizeof(float)));
-    return format.frames > most_frames ? SF_FORMAT_RF64 : SF_FORMAT_WAV;
+    const std::int64_t max_frames =
+        max_wav_data_bytes / (format.channels * static_cast<std::int64_t>(sizeof(float)));
+    return format.frames > max_frames ? SF_FORMAT_RF64 : SF_FORMAT_WAV;
 }
 
 /// A wav file in the making.
@@ -72,7 +72,7 @@ private:
     int library_error_ = 0;
 };
 
-Result<void> write_wav(AudioStore& store, const std::filesystem::path& source, FrameRange range,
+Result<void> write_wav(AudioCache& store, const std::filesystem::path& source, FrameRange range,
                        const GainCurve& gain, const AudioFormat& format, int descriptor,
                        const std::filesystem::path& target) {
     WavWriter wav(descriptor, format);
@@ -91,7 +91,7 @@ Result<void> write_wav(AudioStore& store, const std::filesystem::path& source, F
 
 } // namespace
 
-Result<StagedRender> stage_render(AudioStore& store, const std::filesystem::path& source, FrameRange range,
+Result<StagedRender> stage_render(AudioCache& store, const std::filesystem::path& source, FrameRange range,
                                   const GainCurve& gain, const std::filesystem::path& target) {
     auto format = store.format(source);
     if (!format)
@@ -99,7 +99,7 @@ Result<StagedRender> stage_render(AudioStore& store, const std::filesystem::path
     if (range.frame_count <= 0)
         return tl::unexpected(Failure{target.string() + ": there is nothing to render"});
     format->frames = range.frame_count;
-    auto staged = StagedFile::create(target);
+    auto staged = AtomicFile::create(target);
     if (!staged)
         return tl::unexpected(staged.error());
     return write_wav(store, source, range, gain, *format, staged->descriptor(), target).map([&] {
@@ -107,7 +107,7 @@ Result<StagedRender> stage_render(AudioStore& store, const std::filesystem::path
     });
 }
 
-Result<AudioFormat> render(AudioStore& store, const std::filesystem::path& source, FrameRange range,
+Result<AudioFormat> render(AudioCache& store, const std::filesystem::path& source, FrameRange range,
                            const GainCurve& gain, const std::filesystem::path& target,
                            ExistingFile existing) {
     return stage_render(store, source, range, gain, target).and_then([&](StagedRender&& staged) {
@@ -116,7 +116,7 @@ Result<AudioFormat> render(AudioStore& store, const std::filesystem::path& sourc
 }
 
 Result<bool> is_own_file(const std::filesystem::path& file) {
-    return beginning_of(file, most_header_bytes).map([](const std::optional<std::string>& header) {
+    return beginning_of(file, max_header_bytes).map([](const std::optional<std::string>& header) {
         const std::size_t tag = header ? header->find("ISFT") : std::string::npos;
         return tag != std::string::npos && header->find(own_mark, tag) == tag + chunk_heading_bytes;
     });

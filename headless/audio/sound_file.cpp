@@ -1,7 +1,7 @@
 #include "headless/audio/sound_file.hpp"
 
 #include "headless/audio/header_claim.hpp"
-#include "headless/base/staged_file.hpp"
+#include "headless/base/atomic_file.hpp"
 
 #include <cerrno>
 #include <fcntl.h>

@@ -38,8 +38,8 @@ void WindowMaximum::end_hop(ebur128_state* state) {
     if (usable_hops_ * hop_milliseconds_ < window_milliseconds_)
         return;
     const double energy = sums_are_exact_ ? summed_energy() : asked_energy(state);
-    if (energy >= 0.0 && energy > most_energy_) { // an empty optional is less than any number
-        most_energy_ = energy;
+    if (energy >= 0.0 && energy > max_energy_) { // an empty optional is less than any number
+        max_energy_ = energy;
         loudest_hop_ = hops_;
     }
 }
@@ -62,7 +62,7 @@ double WindowMaximum::summed_energy() const {
 
 // The energy of the current window, or 0 if it cannot be the loudest.
 double WindowMaximum::asked_energy(ebur128_state* state) const {
-    if (!hops_are_long() && summed_energy() * rounding_margin < most_energy_)
+    if (!hops_are_long() && summed_energy() * rounding_margin < max_energy_)
         return 0.0;
     double lufs = 0.0;
     ask_(state, &lufs);
@@ -70,10 +70,10 @@ double WindowMaximum::asked_energy(ebur128_state* state) const {
 }
 
 std::optional<PlacedReading> WindowMaximum::reading() const {
-    if (!most_energy_)
+    if (!max_energy_)
         return std::nullopt;
     const auto start_milliseconds = loudest_hop_ * hop_milliseconds_ - window_milliseconds_;
-    return PlacedReading{lufs_of(*most_energy_), static_cast<double>(start_milliseconds) / 1000.0};
+    return PlacedReading{lufs_of(*max_energy_), static_cast<double>(start_milliseconds) / 1000.0};
 }
 
 } // namespace headless::audio

@@ -36,7 +36,7 @@ public:
     void skip_hop();
 
     /// Mean energy of the loudest window; 0 before the first.
-    double most_energy() const { return most_energy_.value_or(0.0); }
+    double max_energy() const { return max_energy_.value_or(0.0); }
 
     /// Empty if no complete window fitted.
     std::optional<PlacedReading> reading() const;
@@ -59,7 +59,7 @@ private:
     std::int64_t hops_ = 0;
     std::int64_t usable_hops_ = 0; // since the last gap; negative while the filter's memory still holds one
     std::int64_t loudest_hop_ = 0;
-    std::optional<double> most_energy_;
+    std::optional<double> max_energy_;
 };
 
 } // namespace headless::audio

@@ -1,6 +1,6 @@
 #include "headless/base/folder.hpp"
 
-#include "headless/base/staged_file.hpp"
+#include "headless/base/atomic_file.hpp"
 
 #include <cerrno>
 #include <fcntl.h>

@@ -87,7 +87,7 @@ Result<void> save(const char* project_file) {
         return failure("no project file is named");
     workstation::Workstation& workstation = session->workstation;
     return jobs::check_project_output(jobs::OutputGuard({}), project_file, workstation.project().file)
-        .and_then([&] { return jobs::keep_foreign_original(project_file); })
+        .and_then([&] { return jobs::back_up_foreign_original(project_file); })
         .and_then([&](const std::string& kept) {
             if (!kept.empty())
                 failures.push_back({kept});

@@ -1,14 +1,14 @@
 #include "headless/cli/import_command.hpp"
 
+#include "headless/base/atomic_file.hpp"
 #include "headless/base/interruption.hpp"
-#include "headless/base/staged_file.hpp"
 #include "headless/cli/messages.hpp"
 #include "headless/cli/plugin_location.hpp"
 #include "headless/cli/signals.hpp"
+#include "headless/jobs/disk_reservation.hpp"
 #include "headless/jobs/import_plan.hpp"
 #include "headless/jobs/import_session.hpp"
 #include "headless/jobs/project_output.hpp"
-#include "headless/jobs/reserved_room.hpp"
 #include "headless/report/printable.hpp"
 #include "headless/report/progress.hpp"
 
@@ -89,9 +89,9 @@ Result<jobs::EarlierProject> spare_earlier(const jobs::ImportPlan& plan, jobs::O
 
 void save(jobs::ImportSession& session, const jobs::ImportPlan& plan, const jobs::EarlierProject& earlier,
           report::ImportReport& report) {
-    const auto kept = jobs::keep_foreign_original(plan.project);
+    const auto kept = jobs::back_up_foreign_original(plan.project);
     if (kept && !kept->empty())
-        tell(*kept);
+        print_error(*kept);
     const auto saved = kept.and_then([&](const std::string&) { return session.save(plan.project, earlier); });
     if (!saved) {
         report.failures.push_back(saved.error().message);
@@ -142,9 +142,9 @@ report::ImportReport import_pairs(jobs::ImportSession& session, const jobs::Impo
     });
 }
 
-int tell_all(const jobs::ImportOptions& options, const report::ImportReport& report) {
+int print_errors(const jobs::ImportOptions& options, const report::ImportReport& report) {
     for (const std::string& failure : report.failures)
-        tell(failure);
+        print_error(failure);
     std::cout << (options.json ? report::json_summary(report) : report::text_summary(report));
     return finish_output() && report.failures.empty() ? 0 : 1;
 }
@@ -152,7 +152,7 @@ int tell_all(const jobs::ImportOptions& options, const report::ImportReport& rep
 /// An existing project stays as it was, and the renders of a project that will not be written are not needed.
 int give_up(const jobs::ImportSession& session) {
     session.remove_renders();
-    return tell_interruption("nothing was imported");
+    return print_interruption("nothing was imported");
 }
 
 int run(const jobs::ImportOptions& options) {
@@ -166,7 +166,7 @@ int run(const jobs::ImportOptions& options) {
         return cannot_begin(session.error());
     if (options.is_dry_run) {
         const report::ImportReport report = import_pairs(*session, options, *plan);
-        return interruption::signal_number() != 0 ? give_up(*session) : tell_all(options, report);
+        return interruption::signal_number() != 0 ? give_up(*session) : print_errors(options, report);
     }
 
     const auto earlier = spare_earlier(*plan, guard);
@@ -181,15 +181,15 @@ int run(const jobs::ImportOptions& options) {
             return cannot_begin(made.error());
         renders.emplace(std::move(*made));
     }
-    jobs::ReservedRoom project_room(jobs::true_path(plan->project).parent_path(),
-                                    expected_project_size(*plan));
+    jobs::DiskReservation project_room(jobs::true_path(plan->project).parent_path(),
+                                       expected_project_size(*plan));
     report::ImportReport report = import_pairs(*session, options, *plan);
     if (interruption::signal_number() != 0)
         return give_up(*session);
     project_room.release();
     save(*session, *plan, *earlier, report);
     write_lists(options, report);
-    return tell_all(options, report);
+    return print_errors(options, report);
 }
 
 void check_together(const jobs::ImportOptions& options) {

@@ -7,17 +7,19 @@
 
 namespace headless::cli {
 
-void tell(std::string_view message) { std::cerr << "felspar: " << report::printable(message) << std::endl; }
+void print_error(std::string_view message) {
+    std::cerr << "felspar: " << report::printable(message) << std::endl;
+}
 
 bool finish_output() {
     const bool is_whole = std::fflush(stdout) == 0 && std::cout.flush() && std::ferror(stdout) == 0;
     if (!is_whole)
-        tell("the standard output could not be written to its end");
+        print_error("the standard output could not be written to its end");
     return is_whole;
 }
 
 int cannot_begin(const Failure& failure) {
-    tell(failure.message);
+    print_error(failure.message);
     return 1;
 }
 

@@ -8,7 +8,7 @@
 namespace headless::cli {
 
 /// Prints one line; characters that cannot be printed are made visible.
-void tell(std::string_view message);
+void print_error(std::string_view message);
 
 /// Flushes the standard output. Reports an error if not all of it was written.
 /// @returns whether all of it was written

@@ -117,8 +117,8 @@ int run(const RideOptions& options) {
     reporter.finish(*folder, project);
     const bool is_told = finish_output();
     if (interruption::signal_number() != 0)
-        return tell_interruption("what was ridden stays" +
-                                 std::string(options.project.empty() ? "" : ", no project was written"));
+        return print_interruption("what was ridden stays" +
+                                  std::string(options.project.empty() ? "" : ", no project was written"));
     return reporter.anything_failed() || !is_told ? 1 : 0;
 }
 

@@ -57,7 +57,7 @@ void add_answers(const RunOptions& options, workstation::DialogAnswers& answers)
 }
 
 /// Prints line by line, so that an error's traceback stays readable. Indents become blanks.
-void tell_error(std::string_view error) {
+void print_script_error(std::string_view error) {
     while (!error.empty()) {
         const std::size_t end = std::min(error.find('\n'), error.size());
         std::string_view line = error.substr(0, end);
@@ -69,18 +69,18 @@ void tell_error(std::string_view error) {
 }
 
 /// @returns whether there were any
-bool tell_all(const std::vector<Failure>& failures) {
+bool print_errors(const std::vector<Failure>& failures) {
     for (const Failure& failure : failures)
-        tell(failure.message);
+        print_error(failure.message);
     return !failures.empty();
 }
 
 Result<std::vector<Failure>> save(const RunOptions& options, workstation::Workstation& workstation) {
     if (options.save.empty())
         return {};
-    return jobs::keep_foreign_original(options.save).and_then([&](const std::string& kept) {
+    return jobs::back_up_foreign_original(options.save).and_then([&](const std::string& kept) {
         if (!kept.empty())
-            tell(kept);
+            print_error(kept);
         return jobs::save_project_as(workstation, options.save);
     });
 }
@@ -89,17 +89,17 @@ Result<std::vector<Failure>> save(const RunOptions& options, workstation::Workst
 /// @returns whether everything was done and saved
 bool finish(const RunOptions& options, workstation::Workstation& workstation,
             const script::ScriptOutcome& outcome, bool& is_saved) {
-    tell_error(outcome.error);
+    print_script_error(outcome.error);
     std::vector<Failure> losses;
     if (outcome.status == 0) {
         const auto saved = save(options, workstation);
         losses = saved ? *saved : std::vector{saved.error()};
         is_saved = saved && !options.save.empty();
     }
-    const bool failed = tell_all(workstation.take_failures());
-    const bool lost = tell_all(losses);
+    const bool failed = print_errors(workstation.take_failures());
+    const bool lost = print_errors(losses);
     for (const std::string& title : workstation.dialog_answers.never_asked())
-        tell("no dialog \"" + title + "\" has come");
+        print_error("no dialog \"" + title + "\" has come");
     return outcome.status == 0 && !failed && !lost;
 }
 
@@ -111,10 +111,10 @@ int run_and_save(const RunOptions& options, workstation::Workstation& workstatio
         script::run_script(workstation, plugin, options.script, [&](const script::ScriptOutcome& ended) {
             is_done = finish(options, workstation, ended, is_saved);
         });
-    const bool failed = tell_all(workstation.take_failures()); // from finalizers
+    const bool failed = print_errors(workstation.take_failures()); // from finalizers
     const bool is_told = finish_output();
     if (interruption::signal_number() != 0)
-        return tell_interruption(is_saved ? "the project was saved" : "nothing was saved");
+        return print_interruption(is_saved ? "the project was saved" : "nothing was saved");
     return outcome.status != 0 ? outcome.status : is_done && !failed && is_told ? 0 : 1;
 }
 

@@ -13,9 +13,9 @@ void watch_signals() {
     std::signal(SIGPIPE, SIG_IGN);
 }
 
-int tell_interruption(const std::string& outcome) {
+int print_interruption(const std::string& outcome) {
     const int number = interruption::signal_number();
-    tell(std::string("interrupted by SIG") + sigabbrev_np(number) + ": " + outcome);
+    print_error(std::string("interrupted by SIG") + sigabbrev_np(number) + ": " + outcome);
     return 128 + number;
 }
 

@@ -11,6 +11,6 @@ void watch_signals();
 
 /// Reports which signal came, and what became of the work.
 /// @returns the exit status for it, as in shells: 128 plus the signal's number
-int tell_interruption(const std::string& outcome);
+int print_interruption(const std::string& outcome);
 
 } // namespace headless::cli

@@ -16,7 +16,7 @@
 namespace headless::functions {
 namespace {
 
-constexpr int most_fields = 16;
+constexpr int max_fields = 16;
 
 bool has_terminal() { return isatty(STDIN_FILENO) == 1 && isatty(STDERR_FILENO) == 1; }
 
@@ -117,7 +117,7 @@ bool answer_form(workstation::Workstation& workstation, const std::string& title
 
 bool get_user_inputs(workstation::Workstation& workstation, const char* title, int field_count,
                      const char* captions_csv, char* values_csv, int values_size) {
-    if (field_count < 1 || field_count > most_fields || !values_csv || values_size < 1)
+    if (field_count < 1 || field_count > max_fields || !values_csv || values_size < 1)
         return false;
     Form form = read_form(static_cast<std::size_t>(field_count), captions_csv, values_csv);
     if (!answer_form(workstation, workstation::to_string(title), form))

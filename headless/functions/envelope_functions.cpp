@@ -109,7 +109,7 @@ void sort_points(workstation::Workstation& workstation, BR_Envelope* handle) {
     if (workstation::EnvelopeObject* object = workstation.envelope_objects().find(handle)) {
         auto points = std::move(object->points).take();
         std::ranges::stable_sort(points, {}, &project::EnvelopePoint::position_seconds);
-        object->points = GapList(std::move(points));
+        object->points = GapBuffer(std::move(points));
     }
 }
 

@@ -1,6 +1,6 @@
 #include "headless/jobs/import_session.hpp"
 
-#include "headless/audio/audio_store.hpp"
+#include "headless/audio/audio_cache.hpp"
 #include "headless/base/interruption.hpp"
 #include "headless/functions/all_functions.hpp"
 #include "headless/jobs/pair_recorder.hpp"

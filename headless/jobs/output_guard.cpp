@@ -1,8 +1,8 @@
 #include "headless/jobs/output_guard.hpp"
 
 #include "headless/audio/render.hpp"
+#include "headless/base/atomic_file.hpp"
 #include "headless/base/file_reading.hpp"
-#include "headless/base/staged_file.hpp"
 #include "headless/report/import_report.hpp"
 #include "headless/rpp/rpp.hpp"
 

@@ -1,6 +1,6 @@
 #include "headless/jobs/pair_recorder.hpp"
 
-#include "headless/audio/audio_store.hpp"
+#include "headless/audio/audio_cache.hpp"
 #include "headless/report/remarks.hpp"
 #include "headless/workstation/take_loudness.hpp"
 

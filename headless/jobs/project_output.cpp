@@ -1,7 +1,7 @@
 #include "headless/jobs/project_output.hpp"
 
+#include "headless/base/atomic_file.hpp"
 #include "headless/base/folder.hpp"
-#include "headless/base/staged_file.hpp"
 #include "headless/jobs/earlier_project.hpp"
 #include "headless/rpp/rpp.hpp"
 #include "headless/workstation/workstation.hpp"
@@ -28,7 +28,7 @@ std::filesystem::path true_path(const std::filesystem::path& file) {
 }
 
 Result<void> check_writable(const std::filesystem::path& target) {
-    return StagedFile::create(target).map([](const StagedFile&) {});
+    return AtomicFile::create(target).map([](const AtomicFile&) {});
 }
 
 Result<void> check_project_output(const OutputGuard& guard, const std::filesystem::path& target,
@@ -39,7 +39,7 @@ Result<void> check_project_output(const OutputGuard& guard, const std::filesyste
     return permitted.and_then([&] { return check_writable(target); });
 }
 
-Result<std::string> keep_foreign_original(const std::filesystem::path& file) {
+Result<std::string> back_up_foreign_original(const std::filesystem::path& file) {
     namespace fs = std::filesystem;
     const auto project = behind_links(file);
     if (!project)

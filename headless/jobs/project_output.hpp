@@ -31,7 +31,7 @@ Result<void> check_project_output(const OutputGuard& guard, const std::filesyste
 /// Keeps a backup of a project as "NAME-bak" beside it (beside the target if `project` is a link) if another
 /// program saved it: it may hold data that this program does not know and would not write again.
 /// @returns a message for the user, empty if there was nothing to keep
-Result<std::string> keep_foreign_original(const std::filesystem::path& project);
+Result<std::string> back_up_foreign_original(const std::filesystem::path& project);
 
 /// Saves the workstation's project as `file`, or as its target if `file` is a link. The folder must exist.
 /// Paths of renders below that folder are relative to it, so that both can be moved together.

@@ -1,6 +1,6 @@
 #include "headless/jobs/ride_session.hpp"
 
-#include "headless/audio/audio_store.hpp"
+#include "headless/audio/audio_cache.hpp"
 #include "headless/audio/loudness.hpp"
 #include "headless/base/interruption.hpp"
 #include "headless/functions/all_functions.hpp"
@@ -24,7 +24,7 @@ double next_position(const project::Track& track) {
 }
 
 /// Empty if the recording is too short, or if loudness is not defined for its format.
-Result<std::optional<double>> momentary_maximum(audio::AudioStore& store, const std::filesystem::path& file) {
+Result<std::optional<double>> momentary_maximum(audio::AudioCache& store, const std::filesystem::path& file) {
     const auto format = store.format(file);
     if (!format)
         return tl::unexpected(format.error());

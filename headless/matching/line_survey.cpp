@@ -1,7 +1,7 @@
 #include "headless/matching/line_survey.hpp"
 
 #include "common/folder_entries.hpp"
-#include "headless/matching/near_name.hpp"
+#include "headless/matching/near_match.hpp"
 
 #include <algorithm>
 #include <map>
@@ -19,7 +19,7 @@ using PathsByName = std::unordered_map<std::string, Paths>;
 
 /// Maximum number of base lines compared per loose name; more would be slow for a large folder in which all
 /// lines have the same name.
-constexpr std::size_t most_candidates = 8;
+constexpr std::size_t max_candidates = 8;
 
 bool is_wav(const fs::path& file) {
     std::string extension = file.extension().string();
@@ -88,7 +88,7 @@ PathsByName by_loose_key(const Paths& files) {
     PathsByName keys;
     for (const fs::path& file : files) {
         Paths& candidates = keys[loose_key(file.filename().string())];
-        if (candidates.size() < most_candidates)
+        if (candidates.size() < max_candidates)
             candidates.push_back(file);
     }
     return keys;

@@ -1,7 +1,7 @@
 #pragma once
 // The selected objects of one kind, in project order, with access by index.
 
-#include "headless/base/gap_list.hpp"
+#include "headless/base/gap_buffer.hpp"
 
 #include <cstddef>
 #include <vector>
@@ -58,7 +58,7 @@ private:
         return begin;
     }
 
-    GapList<T*> objects_;
+    GapBuffer<T*> objects_;
 };
 
 } // namespace headless::project

@@ -14,9 +14,9 @@ using figures::formatted;
 using figures::loudness_text;
 namespace fs = std::filesystem;
 
-constexpr std::size_t most_pairs_in_full = 40;
+constexpr std::size_t max_pairs_in_full = 40;
 constexpr std::size_t farthest_pairs = 12; ///< shown instead if there are more
-constexpr std::size_t most_names = 20;     ///< of a list that is no failure
+constexpr std::size_t max_names = 20;      ///< of a list that is no failure
 
 std::string below(const fs::path& folder, const fs::path& file) {
     const fs::path relative = file.lexically_relative(folder);
@@ -52,7 +52,7 @@ public:
         add_same_names("base", report_.survey.same_base_names, report_.base_folder);
         add_list("Base lines that no subject line asked for", report_.survey.unused_bases,
                  report_.base_folder);
-        add_near_names();
+        add_near_matches();
         add_list("Subject lines without a partner", report_.unmatched, report_.subject_folder);
         add_remarks();
         add_groups();
@@ -66,7 +66,7 @@ private:
         std::vector<const ImportedPair*> shown;
         for (const ImportedPair& pair : report_.pairs)
             shown.push_back(&pair);
-        if (shown.size() > most_pairs_in_full && !report_.is_dry_run) {
+        if (shown.size() > max_pairs_in_full && !report_.is_dry_run) {
             if (!report_.is_matched)
                 return;
             keep_farthest(shown);
@@ -165,8 +165,8 @@ private:
     }
 
     void end_list(std::size_t count) {
-        if (count > most_names)
-            text_ += formatted("  and %zu more; --json lists all\n", count - most_names);
+        if (count > max_names)
+            text_ += formatted("  and %zu more; --json lists all\n", count - max_names);
         text_ += '\n';
     }
 
@@ -174,17 +174,17 @@ private:
         if (files.empty())
             return;
         add_title(title, files.size());
-        for (std::size_t i = 0; i < std::min(files.size(), most_names); ++i)
+        for (std::size_t i = 0; i < std::min(files.size(), max_names); ++i)
             text_ += "  " + below(folder, files[i]) + '\n';
         end_list(files.size());
     }
 
-    void add_near_names() {
+    void add_near_matches() {
         const auto& lines = report_.survey.near_lines;
         if (lines.empty())
             return;
         add_title("Without a partner, but nearly named as a base line", lines.size());
-        for (std::size_t i = 0; i < std::min(lines.size(), most_names); ++i) {
+        for (std::size_t i = 0; i < std::min(lines.size(), max_names); ++i) {
             std::string differences;
             for (const std::string_view difference : lines[i].differences)
                 differences.append(differences.empty() ? "" : ", ").append(difference);
@@ -199,7 +199,7 @@ private:
         if (names.empty())
             return;
         add_title(std::string("Names that stand more than once on the ") + side + " side", names.size());
-        for (std::size_t i = 0; i < std::min(names.size(), most_names); ++i) {
+        for (std::size_t i = 0; i < std::min(names.size(), max_names); ++i) {
             text_ += " ";
             for (const fs::path& file : names[i].files)
                 text_ += " " + below(folder, file);

@@ -1,5 +1,5 @@
+#include "headless/base/atomic_file.hpp"
 #include "headless/base/file_reading.hpp"
-#include "headless/base/staged_file.hpp"
 #include "headless/rpp/rpp.hpp"
 #include "headless/rpp/words.hpp"
 

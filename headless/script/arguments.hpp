@@ -17,7 +17,7 @@ class Workstation;
 namespace headless::script {
 
 /// Functions with more parameters are not offered to scripts.
-constexpr std::size_t most_parameters = 24;
+constexpr std::size_t max_parameters = 24;
 
 /// Storage of one argument or result during a call.
 struct Cell {
@@ -31,8 +31,8 @@ struct Cell {
 
 /// Owns nothing, since Lua errors skip destructors.
 struct Arguments {
-    std::array<void*, most_parameters> words;
-    std::array<Cell, most_parameters> cells;
+    std::array<void*, max_parameters> words;
+    std::array<Cell, max_parameters> cells;
 };
 
 /// Buffers for strings that a call returns. Only one call uses them at a time.
@@ -50,8 +50,8 @@ public:
     }
 
 private:
-    std::array<std::unique_ptr<char[]>, most_parameters> buffers_;
-    std::array<std::size_t, most_parameters> sizes_{};
+    std::array<std::unique_ptr<char[]>, max_parameters> buffers_;
+    std::array<std::size_t, max_parameters> sizes_{};
 };
 
 /// A function as the bridge calls it.

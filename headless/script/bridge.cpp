@@ -34,7 +34,7 @@ int call_bridged(lua_State* L) {
 Bridge::Bridge(workstation::Workstation& workstation) {
     for (workstation::ScriptFunction& function : workstation.script_functions()) {
         Definition definition = parse_definition(function.definition);
-        if (definition.parameters.size() <= most_parameters) {
+        if (definition.parameters.size() <= max_parameters) {
             functions_.push_back(
                 {std::move(function.name), std::move(definition), function.call, &workstation, &buffers_});
         }

@@ -7,7 +7,7 @@ namespace headless::script {
 namespace {
 
 constexpr const char* type_name = "reaper.array";
-constexpr lua_Integer most_numbers = 4'194'304; // as many as the workstation allows
+constexpr lua_Integer max_numbers = 4'194'304; // as many as the workstation allows
 
 NumberArray& check_array(lua_State* L, int index) {
     NumberArray* array = to_number_array(L, index);
@@ -178,7 +178,7 @@ int new_array(lua_State* L) {
     const int size_index = has_source ? 2 : 1;
     const lua_Integer wanted =
         has_source ? luaL_optinteger(L, 2, length_of_source(L)) : luaL_checkinteger(L, 1);
-    luaL_argcheck(L, wanted >= 1 && wanted <= most_numbers, size_index, "out of range");
+    luaL_argcheck(L, wanted >= 1 && wanted <= max_numbers, size_index, "out of range");
     const auto size = static_cast<std::size_t>(wanted);
     lua_settop(L, 1);
     auto* array = static_cast<NumberArray*>(lua_newuserdata(L, sizeof(NumberArray) + size * sizeof(double)));

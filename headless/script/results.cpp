@@ -77,7 +77,7 @@ void* address_in(const void* number) {
 
 int push_results(lua_State* L, const BridgedFunction& function, const Arguments& arguments, void* result) {
     const Definition& definition = function.definition;
-    luaL_checkstack(L, static_cast<int>(most_parameters) + 1, "results");
+    luaL_checkstack(L, static_cast<int>(max_parameters) + 1, "results");
     int count = 0;
     if (gives_object(function, arguments)) {
         push_handle(L, address_in(result));

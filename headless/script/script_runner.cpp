@@ -1,11 +1,11 @@
 #include "headless/script/script_runner.hpp"
 
 #include "headless/script/bridge.hpp"
+#include "headless/script/deferred_calls.hpp"
 #include "headless/script/guarded_debug.hpp"
 #include "headless/script/memory_limit.hpp"
 #include "headless/script/number_array.hpp"
 #include "headless/script/script_stop.hpp"
-#include "headless/script/turns.hpp"
 #include "headless/workstation/plugin_library.hpp"
 #include "headless/workstation/workstation.hpp"
 

@@ -9,7 +9,7 @@ namespace headless::workstation {
 
 namespace fs = std::filesystem;
 
-Result<project::Source> open_source(audio::AudioStore& audio, const fs::path& file) {
+Result<project::Source> open_source(audio::AudioCache& audio, const fs::path& file) {
     const Result<audio::AudioFormat> format = decoded_format(audio, file);
     if (!format)
         return tl::unexpected(format.error());

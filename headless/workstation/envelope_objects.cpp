@@ -9,7 +9,7 @@ BR_Envelope* EnvelopeObjects::take_out(project::Envelope& envelope, double zero_
         EnvelopeObject{&envelope,
                        zero_seconds,
                        envelope.properties,
-                       GapList(std::vector(envelope.points().begin(), envelope.points().end())),
+                       GapBuffer(std::vector(envelope.points().begin(), envelope.points().end())),
                        {}});
     auto* handle = reinterpret_cast<BR_Envelope*>(object.get());
     objects_.emplace(handle, std::move(object));

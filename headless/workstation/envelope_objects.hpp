@@ -2,7 +2,7 @@
 // Copies of envelopes for editing: a plug-in changes a copy point by point and writes it back, or discards
 // it.
 
-#include "headless/base/gap_list.hpp"
+#include "headless/base/gap_buffer.hpp"
 #include "headless/base/handles.hpp"
 #include "headless/workstation/workstation.hpp"
 
@@ -16,7 +16,7 @@ struct EnvelopeObject {
     project::Envelope* target; ///< may no longer exist at write-back
     double zero_seconds;       ///< zero of the positions, relative to the take's start
     project::EnvelopeProperties properties;
-    GapList<project::EnvelopePoint> points;
+    GapBuffer<project::EnvelopePoint> points;
     EnvelopeEdit edit;
 };
 

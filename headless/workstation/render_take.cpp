@@ -39,7 +39,7 @@ Result<ExistingRender> judge(const Workstation& workstation, const fs::path& fil
 }
 
 // Empty if the name belongs to another file.
-Result<fs::path> publish_as(fs::path file, StagedFile& staged, const Workstation& workstation,
+Result<fs::path> publish_as(fs::path file, AtomicFile& staged, const Workstation& workstation,
                             const project::Take& take) {
     const bool taken = is_taken(file);
     const Result<ExistingRender> judgement = taken ? judge(workstation, file, take) : ExistingRender::replace;
@@ -55,7 +55,7 @@ Result<fs::path> publish_as(fs::path file, StagedFile& staged, const Workstation
 }
 
 // Publishes under the plain name, or with the first number that is free.
-Result<fs::path> publish(const fs::path& plain, StagedFile& staged, Workstation& workstation,
+Result<fs::path> publish(const fs::path& plain, AtomicFile& staged, Workstation& workstation,
                          const project::Take& take) {
     const std::string_view stem = without_audio_extension(take.name);
     Result<fs::path> file = publish_as(plain, staged, workstation, take);

@@ -6,7 +6,7 @@
 namespace headless::workstation {
 namespace {
 
-constexpr double most_frames = 9007199254740992.0; // 2^53: beyond it a double skips frames
+constexpr double max_frames = 9007199254740992.0; // 2^53: beyond it a double skips frames
 
 // The first unsupported setting of the take; empty if there is none.
 std::string unsupported_setting(const project::Take& take) {
@@ -23,13 +23,13 @@ tl::unexpected<Failure> failure_of(const project::Take& take, const std::string&
 
 } // namespace
 
-Result<audio::AudioFormat> decoded_format(audio::AudioStore& store, const std::filesystem::path& file) {
+Result<audio::AudioFormat> decoded_format(audio::AudioCache& store, const std::filesystem::path& file) {
     return store.read(file, {0, 1}, [](std::span<const float>) { return Result<void>(); }).and_then([&] {
         return store.format(file);
     });
 }
 
-Result<TakeAudio> audio_of(audio::AudioStore& store, const project::Take& take) {
+Result<TakeAudio> audio_of(audio::AudioCache& store, const project::Take& take) {
     if (const std::string setting = unsupported_setting(take); !setting.empty())
         return failure_of(take, setting + " is not supported");
     if (take.source.file.empty())
@@ -39,7 +39,7 @@ Result<TakeAudio> audio_of(audio::AudioStore& store, const project::Take& take) 
         return tl::unexpected(format.error());
     const double first = std::round(take.start_offset_seconds * format->sample_rate);
     const double count = std::round(take.item().length_seconds() * format->sample_rate);
-    if (!(count >= 1.0 && count < most_frames && std::abs(first) < most_frames))
+    if (!(count >= 1.0 && count < max_frames && std::abs(first) < max_frames))
         return failure_of(take, "its item has no usable length");
     const audio::FrameRange range{static_cast<std::int64_t>(first), static_cast<std::int64_t>(count)};
     if (take.item().loop && range.first_frame + range.frame_count > format->frames)

@@ -1,6 +1,6 @@
 #include "headless/workstation/take_loudness.hpp"
 
-#include "headless/audio/loudness_readings.hpp"
+#include "headless/audio/loudness_cache.hpp"
 #include "headless/workstation/take_audio.hpp"
 #include "headless/workstation/workstation.hpp"
 

@@ -1,7 +1,7 @@
 #include "headless/workstation/workstation.hpp"
 
-#include "headless/audio/audio_store.hpp"
-#include "headless/audio/loudness_readings.hpp"
+#include "headless/audio/audio_cache.hpp"
+#include "headless/audio/loudness_cache.hpp"
 #include "headless/workstation/envelope_objects.hpp"
 #include "headless/workstation/host_function.hpp"
 #include "headless/workstation/source_handles.hpp"
@@ -27,8 +27,8 @@ T* alive(const project::Project& project, void* address) {
 } // namespace
 
 Workstation::Workstation(std::span<const HostFunction> functions)
-    : project_(std::make_unique<project::Project>()), audio_(std::make_unique<audio::AudioStore>()),
-      loudness_(std::make_unique<audio::LoudnessReadings>(*audio_)),
+    : project_(std::make_unique<project::Project>()), audio_(std::make_unique<audio::AudioCache>()),
+      loudness_(std::make_unique<audio::LoudnessCache>(*audio_)),
       envelope_objects_(std::make_unique<EnvelopeObjects>()),
       source_handles_(std::make_unique<SourceHandles>(project_->live_objects())) {
     if (living_workstation)
@@ -99,11 +99,11 @@ project::Envelope* Workstation::live(TrackEnvelope* handle) const {
 
 bool Workstation::register_name(const std::string& name, void* value) {
     constexpr std::array<std::string_view, 3> known{"API_", "APIdef_", "APIvararg_"};
-    const bool withdraws = name.starts_with('-');
-    const std::string kept = withdraws ? name.substr(1) : name;
+    const bool unregisters = name.starts_with('-');
+    const std::string kept = unregisters ? name.substr(1) : name;
     if (std::ranges::none_of(known, [&](std::string_view prefix) { return kept.starts_with(prefix); }))
         return false;
-    if (withdraws)
+    if (unregisters)
         registered_.erase(kept);
     else
         registered_[kept] = value;

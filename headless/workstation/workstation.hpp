@@ -23,8 +23,8 @@
 #include <vector>
 
 namespace headless::audio {
-class AudioStore;
-class LoudnessReadings;
+class AudioCache;
+class LoudnessCache;
 } // namespace headless::audio
 
 namespace headless::workstation {
@@ -71,8 +71,8 @@ public:
     static Workstation* current();
 
     project::Project& project() { return *project_; }
-    audio::AudioStore& audio() { return *audio_; }
-    audio::LoudnessReadings& loudness() { return *loudness_; }
+    audio::AudioCache& audio() { return *audio_; }
+    audio::LoudnessCache& loudness() { return *loudness_; }
 
     /// Distance between the windows that are searched for every loudness maximum: 10 ms by default; 400 ms
     /// reads as coarsely as workstations do.
@@ -169,8 +169,8 @@ public:
 
 private:
     std::unique_ptr<project::Project> project_;
-    std::unique_ptr<audio::AudioStore> audio_;
-    std::unique_ptr<audio::LoudnessReadings> loudness_; // reads from the audio
+    std::unique_ptr<audio::AudioCache> audio_;
+    std::unique_ptr<audio::LoudnessCache> loudness_; // reads from the audio
     std::unique_ptr<EnvelopeObjects> envelope_objects_;
     std::unique_ptr<SourceHandles> source_handles_;
     std::unordered_map<std::string, HostFunction> host_functions_;

@@ -15,9 +15,9 @@ struct ApiRow {
     const char* api_name;
     const char* definition_name;
     const char* vararg_name;
-    const char* withdraw_api_name;
-    const char* withdraw_definition_name;
-    const char* withdraw_vararg_name;
+    const char* unregister_api_name;
+    const char* unregister_definition_name;
+    const char* unregister_vararg_name;
 };
 
 struct ApiDefineList {

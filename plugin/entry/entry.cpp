@@ -29,9 +29,9 @@ int load(reaper_plugin_info_t* rec) {
 int unload() {
     if (imported) {
         for (const ApiRow& row : rows()) {
-            call(plugin_register, row.withdraw_api_name, row.function);
-            call(plugin_register, row.withdraw_definition_name, payload(row.definition));
-            call(plugin_register, row.withdraw_vararg_name, row.vararg);
+            call(plugin_register, row.unregister_api_name, row.function);
+            call(plugin_register, row.unregister_definition_name, payload(row.definition));
+            call(plugin_register, row.unregister_vararg_name, row.vararg);
         }
         reaper_plugin = nullptr;
     }

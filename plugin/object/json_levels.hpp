@@ -8,10 +8,10 @@
 
 namespace mk_object {
 
-inline constexpr int most_json_levels = 1000;
+inline constexpr int max_json_levels = 1000;
 
 /// Counts the levels of arrays and objects in a value. Returns `most` + 1 for anything deeper than `most`.
-inline int json_levels(const nlohmann::json& value, int most = most_json_levels) {
+inline int json_levels(const nlohmann::json& value, int most = max_json_levels) {
     int inner_levels = 0;
     if (!value.is_structured())
         return 0;

@@ -104,12 +104,12 @@ void push(lua_State* L, const json& value) {
 
 void get_arg_json(lua_State* L, int index, json& out) {
     if (lua_type(L, index) == LUA_TTABLE)
-        out = read_table(L, index, mk_object::most_json_levels);
+        out = read_table(L, index, mk_object::max_json_levels);
 }
 
 void pushvalue(lua_State* L, const json& value) {
     const int levels = mk_object::json_levels(value);
-    if (levels > mk_object::most_json_levels || !lua_checkstack(L, slots_per_level * levels + 1))
+    if (levels > mk_object::max_json_levels || !lua_checkstack(L, slots_per_level * levels + 1))
         lua_pushnil(L);
     else
         push(L, value);

@@ -12,12 +12,12 @@ namespace {
 
 // The work limit of all searches of one text together. A byte that a repeat passes counts as one, a callout
 // as much as the time of eight. That is seconds at most for a text of 1 MiB, and grows with longer texts.
-constexpr std::size_t least_budget = std::size_t{1} << 29;
+constexpr std::size_t min_budget = std::size_t{1} << 29;
 constexpr std::size_t budget_of_byte = 512;
 constexpr std::size_t cost_of_callout = 8;
 
 // Each step that may have to be undone is stored: enough for a group that is repeated for each byte of 1 MiB.
-constexpr std::uint32_t most_memory_kib = 512U * 1024U;
+constexpr std::uint32_t max_memory_kib = 512U * 1024U;
 
 PCRE2_SPTR bytes_of(std::string_view text) { return reinterpret_cast<PCRE2_SPTR>(text.data()); }
 
@@ -49,10 +49,10 @@ RegexSearch::RegexSearch(std::string_view text, std::string_view pattern, Letter
     : text_(text), code_(compile(translate_pattern(pattern), letter_case)),
       match_(made(pcre2_match_data_create_from_pattern(code_.get(), nullptr))),
       context_(made(pcre2_match_context_create(nullptr))),
-      work_left_(std::max(least_budget, budget_of_byte * text.size())) {
+      work_left_(std::max(min_budget, budget_of_byte * text.size())) {
     pcre2_set_match_limit(context_.get(), std::numeric_limits<std::uint32_t>::max());
     pcre2_set_depth_limit(context_.get(), std::numeric_limits<std::uint32_t>::max());
-    pcre2_set_heap_limit(context_.get(), most_memory_kib);
+    pcre2_set_heap_limit(context_.get(), max_memory_kib);
     pcre2_set_callout(context_.get(), pay_at_callout, this);
 }
 

@@ -13,7 +13,7 @@ namespace {
 using namespace std::regex_constants;
 
 constexpr int deepest_nesting = 250;
-constexpr std::size_t most_repeats = 65535;
+constexpr std::size_t max_repeats = 65535;
 constexpr std::size_t longest_stretch = 64;
 constexpr const char* callout = "(?C1)";
 
@@ -34,8 +34,8 @@ struct Repeat {
 std::size_t read_count(PatternText& text) {
     if (!text.is_at_digit())
         refuse(error_badbrace);
-    const std::size_t count = text.take_number(most_repeats + 1);
-    return count <= most_repeats ? count : throw std::regex_error(error_complexity);
+    const std::size_t count = text.take_number(max_repeats + 1);
+    return count <= max_repeats ? count : throw std::regex_error(error_complexity);
 }
 
 Repeat read_braces(PatternText& text) {
@@ -45,7 +45,7 @@ Repeat read_braces(PatternText& text) {
         repeat.most = repeat.least;
     else if (!text.is_at('}'))
         repeat.most = read_count(text);
-    if (!text.take_if('}') || repeat.most.value_or(most_repeats) < repeat.least)
+    if (!text.take_if('}') || repeat.most.value_or(max_repeats) < repeat.least)
         refuse(error_badbrace);
     return repeat;
 }

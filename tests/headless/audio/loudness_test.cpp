@@ -12,7 +12,7 @@ measure(const std::vector<float>& samples, int sample_rate, int channels,
         const audio::LoudnessRequest& request = audio::LoudnessRequest::everything()) {
     const ScratchFolder folder;
     const auto file = write_sound(folder / "sound.wav", samples, sample_rate, channels);
-    audio::AudioStore store;
+    audio::AudioCache store;
     const auto frames = static_cast<std::int64_t>(samples.size()) / channels;
     return audio::measure_loudness(store, file, {0, frames}, audio::GainCurve(), request);
 }
@@ -28,7 +28,7 @@ class LoudnessAtRate : public testing::TestWithParam<int> {};
 
 // EBU Tech 3341, minimum requirement test 13: file i holds a stereo 1 kHz tone of 0.4 s at -23 dBFS, i * 20
 // ms late.
-TEST_P(LoudnessAtRate, finds_the_momentary_maximum_of_a_tone_wherever_it_lies) {
+TEST_P(LoudnessAtRate, FindsTheMomentaryMaximumOfAToneWhereverItLies) {
     const int rate = GetParam();
     for (int i = 0; i < 20; ++i) {
         const auto maximum = momentary(silence(i * 0.02, rate, 2) + tone(0.4, peak_of_dbfs(-23), rate, 2) +
@@ -40,7 +40,7 @@ TEST_P(LoudnessAtRate, finds_the_momentary_maximum_of_a_tone_wherever_it_lies) {
 }
 
 // Test 14: one file of 20 such tones, each 1 dB louder from -38 dBFS on and 20 ms later in its stretch.
-TEST_P(LoudnessAtRate, finds_the_momentary_maximum_of_tones_that_grow_louder) {
+TEST_P(LoudnessAtRate, FindsTheMomentaryMaximumOfTonesThatGrowLouder) {
     const int rate = GetParam();
     std::vector<float> samples;
     for (int i = 0; i < 20; ++i) {
@@ -76,7 +76,7 @@ void expect_equal(const audio::PlacedReading& found, const audio::PlacedReading&
     EXPECT_NEAR(found.position_seconds, expected.position_seconds, 1e-9);
 }
 
-TEST(Loudness, has_the_maxima_that_asking_the_library_at_every_ten_milliseconds_gives) {
+TEST(Loudness, HasTheMaximaThatAskingTheLibraryAtEveryTenMillisecondsGives) {
     for (const int rate : {8000, 11025, 22050, 44056, 48000}) {
         SCOPED_TRACE(rate);
         std::vector<float> samples;
@@ -94,7 +94,7 @@ TEST(Loudness, has_the_maxima_that_asking_the_library_at_every_ten_milliseconds_
 }
 
 // EBU Tech 3341 tests 1 and 12, and EBU Tech 3342 test 1, shortened.
-TEST(Loudness, reads_the_published_values_of_steady_and_stepped_tones) {
+TEST(Loudness, ReadsThePublishedValuesOfSteadyAndSteppedTones) {
     const auto steady = measure(tone(20.0, peak_of_dbfs(-23), 48000, 2), 48000, 2).value();
     EXPECT_NEAR(steady.integrated_lufs.value(), -23.0, 0.1);
     EXPECT_NEAR(steady.short_term_maximum_lufs.value().value, -23.0, 0.1);
@@ -104,14 +104,14 @@ TEST(Loudness, reads_the_published_values_of_steady_and_stepped_tones) {
     EXPECT_NEAR(stepped.value().range_lu.value(), 10.0, 1.0);
 }
 
-TEST(Loudness, of_the_coarse_reading_looks_at_one_window_every_400_milliseconds) {
+TEST(Loudness, OfTheCoarseReadingLooksAtOneWindowEvery400Milliseconds) {
     const auto samples = silence(0.2, 48000) + tone(0.4, 0.1, 48000) + silence(0.6, 48000);
     const auto coarse = measure(samples, 48000, 1, {.momentary_maximum = true, .hop_milliseconds = 400});
     EXPECT_NEAR(coarse.value().momentary_maximum_lufs->value, momentary(samples, 48000, 1).value - 3.01,
                 0.05);
 }
 
-TEST(Loudness, has_the_readings_that_the_length_allows_and_they_are_infinite_for_silence) {
+TEST(Loudness, HasTheReadingsThatTheLengthAllowsAndTheyAreInfiniteForSilence) {
     for (const double seconds : {0.399, 0.4, 2.999, 3.0}) {
         SCOPED_TRACE(seconds);
         const auto loudness = measure(silence(seconds, 44100), 44100, 1).value();
@@ -125,7 +125,7 @@ TEST(Loudness, has_the_readings_that_the_length_allows_and_they_are_infinite_for
     }
 }
 
-TEST(Loudness, places_the_true_peak_where_it_is) {
+TEST(Loudness, PlacesTheTruePeakWhereItIs) {
     auto samples = tone(1.0, 0.1, 48000);
     samples[36000] = 0.9F;
     const auto true_peak = measure(samples, 48000, 1, {.true_peak = true})->true_peak_dbtp.value();
@@ -133,7 +133,7 @@ TEST(Loudness, places_the_true_peak_where_it_is) {
     EXPECT_GT(true_peak.value, -1.0);
 }
 
-TEST(Loudness, fails_at_rates_that_it_is_not_defined_for) {
+TEST(Loudness, FailsAtRatesThatItIsNotDefinedFor) {
     EXPECT_THAT(measure(noise(100, 0.5), 100, 1, audio::LoudnessRequest::momentary_only()),
                 fails_telling("100 Hz"));
 }

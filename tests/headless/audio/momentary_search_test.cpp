@@ -34,7 +34,7 @@ std::vector<float> bursts(int rate, int channels) {
     return samples;
 }
 
-TEST(MomentarySearch, finds_what_a_meter_finds_that_hears_everything) {
+TEST(MomentarySearch, FindsWhatAMeterFindsThatHearsEverything) {
     for (const int rate : {4000, 8000, 11025, 44100, 48000, 192000}) {
         for (const int channels : {1, 2, 6}) {
             SCOPED_TRACE(testing::Message() << rate << " Hz, " << channels << " channels");

@@ -24,10 +24,10 @@ struct PeaksTest : testing::Test {
 
     ScratchFolder folder;
     std::filesystem::path file = folder / "sound.wav";
-    audio::AudioStore store;
+    audio::AudioCache store;
 };
 
-TEST_F(PeaksTest, are_the_true_extremes_of_each_millisecond) {
+TEST_F(PeaksTest, AreTheTrueExtremesOfEachMillisecond) {
     for (const std::int64_t rate : {8000, 11025, 44100, 96000}) {
         SCOPED_TRACE(rate);
         const std::int64_t frames = rate * 3 / 2;
@@ -45,7 +45,7 @@ TEST_F(PeaksTest, are_the_true_extremes_of_each_millisecond) {
     }
 }
 
-TEST_F(PeaksTest, fold_all_channels_into_one_or_tell_them_apart) {
+TEST_F(PeaksTest, FoldAllChannelsIntoOneOrTellThemApart) {
     write_sound(file, {0.1F, -0.9F, 0.2F, 0.3F}, 1000, 2);
     const auto folded = measure({}, 2);
     EXPECT_EQ(folded.maxima, (std::vector<double>{0.1F, 0.3F}));
@@ -56,7 +56,7 @@ TEST_F(PeaksTest, fold_all_channels_into_one_or_tell_them_apart) {
 }
 
 // Ten frames at 10 Hz with the values 1 to 10, so that frame f lies at f / 10 seconds.
-TEST_F(PeaksTest, cover_the_frames_from_the_start_asked_for) {
+TEST_F(PeaksTest, CoverTheFramesFromTheStartAskedFor) {
     struct Place {
         audio::PeakRequest request;
         std::int64_t delivered;
@@ -75,7 +75,7 @@ TEST_F(PeaksTest, cover_the_frames_from_the_start_asked_for) {
     }
 }
 
-TEST_F(PeaksTest, fail_for_requests_that_make_no_sense) {
+TEST_F(PeaksTest, FailForRequestsThatMakeNoSense) {
     write_sound(file, {0.5F}, 8000);
     for (const audio::PeakRequest request :
          {audio::PeakRequest{0.0, 0.0, 1}, {std::nan(""), 1.0, 1}, {1e300, 1.0, 1}})

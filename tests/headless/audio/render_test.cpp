@@ -13,7 +13,7 @@ using testing::ElementsAre;
 
 struct Render : testing::Test {
     ScratchFolder folder;
-    audio::AudioStore store;
+    audio::AudioCache store;
     std::filesystem::path target = folder / "target.wav";
 };
 
@@ -30,7 +30,7 @@ project::Envelope dense_envelope() {
     return envelope;
 }
 
-TEST(GainCurve, has_the_same_gains_wherever_its_blocks_begin_as_frame_by_frame) {
+TEST(GainCurve, HasTheSameGainsWhereverItsBlocksBeginAsFrameByFrame) {
     const project::Envelope envelope = dense_envelope();
     const audio::GainCurve curve(envelope, 0.03, 2.0);
     for (const std::size_t channels : {1U, 2U, 3U}) {
@@ -49,7 +49,7 @@ TEST(GainCurve, has_the_same_gains_wherever_its_blocks_begin_as_frame_by_frame) 
     }
 }
 
-TEST_F(Render, writes_each_frame_times_the_envelopes_value_there_without_clipping) {
+TEST_F(Render, WritesEachFrameTimesTheEnvelopesValueThereWithoutClipping) {
     const auto samples = noise(60000, 0.9);
     const project::Envelope envelope = dense_envelope();
     for (const int rate : {8000, 11025, 44100, 192000}) {
@@ -70,10 +70,10 @@ TEST_F(Render, writes_each_frame_times_the_envelopes_value_there_without_clippin
     }
 }
 
-TEST_F(Render, gives_the_same_bytes_for_the_same_input_and_marks_them_as_its_own) {
+TEST_F(Render, GivesTheSameBytesForTheSameInputAndMarksThemAsItsOwn) {
     const auto source =
         write_sound(folder / "source.flac", noise(40000, 0.9), 8000, 1, SF_FORMAT_FLAC | SF_FORMAT_PCM_16);
-    audio::AudioStore streaming(0);
+    audio::AudioCache streaming(0);
     ASSERT_TRUE(audio::render(store, source, {0, 40000}, audio::GainCurve(0.3), folder / "first.wav"));
     ASSERT_TRUE(audio::render(streaming, source, {0, 40000}, audio::GainCurve(0.3), folder / "second.wav"));
     EXPECT_EQ(bytes_of(folder / "first.wav"), bytes_of(folder / "second.wav"));
@@ -82,7 +82,7 @@ TEST_F(Render, gives_the_same_bytes_for_the_same_input_and_marks_them_as_its_own
     EXPECT_EQ(audio::is_own_file(source), false);
 }
 
-TEST_F(Render, replaces_an_existing_file_only_when_told_to) {
+TEST_F(Render, ReplacesAnExistingFileOnlyWhenToldTo) {
     const auto source = write_sound(folder / "source.wav", {0.5F, 0.25F}, 8000);
     write_bytes(target, "precious");
     EXPECT_THAT(audio::render(store, source, {0, 2}, audio::GainCurve(), target),
@@ -94,7 +94,7 @@ TEST_F(Render, replaces_an_existing_file_only_when_told_to) {
 }
 
 // Writing past the limit fails as on a full disk.
-TEST_F(Render, tells_why_it_fails_and_leaves_nothing_behind) {
+TEST_F(Render, TellsWhyItFailsAndLeavesNothingBehind) {
     const auto source = write_sound(folder / "source.wav", noise(50000, 0.5), 8000);
     EXPECT_THAT(audio::render(store, source, {0, 1}, audio::GainCurve(), folder / "none/target.wav"),
                 fails_telling("none/target.wav: No such file"));

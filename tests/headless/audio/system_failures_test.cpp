@@ -53,7 +53,7 @@ struct SystemFailures : testing::Test {
     const std::filesystem::path source = folder / "source";
 };
 
-TEST_F(SystemFailures, of_reads_are_not_taken_for_the_end_of_a_recording) {
+TEST_F(SystemFailures, OfReadsAreNotTakenForTheEndOfARecording) {
     const std::pair<const char*, int> formats[] = {{"wav", SF_FORMAT_WAV | SF_FORMAT_PCM_16},
                                                    {"float wav", float_wav},
                                                    {"aiff", SF_FORMAT_AIFF | SF_FORMAT_PCM_24},
@@ -63,9 +63,9 @@ TEST_F(SystemFailures, of_reads_are_not_taken_for_the_end_of_a_recording) {
         SCOPED_TRACE(name);
         write_sound(source, noise(200000, 0.5), 48000, 1, format);
         const auto size = static_cast<off_t>(std::filesystem::file_size(source));
-        for (const std::size_t limit : {audio::AudioStore::default_byte_limit, std::size_t{0}}) {
+        for (const std::size_t limit : {audio::AudioCache::default_byte_limit, std::size_t{0}}) {
             for (const off_t place : {off_t{0}, size / 4, size / 2, size - 1}) {
-                audio::AudioStore store(limit);
+                audio::AudioCache store(limit);
                 reads_fail_behind = place;
                 const auto read = store.read(source, {0, 200000}, [](auto) { return Result<void>(); });
                 reads_fail_behind = -1;
@@ -75,9 +75,9 @@ TEST_F(SystemFailures, of_reads_are_not_taken_for_the_end_of_a_recording) {
     }
 }
 
-TEST_F(SystemFailures, of_writes_leave_no_render_and_of_reads_make_none_foreign) {
+TEST_F(SystemFailures, OfWritesLeaveNoRenderAndOfReadsMakeNoneForeign) {
     write_sound(source, noise(50000, 0.5), 48000);
-    audio::AudioStore store;
+    audio::AudioCache store;
     const auto render_it = [&] {
         return audio::render(store, source, {0, 50000}, audio::GainCurve(0.5), folder / "target.wav");
     };

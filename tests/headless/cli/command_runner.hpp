@@ -50,7 +50,7 @@ protected:
         words.push_back(nullptr);
         const pid_t child = fork();
         if (child == 0) {
-            const rlimit memory{most_memory, most_memory};
+            const rlimit memory{max_memory, max_memory};
             const bool is_ready = setrlimit(RLIMIT_AS, &memory) == 0 && chdir(folder.path.c_str()) == 0 &&
                                   dup2(creat(output.c_str(), 0644), STDOUT_FILENO) >= 0 &&
                                   dup2(creat("stderr", 0644), STDERR_FILENO) >= 0;
@@ -65,7 +65,7 @@ protected:
     std::vector<std::string> ridden_names() const { return names_in(folder / "ridden"); }
 
     ScratchFolder folder;
-    rlim_t most_memory = RLIM_INFINITY; ///< bytes that the command may take
+    rlim_t max_memory = RLIM_INFINITY; ///< bytes that the command may take
 };
 
 } // namespace headless::test

@@ -71,7 +71,7 @@ std::vector<std::string> outline(const project::Project& project) {
     return lines;
 }
 
-TEST_F(ImportCommand, lays_pairs_out_by_group_and_tells_what_has_no_partner) {
+TEST_F(ImportCommand, LaysPairsOutByGroupAndTellsWhatHasNoPartner) {
     line("fr/scene/Bob_2.wav", 0.1, 0.5);
     line("fr/bob_1.WAV", 0.1, 0.5);
     line("fr/bob_alone.wav", 0.1);
@@ -99,7 +99,7 @@ TEST_F(ImportCommand, lays_pairs_out_by_group_and_tells_what_has_no_partner) {
                             "/en/deep/er/bob_1.WAV,2.000000,0.250000,3.250000,0.500000,,,,\r");
 }
 
-TEST_F(ImportCommand, brings_each_ridden_line_to_the_level_of_its_base_line) {
+TEST_F(ImportCommand, BringsEachRiddenLineToTheLevelOfItsBaseLine) {
     line("fr/a.wav", 0.1);
     line("en/a.wav", 0.5);
     line("fr/twice/a.wav", 0.05);
@@ -130,7 +130,7 @@ TEST_F(ImportCommand, brings_each_ridden_line_to_the_level_of_its_base_line) {
     EXPECT_EQ(project.record_path, "fr-takes");
 }
 
-TEST_F(ImportCommand, names_the_lines_that_it_leaves_as_they_are) {
+TEST_F(ImportCommand, NamesTheLinesThatItLeavesAsTheyAre) {
     write_difficult_pairs();
     const Outcome outcome = import({"--match"});
     EXPECT_EQ(outcome.status, 1) << "two files were refused";
@@ -149,7 +149,7 @@ TEST_F(ImportCommand, names_the_lines_that_it_leaves_as_they_are) {
     }
 }
 
-TEST_F(ImportCommand, remarks_on_recordings_that_are_shorter_than_their_headers_claim) {
+TEST_F(ImportCommand, RemarksOnRecordingsThatAreShorterThanTheirHeadersClaim) {
     line("fr/a.wav", 0.1);
     line("en/a.wav", 0.5);
     fs::resize_file(folder / "en/a.wav", fs::file_size(folder / "en/a.wav") - 32000);
@@ -161,7 +161,7 @@ TEST_F(ImportCommand, remarks_on_recordings_that_are_shorter_than_their_headers_
     EXPECT_THAT(import({}).output, HasSubstr("a.wav: " + remark));
 }
 
-TEST_F(ImportCommand, renders_anew_beside_what_the_earlier_project_plays) {
+TEST_F(ImportCommand, RendersAnewBesideWhatTheEarlierProjectPlays) {
     for (const char* side : {"fr", "en"}) {
         fs::create_directory(folder / side);
         write_speech(folder / side / "a.wav", 3.0);
@@ -179,7 +179,7 @@ TEST_F(ImportCommand, renders_anew_beside_what_the_earlier_project_plays) {
     EXPECT_THAT(renders_with("0"), ElementsAre("a.wav"));
 }
 
-TEST_F(ImportCommand, goes_on_with_a_project_whose_group_is_nested_and_not_whole) {
+TEST_F(ImportCommand, GoesOnWithAProjectWhoseGroupIsNestedAndNotWhole) {
     line("fr/bob.wav", 0.1);
     line("en/bob.wav", 0.1);
     project::Project before;
@@ -205,7 +205,7 @@ TEST_F(ImportCommand, goes_on_with_a_project_whose_group_is_nested_and_not_whole
     EXPECT_FALSE(fs::exists(folder / "all.rpp-bak")) << "it was our own";
 }
 
-TEST_F(ImportCommand, keeps_a_foreign_project_beside_the_one_that_it_goes_on_with) {
+TEST_F(ImportCommand, KeepsAForeignProjectBesideTheOneThatItGoesOnWith) {
     line("fr/bob.wav", 0.1);
     line("en/bob.wav", 0.1);
     const std::string theirs = "<REAPER_PROJECT 0.1 \"6.19/linux-x86_64\" 1700000000\n>\n";
@@ -217,7 +217,7 @@ TEST_F(ImportCommand, keeps_a_foreign_project_beside_the_one_that_it_goes_on_wit
     EXPECT_TRUE(fs::is_symlink(folder / "link.rpp"));
 }
 
-TEST_F(ImportCommand, writes_the_same_bytes_again_in_any_locale) {
+TEST_F(ImportCommand, WritesTheSameBytesAgainInAnyLocale) {
     write_difficult_pairs();
     const std::vector<std::string> options{"--match",   "--ride",      "--csv",
                                            "pairs.csv", "--unmatched", "alone.txt"};
@@ -230,7 +230,7 @@ TEST_F(ImportCommand, writes_the_same_bytes_again_in_any_locale) {
     EXPECT_EQ(all_there_is(), files);
 }
 
-TEST_F(ImportCommand, touches_nothing_in_a_dry_run_or_when_it_refuses) {
+TEST_F(ImportCommand, TouchesNothingInADryRunOrWhenItRefuses) {
     write_difficult_pairs();
     line("fr/EN/more.wav", 0.1);
     write_bytes(folder / "note.rpp", "a note");

@@ -16,7 +16,7 @@ struct ReferenceCommand : FelsparCommand {
     }
 };
 
-TEST_F(ReferenceCommand, tells_each_door_in_the_terms_of_those_who_come_by_it) {
+TEST_F(ReferenceCommand, TellsEachDoorInTheTermsOfThoseWhoComeByIt) {
     const std::string text = felspar({"api"}).output;
     for (const char* part :
          {"Functions of the library (105)", "Functions of the Lua module (18)", "Functions for Python (54)",
@@ -32,14 +32,14 @@ TEST_F(ReferenceCommand, tells_each_door_in_the_terms_of_those_who_come_by_it) {
     EXPECT_EQ(felspar({"api", "--format", "pdf"}).status, 2);
 }
 
-TEST_F(ReferenceCommand, is_a_page_in_which_every_function_can_be_linked_to) {
+TEST_F(ReferenceCommand, IsAPageInWhichEveryFunctionCanBeLinkedTo) {
     const std::string page = reference("html");
     EXPECT_THAT(page, HasSubstr("<article id=\"3-py_GetPathInfo\"><h3><a href=\"#3-py_GetPathInfo\">"));
     EXPECT_THAT(page, HasSubstr("such as {&quot;MediaItem*&quot;: 93824}"));
     EXPECT_THAT(page, Not(HasSubstr("<pre></pre>")));
 }
 
-TEST_F(ReferenceCommand, gives_editors_just_what_scripts_find) {
+TEST_F(ReferenceCommand, GivesEditorsJustWhatScriptsFind) {
     write_bytes(folder / "stub.lua", reference("luals"));
     write_bytes(folder / "compare.lua", R"(
         local stub = {}

@@ -27,7 +27,7 @@ std::pair<double, double> gains_between(const Sound& before, const Sound& after)
     return range;
 }
 
-TEST_F(RideCommand, reports_the_gains_that_the_rendered_file_was_given) {
+TEST_F(RideCommand, ReportsTheGainsThatTheRenderedFileWasGiven) {
     write_speech(folder / "line.wav", 6.0, 2);
     const Outcome outcome = felspar({"ride", "line.wav", "--json"});
     EXPECT_EQ(outcome.errors, "");
@@ -48,7 +48,7 @@ TEST_F(RideCommand, reports_the_gains_that_the_rendered_file_was_given) {
     EXPECT_LT(report["momentary_max_after_lufs"], report["momentary_max_before_lufs"]);
 }
 
-TEST_F(RideCommand, leaves_lower_peaks_with_ratio_3_than_with_ratio_0) {
+TEST_F(RideCommand, LeavesLowerPeaksWithRatio3ThanWithRatio0) {
     write_speech(folder / "line.wav", 3.0);
     fs::create_directory(folder / "hard");
     ASSERT_EQ(felspar({"ride", "line.wav"}).status, 0);
@@ -58,7 +58,7 @@ TEST_F(RideCommand, leaves_lower_peaks_with_ratio_3_than_with_ratio_0) {
     EXPECT_EQ(felspar({"ride", "line.wav", "--ratio", "5"}).status, 2) << "a usage error";
 }
 
-TEST_F(RideCommand, saves_a_project_of_items_a_second_apart_with_the_ride_to_edit) {
+TEST_F(RideCommand, SavesAProjectOfItemsASecondApartWithTheRideToEdit) {
     write_speech(folder / "a.wav", 0.3);
     write_speech(folder / "b.wav", 2.0);
     const Outcome outcome = felspar({"ride", "a.wav", "missing.wav", "b.wav", "--project", "ride.rpp"});
@@ -81,7 +81,7 @@ TEST_F(RideCommand, saves_a_project_of_items_a_second_apart_with_the_ride_to_edi
     EXPECT_GT(volume->points().size(), 2U);
 }
 
-TEST_F(RideCommand, says_in_one_line_why_a_file_is_no_recording_and_rides_the_others) {
+TEST_F(RideCommand, SaysInOneLineWhyAFileIsNoRecordingAndRidesTheOthers) {
     fs::create_directory(folder / "a folder");
     mkfifo((folder / "a pipe").c_str(), 0600);
     fs::create_symlink("/dev/zero", folder / "a device");
@@ -109,7 +109,7 @@ TEST_F(RideCommand, says_in_one_line_why_a_file_is_no_recording_and_rides_the_ot
 
 // A recording whose path the project file cannot hold is lost in it, but its render is not. The name with a
 // line break is that of both takes.
-TEST_F(RideCommand, gives_a_rendered_file_a_row_and_an_item_for_every_kind_of_file_name) {
+TEST_F(RideCommand, GivesARenderedFileARowAndAnItemForEveryKindOfFileName) {
     const std::vector<std::string> names{
         "lost\nb\r\x1b[2J.wav", "lost \"'`.wav", "caf\xe9.wav", "-o.wav", "%s%n.wav", "a.b.WAV", " "};
     std::vector<std::string> arguments{"ride", "--project", "p.rpp", "--"};

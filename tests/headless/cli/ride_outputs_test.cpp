@@ -18,7 +18,7 @@ struct RideOutputs : FelsparCommand {
     std::filesystem::path rendered = folder / "ridden/a.wav";
 };
 
-TEST_F(RideOutputs, are_the_same_bytes_when_made_again) {
+TEST_F(RideOutputs, AreTheSameBytesWhenMadeAgain) {
     ASSERT_EQ(felspar({"ride", "a.wav", "--project", "p.rpp"}).status, 0);
     const std::string first_sound = bytes_of(rendered);
     const std::string first_project = bytes_of(folder / "p.rpp");
@@ -27,7 +27,7 @@ TEST_F(RideOutputs, are_the_same_bytes_when_made_again) {
     EXPECT_EQ(bytes_of(folder / "p.rpp"), first_project);
 }
 
-TEST_F(RideOutputs, that_a_project_plays_stay_until_the_new_project_stands) {
+TEST_F(RideOutputs, ThatAProjectPlaysStayUntilTheNewProjectStands) {
     ASSERT_EQ(felspar({"ride", "a.wav", "--project", "p.rpp"}).status, 0);
     const std::string lightly_ridden = bytes_of(rendered);
     std::filesystem::copy_file(folder / "p.rpp", folder / "kept.rpp");
@@ -46,7 +46,7 @@ TEST_F(RideOutputs, that_a_project_plays_stay_until_the_new_project_stands) {
     EXPECT_THAT(ridden_names(), ElementsAre("a-001.wav")) << "and now none";
 }
 
-TEST_F(RideOutputs, of_a_project_behind_a_link_are_written_there) {
+TEST_F(RideOutputs, OfAProjectBehindALinkAreWrittenThere) {
     std::filesystem::create_directory(folder / "far");
     std::filesystem::create_symlink("far/real.rpp", folder / "p.rpp");
     const std::vector<std::string> ride{"ride", "a.wav", "--ratio", "3", "--project", "p.rpp"};
@@ -62,7 +62,7 @@ TEST_F(RideOutputs, of_a_project_behind_a_link_are_written_there) {
 }
 
 // A memory that holds the program and the small recordings, but not what the large one is decoded to.
-TEST_F(RideOutputs, of_other_recordings_are_made_when_the_memory_does_not_suffice_for_one) {
+TEST_F(RideOutputs, OfOtherRecordingsAreMadeWhenTheMemoryDoesNotSufficeForOne) {
 #ifdef __SANITIZE_ADDRESS__
     GTEST_SKIP() << "the sanitizer needs more memory than that";
 #endif
@@ -74,14 +74,14 @@ TEST_F(RideOutputs, of_other_recordings_are_made_when_the_memory_does_not_suffic
         bytes[40 + i] = static_cast<char>(samples_bytes >> 8 * i);
     write_bytes(folder / "large.wav", bytes);
     std::filesystem::resize_file(folder / "large.wav", 44 + samples_bytes);
-    most_memory = std::size_t{320} << 20;
+    max_memory = std::size_t{320} << 20;
     const Outcome outcome = felspar({"ride", "a.wav", "large.wav", "b.wav"});
     EXPECT_EQ(outcome.status, 1);
     EXPECT_THAT(lines_of(outcome.errors), ElementsAre(HasSubstr("large.wav: there is not enough memory")));
     EXPECT_THAT(ridden_names(), testing::UnorderedElementsAre("a.wav", "b.wav"));
 }
 
-TEST_F(RideOutputs, never_replace_a_file_that_the_user_made) {
+TEST_F(RideOutputs, NeverReplaceAFileThatTheUserMade) {
     std::filesystem::create_directory(folder / "ridden");
     write_speech(rendered, 0.5);
     const std::string theirs = bytes_of(rendered);
@@ -92,7 +92,7 @@ TEST_F(RideOutputs, never_replace_a_file_that_the_user_made) {
     EXPECT_THAT(ridden_names(), ElementsAre("a.wav"));
 }
 
-TEST_F(RideOutputs, never_replace_what_the_run_reads) {
+TEST_F(RideOutputs, NeverReplaceWhatTheRunReads) {
     ASSERT_EQ(felspar({"ride", "a.wav"}).status, 0);
     const std::string first = bytes_of(rendered);
     std::filesystem::create_symlink("ridden", folder / "link");
@@ -102,7 +102,7 @@ TEST_F(RideOutputs, never_replace_what_the_run_reads) {
     EXPECT_THAT(ridden_names(), ElementsAre("a.wav"));
 }
 
-TEST_F(RideOutputs, never_replace_what_the_run_has_written) {
+TEST_F(RideOutputs, NeverReplaceWhatTheRunHasWritten) {
     std::filesystem::create_directory(folder / "take2");
     std::filesystem::create_directory(folder / "ridden");
     write_speech(folder / "take2/a.wav", 2.0);
@@ -112,7 +112,7 @@ TEST_F(RideOutputs, never_replace_what_the_run_has_written) {
     EXPECT_EQ(read_sound(rendered).samples.size(), 16000U) << "nor with the project";
 }
 
-TEST_F(RideOutputs, leave_a_foreign_project_alone_and_then_do_no_work_at_all) {
+TEST_F(RideOutputs, LeaveAForeignProjectAloneAndThenDoNoWorkAtAll) {
     write_bytes(folder / "theirs.rpp", "<REAPER_PROJECT 0.1 \"6.19/linux-x86_64\" 1700000000\n>\n");
     write_bytes(folder / "empty.rpp", "");
     for (const char* project : {"theirs.rpp", "empty.rpp", "a.wav", "missing/p.rpp"}) {
@@ -125,7 +125,7 @@ TEST_F(RideOutputs, leave_a_foreign_project_alone_and_then_do_no_work_at_all) {
     }
 }
 
-TEST_F(RideOutputs, fail_the_run_with_one_line_that_says_why_when_they_cannot_be_made) {
+TEST_F(RideOutputs, FailTheRunWithOneLineThatSaysWhyWhenTheyCannotBeMade) {
     write_bytes(folder / "note.txt", "no library");
     const std::pair<std::vector<std::string>, const char*> runs[] = {
         {{"-o", "nowhere"}, "nowhere: the output folder does not exist"},

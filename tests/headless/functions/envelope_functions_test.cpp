@@ -34,7 +34,7 @@ protected:
     project::Envelope* envelope;
 };
 
-TEST_F(EnvelopeFunctions, number_points_by_creation_until_they_are_sorted) {
+TEST_F(EnvelopeFunctions, NumberPointsByCreationUntilTheyAreSorted) {
     const auto remove = function<bool(BR_Envelope*, int)>("BR_EnvDeletePoint");
     BR_Envelope* object = take_out();
     EXPECT_TRUE(set(object, 1, 1.0, 4.0)) << "before the last one is created, so not counted";
@@ -55,7 +55,7 @@ TEST_F(EnvelopeFunctions, number_points_by_creation_until_they_are_sorted) {
     EXPECT_THAT((std::vector{created, rewritten, deleted, kept}), ElementsAre(1, 1, 1, 2));
 }
 
-TEST_F(EnvelopeFunctions, write_only_what_is_committed_and_has_changed) {
+TEST_F(EnvelopeFunctions, WriteOnlyWhatIsCommittedAndHasChanged) {
     BR_Envelope* dropped = take_out();
     set(dropped, 0, 0.0, 7.0);
     EXPECT_FALSE(free(dropped, false));
@@ -72,7 +72,7 @@ TEST_F(EnvelopeFunctions, write_only_what_is_committed_and_has_changed) {
                                                                  project::PointShape::bezier, false, -1}));
 }
 
-TEST_F(EnvelopeFunctions, count_from_the_project_start_when_asked_to_and_drop_what_has_no_envelope) {
+TEST_F(EnvelopeFunctions, CountFromTheProjectStartWhenAskedToAndDropWhatHasNoEnvelope) {
     BR_Envelope* object = take_out(true);
     EXPECT_EQ(position_of(object, 1), 11.0);
     EXPECT_TRUE(set(object, 1, 10.25, 0.5));

@@ -11,7 +11,7 @@ protected:
         test::write_sound(folder / "line.final.wav", std::vector<float>(8000, 0.5F), 8000, 2);
 };
 
-TEST_F(Insertion, puts_the_file_at_the_cursor_of_the_selected_track) {
+TEST_F(Insertion, PutsTheFileAtTheCursorOfTheSelectedTrack) {
     project.insert_track(0).add_item(0.0, 1.0).set_selected(true);
     project.insert_track(1).set_selected(true);
     project.cursor_seconds = 2.0;
@@ -29,7 +29,7 @@ TEST_F(Insertion, puts_the_file_at_the_cursor_of_the_selected_track) {
     EXPECT_EQ(item.takes().size(), 2U);
 }
 
-TEST_F(Insertion, finds_or_makes_a_track) {
+TEST_F(Insertion, FindsOrMakesATrack) {
     EXPECT_EQ(insert(0), 1);
     EXPECT_EQ(insert(1), 1);
     EXPECT_EQ(insert(512 + (1 << 16)), 1);
@@ -37,7 +37,7 @@ TEST_F(Insertion, finds_or_makes_a_track) {
     EXPECT_EQ(project.track(1)->items().size(), 2U);
 }
 
-TEST_F(Insertion, goes_by_what_can_be_decoded_rather_than_by_the_header) {
+TEST_F(Insertion, GoesByWhatCanBeDecodedRatherThanByTheHeader) {
     const auto cut = test::write_sound(folder / "cut.flac", test::noise(80000, 0.5), 8000, 1,
                                        SF_FORMAT_FLAC | SF_FORMAT_PCM_16);
     std::filesystem::resize_file(cut, std::filesystem::file_size(cut) / 2);
@@ -45,7 +45,7 @@ TEST_F(Insertion, goes_by_what_can_be_decoded_rather_than_by_the_header) {
     EXPECT_NEAR(item.length_seconds(), 5.0, 1.0);
 }
 
-TEST_F(Insertion, refuses_what_is_no_audio_modes_it_has_not_and_tracks_that_are_not_there) {
+TEST_F(Insertion, RefusesWhatIsNoAudioModesItHasNotAndTracksThatAreNotThere) {
     EXPECT_EQ(insert(4), 0);
     EXPECT_EQ(insert(512 + (2 << 16)), 0);
     test::write_bytes(file, "no audio at all");

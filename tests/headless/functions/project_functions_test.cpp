@@ -13,7 +13,7 @@ constexpr double infinity = std::numeric_limits<double>::infinity();
 
 using ProjectFunctions = HostTest;
 
-TEST_F(ProjectFunctions, tell_the_folder_that_renders_go_to) {
+TEST_F(ProjectFunctions, TellTheFolderThatRendersGoTo) {
     const auto info = function<bool(ReaProject*, const char*, char*, bool)>("GetSetProjectInfo_String");
     std::array<char, 1024> path{"takes"};
     EXPECT_TRUE(info(nullptr, "RECORD_PATH", path.data(), true));
@@ -26,7 +26,7 @@ TEST_F(ProjectFunctions, tell_the_folder_that_renders_go_to) {
     EXPECT_EQ(std::filesystem::path(path.data()), folder / "takes");
 }
 
-TEST_F(ProjectFunctions, keep_what_plugins_register_until_it_is_withdrawn) {
+TEST_F(ProjectFunctions, KeepWhatPluginsRegisterUntilItIsWithdrawn) {
     const auto enroll = function<int(const char*, void*)>("plugin_register");
     int payload = 0;
     EXPECT_EQ(enroll("API_Mine", &payload), 1);
@@ -37,11 +37,11 @@ TEST_F(ProjectFunctions, keep_what_plugins_register_until_it_is_withdrawn) {
     EXPECT_EQ(workstation.function("Mine"), nullptr);
 }
 
-TEST_F(ProjectFunctions, serve_one_workstation_at_a_time) {
+TEST_F(ProjectFunctions, ServeOneWorkstationAtATime) {
     EXPECT_THROW(workstation::Workstation({}), std::logic_error);
 }
 
-TEST_F(ProjectFunctions, answer_boxes_by_default_when_there_is_no_terminal) {
+TEST_F(ProjectFunctions, AnswerBoxesByDefaultWhenThereIsNoTerminal) {
     testing::internal::CaptureStderr();
     const int answer =
         function<int(const char*, const char*, int)>("ShowMessageBox")("Open the\nweb page?", "Question", 4);
@@ -50,14 +50,14 @@ TEST_F(ProjectFunctions, answer_boxes_by_default_when_there_is_no_terminal) {
     EXPECT_EQ(answer, 7);
 }
 
-TEST_F(ProjectFunctions, name_a_track_without_a_name_by_its_number) {
+TEST_F(ProjectFunctions, NameATrackWithoutANameByItsNumber) {
     char name[8] = "";
     function<bool(MediaTrack*, char*, int)>("GetTrackName")(
         workstation::Workstation::handle(project.insert_track(0)), name, 8);
     EXPECT_STREQ(name, "Track 1");
 }
 
-TEST_F(ProjectFunctions, keep_or_refuse_the_values_of_a_track) {
+TEST_F(ProjectFunctions, KeepOrRefuseTheValuesOfATrack) {
     struct Value {
         const char* key;
         double written, read;
@@ -76,7 +76,7 @@ TEST_F(ProjectFunctions, keep_or_refuse_the_values_of_a_track) {
     }
 }
 
-TEST_F(ProjectFunctions, report_each_key_that_is_not_known_once) {
+TEST_F(ProjectFunctions, ReportEachKeyThatIsNotKnownOnce) {
     insert_item();
     project::Item& item = insert_item();
     MediaTrack* track = workstation::Workstation::handle(item.track());
@@ -115,7 +115,7 @@ TEST_F(ProjectFunctions, report_each_key_that_is_not_known_once) {
                             tells("GUID")));
 }
 
-TEST_F(ProjectFunctions, clamp_the_cursor_to_the_timeline_and_send_it_to_the_projects_end) {
+TEST_F(ProjectFunctions, ClampTheCursorToTheTimelineAndSendItToTheProjectsEnd) {
     const auto set = function<void(ReaProject*, double, bool, bool)>("SetEditCurPos2");
     const auto get = function<double(ReaProject*)>("GetCursorPositionEx");
     set(nullptr, 3.0, false, false);
@@ -129,7 +129,7 @@ TEST_F(ProjectFunctions, clamp_the_cursor_to_the_timeline_and_send_it_to_the_pro
     EXPECT_EQ(get(nullptr), 7.0);
 }
 
-TEST_F(ProjectFunctions, count_enumerate_change_and_delete_markers) {
+TEST_F(ProjectFunctions, CountEnumerateChangeAndDeleteMarkers) {
     const auto add =
         function<int(ReaProject*, bool, double, double, const char*, int, int)>("AddProjectMarker2");
     const auto enumerate = function<int(ReaProject*, int, bool*, double*, double*, const char**, int*, int*)>(

@@ -1,5 +1,5 @@
 #include "headless/matching/line_survey.hpp"
-#include "headless/matching/near_name.hpp"
+#include "headless/matching/near_match.hpp"
 #include "tests/headless/support/failures.hpp"
 #include "tests/headless/support/scratch_folder.hpp"
 
@@ -26,7 +26,7 @@ struct NearNames {
 
 struct NearName : testing::TestWithParam<NearNames> {};
 
-TEST_P(NearName, is_told_from_another_one_by_what_differs) {
+TEST_P(NearName, IsToldFromAnotherOneByWhatDiffers) {
     const auto& [what, subject, base, differences] = GetParam();
     const matching::LineSurvey survey =
         matching::survey_lines({fs::path("/fr") / subject}, {fs::path("/en") / base});
@@ -58,7 +58,7 @@ INSTANTIATE_TEST_SUITE_P(
                     NearNames{"other", "line_1.wav", "line_2.wav", {}}),
     [](const auto& row) { return row.param.what; });
 
-TEST(LineSurvey, tells_unused_bases_and_names_that_stand_twice) {
+TEST(LineSurvey, TellsUnusedBasesAndNamesThatStandTwice) {
     const matching::LineSurvey survey = matching::survey_lines({"/fr/a.wav", "/fr/b.wav", "/fr/x/a.wav"},
                                                                {"/en/a.wav", "/en/c.wav", "/en/y/c.wav"});
     EXPECT_EQ(survey.pairs, 2U);
@@ -70,7 +70,7 @@ TEST(LineSurvey, tells_unused_bases_and_names_that_stand_twice) {
     EXPECT_THAT(survey.near_lines, IsEmpty());
 }
 
-TEST(LineSurvey, finds_wav_files_at_any_depth_but_behind_no_link_to_a_folder) {
+TEST(LineSurvey, FindsWavFilesAtAnyDepthButBehindNoLinkToAFolder) {
     const test::ScratchFolder folder;
     fs::create_directories(folder / "b/c");
     for (const char* name : {"b/c/z.wav", "b/a.WAV", "B.wav", ".wav", "a.wave", "target"})
@@ -85,7 +85,7 @@ TEST(LineSurvey, finds_wav_files_at_any_depth_but_behind_no_link_to_a_folder) {
     EXPECT_THAT(matching::find_lines(folder / "missing"), test::fails_telling("missing"));
 }
 
-TEST(LineSurvey, names_a_line_whose_path_is_too_long) {
+TEST(LineSurvey, NamesALineWhosePathIsTooLong) {
     const test::ScratchFolder folder;
     const std::string name(250, 'n');
     int deepest = open(folder.path.c_str(), O_DIRECTORY);

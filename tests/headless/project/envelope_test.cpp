@@ -13,7 +13,7 @@ project::Envelope envelope_of(std::vector<project::EnvelopePoint> points) {
     return envelope;
 }
 
-TEST(Envelope, is_straight_between_points_flat_outside_and_steps_where_two_share_a_position) {
+TEST(Envelope, IsStraightBetweenPointsFlatOutsideAndStepsWhereTwoShareAPosition) {
     const project::Envelope envelope = envelope_of({{3.0, 4.0}, {1.0, 2.0}, {3.0, 0.5}});
     EXPECT_EQ(envelope.value_at(-1.0), 2.0);
     EXPECT_EQ(envelope.value_at(1.5), 2.5);
@@ -24,14 +24,14 @@ TEST(Envelope, is_straight_between_points_flat_outside_and_steps_where_two_share
     EXPECT_EQ(project::Envelope("Volume").value_at(0.0), 1.0);
 }
 
-TEST(Envelope, leaves_out_points_that_are_no_numbers) {
+TEST(Envelope, LeavesOutPointsThatAreNoNumbers) {
     const double nan = std::nan("");
     const project::Envelope envelope = envelope_of({{nan, 1.0}, {0.0, 0.5}, {1.0, nan}});
     EXPECT_EQ(envelope.points().size(), 1U);
     EXPECT_EQ(envelope.value_at(7.0), 0.5);
 }
 
-TEST(Envelope, rises_in_each_shape_from_one_point_to_the_next_without_turning_back) {
+TEST(Envelope, RisesInEachShapeFromOnePointToTheNextWithoutTurningBack) {
     struct Rise {
         project::PointShape shape;
         double tension, quarter, half; // the values a quarter and half of the way from 0 to 1

@@ -26,7 +26,7 @@ std::vector<project::Item*> selected(const project::Project& project) {
     return project.selected_items().all();
 }
 
-TEST(Project, keeps_items_and_their_selection_by_track_and_position_wherever_they_move) {
+TEST(Project, KeepsItemsAndTheirSelectionByTrackAndPositionWhereverTheyMove) {
     project::Project project;
     add_tracks(project, {0, 0});
     project::Item& late = project.track(0)->add_item(4.0, 1.0);
@@ -45,7 +45,7 @@ TEST(Project, keeps_items_and_their_selection_by_track_and_position_wherever_the
     EXPECT_THAT(selected(project), ElementsAre(&twin, &early, &other));
 }
 
-TEST(Project, knows_which_objects_live) {
+TEST(Project, KnowsWhichObjectsLive) {
     project::Project project;
     const project::LiveObjects& live = project.live_objects();
     project::Track& track = project.insert_track(0);
@@ -64,7 +64,7 @@ TEST(Project, knows_which_objects_live) {
     EXPECT_EQ(project.selected_items().size() + project.selected_tracks().size(), 0U);
 }
 
-TEST(Selection, answers_like_a_plain_scan_under_random_use_and_when_emptied_downwards) {
+TEST(Selection, AnswersLikeAPlainScanUnderRandomUseAndWhenEmptiedDownwards) {
     project::Project project;
     project::Track& track = project.insert_track(0);
     for (int i = 0; i < 50; ++i)
@@ -89,7 +89,7 @@ TEST(Selection, answers_like_a_plain_scan_under_random_use_and_when_emptied_down
     }
 }
 
-TEST(PointerSet, holds_what_a_plain_set_holds_under_random_use) {
+TEST(PointerSet, HoldsWhatAPlainSetHoldsUnderRandomUse) {
     PointerSet addresses;
     std::set<const void*> expected;
     std::vector<int> objects(300);
@@ -108,7 +108,7 @@ TEST(PointerSet, holds_what_a_plain_set_holds_under_random_use) {
     }
 }
 
-TEST(Project, ends_where_its_last_item_or_region_ends_whatever_becomes_of_them) {
+TEST(Project, EndsWhereItsLastItemOrRegionEndsWhateverBecomesOfThem) {
     project::Project project;
     project::Item& last = project.insert_track(0).add_item(4.0, 2.0);
     project::Item& first = project.insert_track(0).add_item(0.0, 1.0);
@@ -125,7 +125,7 @@ TEST(Project, ends_where_its_last_item_or_region_ends_whatever_becomes_of_them) 
     EXPECT_EQ(project.end_seconds(), 3.0);
 }
 
-TEST(TrackTree, gives_depths_and_parents_from_the_relative_numbers) {
+TEST(TrackTree, GivesDepthsAndParentsFromTheRelativeNumbers) {
     project::Project project;
     add_tracks(project, {1, 1, -2, 0, -5, 7, 0});
     EXPECT_THAT(depths(project), ElementsAre(0, 1, 2, 0, 0, 0, 1));
@@ -135,7 +135,7 @@ TEST(TrackTree, gives_depths_and_parents_from_the_relative_numbers) {
     EXPECT_THAT(depths(project), ElementsAre(0, 1, 2, 2, 0, 0, 0, 1));
 }
 
-TEST(TrackTree, keeps_the_depth_of_the_tracks_around_an_erased_one) {
+TEST(TrackTree, KeepsTheDepthOfTheTracksAroundAnErasedOne) {
     struct Tree {
         const char* name;
         std::vector<int> depth_changes;
@@ -155,7 +155,7 @@ TEST(TrackTree, keeps_the_depth_of_the_tracks_around_an_erased_one) {
     }
 }
 
-TEST(MarkerList, numbers_markers_and_regions_apart_and_fills_gaps) {
+TEST(MarkerList, NumbersMarkersAndRegionsApartAndFillsGaps) {
     project::MarkerList markers;
     EXPECT_EQ(markers.add({.position_seconds = 5.0, .number = 1}), 1);
     EXPECT_EQ(markers.add({.is_region = true, .position_seconds = 1.0, .number = -1}), 1);

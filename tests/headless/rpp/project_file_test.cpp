@@ -54,7 +54,7 @@ static auto contents(const project::Project& project) {
                       each(project.tracks()));
 }
 
-TEST(ProjectText, reads_back_as_the_project_it_was_written_from) {
+TEST(ProjectText, ReadsBackAsTheProjectItWasWrittenFrom) {
     project::Project project;
     test::fill_sample(project, home);
     const std::string text = rpp::project_text(project, home);
@@ -65,7 +65,7 @@ TEST(ProjectText, reads_back_as_the_project_it_was_written_from) {
     EXPECT_EQ(rpp::project_text(again, home), text);
 }
 
-TEST(ProjectText, holds_every_name_or_tells_whose_it_changes) {
+TEST(ProjectText, HoldsEveryNameOrTellsWhoseItChanges) {
     struct Name {
         std::string text;
         std::size_t changed; ///< of the track, the take, the marker and the region with that name
@@ -113,7 +113,7 @@ TEST(ProjectText, holds_every_name_or_tells_whose_it_changes) {
     }
 }
 
-TEST(ProjectText, closes_every_folder_and_none_that_was_not_opened) {
+TEST(ProjectText, ClosesEveryFolderAndNoneThatWasNotOpened) {
     project::Project project;
     for (const int change : {1, 0, 1, 1, -2})
         project.insert_track(0).set_folder_depth_change(change); // before the others
@@ -123,7 +123,7 @@ TEST(ProjectText, closes_every_folder_and_none_that_was_not_opened) {
         EXPECT_EQ(again.track(i++)->folder_depth_change(), written);
 }
 
-TEST(ProjectText, names_audio_relative_below_the_projects_folder_and_absolutely_elsewhere) {
+TEST(ProjectText, NamesAudioRelativeBelowTheProjectsFolderAndAbsolutelyElsewhere) {
     const std::pair<std::filesystem::path, std::string> paths[] = {
         {home / "x/../audio/a.wav", "audio/a.wav"},
         {"/home/somebody/my project 2/a.wav", "/home/somebody/my project 2/a.wav"},
@@ -135,7 +135,7 @@ TEST(ProjectText, names_audio_relative_below_the_projects_folder_and_absolutely_
     }
 }
 
-TEST(ProjectFile, that_cannot_be_written_or_read_is_a_failure_that_names_it_and_leaves_nothing) {
+TEST(ProjectFile, ThatCannotBeWrittenOrReadIsAFailureThatNamesItAndLeavesNothing) {
     const test::ScratchFolder folder;
     project::Project project;
     std::filesystem::create_directories(folder / "taken.rpp" / "inside");
@@ -146,7 +146,7 @@ TEST(ProjectFile, that_cannot_be_written_or_read_is_a_failure_that_names_it_and_
     EXPECT_THAT(rpp::load_project(project, folder.path), fails_telling(folder.path.string()));
 }
 
-TEST(ProjectFile, that_is_malformed_is_a_failure_with_the_number_of_the_line) {
+TEST(ProjectFile, ThatIsMalformedIsAFailureWithTheNumberOfTheLine) {
     std::string deep = "<REAPER_PROJECT 0.1\n";
     for (int i = 0; i < 1'000'000; ++i)
         deep += "<TRACK\n";
@@ -162,7 +162,7 @@ TEST(ProjectFile, that_is_malformed_is_a_failure_with_the_number_of_the_line) {
     }
 }
 
-TEST(ProjectFile, of_a_workstation_is_read_past_all_that_is_unknown) {
+TEST(ProjectFile, OfAWorkstationIsReadPastAllThatIsUnknown) {
     const char* text =
         "\xEF\xBB\xBF<REAPER_PROJECT 0.1 \"6.80/win64\" 1700000000\r\n"
         "  <NOTES 0 2\r\n    |> no end\r\n  >\r\n\r\n  TEMPO 90 3 4\r\n"

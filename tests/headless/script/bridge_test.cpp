@@ -14,7 +14,7 @@ struct Call {
 
 struct BridgedCall : ScriptTest, testing::WithParamInterface<Call> {};
 
-TEST_P(BridgedCall, returns_its_value_first_and_then_its_outputs_in_order) {
+TEST_P(BridgedCall, ReturnsItsValueFirstAndThenItsOutputsInOrder) {
     project.markers.add({true, 1.0, 2.5, "scene", 7, 0x1000003});
     const auto outcome = run(std::string(R"(
         local track, item = reaper.GetTrack(0, 0), reaper.GetMediaItem(0, 0)
@@ -58,7 +58,7 @@ INSTANTIATE_TEST_SUITE_P(
 
 struct RefusedCall : ScriptTest, testing::WithParamInterface<Call> {};
 
-TEST_P(RefusedCall, raises_an_error_as_the_workstation_does) {
+TEST_P(RefusedCall, RaisesAnErrorAsTheWorkstationDoes) {
     const auto outcome = run(std::string("local track = reaper.GetTrack(0, 0)\n") + GetParam().call);
     EXPECT_EQ(outcome.status, 1);
     EXPECT_THAT(outcome.error, HasSubstr(std::string("script.lua:2: bad argument ") + GetParam().results));
@@ -79,7 +79,7 @@ INSTANTIATE_TEST_SUITE_P(
              "#2 to 'SetTrackSelected' (boolean expected, got no value)"}),
     [](const auto& call) { return std::string(call.param.name); });
 
-TEST_F(ScriptTest, keeps_long_texts_whole_where_the_buffer_is_big) {
+TEST_F(ScriptTest, KeepsLongTextsWholeWhereTheBufferIsBig) {
     const auto outcome = run(R"(
         local long = ("x"):rep(2000000)
         assert(reaper.GetSetMediaTrackInfo_String(reaper.GetTrack(0, 0), "P_NAME", long, true))
@@ -90,7 +90,7 @@ TEST_F(ScriptTest, keeps_long_texts_whole_where_the_buffer_is_big) {
     EXPECT_EQ(project.tracks()[0]->name.size(), 2'000'000U);
 }
 
-TEST_F(ScriptTest, fills_arrays_of_numbers_and_never_beyond_their_end) {
+TEST_F(ScriptTest, FillsArraysOfNumbersAndNeverBeyondTheirEnd) {
     const auto outcome = run(R"(
         local take = reaper.GetActiveTake(reaper.GetMediaItem(0, 0))
         local peaks = reaper.new_array(20)
@@ -107,7 +107,7 @@ TEST_F(ScriptTest, fills_arrays_of_numbers_and_never_beyond_their_end) {
     ASSERT_EQ(workstation.take_failures().size(), 1U) << "the array was too small";
 }
 
-TEST_F(ScriptTest, finds_the_module_of_the_library_that_is_loaded) {
+TEST_F(ScriptTest, FindsTheModuleOfTheLibraryThatIsLoaded) {
     const auto outcome = run(R"(
         assert(require "reaper_MERIDEK_FELSPAR" == reaper and require "reaper_MERIDEK_FELSPAR" == reaper)
         local ok, tracks = MK_FELSPAR.MK_GetTrackItemList(0)
@@ -117,7 +117,7 @@ TEST_F(ScriptTest, finds_the_module_of_the_library_that_is_loaded) {
     EXPECT_EQ(outcome.error, "");
 }
 
-TEST_F(ScriptTest, gets_answers_to_dialogs_by_their_titles_in_turn) {
+TEST_F(ScriptTest, GetsAnswersToDialogsByTheirTitlesInTurn) {
     for (const char* answer : {"yes", "N", "maybe"})
         workstation.dialog_answers.add("Sure", answer);
     workstation.dialog_answers.add("Form", "new");

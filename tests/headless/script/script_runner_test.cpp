@@ -15,7 +15,7 @@ struct Ending {
 
 struct ScriptEnding : ScriptTest, testing::WithParamInterface<Ending> {};
 
-TEST_P(ScriptEnding, gives_its_status_and_error_and_leaves_the_project_whole) {
+TEST_P(ScriptEnding, GivesItsStatusAndErrorAndLeavesTheProjectWhole) {
     const auto outcome = run(std::string("reaper.InsertTrackAtIndex(9, false)\n") + GetParam().script);
     EXPECT_EQ(outcome.status, GetParam().status);
     if (*GetParam().error)
@@ -51,7 +51,7 @@ INSTANTIATE_TEST_SUITE_P(
                ""}),
     [](const auto& ending) { return std::string(ending.param.name); });
 
-TEST_F(ScriptTest, cannot_change_what_functions_of_the_workstation_trust) {
+TEST_F(ScriptTest, CannotChangeWhatFunctionsOfTheWorkstationTrust) {
     const auto outcome = run(R"(
         require "reaper_MERIDEK_FELSPAR"
         local track, array = reaper.GetTrack(0, 0), reaper.new_array(3)
@@ -101,7 +101,7 @@ TEST_F(ScriptTest, cannot_change_what_functions_of_the_workstation_trust) {
     EXPECT_EQ(outcome.error, "");
 }
 
-TEST_F(ScriptTest, tells_errors_whole_and_before_the_finalizers_of_its_values) {
+TEST_F(ScriptTest, TellsErrorsWholeAndBeforeTheFinalizersOfItsValues) {
     write_bytes(folder / "script.lua", R"(
         kept = setmetatable({}, {__gc = function() reaper.DeleteTrack(reaper.GetTrack(0, 0)) end})
         error("a\0b"))");
@@ -115,7 +115,7 @@ TEST_F(ScriptTest, tells_errors_whole_and_before_the_finalizers_of_its_values) {
     EXPECT_EQ(project.tracks().size(), 0U);
 }
 
-TEST_F(ScriptTest, knows_its_arguments_its_file_and_its_globals) {
+TEST_F(ScriptTest, KnowsItsArgumentsItsFileAndItsGlobals) {
     const auto outcome = run(R"(
         local first, second, third = ...
         assert(first == "one" and second == "-2" and third == nil)
@@ -126,7 +126,7 @@ TEST_F(ScriptTest, knows_its_arguments_its_file_and_its_globals) {
     EXPECT_EQ(outcome.error, "");
 }
 
-TEST_F(ScriptTest, runs_deferred_functions_in_turns_and_the_last_ones_even_after_an_error) {
+TEST_F(ScriptTest, RunsDeferredFunctionsInTurnsAndTheLastOnesEvenAfterAnError) {
     const auto outcome = run(R"(
         local log = {}
         local function note(what) log[#log + 1] = what end
@@ -138,7 +138,7 @@ TEST_F(ScriptTest, runs_deferred_functions_in_turns_and_the_last_ones_even_after
     EXPECT_EQ(bytes_of(folder / "log"), "script a b c");
 }
 
-TEST_F(ScriptTest, ends_in_order_wherever_memory_runs_out) {
+TEST_F(ScriptTest, EndsInOrderWhereverMemoryRunsOut) {
     std::size_t runs = 0;
     script::ScriptOutcome outcome{1};
     for (std::size_t bytes = 1000; outcome.status != 0; bytes += 500, ++runs) {
@@ -155,7 +155,7 @@ TEST_F(ScriptTest, ends_in_order_wherever_memory_runs_out) {
     EXPECT_GT(runs, 50U);
 }
 
-TEST_F(ScriptTest, tells_a_script_that_cannot_be_read) {
+TEST_F(ScriptTest, TellsAScriptThatCannotBeRead) {
     const auto outcome = script::run_script(workstation, plugin, {folder / "none.lua", {}});
     EXPECT_EQ(outcome.status, 1);
     EXPECT_THAT(outcome.error, HasSubstr("none.lua: No such file"));

@@ -17,7 +17,7 @@ struct WorkstationFunctions : ScriptTest {
     }
 };
 
-TEST_F(WorkstationFunctions, list_files_and_folders_apart_in_the_order_of_their_names) {
+TEST_F(WorkstationFunctions, ListFilesAndFoldersApartInTheOrderOfTheirNames) {
     std::filesystem::create_directories(folder / "in/b.wav");
     for (const char* file : {"c.wav", "a.wav"})
         write_bytes(folder / "in" / file, "");
@@ -31,7 +31,7 @@ TEST_F(WorkstationFunctions, list_files_and_folders_apart_in_the_order_of_their_
         assert(reaper.RecursiveCreateDirectory("in/a.wav/e", 0) == 0))");
 }
 
-TEST_F(WorkstationFunctions, keep_texts_by_section_and_key) {
+TEST_F(WorkstationFunctions, KeepTextsBySectionAndKey) {
     expect_runs(R"(
         assert(reaper.GetExtState("a", "b") == "" and not reaper.HasExtState("a", "b"))
         reaper.SetExtState("a", "b", "one", false)
@@ -43,7 +43,7 @@ TEST_F(WorkstationFunctions, keep_texts_by_section_and_key) {
         assert(not reaper.APIExists("NoSuchFunction")))");
 }
 
-TEST_F(WorkstationFunctions, read_and_write_items_takes_and_their_sources) {
+TEST_F(WorkstationFunctions, ReadAndWriteItemsTakesAndTheirSources) {
     expect_runs(R"(
         assert(reaper.SetMediaItemPosition(item, 2.5, true) and reaper.SetMediaItemLength(item, 0.25, false))
         assert(reaper.GetMediaItemInfo_Value(item, "D_POSITION") == 2.5)
@@ -65,7 +65,7 @@ TEST_F(WorkstationFunctions, read_and_write_items_takes_and_their_sources) {
         reaper.SetActiveTake(take))");
 }
 
-TEST_F(WorkstationFunctions, change_and_delete_markers_by_their_numbers) {
+TEST_F(WorkstationFunctions, ChangeAndDeleteMarkersByTheirNumbers) {
     expect_runs(R"(
         reaper.AddProjectMarker2(0, true, 1, 2, "region", 5, 0x1000012)
         reaper.AddProjectMarker2(0, false, 0.5, 0, "marker", 5, 0)

@@ -24,7 +24,7 @@ protected:
     }
 };
 
-TEST_F(Commands, render_what_is_heard_of_the_selected_items) {
+TEST_F(Commands, RenderWhatIsHeardOfTheSelectedItems) {
     project::Item& item = insert_item(std::vector<float>(8000, 0.5F), 3.0);
     project::Item& other = insert_item({0.5F}, 0.0, "other.wav");
     project::Take& source = *item.active_take();
@@ -58,7 +58,7 @@ TEST_F(Commands, render_what_is_heard_of_the_selected_items) {
     EXPECT_EQ(test::read_sound(rendered_again(item)).samples.at(1000), 1.0F) << "an envelope that is off";
 }
 
-TEST_F(Commands, never_overwrite_a_file_unasked) {
+TEST_F(Commands, NeverOverwriteAFileUnasked) {
     project::Item& item = insert_selected_item();
     EXPECT_EQ(rendered_again(item), folder / "line-001.wav") << "line.wav is the source";
     EXPECT_EQ(rendered_again(item), folder / "line-002.wav");
@@ -71,7 +71,7 @@ TEST_F(Commands, never_overwrite_a_file_unasked) {
     EXPECT_TRUE(workstation.take_failures().empty());
 }
 
-TEST_F(Commands, leave_an_item_that_cannot_be_rendered_as_it_was) {
+TEST_F(Commands, LeaveAnItemThatCannotBeRenderedAsItWas) {
     const std::pair<const char*, void (*)(project::Item&)> causes[] = {
         {"'line.wav': a play rate", [](project::Item& item) { item.active_take()->play_rate = 2.0; }},
         {"no usable length", [](project::Item& item) { item.set_length_seconds(1e300); }},
@@ -96,7 +96,7 @@ TEST_F(Commands, leave_an_item_that_cannot_be_rendered_as_it_was) {
         << "asked about, it is tried again";
 }
 
-TEST_F(Commands, toggle_the_volume_envelope_of_the_active_take) {
+TEST_F(Commands, ToggleTheVolumeEnvelopeOfTheActiveTake) {
     project::Item& item = insert_selected_item();
     for (const bool is_on : {true, false, true}) {
         run(toggle_volume);
@@ -108,7 +108,7 @@ TEST_F(Commands, toggle_the_volume_envelope_of_the_active_take) {
     }
 }
 
-TEST_F(Commands, crop_to_the_active_take_and_report_what_they_are_not) {
+TEST_F(Commands, CropToTheActiveTakeAndReportWhatTheyAreNot) {
     project::Item& item = insert_selected_item();
     project::Take& second = item.add_take({}, "second");
     item.set_active_take(second);

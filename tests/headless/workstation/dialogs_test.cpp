@@ -7,7 +7,7 @@
 namespace headless {
 namespace {
 
-TEST(Button, is_found_by_the_beginning_of_its_name_and_else_the_default_one) {
+TEST(Button, IsFoundByTheBeginningOfItsNameAndElseTheDefaultOne) {
     const std::tuple<const char*, int, int> answers[] = {
         {"YES\n", 4, 6}, {"maybe\n\nc\n", 3, 2}, {"yesterday\n", 4, 7}, {"", 5, 2},
         {"", 2, 5},      {"o\n", 9, 1}};
@@ -20,7 +20,7 @@ TEST(Button, is_found_by_the_beginning_of_its_name_and_else_the_default_one) {
     }
 }
 
-TEST(Form, keeps_the_initial_value_for_an_empty_answer) {
+TEST(Form, KeepsTheInitialValueForAnEmptyAnswer) {
     std::vector<workstation::FormField> fields{{"Name", "line"}, {"Count", "3"}};
     std::istringstream input("\n5\n");
     std::ostringstream output;

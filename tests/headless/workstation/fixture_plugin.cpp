@@ -1,4 +1,4 @@
-// A plug-in whose ride declines. It also registers a function, which it withdraws when it leaves.
+// A plug-in whose ride declines. It also registers a function, which it unregisters when it leaves.
 
 struct Record {
     int caller_version;

@@ -28,7 +28,7 @@ protected:
     std::vector<void*> bad_addresses;
 };
 
-TEST_F(Handles, get_failure_values_when_they_are_null_foreign_or_stale) {
+TEST_F(Handles, GetFailureValuesWhenTheyAreNullForeignOrStale) {
     int no_object = 0;
     project::Track& track = project.insert_track(0);
     project.erase_track(track);
@@ -59,7 +59,7 @@ TEST_F(Handles, get_failure_values_when_they_are_null_foreign_or_stale) {
     EXPECT_TRUE(workstation.take_failures().empty());
 }
 
-TEST_F(Handles, of_sources_outlive_their_take) {
+TEST_F(Handles, OfSourcesOutliveTheirTake) {
     project::Item& item = insert_item();
     PCM_source* source = function<PCM_source*(MediaItem_Take*)>("GetMediaItemTake_Source")(
         workstation::Workstation::handle(*item.active_take()));

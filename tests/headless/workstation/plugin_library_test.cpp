@@ -14,16 +14,16 @@ static_assert(offsetof(workstation::PluginRecord, Register) == 16 &&
 
 using PluginLibraryTest = HostTest;
 
-TEST_F(PluginLibraryTest, enters_and_leaves_a_plugin) {
+TEST_F(PluginLibraryTest, EntersAndLeavesAPlugin) {
     workstation.project().insert_track(0);
     {
         const auto plugin = workstation::PluginLibrary::load(FIXTURE_PLUGIN, workstation);
         EXPECT_EQ(function<int()>("Tracks")(), 1);
     }
-    EXPECT_EQ(workstation.function("Tracks"), nullptr) << "withdrawn by the entry with no record";
+    EXPECT_EQ(workstation.function("Tracks"), nullptr) << "unregistered by the entry with no record";
 }
 
-TEST_F(PluginLibraryTest, tells_why_a_library_cannot_be_used) {
+TEST_F(PluginLibraryTest, TellsWhyALibraryCannotBeUsed) {
     test::write_bytes(folder / "text.so", "no library");
     const std::pair<std::filesystem::path, const char*> libraries[] = {
         {"missing.so", "missing.so: "},

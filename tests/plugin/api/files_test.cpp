@@ -26,7 +26,7 @@ protected:
     char full[1024] = "", name[64] = "";
 };
 
-TEST_F(Files, make_folders_with_the_stamps_of_the_local_time) {
+TEST_F(Files, MakeFoldersWithTheStampsOfTheLocalTime) {
     const char* formats[] = {"a/b", "a/b_%m%d_%H%M", "a/b_%m%d_%H%M%S", "a/b_%Y%m%d_%H%M%S", "a/b"};
     for (int type = 0; type < 5; ++type) {
         char before[64], after[64] = "";
@@ -55,7 +55,7 @@ TEST_F(Files, make_folders_with_the_stamps_of_the_local_time) {
     EXPECT_EQ(workstation.project().record_path, "kept") << "what the buffer held";
 }
 
-TEST_F(Files, are_written_over_beside_or_behind_what_is_there_and_read_with_every_line_ended) {
+TEST_F(Files, AreWrittenOverBesideOrBehindWhatIsThereAndReadWithEveryLineEnded) {
     const auto write = [&](const char* file, const std::string& text, int mode) {
         return WriteFile(made.c_str(), file, text.c_str(), mode);
     };
@@ -91,7 +91,7 @@ TEST_F(Files, are_written_over_beside_or_behind_what_is_there_and_read_with_ever
     EXPECT_FALSE(SetCopyFile((made + "/empty").c_str(), (made + "/a.txt").c_str())) << "a folder onto a file";
 }
 
-TEST_F(Files, are_found_by_the_extension_of_their_names) {
+TEST_F(Files, AreFoundByTheExtensionOfTheirNames) {
     fs::create_directories(folder / "deep/x.wav");
     for (const char* file : {"b.WAV", "c.tar.wav", ".wav", "d.wave", "e.wav.", "wav", "deep/x.wav/g.wav"})
         write_bytes(folder / file, "");
@@ -112,7 +112,7 @@ TEST_F(Files, are_found_by_the_extension_of_their_names) {
     fs::permissions(folder / "deep", fs::perms::owner_all);
 }
 
-TEST_F(Files, survive_the_failure_of_every_single_allocation) {
+TEST_F(Files, SurviveTheFailureOfEverySingleAllocation) {
     const std::string deep = here + "/a folder of some length/and one below it", file = deep + "/a line.wav";
     fs::create_directories(deep);
     write_bytes(file, "text");

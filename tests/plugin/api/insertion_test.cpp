@@ -25,7 +25,7 @@ protected:
     const std::string file = folder / "first.wav";
 };
 
-TEST_F(Insertion, restores_both_selections_and_leaves_the_new_item_selected) {
+TEST_F(Insertion, RestoresBothSelectionsAndLeavesTheNewItemSelected) {
     second.set_selected(true);
     second.track().set_selected(true);
     EXPECT_EQ(InsertMediaTrackItemSecond(track, (folder / "none").c_str(), 0, 5.0), nullptr) << "refused";
@@ -39,7 +39,7 @@ TEST_F(Insertion, restores_both_selections_and_leaves_the_new_item_selected) {
     EXPECT_EQ(project.selected_tracks().size(), 2u) << "a selected track stays selected";
 }
 
-TEST_F(Insertion, lays_a_batch_end_to_end_in_seconds_or_frames) {
+TEST_F(Insertion, LaysABatchEndToEndInSecondsOrFrames) {
     std::vector<MediaItem*> items;
     EXPECT_EQ(InsertMediaItems(track, {file, folder / "none", file}, 10.0, 1.0, 0, items), 0);
     EXPECT_EQ(InsertMediaItems(track, {file, file}, 12.9, 5.0, 1, items), 0);
@@ -50,7 +50,7 @@ TEST_F(Insertion, lays_a_batch_end_to_end_in_seconds_or_frames) {
     EXPECT_EQ(items.size(), 5u);
 }
 
-TEST_F(Insertion, brings_the_loudness_to_the_target_or_leaves_the_volume) {
+TEST_F(Insertion, BringsTheLoudnessToTheTargetOrLeavesTheVolume) {
     double target_free = 0.0, at_seconds = 9.0, again = 9.0;
     EXPECT_EQ(GetMediaIdLoudnessMaxMomentary(nullptr, 0, &target_free, &at_seconds), 0);
     first.volume = 0.25;

@@ -31,7 +31,7 @@ protected:
     headless::project::Item& third = add_item(babble(0.5, 3), 2.0, "third.wav");
 };
 
-TEST_F(Actions, run_on_the_one_item_and_restore_the_selection) {
+TEST_F(Actions, RunOnTheOneItemAndRestoreTheSelection) {
     log_commands();
     for (headless::project::Item* item : {&first, &third})
         SetMediaItemSelected(handle(*item), true);
@@ -48,7 +48,7 @@ TEST_F(Actions, run_on_the_one_item_and_restore_the_selection) {
     EXPECT_EQ(selection(), before);
 }
 
-TEST_F(Actions, render_to_a_new_take_and_a_second_time_from_that_one) {
+TEST_F(Actions, RenderToANewTakeAndASecondTimeFromThatOne) {
     EXPECT_TRUE(RenderMediaIdActiveTake(nullptr, 0));
     const std::filesystem::path rendered = first.active_take()->source.file;
     EXPECT_TRUE(RenderMediaItemActiveTake(handle(first)));
@@ -58,7 +58,7 @@ TEST_F(Actions, render_to_a_new_take_and_a_second_time_from_that_one) {
     EXPECT_EQ(first.active_take()->name, "first.wav");
 }
 
-TEST_F(Actions, switch_off_all_envelopes_unless_a_function_is_missing) {
+TEST_F(Actions, SwitchOffAllEnvelopesUnlessAFunctionIsMissing) {
     headless::project::Envelope& envelope = first.active_take()->add_envelope("Pan");
     envelope.set_points({{.position_seconds = 0.25, .value = 0.5}});
     for (const char* name : {"BR_EnvAlloc", "BR_EnvGetProperties", "BR_EnvSetProperties", "BR_EnvFree"}) {

@@ -20,7 +20,7 @@ protected:
     headless::project::Item& second = add_item(mk_test::babble(0.5, 2), 1.5, "second.wav");
 };
 
-TEST_F(Media, appends_the_selection_and_selects_a_list) {
+TEST_F(Media, AppendsTheSelectionAndSelectsAList) {
     EXPECT_EQ(GetMediaItemSelect(nullptr, 0, 2), nullptr) << "neither all items nor the selected ones";
     std::vector<MediaItem*> items{handle(first)};
     EXPECT_EQ(GetSelectedMediaItems(nullptr, items), 0);
@@ -45,7 +45,7 @@ void expect_in_each_form(T expected, MediaItem* second, auto item, auto project,
         EXPECT_EQ(value, expected);
 }
 
-TEST_F(Media, measures_the_same_item_in_each_form) {
+TEST_F(Media, MeasuresTheSameItemInEachForm) {
     expect_in_each_form(1.5 + 3.1, handle(second), GetMediaItemEndTime, GetMediaEndTime,
                         GetSelectedMediaEndTime, GetTrackMediaEndTime, GetSelectedTrackMediaEndTime);
     // The factors 10000 and 0.0001 do not cancel out: the plain product would give 114.
@@ -56,7 +56,7 @@ TEST_F(Media, measures_the_same_item_in_each_form) {
                         GetTrackMediaLength, GetSelectedTrackMediaLength);
 }
 
-TEST_F(Media, leaves_it_to_the_host_what_lies_on_no_track) {
+TEST_F(Media, LeavesItToTheHostWhatLiesOnNoTrack) {
     GetTrackMediaItem = [](MediaTrack* track, int number) {
         return track || number != 7 ? nullptr : GetMediaItem(nullptr, 1);
     };
@@ -64,7 +64,7 @@ TEST_F(Media, leaves_it_to_the_host_what_lies_on_no_track) {
     EXPECT_EQ(GetMediaTrackItemSelect(nullptr, 99, 7, 1), handle(second));
 }
 
-TEST_F(Media, reads_names_without_anything_from_a_dot_that_something_follows) {
+TEST_F(Media, ReadsNamesWithoutAnythingFromADotThatSomethingFollows) {
     const std::string long_name(1500, 'n');
     char name[1100] = "";
     const std::pair<std::string, std::string> cases[] = {{"take.final.wav", "take"},
@@ -86,7 +86,7 @@ TEST_F(Media, reads_names_without_anything_from_a_dot_that_something_follows) {
     EXPECT_STREQ(name, "nnn");
 }
 
-TEST_F(Media, counts_sources_by_type_whatever_the_case) {
+TEST_F(Media, CountsSourcesByTypeWhateverTheCase) {
     const std::pair<const char*, int> types[] = {{"", 3}, {"wav", 2}, {"Wave", 2}, {"MP3", 0}};
     workstation.project().tracks()[0]->add_item(5.0, 1.0); // without a take
     int all = -1, of_type = -1;
@@ -98,7 +98,7 @@ TEST_F(Media, counts_sources_by_type_whatever_the_case) {
     EXPECT_EQ(std::pair(all, of_type), std::pair(1, 1));
 }
 
-TEST_F(Media, names_the_file_behind_a_take) {
+TEST_F(Media, NamesTheFileBehindATake) {
     EXPECT_EQ(GetSourceName(handle(first), 0, false), "first.take.wav");
     EXPECT_EQ(GetSourceName(handle(first), 1, false), "");
     char name[16] = "";

@@ -42,7 +42,7 @@ protected:
     std::vector<mk_object::mk_Peak> peaks;
 };
 
-TEST_F(Peaks, asks_the_host_once_for_a_millisecond_each) {
+TEST_F(Peaks, AsksTheHostOnceForAMillisecondEach) {
     deliver_for(0.0605, 7.25);
     EXPECT_TRUE(read());
     EXPECT_EQ(requests, std::vector({Request{1000.0, 7.25, 1, 61, 115}}));
@@ -59,7 +59,7 @@ double plain_db(double peak) {
     return std::floor(std::log10(linear) * 20.0 * 10000.0 + 0.5) / 10000.0;
 }
 
-TEST_F(Peaks, round_magnitudes_twice_like_the_plain_reckoning) {
+TEST_F(Peaks, RoundMagnitudesTwiceLikeThePlainReckoning) {
     std::vector<double> magnitudes{0.0, 1.5, 0.00016, 1e9};
     for (int step = 0; step < 20'000; ++step)
         for (const double offset : {-0.5, 0.0, 0.4999999, 0.5})
@@ -74,7 +74,7 @@ TEST_F(Peaks, round_magnitudes_twice_like_the_plain_reckoning) {
         ASSERT_EQ(levels[i].max_db, i < 4 ? worked_out[i] : plain_db(magnitudes[i])) << magnitudes[i];
 }
 
-TEST_F(Peaks, read_a_real_file_to_its_true_extremes) {
+TEST_F(Peaks, ReadARealFileToItsTrueExtremes) {
     std::vector<float> samples(80, 0.0f);
     samples[9] = 0.5f;
     samples[71] = -0.25f;
@@ -90,7 +90,7 @@ TEST_F(Peaks, read_a_real_file_to_its_true_extremes) {
     EXPECT_FALSE(MK_FELSPAR::GetSelectedMediaIdPeakList(nullptr, 1, peaks));
 }
 
-TEST_F(Peaks, leave_the_list_alone_when_there_is_nothing) {
+TEST_F(Peaks, LeaveTheListAloneWhenThereIsNothing) {
     deliver_for(0.0, 0.0);
     EXPECT_FALSE(read()) << "no length";
     EXPECT_TRUE(requests.empty());
@@ -108,7 +108,7 @@ TEST_F(Peaks, leave_the_list_alone_when_there_is_nothing) {
 }
 
 // The host counts what it delivers in 20 bits.
-TEST_F(Peaks, of_more_than_the_host_can_count_are_asked_for_in_stretches) {
+TEST_F(Peaks, OfMoreThanTheHostCanCountAreAskedForInStretches) {
     deliver_for(1048.577, 2.0);
     EXPECT_TRUE(read());
     EXPECT_EQ(peaks.size(), 1048577u);

@@ -19,7 +19,7 @@ protected:
     headless::project::Project& project = workstation.project();
 };
 
-TEST_F(ProjectServices, change_one_field_of_a_region_or_marker_and_keep_the_others) {
+TEST_F(ProjectServices, ChangeOneFieldOfARegionOrMarkerAndKeepTheOthers) {
     const std::string name(2000, 'n');
     int number = 0, color = 0;
     project.markers.add({false, 3.0, 0.0, "cue", 7, 0x1000001});
@@ -45,7 +45,7 @@ TEST_F(ProjectServices, change_one_field_of_a_region_or_marker_and_keep_the_othe
                 !project.markers.region_count());
 }
 
-TEST_F(ProjectServices, draw_within_bounds_that_are_cut_to_the_decimals_and_print_leading_zeros) {
+TEST_F(ProjectServices, DrawWithinBoundsThatAreCutToTheDecimalsAndPrintLeadingZeros) {
     std::set<double> drawn;
     double value = 99.0;
     for (int i = 0; i < 1000 && GetRandomNumDouble(-1.29, 0.3, 1, &value); ++i)
@@ -63,7 +63,7 @@ TEST_F(ProjectServices, draw_within_bounds_that_are_cut_to_the_decimals_and_prin
     EXPECT_EQ(printed, (Texts{"007", "1234", "-005", "-12", "-0000", "kept"}));
 }
 
-TEST_F(ProjectServices, move_the_cursor_from_the_start_or_the_end) {
+TEST_F(ProjectServices, MoveTheCursorFromTheStartOrTheEnd) {
     project.insert_track(0).add_item(2.0, 8.0);
     project.frame_rate = 25.0;
     double seconds = 0.0;

@@ -17,7 +17,7 @@ std::string passed(const char* text, const char* check) {
     return std::string(same ? "s" : "") + (included ? "i" : "") + (exactly ? "e" : "");
 }
 
-TEST(Strings, compare_with_the_case_of_ascii_letters_folded_or_byte_for_byte) {
+TEST(Strings, CompareWithTheCaseOfAsciiLettersFoldedOrByteForByte) {
     EXPECT_EQ((Texts{passed("ABC", "abc"), passed("ABC[", "abc{"), passed("Hello", "ELL"), passed("", ""),
                      passed("Hello", "ell"), passed("\u00e9", "\u00c9"), passed("a", ""), passed("", "a")}),
               (Texts{"si", "", "i", "sie", "ie", "", "ie", ""}));
@@ -32,7 +32,7 @@ std::string replaced(const std::string& text, const std::string& search, const c
     return buffer.c_str();
 }
 
-TEST(Strings, replace_every_match_of_a_pattern_or_refuse_it) {
+TEST(Strings, ReplaceEveryMatchOfAPatternOrRefuseIt) {
     EXPECT_EQ(
         (Texts{replaced("abcabc", "(b)(c)", "$2$1"), replaced("a.b", "a.b", "[$&$$]"),
                replaced("abc", "x*", "-"), replaced("Aa\xff", "a", ""), replaced("abab", "(ab)\\1", "<$1>")}),
@@ -46,7 +46,7 @@ TEST(Strings, replace_every_match_of_a_pattern_or_refuse_it) {
     EXPECT_STREQ(buffer, "ab\t\u3000cde");
 }
 
-TEST(Strings, split_at_each_separator_byte) {
+TEST(Strings, SplitAtEachSeparatorByte) {
     Texts pieces;
     for (const char* text : {"a,b;c", "d,,e", ",f,", ""})
         EXPECT_TRUE(GetStringSplitList(text, ",;", pieces));

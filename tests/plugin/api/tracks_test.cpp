@@ -28,7 +28,7 @@ protected:
     MediaTrack* track(std::size_t i) { return handle(*workstation.project().track(i)); }
 };
 
-TEST_F(Tracks, are_found_and_counted_among_all_or_the_selected) {
+TEST_F(Tracks, AreFoundAndCountedAmongAllOrTheSelected) {
     EXPECT_EQ(GetTrackItemSelect(nullptr, 1, 0), track(1));
     EXPECT_EQ(GetTrackItemSelect(nullptr, 0, 1), track(2));
     EXPECT_EQ(GetTrackItemSelect(nullptr, 0, 2), nullptr);
@@ -40,7 +40,7 @@ TEST_F(Tracks, are_found_and_counted_among_all_or_the_selected) {
     }
 }
 
-TEST_F(Tracks, are_switched_on_and_off_by_each_member) {
+TEST_F(Tracks, AreSwitchedOnAndOffByEachMember) {
     const auto switch_and_read = [&](const char* key, auto get_item, auto get_id, auto get_selected,
                                      auto set_item, auto set_id, auto set_selected, auto all_off) {
         const auto expect_all = [&](double value) {
@@ -65,7 +65,7 @@ TEST_F(Tracks, are_switched_on_and_off_by_each_member) {
 
 double delivered = 0.0;
 
-TEST_F(Tracks, read_values_between_off_and_on_as_no_state) {
+TEST_F(Tracks, ReadValuesBetweenOffAndOnAsNoState) {
     using Reading = std::pair<bool, bool>; // result and output
     const auto read = [](auto get, auto... where) {
         bool out = true;
@@ -82,7 +82,7 @@ TEST_F(Tracks, read_values_between_off_and_on_as_no_state) {
     EXPECT_EQ(read(GetTrackItemSolo, track(0)), Reading(false, true));
 }
 
-TEST_F(Tracks, mark_a_colour_as_in_use_but_not_one_of_three_parts) {
+TEST_F(Tracks, MarkAColourAsInUseButNotOneOfThreeParts) {
     EXPECT_TRUE(SetTrackIdColor(nullptr, 0, 0));
     EXPECT_EQ(GetTrackColor(track(0)), 0x1000000);
     const int native = ColorToNative(10, 20, 30);
@@ -98,7 +98,7 @@ TEST_F(Tracks, mark_a_colour_as_in_use_but_not_one_of_three_parts) {
     EXPECT_EQ(set_color, native);
 }
 
-TEST_F(Tracks, are_selected_or_selected_alone) {
+TEST_F(Tracks, AreSelectedOrSelectedAlone) {
     EXPECT_TRUE(SetTrackIdSelected(nullptr, 0, true));
     EXPECT_EQ(CountSelectedTracks(nullptr), 2);
     EXPECT_TRUE(SetTrackIdOnlySelected(nullptr, 1));
@@ -109,7 +109,7 @@ TEST_F(Tracks, are_selected_or_selected_alone) {
     EXPECT_EQ(GetSelectedTrack(nullptr, 0), track(1));
 }
 
-TEST_F(Tracks, read_decibels_at_two_digits_and_write_and_add_them_unrounded) {
+TEST_F(Tracks, ReadDecibelsAtTwoDigitsAndWriteAndAddThemUnrounded) {
     headless::project::Track& model = *workstation.project().track(2);
     double volume = 99.0;
     model.volume = 0.5;
@@ -125,7 +125,7 @@ TEST_F(Tracks, read_decibels_at_two_digits_and_write_and_add_them_unrounded) {
     EXPECT_EQ(volume, -std::numeric_limits<double>::infinity());
 }
 
-TEST_F(Tracks, that_are_missing_change_nothing) {
+TEST_F(Tracks, ThatAreMissingChangeNothing) {
     double volume = 99.0;
     EXPECT_FALSE(GetTrackIdVolume(nullptr, 3, &volume) || GetSelectedTrackIdVolume(nullptr, 3, &volume));
     EXPECT_FALSE(SetTrackIdVolume(nullptr, 3, -6.0) || SetTrackIdAddVolume(nullptr, 3, -6.0));
@@ -134,7 +134,7 @@ TEST_F(Tracks, that_are_missing_change_nothing) {
     EXPECT_EQ(redraws, 0);
 }
 
-TEST_F(Tracks, take_a_name_and_give_it_cut_to_the_buffers) {
+TEST_F(Tracks, TakeANameAndGiveItCutToTheBuffers) {
     EXPECT_TRUE(SetSelectedTrackIdName(nullptr, 0, "Vocal"));
     char name[5000] = "";
     EXPECT_TRUE(GetTrackIdName(nullptr, 2, name, 4));

@@ -60,14 +60,14 @@ protected:
     headless::project::Project& project = workstation.project();
 };
 
-TEST_F(Tree, moves_a_track_with_its_subtree_to_a_depth) {
+TEST_F(Tree, MovesATrackWithItsSubtreeToADepth) {
     EXPECT_EQ(
         (Texts{moved("0110", 1, 0), moved("0121", 1, 0), moved("000", 1, 1), moved("0123", 3, 0),
                moved("0120", 3, 3), moved("000", 1, 2), moved("01", 0, 5), moved("01", 9, 1)}),
         (Texts{"0:0 1:1 0010", "0:0 2:0 0011", "0:1 1:-1 010", "2:-2 0120", "2:1 0123", "000", "01", "01"}));
 }
 
-TEST_F(Tree, takes_in_a_new_child_behind_the_last_one_or_the_childless_parent) {
+TEST_F(Tree, TakesInANewChildBehindTheLastOneOrTheChildlessParent) {
     EXPECT_EQ((Texts{with_child("0110", 0), with_child("0120", 0), with_child("00", 1), with_child("00", 0),
                      with_child("0120", 2)}),
               (Texts{"3 2:0 3:-1 01110", "2 1:0 2:1 01120", "2 1:1 001", "1 0:1 1:-1 1:-1 010",
@@ -76,7 +76,7 @@ TEST_F(Tree, takes_in_a_new_child_behind_the_last_one_or_the_childless_parent) {
 
 std::string calls; ///< one letter each: Count, Get, Depth, Insert
 
-TEST_F(Tree, is_read_in_the_order_told) {
+TEST_F(Tree, IsReadInTheOrderTold) {
     build("0110");
     CountTracks = [](ReaProject*) { return calls += "C", 4; };
     GetTrack = [](ReaProject*, int number) {
@@ -97,7 +97,7 @@ TEST_F(Tree, is_read_in_the_order_told) {
     EXPECT_EQ(calls_before_insertion(1), "CG0G1G2G3CCG0G1G2DD") << "the track behind, then the parent";
 }
 
-TEST_F(Tree, moves_a_track_that_the_host_lists_twice_where_it_stands_last) {
+TEST_F(Tree, MovesATrackThatTheHostListsTwiceWhereItStandsLast) {
     build("000");
     GetTrack = [](ReaProject*, int number) {
         return reinterpret_cast<MediaTrack*>(headless::workstation::Workstation::handle(
@@ -108,7 +108,7 @@ TEST_F(Tree, moves_a_track_that_the_host_lists_twice_where_it_stands_last) {
     EXPECT_EQ(writes, "1:1 ");
 }
 
-TEST_F(Tree, finds_and_lists_tracks_or_inserts_the_missing_one) {
+TEST_F(Tree, FindsAndListsTracksOrInsertsTheMissingOne) {
     build("01210");
     for (const std::size_t i : {1u, 3u, 4u})
         project.track(i)->name = i == 3 ? "bobby" : "Bob";

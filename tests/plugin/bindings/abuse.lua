@@ -10,7 +10,7 @@ local values = {
     ("[{"):rep(1 << 19), ("\xe3\x81"):rep(1 << 19), {}, { 1, x = 2 }, { "a", {}, print }, loop, nested,
     { [1.5] = 0 / 0, [true] = 1 }, print, coroutine.create(print), io.stdout, reaper,
 }
-local most_arguments = 9
+local max_arguments = 9
 
 local calls = 0
 local function call(name, ...)
@@ -22,7 +22,7 @@ for name in pairs(MK_FELSPAR) do
     call(name)
     for _, value in ipairs(values) do
         local row = {}
-        for place = 1, most_arguments do
+        for place = 1, max_arguments do
             call(name, table.unpack({ [place] = value }, 1, place))
             row[place] = value
         end

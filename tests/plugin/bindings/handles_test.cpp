@@ -93,7 +93,7 @@ private:
     std::vector<Handle> known_;
 };
 
-TEST_F(Handles, leave_nothing_behind_in_a_hundred_thousand_cycles) {
+TEST_F(Handles, LeaveNothingBehindInAHundredThousandCycles) {
     MediaItem* item = handle(add_item(mk_test::babble(0.003, 1)));
     ASSERT_EQ(pooled(), 0U);
     std::size_t most = 0;
@@ -108,7 +108,7 @@ TEST_F(Handles, leave_nothing_behind_in_a_hundred_thousand_cycles) {
         }
     }
     EXPECT_GT(most, 20U);
-    RecordProperty("most_pooled", static_cast<int>(most));
+    RecordProperty("max_pooled", static_cast<int>(most));
 }
 
 } // namespace

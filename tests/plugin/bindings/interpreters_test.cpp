@@ -34,7 +34,7 @@ private:
     std::unique_ptr<lua_State, decltype(&lua_close)> state_{luaL_newstate(), &lua_close};
 };
 
-TEST(Interpreters, keep_to_themselves_call_by_call) {
+TEST(Interpreters, KeepToThemselvesCallByCall) {
     Interpreter left;
     auto right = std::make_unique<Interpreter>();
     left.run("code, kept = reaper.MK_Json_Deserialize('{\"k\":[1,2]}') reaper.MK_GetPathInfo = nil");
@@ -45,7 +45,7 @@ TEST(Interpreters, keep_to_themselves_call_by_call) {
     EXPECT_EQ(left.run("return #select(2, MK_FELSPAR.MK_GetStringSplitList('a,b', ','))"), "2");
 }
 
-TEST(Interpreters, work_in_two_threads_at_once) {
+TEST(Interpreters, WorkInTwoThreadsAtOnce) {
     const auto work = [](std::string& outcome, const char* letter) {
         Interpreter interpreter;
         outcome = interpreter.run(std::string("local letter = '") + letter + "'" + R"(

@@ -66,7 +66,7 @@ protected:
     lua_State* L = lua_newstate(allocate, &bytes_in_use);
 };
 
-TEST_F(LuaModule, answers_with_lists_counts_and_codes) {
+TEST_F(LuaModule, AnswersWithListsCountsAndCodes) {
     auto& project = workstation.project();
     project.insert_track(0).name = "Alice";
     project.insert_track(1).name = "alice two";
@@ -80,7 +80,7 @@ TEST_F(LuaModule, answers_with_lists_counts_and_codes) {
     EXPECT_EQ(results("#select(2, reaper.MK_GetIncludePerfectTrackNameList(nil, 'ALICE'))"), "2");
 }
 
-TEST_F(LuaModule, reads_what_is_missing_or_mistyped_as_zero) {
+TEST_F(LuaModule, ReadsWhatIsMissingOrMistypedAsZero) {
     EXPECT_EQ(results("reaper.MK_GetFilePathList()"), "false {}");
     EXPECT_EQ(results("reaper.MK_GetPathInfo()") + results("reaper.MK_GetPathInfo('')"), "1 {}1 {}");
     EXPECT_EQ(results("reaper.MK_GetTrackItemChildList(nil)"), "true {} 0");
@@ -88,7 +88,7 @@ TEST_F(LuaModule, reads_what_is_missing_or_mistyped_as_zero) {
     EXPECT_EQ(results("reaper.MK_LINGOMAT_InsertMediaItems({}, nil, '1', true)"), "0 {}");
 }
 
-TEST_F(LuaModule, returns_whatever_it_is_given) {
+TEST_F(LuaModule, ReturnsWhateverItIsGiven) {
     std::filesystem::current_path(folder.path);
     workstation.project().insert_track(0);
     ASSERT_EQ(luaL_dofile(L, TEST_DATA "/bindings/abuse.lua"), LUA_OK) << lua_tostring(L, -1);
@@ -96,7 +96,7 @@ TEST_F(LuaModule, returns_whatever_it_is_given) {
     std::filesystem::current_path("/");
 }
 
-TEST_F(LuaModule, lists_the_peaks_of_an_item) {
+TEST_F(LuaModule, ListsThePeaksOfAnItem) {
     set_global("item", handle(add_item(mk_test::babble(0.1, 1))));
     EXPECT_EQ(results("#select(2, reaper.MK_GetMediaItemPeakList(item))"), "100");
     EXPECT_EQ(results("show(select(2, reaper.MK_GetMediaItemPeakList(item))[2]):gsub('=[^ }]+', '')"),
@@ -104,7 +104,7 @@ TEST_F(LuaModule, lists_the_peaks_of_an_item) {
     EXPECT_EQ(results("#select(2, reaper.MK_GetMediaIdPeakList(nil, 0))"), "100");
 }
 
-TEST_F(LuaModule, answers_with_what_it_has_when_a_folder_cannot_be_read) {
+TEST_F(LuaModule, AnswersWithWhatItHasWhenAFolderCannotBeRead) {
     std::filesystem::create_directories(folder.path / "closed");
     std::filesystem::permissions(folder.path / "closed", std::filesystem::perms::none);
     const mk_test::Unprivileged while_reading;
@@ -115,7 +115,7 @@ TEST_F(LuaModule, answers_with_what_it_has_when_a_folder_cannot_be_read) {
 /// JSON values take memory while they are destroyed, which no program survives running out of; there only
 /// Lua's own memory fails. Calls an expression with the n-th allocation failing, for n = 1, 2, 3 ... until
 /// none is left to fail.
-TEST_F(LuaModule, survives_the_failure_of_every_single_allocation) {
+TEST_F(LuaModule, SurvivesTheFailureOfEverySingleAllocation) {
     set_global("item", handle(add_item(mk_test::babble(0.02, 1))));
     workstation.project().insert_track(0).name = "Alice";
     const std::string list = "local long = ('x'):rep(100) return function() return ";

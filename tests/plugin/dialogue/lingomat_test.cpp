@@ -45,7 +45,7 @@ protected:
     headless::project::Project& project = workstation.project();
 };
 
-TEST_F(Import, groups_by_the_first_fragment_in_a_name_and_pairs_by_the_exact_name) {
+TEST_F(Import, GroupsByTheFirstFragmentInANameAndPairsByTheExactName) {
     for (const char* name :
          {"fr/x/Bob_alice.WAV", "en/Bob_alice.WAV", "en/Line.wav", "en/line.WAV", "fr/line.wav"})
         write(name);
@@ -57,7 +57,7 @@ TEST_F(Import, groups_by_the_first_fragment_in_a_name_and_pairs_by_the_exact_nam
         << "a group without a pair is made too";
 }
 
-TEST_F(Import, lays_pairs_out_in_the_byte_order_of_the_subject_paths_on_one_timeline) {
+TEST_F(Import, LaysPairsOutInTheByteOrderOfTheSubjectPathsOnOneTimeline) {
     write("en/a.wav", 2.0);
     write("fr/a.wav", 1.0);
     write("fr/a/a.wav", 1.5);
@@ -77,7 +77,7 @@ TEST_F(Import, lays_pairs_out_in_the_byte_order_of_the_subject_paths_on_one_time
         << "18.75 + 2.5 s";
 }
 
-TEST_F(Import, takes_over_a_nested_master_track_and_the_child_that_it_has) {
+TEST_F(Import, TakesOverANestedMasterTrackAndTheChildThatItHas) {
     for (const auto& [name, change] :
          {std::pair("top", 1), {"None", 1}, {"Base", 0}, {"base", -2}, {"last", 0}}) {
         project.insert_track(99).name = name;
@@ -92,7 +92,7 @@ TEST_F(Import, takes_over_a_nested_master_track_and_the_child_that_it_has) {
     EXPECT_EQ(project.track(3), base);
 }
 
-TEST_F(Import, levels_and_rides_what_it_can_and_tells_once_of_a_missing_extension) {
+TEST_F(Import, LevelsAndRidesWhatItCanAndTellsOnceOfAMissingExtension) {
     for (const char* name : {"a.wav", "b silent.wav", "c brief.wav"}) {
         write(std::string("fr/") + name);
         write(std::string("en/") + name, name[0] == 'c' ? 0.3 : 1.0, name[0] == 'b' ? 0.0 : 0.5);
@@ -110,7 +110,7 @@ TEST_F(Import, levels_and_rides_what_it_can_and_tells_once_of_a_missing_extensio
     EXPECT_TRUE(messages.size() == 2 && subjects.size() == 9) << "one message for each";
 }
 
-TEST_F(Import, adds_first_the_length_then_the_interval) {
+TEST_F(Import, AddsFirstTheLengthThenTheInterval) {
     write("fr/a.wav", 0.2);
     write("en/a.wav", 0.2);
     Texts unmatched;
@@ -119,7 +119,7 @@ TEST_F(Import, adds_first_the_length_then_the_interval) {
     EXPECT_EQ(project.item(1)->position_seconds(), (0.1 + 0.2) + 0.3);
 }
 
-TEST_F(Import, tells_once_of_any_one_function_that_the_ride_misses) {
+TEST_F(Import, TellsOnceOfAnyOneFunctionThatTheRideMisses) {
     for (const char* name : {"fr/a.wav", "fr/b.wav", "en/a.wav", "en/b.wav"})
         write(name, 0.5);
     for (const char* function :
@@ -134,7 +134,7 @@ TEST_F(Import, tells_once_of_any_one_function_that_the_ride_misses) {
     }
 }
 
-TEST_F(Import, survives_the_failure_of_every_single_allocation) {
+TEST_F(Import, SurvivesTheFailureOfEverySingleAllocation) {
     for (const char* name : {"fr/a line with a partner.wav", "en/a line with a partner.wav", "fr/other.wav"})
         write(name, 0.5);
     Texts unmatched;
@@ -148,7 +148,7 @@ TEST_F(Import, survives_the_failure_of_every_single_allocation) {
     EXPECT_EQ(unmatched, (Texts{"kept", "other.wav"})) << "once all memory was there";
 }
 
-TEST_F(Import, by_a_host_without_any_function_still_names_what_has_no_partner) {
+TEST_F(Import, ByAHostWithoutAnyFunctionStillNamesWhatHasNoPartner) {
     for (const char* name : {"fr/a.wav", "fr/b.wav", "en/a.wav"})
         write(name);
     std::ifstream names(TEST_DATA "/entry/host_functions.txt");

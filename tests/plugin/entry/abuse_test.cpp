@@ -84,7 +84,7 @@ private:
     int calls = 0;
 };
 
-TEST_F(Abuse, of_nulls_stale_handles_and_odd_values_returns_every_time) {
+TEST_F(Abuse, OfNullsStaleHandlesAndOddValuesReturnsEveryTime) {
     headless::project::Project& project = workstation.project();
     void* stale = handle(add_item(mk_test::babble(0.2, 1)));
     project.erase_track(*project.tracks()[0]);
@@ -93,7 +93,7 @@ TEST_F(Abuse, of_nulls_stale_handles_and_odd_values_returns_every_time) {
     EXPECT_EQ(messages, std::vector<std::string>(12)) << "the box that is asked for with 0, and no other";
 }
 
-TEST_F(Abuse, of_memory_that_runs_out_returns_every_time) {
+TEST_F(Abuse, OfMemoryThatRunsOutReturnsEveryTime) {
     headless::project::Item& item = add_item(mk_test::babble(0.5, 2));
     double zero = 0.0;
     memory_runs_out = true;
@@ -101,7 +101,7 @@ TEST_F(Abuse, of_memory_that_runs_out_returns_every_time) {
     call_every_row(handle(item.track()), 0, &zero, "a name of more letters than a short text holds");
 }
 
-TEST_F(Abuse, of_a_host_that_knows_no_function_returns_every_time) {
+TEST_F(Abuse, OfAHostThatKnowsNoFunctionReturnsEveryTime) {
     reaper_plugin_info_t no_host{0x20E, nullptr, nullptr, [](const char*) -> void* { return nullptr; }};
     ReaperPluginEntry(nullptr, &no_host);
     for (void* word : {static_cast<void*>(nullptr), static_cast<void*>(this)})
@@ -109,7 +109,7 @@ TEST_F(Abuse, of_a_host_that_knows_no_function_returns_every_time) {
     EXPECT_TRUE(messages.empty());
 }
 
-TEST_F(Abuse, of_a_host_that_lacks_any_one_of_its_functions_returns_every_time) {
+TEST_F(Abuse, OfAHostThatLacksAnyOneOfItsFunctionsReturnsEveryTime) {
     std::ifstream names(TEST_DATA "/entry/host_functions.txt");
     std::size_t hosts = 0;
     for (std::string name; names >> name;) {

@@ -43,7 +43,7 @@ protected:
 };
 
 // Runs in a process of its own, as the loaded flag is never cleared.
-TEST(EntryDeathTest, unloads_without_a_load_in_silence) {
+TEST(EntryDeathTest, UnloadsWithoutALoadInSilence) {
     EXPECT_EXIT(
         {
             plugin_register = &log_registration;
@@ -53,7 +53,7 @@ TEST(EntryDeathTest, unloads_without_a_load_in_silence) {
         ::testing::ExitedWithCode(0), "");
 }
 
-TEST_F(Loading, binds_all_published_functions_in_their_order_whatever_the_version) {
+TEST_F(Loading, BindsAllPublishedFunctionsInTheirOrderWhateverTheVersion) {
     std::ifstream published(TEST_DATA "/entry/host_functions.txt");
     EXPECT_EQ(ReaperPluginEntry(nullptr, &record), 1);
     EXPECT_EQ(asked, std::vector<std::string>(std::istream_iterator<std::string>(published), {}));
@@ -63,7 +63,7 @@ TEST_F(Loading, binds_all_published_functions_in_their_order_whatever_the_versio
     EXPECT_NE(GetTrack, nullptr);
 }
 
-TEST_F(Loading, registers_each_row_thrice_in_order_and_withdraws_the_same_pointers) {
+TEST_F(Loading, RegistersEachRowThriceInOrderAndWithdrawsTheSamePointers) {
     ReaperPluginEntry(nullptr, &record);
     std::vector<std::pair<std::string, void*>> expected;
     for (std::size_t i = 0; i < api_define_list.count; ++i) {
@@ -83,7 +83,7 @@ TEST_F(Loading, registers_each_row_thrice_in_order_and_withdraws_the_same_pointe
     EXPECT_TRUE(imported);
 }
 
-TEST_F(Loading, counts_what_a_host_lacks_and_survives_one_that_knows_nothing) {
+TEST_F(Loading, CountsWhatAHostLacksAndSurvivesOneThatKnowsNothing) {
     EXPECT_EQ(REAPERAPI_LoadAPI([](const char*) -> void* { return nullptr; }), 810);
     reaper_plugin_info_t empty{0, nullptr, nullptr, nullptr};
     EXPECT_EQ(ReaperPluginEntry(nullptr, &empty), 1);
@@ -91,7 +91,7 @@ TEST_F(Loading, counts_what_a_host_lacks_and_survives_one_that_knows_nothing) {
     EXPECT_EQ(ReaperPluginEntry(nullptr, nullptr), 0);
 }
 
-TEST(Language, is_japanese_for_exactly_that_locale) {
+TEST(Language, IsJapaneseForExactlyThatLocale) {
     for (const char* variable : {"LC_ALL", "LC_MESSAGES", "LANG"})
         unsetenv(variable);
     const std::tuple<const char*, const char*, bool> locales[] = {{"LANG", "ja_JP", true},

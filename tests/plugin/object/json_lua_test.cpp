@@ -34,7 +34,7 @@ std::string nested(int levels) {
     return "local t = {1} for i = 2, " + std::to_string(levels) + " do t = {t} end return t";
 }
 
-TEST(JsonFromLua, takes_each_kind_of_value_by_its_rule) {
+TEST(JsonFromLua, TakesEachKindOfValueByItsRule) {
     EXPECT_EQ(text_of("return {1, 2.5, 'a', true}"), R"([1,2.5,"a",1])");
     EXPECT_EQ(text_of("return {3.0, -0.0, 5000000000, 0/0}"), "[3,0,5000000000.0,null]");
     EXPECT_EQ(text_of("return {b = 'x\\0y', a = {}, [print] = 1, c = print}"), R"({"a":null,"b":"x"})");
@@ -43,14 +43,14 @@ TEST(JsonFromLua, takes_each_kind_of_value_by_its_rule) {
     EXPECT_EQ(text_of("return 5"), "null");
 }
 
-TEST(JsonFromLua, ends_with_an_exception_for_mixed_keys_and_endless_nesting) {
+TEST(JsonFromLua, EndsWithAnExceptionForMixedKeysAndEndlessNesting) {
     EXPECT_THROW(text_of("return {1, a = 2}"), json::type_error);
     EXPECT_THROW(text_of("local t = {} t[1] = t return t"), std::length_error);
     EXPECT_THROW(text_of(nested(1001)), std::length_error);
     EXPECT_EQ(text_of(nested(1000)).size(), 2001);
 }
 
-TEST(JsonToLua, pushes_one_value_that_a_script_can_check) {
+TEST(JsonToLua, PushesOneValueThatAScriptCanCheck) {
     const Lua L =
         run("return function(v) return v.list[1] == 1 and v.list[2] == nil and v.list[3].k == 'ä' and "
             "v.yes == true and math.type(v.whole) == 'integer' and v.whole == 1 and v.half == 0.5 and "
@@ -67,7 +67,7 @@ TEST(JsonToLua, pushes_one_value_that_a_script_can_check) {
     EXPECT_TRUE(lua_toboolean(L.get(), -1));
 }
 
-TEST(JsonToLua, gives_nil_for_a_value_that_nests_too_deeply) {
+TEST(JsonToLua, GivesNilForAValueThatNestsTooDeeply) {
     const Lua L = run("");
     json value = 1;
     for (const int type : {LUA_TTABLE, LUA_TNIL}) {

@@ -10,7 +10,7 @@ using namespace mk_api::string;
 
 std::string nested(std::size_t levels) { return std::string(levels, '[') + std::string(levels, ']'); }
 
-TEST(JsonText, is_one_line_with_keys_in_byte_order_or_refused_with_the_output_kept) {
+TEST(JsonText, IsOneLineWithKeysInByteOrderOrRefusedWithTheOutputKept) {
     json value;
     std::string text;
     EXPECT_EQ(Json_Deserialize("{ \"b\":[1, 2.5],\n \"\u00e9\":1, \"a\":" + nested(999) + "}", value), 0);

@@ -23,7 +23,7 @@ protected:
     std::string root = folder.path;
 };
 
-TEST_F(PathRecord, takes_a_file_apart_and_survives_its_json_form) {
+TEST_F(PathRecord, TakesAFileApartAndSurvivesItsJsonForm) {
     mk_Path path(make_file("日本.b.wav"));
     const auto text = [](const std::string& value) { return json{{"string", value}}; };
     json form = {{"ParentPath", text(root)},
@@ -40,7 +40,7 @@ TEST_F(PathRecord, takes_a_file_apart_and_survives_its_json_form) {
     EXPECT_TRUE(mk_Path(odd).to_json().is_null()) << "nothing is typed as text";
 }
 
-TEST_F(PathRecord, knows_folders_and_pipes) {
+TEST_F(PathRecord, KnowsFoldersAndPipes) {
     const mk_Path slashed(root + "/");
     EXPECT_EQ(slashed.Type->value, "Folder");
     EXPECT_EQ(slashed.ParentPath->value, root);
@@ -50,7 +50,7 @@ TEST_F(PathRecord, knows_folders_and_pipes) {
     EXPECT_TRUE(pipe.Type->exists && pipe.Type->value.empty());
 }
 
-TEST_F(PathRecord, stays_as_it_was_when_there_is_no_such_path) {
+TEST_F(PathRecord, StaysAsItWasWhenThereIsNoSuchPath) {
     mk_Path path(make_file("a.wav"));
     EXPECT_EQ(path.read_path(root + "/missing.wav"), 1);
     EXPECT_EQ(path.FileName->value, "a.wav");

@@ -51,7 +51,7 @@ protected:
 using RecordClasses = ::testing::Types<TrackDetail, mk_Peak, mk_Midi, LINGOMAT_Tracks>;
 TYPED_TEST_SUITE(EveryRecord, RecordClasses);
 
-TYPED_TEST(EveryRecord, is_empty_when_fresh_and_reads_zeros) {
+TYPED_TEST(EveryRecord, IsEmptyWhenFreshAndReadsZeros) {
     EXPECT_EQ(this->record.pool_key, reinterpret_cast<unsigned long long>(&this->record));
     EXPECT_TRUE(this->record.to_json().is_null());
     EXPECT_EQ(this->record.get_value("no such key"), mk_Value(0));
@@ -64,7 +64,7 @@ TYPED_TEST(EveryRecord, is_empty_when_fresh_and_reads_zeros) {
     EXPECT_EQ(this->record.get_size(), 0u);
 }
 
-TYPED_TEST(EveryRecord, walks_its_present_fields_in_order_and_passes_through_a_lua_table) {
+TYPED_TEST(EveryRecord, WalksItsPresentFieldsInOrderAndPassesThroughALuaTable) {
     const std::vector<Column>& keys = columns<TypeParam>;
     for (auto column = keys.rbegin(); column != keys.rend(); ++column) { // the order is the class's own
         this->record.set_value(column->first, value_of_type.at(column->second));
@@ -87,7 +87,7 @@ TYPED_TEST(EveryRecord, walks_its_present_fields_in_order_and_passes_through_a_l
     }
 }
 
-TEST(Record, shares_its_cells_with_its_copies_but_not_its_key) {
+TEST(Record, SharesItsCellsWithItsCopiesButNotItsKey) {
     TrackDetail source;
     TrackDetail copy = source;
     copy.set_value("Volume", 1.0);
@@ -101,7 +101,7 @@ TEST(Record, shares_its_cells_with_its_copies_but_not_its_key) {
     EXPECT_EQ(assigned.get_size(), 1u);
 }
 
-TEST(Record, takes_the_zero_for_a_value_of_another_lua_type_and_stops_at_a_key_that_is_no_string) {
+TEST(Record, TakesTheZeroForAValueOfAnotherLuaTypeAndStopsAtAKeyThatIsNoString) {
     const Lua L = new_lua();
     luaL_dostring(L.get(), "return {Volume = '1.5', Index = 2.5, Other = 1}, {'no string', Depth = 3}");
     TrackDetail record, unread;
@@ -115,7 +115,7 @@ TEST(Record, takes_the_zero_for_a_value_of_another_lua_type_and_stops_at_a_key_t
     EXPECT_EQ(unread.get_key_info(0).first, "Track") << "null, but present";
 }
 
-TEST(Pool, owns_the_records_of_an_array_until_its_release) {
+TEST(Pool, OwnsTheRecordsOfAnArrayUntilItsRelease) {
     const auto handle = mk_List::create_mklist_array();
     mk_List* record = mk_List::create_mkobj_inarray<mk_Midi>(handle);
     mk_List::create_mkobj_inarray<TrackDetail>(handle);
@@ -137,7 +137,7 @@ struct Foreign : mk_List {
     std::vector<const mk_List*>& releases;
 };
 
-TEST(Pool, releases_every_entry_of_an_array_by_its_own_operation_and_in_order) {
+TEST(Pool, ReleasesEveryEntryOfAnArrayByItsOwnOperationAndInOrder) {
     std::vector<const mk_List*> releases;
     Foreign first(releases), last(releases);
     auto group = std::make_shared<LINGOMAT_Tracks>();
@@ -160,7 +160,7 @@ TEST(Pool, releases_every_entry_of_an_array_by_its_own_operation_and_in_order) {
     EXPECT_TRUE(LINGOMAT_Tracks::pool.empty());
 }
 
-TEST(Pool, never_takes_a_new_record_for_one_that_was_released_at_its_address) {
+TEST(Pool, NeverTakesANewRecordForOneThatWasReleasedAtItsAddress) {
     const auto old_array = mk_List::create_mklist_array();
     const auto new_array = mk_List::create_mklist_array();
     for (int i = 0; i < 100; ++i) { // the allocator gives the same block again
@@ -173,7 +173,7 @@ TEST(Pool, never_takes_a_new_record_for_one_that_was_released_at_its_address) {
     EXPECT_TRUE(mk_Midi::pool.empty());
 }
 
-TEST(Pool, holds_a_record_once_however_often_it_is_put_in) {
+TEST(Pool, HoldsARecordOnceHoweverOftenItIsPutIn) {
     auto record = std::make_shared<TrackDetail>();
     mk_List::set_obj_topool(record);
     mk_List::set_obj_topool(record);
@@ -182,7 +182,7 @@ TEST(Pool, holds_a_record_once_however_often_it_is_put_in) {
     EXPECT_TRUE(TrackDetail::pool.empty());
 }
 
-TEST(Pool, keeps_a_list_alive_beyond_its_source) {
+TEST(Pool, KeepsAListAliveBeyondItsSource) {
     std::vector<mk_List*>* array = nullptr;
     {
         std::vector<TrackDetail> list(2);

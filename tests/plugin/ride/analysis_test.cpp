@@ -13,7 +13,7 @@ namespace {
 
 using namespace mk_api::RIDESCRIBER;
 
-TEST(RideAnalysis, pulls_middling_windows_towards_the_second_of_four_nested_means) {
+TEST(RideAnalysis, PullsMiddlingWindowsTowardsTheSecondOfFourNestedMeans) {
     mk_test::Peaks peaks(200, {-60.0, -60.0}); // quiet, so that the windows that count are not at the start
     for (const double level : {20.0, 10.0, 8.0, 6.0})
         peaks.insert(peaks.end(), 10, {-level, -level - 10.0});
@@ -25,7 +25,7 @@ TEST(RideAnalysis, pulls_middling_windows_towards_the_second_of_four_nested_mean
     EXPECT_EQ(gains_db, std::vector({0.0, 2.0, 2.0, 0.0, -2.0}));
 }
 
-TEST(RideAnalysis, equals_the_plain_reckoning_on_any_levels) {
+TEST(RideAnalysis, EqualsThePlainReckoningOnAnyLevels) {
     std::mt19937 random(7);
     std::uniform_real_distribution<double> any_level(-80.0, 6.0), any_spread(0.0, 30.0);
     for (int run = 0; run < 500; ++run) {

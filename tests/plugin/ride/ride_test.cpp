@@ -100,7 +100,7 @@ struct Recording {
 
 class RideOnRecordings : public Ride, public ::testing::WithParamInterface<Recording> {};
 
-TEST_P(RideOnRecordings, makes_the_calls_and_leaves_the_points_of_the_plain_reckoning) {
+TEST_P(RideOnRecordings, MakesTheCallsAndLeavesThePointsOfThePlainReckoning) {
     const auto [name, seconds, ratio_type] = GetParam();
     headless::project::Item& item = add_item(babble(seconds, 1), 2.5);
     headless::project::Take& take = *item.active_take(); // beneath the render, later
@@ -142,7 +142,7 @@ INSTANTIATE_TEST_SUITE_P(Recordings, RideOnRecordings,
                                            Recording{"without_a_level", 0.0004, 0}),
                          [](const auto& test) { return test.param.name; });
 
-TEST_F(Ride, without_any_one_of_its_functions_shows_one_message_and_changes_nothing) {
+TEST_F(Ride, WithoutAnyOneOfItsFunctionsShowsOneMessageAndChangesNothing) {
     headless::project::Item& item = add_item(babble(0.5, 1));
     SetMediaItemSelected(handle(item), true);
     for (const char* missing :
@@ -161,7 +161,7 @@ TEST_F(Ride, without_any_one_of_its_functions_shows_one_message_and_changes_noth
     }
 }
 
-TEST_F(Ride, keeps_the_selection_whether_or_not_the_item_is_in_it) {
+TEST_F(Ride, KeepsTheSelectionWhetherOrNotTheItemIsInIt) {
     headless::project::Item& first = add_item(babble(0.5, 1), 0.0, "1.wav");
     headless::project::Item& second = add_item(babble(0.5, 2), 0.0, "2.wav");
     headless::project::Item& third = add_item(babble(0.5, 3), 0.0, "3.wav");
@@ -174,7 +174,7 @@ TEST_F(Ride, keeps_the_selection_whether_or_not_the_item_is_in_it) {
     EXPECT_TRUE(first.selected() && !second.selected() && third.selected());
 }
 
-TEST_F(Ride, fails_on_what_cannot_be_ridden_and_keeps_the_selection) {
+TEST_F(Ride, FailsOnWhatCannotBeRiddenAndKeepsTheSelection) {
     headless::project::Item& item = add_item(babble(0.5, 1));
     SetMediaItemSelected(handle(item), true);
     EXPECT_FALSE(SetMediaItemRIDESCRIBER(nullptr, 0));
@@ -188,7 +188,7 @@ TEST_F(Ride, fails_on_what_cannot_be_ridden_and_keeps_the_selection) {
     EXPECT_TRUE(messages.empty());
 }
 
-TEST_F(Ride, on_a_list_goes_on_after_an_item_that_fails) {
+TEST_F(Ride, OnAListGoesOnAfterAnItemThatFails) {
     headless::project::Item& first = add_item(babble(0.5, 1), 0.0, "1.wav");
     headless::project::Item& second = add_item(babble(0.5, 2), 0.0, "2.wav");
     EXPECT_EQ(SetMediaItemListRIDESCRIBER({handle(first), nullptr, handle(second)}, 0), 0);

@@ -8,7 +8,7 @@ namespace {
 
 using Dependency = mk_test::BoundPlugin;
 
-TEST_F(Dependency, tells_which_extension_is_missing_and_opens_its_address_only_on_a_yes) {
+TEST_F(Dependency, TellsWhichExtensionIsMissingAndOpensItsAddressOnlyOnAYes) {
     const mk_test::StandInCommand browser("xdg-open");
     browser.runs("echo \"$1\" >> output\n");
     dependency_manager::assert_not_installed("MK_Something", "", third_plugin{1});

@@ -8,7 +8,7 @@
 
 namespace {
 
-TEST(Strcpy, cuts_to_the_buffer_and_leaves_an_empty_one_alone) {
+TEST(Strcpy, CutsToTheBufferAndLeavesAnEmptyOneAlone) {
     char buffer[8] = "before";
     mk_utility::strcpy(buffer, 0, "text");
     mk_utility::strcpy(buffer, -1, "text");
@@ -23,12 +23,12 @@ TEST(Strcpy, cuts_to_the_buffer_and_leaves_an_empty_one_alone) {
     EXPECT_STREQ(buffer, "1.1");
 }
 
-TEST(Stricmp, folds_ascii_letters_only) {
+TEST(Stricmp, FoldsAsciiLettersOnly) {
     EXPECT_TRUE(mk_utility::Stricmp("ABC", "abc"));
     EXPECT_FALSE(mk_utility::Stricmp("É", "é") || mk_utility::Stricmp(nullptr, nullptr));
 }
 
-TEST(Rounding, goes_half_away_from_zero_or_up_with_as_many_digits_as_a_scale_can_hold) {
+TEST(Rounding, GoesHalfAwayFromZeroOrUpWithAsManyDigitsAsAScaleCanHold) {
     EXPECT_EQ(mk_utility::round(-0.5, 0), -1.0);
     EXPECT_EQ(mk_utility::round(-6.020599913279624, 2), -6.02);
     EXPECT_EQ(mk_utility::round(1.1234567894, 9), 1.123456789);
@@ -38,7 +38,7 @@ TEST(Rounding, goes_half_away_from_zero_or_up_with_as_many_digits_as_a_scale_can
     EXPECT_EQ(mk_utility::round_up(1.26, 400), 1.26);
 }
 
-TEST(MatchInTail, takes_the_tail_as_a_pattern_behind_at_least_one_character) {
+TEST(MatchInTail, TakesTheTailAsAPatternBehindAtLeastOneCharacter) {
     EXPECT_TRUE(mk_utility::match_intail("take.WAV", "\\.wav"));
     EXPECT_FALSE(mk_utility::match_intail(".wav", "\\.wav"));
     EXPECT_THROW(mk_utility::match_intail("take", "("), std::regex_error);
@@ -48,7 +48,7 @@ TEST(MatchInTail, takes_the_tail_as_a_pattern_behind_at_least_one_character) {
     EXPECT_TRUE(mk_utility::match_intail(std::string(1 << 20, 'a'), "a"));
 }
 
-TEST(SplitExtension, splits_at_the_last_dot_of_a_single_line) {
+TEST(SplitExtension, SplitsAtTheLastDotOfASingleLine) {
     using Parts = std::pair<std::string, std::string>;
     const std::pair<const char*, Parts> cases[] = {
         {"a.b.wav", {"a.b", "wav"}},    {"noext", {"noext", ""}},    {"name.", {"name", ""}},
@@ -57,7 +57,7 @@ TEST(SplitExtension, splits_at_the_last_dot_of_a_single_line) {
         EXPECT_EQ(mk_utility::split_extension(path), parts);
 }
 
-TEST(DialogCommand, shows_any_text_as_it_is_and_runs_nothing_in_it) {
+TEST(DialogCommand, ShowsAnyTextAsItIsAndRunsNothingInIt) {
     const std::string hostile = "it's \"so\" \\ `id` $(id)";
     const mk_utility::Dialog tells{.message = hostile, .title = "T", .icon = {}};
     const mk_utility::Dialog asks{.message = "M", .title = "T", .asks_yes_or_no = true, .icon = "/i c.icns"};
@@ -72,7 +72,7 @@ TEST(DialogCommand, shows_any_text_as_it_is_and_runs_nothing_in_it) {
         "\"No\"} default button \"Yes\" with icon POSIX file \"/i c.icns\")'");
 }
 
-TEST(MessageBox, gives_the_button_and_a_no_for_a_service_that_fails) {
+TEST(MessageBox, GivesTheButtonAndANoForAServiceThatFails) {
     const mk_test::StandInCommand service("zenity");
     service.runs("exit 0");
     EXPECT_EQ(mk_utility::show_message_box_info("m"), 0);

@@ -30,7 +30,7 @@ std::string plain(const RegexCase& each) {
     return answer([&] { return std::regex_replace(each.text, std::regex(each.pattern), each.format); });
 }
 
-TEST(SafeRegex, means_what_std_regex_means_in_patterns_for_file_names) {
+TEST(SafeRegex, MeansWhatStdRegexMeansInPatternsForFileNames) {
     const char* const patterns[] = {// clang-format off
         "cat|category", "\\.wav$", "\\.(wav|aiff?|flac)$", "^[^_]+_", "_[^_]*$", "(.*)\\.(.*)", "(.+?)_(.+)", "\\d+",
         "\\d{2,3}", "(\\d+)(?=\\.wav)", "(?!\\.)[a-z]+", "[A-Z][a-z]+", "\\s+", "^\\s+|\\s+$", "[\\s_-]+", "\\bvo\\b",
@@ -55,7 +55,7 @@ TEST(SafeRegex, means_what_std_regex_means_in_patterns_for_file_names) {
                     << pattern << " in " << text;
 }
 
-TEST(SafeRegex, means_what_std_regex_means_in_patterns_at_random) {
+TEST(SafeRegex, MeansWhatStdRegexMeansInPatternsAtRandom) {
     mk_test::RandomPatterns patterns(20);
     for (int left = 5000; left > 0; --left) {
         const RegexCase each = patterns.next();
@@ -65,7 +65,7 @@ TEST(SafeRegex, means_what_std_regex_means_in_patterns_at_random) {
 
 // Here std::regex forgets what the standard says: in a lookahead it takes the place for the text's begin, and
 // what a lookahead captured on a way that was given up stays.
-TEST(SafeRegex, lets_lookaheads_see_the_text_before_them) {
+TEST(SafeRegex, LetsLookaheadsSeeTheTextBeforeThem) {
     EXPECT_EQ(ours({"a(?=\\b)", "ab a", "X"}), "=ab X");
     EXPECT_EQ(ours({"(?:(?=(a))ab|a)", "ac", "<$1>"}), "=<>c");
 }
@@ -77,7 +77,7 @@ std::string repeated(const std::string& text, std::size_t size) {
     return long_text;
 }
 
-TEST(SafeRegex, replaces_in_long_texts) {
+TEST(SafeRegex, ReplacesInLongTexts) {
     constexpr std::size_t mebibyte = std::size_t{1} << 20;
     std::string names = "line_0_";
     for (int number = 1; number < 20; ++number)
@@ -99,7 +99,7 @@ TEST(SafeRegex, replaces_in_long_texts) {
         EXPECT_TRUE(mk_utility::replace_all(each.text, each.pattern, "x") == each.replaced) << each.pattern;
 }
 
-TEST(SafeRegex, refuses_what_would_take_out_of_all_proportion) {
+TEST(SafeRegex, RefusesWhatWouldTakeOutOfAllProportion) {
     const std::string long_text = repeated("a", std::size_t{1} << 20);
     for (const char* pattern : {"(a+)+b", "[^,]*,", "(((a{99}){99}){99}){9}", "a{65536}"})
         EXPECT_EQ(ours({pattern, long_text, "x"}), "refused") << pattern;
@@ -110,7 +110,7 @@ TEST(SafeRegex, refuses_what_would_take_out_of_all_proportion) {
     EXPECT_EQ(ours({std::string(240, '(') + "a" + std::string(240, ')'), "ab", "$99"}), "=ab");
 }
 
-TEST(SafeRegex, ignores_case_and_takes_any_byte_when_the_whole_text_is_asked_for) {
+TEST(SafeRegex, IgnoresCaseAndTakesAnyByteWhenTheWholeTextIsAskedFor) {
     using mk_utility::LetterCase;
     EXPECT_TRUE(mk_utility::matches_whole("ABBA\xc3", "(a)(b)\\2[^b-z]\xc3", LetterCase::is_ignored));
     EXPECT_FALSE(mk_utility::matches_whole("ABBA\xe3", "abba\xc3", LetterCase::is_ignored)) << "ASCII alone";

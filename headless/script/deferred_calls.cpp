@@ -1,4 +1,4 @@
-#include "headless/script/turns.hpp"
+#include "headless/script/deferred_calls.hpp"
 
 #include "headless/base/interruption.hpp"
 

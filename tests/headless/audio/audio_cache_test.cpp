@@ -1,4 +1,4 @@
-#include "headless/audio/audio_store.hpp"
+#include "headless/audio/audio_cache.hpp"
 #include "tests/headless/support/sound_files.hpp"
 
 #include <gtest/gtest.h>
@@ -6,7 +6,7 @@
 namespace headless::test {
 namespace {
 
-std::vector<float> read_all(audio::AudioStore& store, const std::filesystem::path& file,
+std::vector<float> read_all(audio::AudioCache& store, const std::filesystem::path& file,
                             audio::FrameRange range) {
     std::vector<float> samples;
     const auto read = store.read(file, range, [&](std::span<const float> block) -> Result<void> {
@@ -18,16 +18,16 @@ std::vector<float> read_all(audio::AudioStore& store, const std::filesystem::pat
     return samples;
 }
 
-struct AudioStoreTest : testing::Test {
+struct AudioCacheTest : testing::Test {
     ScratchFolder folder;
     std::filesystem::path file = folder / "sound";
-    audio::AudioStore store;
+    audio::AudioCache store;
 };
 
-TEST_F(AudioStoreTest, reads_the_same_from_memory_and_from_disk_with_silence_beyond_both_ends) {
+TEST_F(AudioCacheTest, ReadsTheSameFromMemoryAndFromDiskWithSilenceBeyondBothEnds) {
     const auto written = noise(150000, 1.7);
     write_sound(file, written, 96000, 3);
-    audio::AudioStore streaming(1000);
+    audio::AudioCache streaming(1000);
     EXPECT_EQ(store.format(file), (audio::AudioFormat{96000, 3, 50000}));
     for (const audio::FrameRange range :
          {audio::FrameRange{0, 50000}, {777, 20000}, {5, 0}, {-2, 9000}, {-3, 2}, {49990, 20}, {100000, 2}}) {
@@ -41,9 +41,9 @@ TEST_F(AudioStoreTest, reads_the_same_from_memory_and_from_disk_with_silence_bey
     EXPECT_EQ(streaming.resident_bytes(), 0U);
 }
 
-TEST_F(AudioStoreTest, keeps_the_files_used_last_within_its_limit_and_holds_none_open) {
+TEST_F(AudioCacheTest, KeepsTheFilesUsedLastWithinItsLimitAndHoldsNoneOpen) {
     const auto open_files = [] { return names_in("/proc/self/fd").size(); };
-    audio::AudioStore small(800);
+    audio::AudioCache small(800);
     const auto before = open_files();
     for (const char* name : {"first", "second", "first", "third", "second", "first"}) {
         write_sound(folder / name, std::vector(100, 0.5F), 8000);
@@ -56,7 +56,7 @@ TEST_F(AudioStoreTest, keeps_the_files_used_last_within_its_limit_and_holds_none
     EXPECT_EQ(open_files(), before);
 }
 
-TEST_F(AudioStoreTest, decodes_a_changed_file_anew) {
+TEST_F(AudioCacheTest, DecodesAChangedFileAnew) {
     write_sound(file, {0.1F, 0.2F}, 8000);
     read_all(store, file, {0, 2});
     write_sound(file, {0.5F, 0.6F, 0.7F}, 16000);
@@ -67,7 +67,7 @@ TEST_F(AudioStoreTest, decodes_a_changed_file_anew) {
     EXPECT_EQ(store.resident_bytes(), 0U);
 }
 
-TEST_F(AudioStoreTest, does_not_believe_a_header_that_claims_more_than_the_file_can_hold) {
+TEST_F(AudioCacheTest, DoesNotBelieveAHeaderThatClaimsMoreThanTheFileCanHold) {
     write_sound(file, noise(5000, 0.5), 8000, 1, SF_FORMAT_FLAC | SF_FORMAT_PCM_16);
     auto bytes = bytes_of(file);
     bytes[21] = static_cast<char>(bytes[21] | 0x0F); // the 36 bits of the number of frames
@@ -76,7 +76,7 @@ TEST_F(AudioStoreTest, does_not_believe_a_header_that_claims_more_than_the_file_
     EXPECT_EQ(store.format(file), (audio::AudioFormat{8000, 1, 5000}));
 }
 
-TEST_F(AudioStoreTest, tells_what_a_header_claims_and_the_file_does_not_hold) {
+TEST_F(AudioCacheTest, TellsWhatAHeaderClaimsAndTheFileDoesNotHold) {
     const int flac = SF_FORMAT_FLAC | SF_FORMAT_PCM_16;
     for (const int format : {SF_FORMAT_WAV | SF_FORMAT_PCM_16, SF_FORMAT_RF64 | SF_FORMAT_PCM_16,
                              SF_FORMAT_AIFF | SF_FORMAT_PCM_16, flac}) {
@@ -85,8 +85,8 @@ TEST_F(AudioStoreTest, tells_what_a_header_claims_and_the_file_does_not_hold) {
         read_all(store, file, {0, 40000});
         EXPECT_FALSE(store.shortfall(file));
         std::filesystem::resize_file(file, std::filesystem::file_size(file) - 40000);
-        audio::AudioStore streaming(0);
-        for (audio::AudioStore* reader : {&store, &streaming}) {
+        audio::AudioCache streaming(0);
+        for (audio::AudioCache* reader : {&store, &streaming}) {
             read_all(*reader, file, {0, 40000});
             const auto shortfall = reader->shortfall(file);
             ASSERT_TRUE(shortfall);
@@ -96,7 +96,7 @@ TEST_F(AudioStoreTest, tells_what_a_header_claims_and_the_file_does_not_hold) {
     }
 }
 
-TEST_F(AudioStoreTest, believes_a_length_that_was_left_open_as_streams_are_written) {
+TEST_F(AudioCacheTest, BelievesALengthThatWasLeftOpenAsStreamsAreWritten) {
     write_sound(file, noise(8000, 0.5), 8000, 1, SF_FORMAT_WAV | SF_FORMAT_PCM_16);
     for (const char* length : {"\xFF\xFF\xFF\xFF", "\xFF\xFF\xFF\x7F"}) {
         auto bytes = bytes_of(file);
@@ -106,7 +106,7 @@ TEST_F(AudioStoreTest, believes_a_length_that_was_left_open_as_streams_are_writt
     }
 }
 
-TEST_F(AudioStoreTest, reads_samples_that_are_no_numbers_as_silence) {
+TEST_F(AudioCacheTest, ReadsSamplesThatAreNoNumbersAsSilence) {
     write_sound(file, {0.5F, std::nanf(""), -HUGE_VALF, 1.5F}, 8000);
     EXPECT_EQ(read_all(store, file, {0, 4}), (std::vector<float>{0.5F, 0.0F, 0.0F, 1.5F}));
 }

@@ -24,7 +24,7 @@ class Decoder;
 /// no progress for the time `patience` is a failure. The decoded audio of the most recently used files stays
 /// in memory as long as it fits the limit; a larger file is decoded again for each read. A file that has
 /// changed on disk (size, time stamp, identity) is decoded again. Not for use from two threads at once.
-class AudioStore {
+class AudioCache {
 public:
     static constexpr std::size_t default_byte_limit = std::size_t{256} << 20;
     static constexpr std::chrono::milliseconds default_patience{30'000};
@@ -33,11 +33,11 @@ public:
 
     /// @param byte_limit maximum bytes of decoded audio kept between reads
     /// @param patience   longest time that a file may take without progress
-    explicit AudioStore(std::size_t byte_limit = default_byte_limit,
+    explicit AudioCache(std::size_t byte_limit = default_byte_limit,
                         std::chrono::milliseconds patience = default_patience);
-    ~AudioStore();
-    AudioStore(const AudioStore&) = delete;
-    AudioStore& operator=(const AudioStore&) = delete;
+    ~AudioCache();
+    AudioCache(const AudioCache&) = delete;
+    AudioCache& operator=(const AudioCache&) = delete;
 
     /// Returns the format of the audio in `file`. Until the file has been decoded, the frame count is the
     /// header's if that is plausible for the file's size; after that it is the number of frames that could be

@@ -1,4 +1,4 @@
-#include "headless/base/staged_file.hpp"
+#include "headless/base/atomic_file.hpp"
 
 #include "common/folder_entries.hpp"
 #include "headless/base/file_reading.hpp"
@@ -90,7 +90,7 @@ Result<fs::path> behind_links(const fs::path& file) {
                                  : system_failure(file, error.value()));
 }
 
-Result<StagedFile> StagedFile::create(const fs::path& target) {
+Result<AtomicFile> AtomicFile::create(const fs::path& target) {
     static std::atomic<unsigned> serial{0};
     auto place = behind_links(target);
     if (!place)
@@ -107,19 +107,19 @@ Result<StagedFile> StagedFile::create(const fs::path& target) {
         if (descriptor < 0)
             continue;
         if (lock(descriptor) && !is_nameless(descriptor))
-            return StagedFile(std::move(*place), std::move(staged), descriptor);
+            return AtomicFile(std::move(*place), std::move(staged), descriptor);
         close(descriptor); // another process has just taken it for abandoned, and removes it
     }
 }
 
-StagedFile::~StagedFile() {
+AtomicFile::~AtomicFile() {
     if (!staged_.empty())
         unlink(staged_.c_str());
     if (descriptor_ >= 0)
         close(descriptor_);
 }
 
-Result<void> StagedFile::write(std::string_view text) {
+Result<void> AtomicFile::write(std::string_view text) {
     while (!text.empty()) {
         const ssize_t written = ::write(descriptor_, text.data(), text.size());
         if (written < 0 && errno != EINTR)
@@ -129,7 +129,7 @@ Result<void> StagedFile::write(std::string_view text) {
     return {};
 }
 
-Result<void> StagedFile::publish_as(const fs::path& target, ExistingFile existing) {
+Result<void> AtomicFile::publish_as(const fs::path& target, ExistingFile existing) {
     const auto place = behind_links(target);
     if (!place)
         return tl::unexpected(place.error());
@@ -142,7 +142,7 @@ Result<void> StagedFile::publish_as(const fs::path& target, ExistingFile existin
     return {};
 }
 
-Result<bool> StagedFile::has_bytes_of(const fs::path& file) const {
+Result<bool> AtomicFile::has_bytes_of(const fs::path& file) const {
     const Descriptor other(open(file.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC));
     if (other < 0)
         return tl::unexpected(system_failure(file, errno));
@@ -162,7 +162,7 @@ Result<void> copy_whole(const fs::path& file, const fs::path& copy) {
     const Descriptor source(open(file.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC));
     if (source < 0)
         return tl::unexpected(system_failure(file, errno));
-    auto staged = StagedFile::create(copy);
+    auto staged = AtomicFile::create(copy);
     if (!staged)
         return tl::unexpected(staged.error());
     for (off_t position = 0;;) {
@@ -179,7 +179,7 @@ Result<void> copy_whole(const fs::path& file, const fs::path& copy) {
 }
 
 Result<void> write_file(const fs::path& file, std::string_view text) {
-    auto staged = StagedFile::create(file);
+    auto staged = AtomicFile::create(file);
     if (!staged)
         return tl::unexpected(staged.error());
     return staged->write(text).and_then([&] { return staged->publish(ExistingFile::replace); });

@@ -1,4 +1,4 @@
-#include "headless/audio/watched_thread.hpp"
+#include "headless/audio/watchdog.hpp"
 
 #include <gtest/gtest.h>
 
@@ -12,8 +12,8 @@ using std::chrono::milliseconds;
 
 constexpr milliseconds for_ever{600'000};
 
-TEST(WatchedThread, gives_up_a_job_that_makes_no_progress_and_does_the_next_ones) {
-    audio::WatchedThread thread;
+TEST(Watchdog, GivesUpAJobThatMakesNoProgressAndDoesTheNextOnes) {
+    audio::Watchdog thread;
     std::promise<void> release;
     std::promise<void> released;
     const auto hanging = [gate = release.get_future().share(), &released](audio::Steps&) {

@@ -1,4 +1,4 @@
-#include "headless/audio/loudness_readings.hpp"
+#include "headless/audio/loudness_cache.hpp"
 
 #include "headless/audio/sound_file.hpp"
 
@@ -6,7 +6,7 @@
 
 namespace headless::audio {
 
-struct LoudnessReadings::Entry {
+struct LoudnessCache::Entry {
     FileStamp stamp;
     FrameRange range;
     double factor;
@@ -46,11 +46,11 @@ Loudness at_gain(Loudness loudness, double change) {
 
 } // namespace
 
-LoudnessReadings::LoudnessReadings(AudioStore& store) : store_(store) {}
-LoudnessReadings::~LoudnessReadings() = default;
+LoudnessCache::LoudnessCache(AudioCache& store) : store_(store) {}
+LoudnessCache::~LoudnessCache() = default;
 
-Result<Loudness> LoudnessReadings::measure(const std::filesystem::path& file, FrameRange range,
-                                           const GainCurve& gain, const LoudnessRequest& request) {
+Result<Loudness> LoudnessCache::measure(const std::filesystem::path& file, FrameRange range,
+                                        const GainCurve& gain, const LoudnessRequest& request) {
     const std::optional<double> factor = gain.constant();
     const auto stamp = stamp_of(file);
     if (!factor || *factor == 0.0 || !stamp)

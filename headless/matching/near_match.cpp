@@ -1,4 +1,4 @@
-#include "headless/matching/near_name.hpp"
+#include "headless/matching/near_match.hpp"
 
 #include "headless/matching/language_tag.hpp"
 

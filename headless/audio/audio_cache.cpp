@@ -1,30 +1,30 @@
-#include "headless/audio/audio_store.hpp"
+#include "headless/audio/audio_cache.hpp"
 
 #include "headless/audio/decoded_file.hpp"
 
 namespace headless::audio {
 
-struct AudioStore::Known {
+struct AudioCache::Known {
     DecodedFile file;
     std::list<Known*>::iterator place; // in the list of resident files, if resident
 };
 
-AudioStore::AudioStore(std::size_t byte_limit, std::chrono::milliseconds patience)
+AudioCache::AudioCache(std::size_t byte_limit, std::chrono::milliseconds patience)
     : byte_limit_(byte_limit), decoder_(std::make_unique<Decoder>(patience)) {}
-AudioStore::~AudioStore() = default;
+AudioCache::~AudioCache() = default;
 
-void AudioStore::set_patience(std::chrono::milliseconds patience) { decoder_->set_patience(patience); }
+void AudioCache::set_patience(std::chrono::milliseconds patience) { decoder_->set_patience(patience); }
 
-Result<AudioFormat> AudioStore::format(const std::filesystem::path& file) {
+Result<AudioFormat> AudioCache::format(const std::filesystem::path& file) {
     return find_or_open(file).map([](const Known* known) { return known->file.format(); });
 }
 
-std::optional<Shortfall> AudioStore::shortfall(const std::filesystem::path& file) {
+std::optional<Shortfall> AudioCache::shortfall(const std::filesystem::path& file) {
     const auto known = find_or_open(file);
     return known ? (*known)->file.shortfall() : std::nullopt;
 }
 
-Result<void> AudioStore::read(const std::filesystem::path& file, FrameRange range,
+Result<void> AudioCache::read(const std::filesystem::path& file, FrameRange range,
                               const FrameVisitor& visit) {
     const auto visit_unless_interrupted = [&](std::span<const float> block) -> Result<void> {
         if (is_interrupted && is_interrupted())
@@ -36,7 +36,7 @@ Result<void> AudioStore::read(const std::filesystem::path& file, FrameRange rang
     });
 }
 
-Result<AudioStore::Known*> AudioStore::find_or_open(const std::filesystem::path& file) {
+Result<AudioCache::Known*> AudioCache::find_or_open(const std::filesystem::path& file) {
     if (asked_last_ && asked_last_->file.path() != file)
         asked_last_->file.close(); // at most one file stays open
     const auto stamp = stamp_of(file);
@@ -60,7 +60,7 @@ Result<AudioStore::Known*> AudioStore::find_or_open(const std::filesystem::path&
     });
 }
 
-Result<void> AudioStore::load(Known& known) {
+Result<void> AudioCache::load(Known& known) {
     if (known.file.is_resident() || known.file.bytes() > byte_limit_)
         return {};
     make_room(known.file.bytes());
@@ -72,7 +72,7 @@ Result<void> AudioStore::load(Known& known) {
     });
 }
 
-void AudioStore::make_room(std::size_t bytes) {
+void AudioCache::make_room(std::size_t bytes) {
     while (!resident_.empty() && resident_bytes_ > byte_limit_ - bytes) {
         DecodedFile& oldest = resident_.back()->file;
         resident_bytes_ -= oldest.bytes();
@@ -81,7 +81,7 @@ void AudioStore::make_room(std::size_t bytes) {
     }
 }
 
-void AudioStore::forget(KnownFiles::iterator known) {
+void AudioCache::forget(KnownFiles::iterator known) {
     if (known->second->file.is_resident()) {
         resident_bytes_ -= known->second->file.bytes();
         resident_.erase(known->second->place);

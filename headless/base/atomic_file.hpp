@@ -21,17 +21,17 @@ Result<std::filesystem::path> behind_links(const std::filesystem::path& file);
 /// Owns the temporary file and its descriptor until it is published; removes it when it never is. A process
 /// that is killed leaves the file behind; the next one that writes in the folder removes it. The file is
 /// locked as long as its writer lives, which tells the two apart.
-class StagedFile {
+class AtomicFile {
 public:
     /// Makes an empty file in the folder of `target`, behind its links, with the permissions of an ordinary
     /// new file.
-    static Result<StagedFile> create(const std::filesystem::path& target);
+    static Result<AtomicFile> create(const std::filesystem::path& target);
 
-    StagedFile(StagedFile&& other) noexcept
+    AtomicFile(AtomicFile&& other) noexcept
         : target_(std::move(other.target_)), staged_(std::exchange(other.staged_, {})),
           descriptor_(std::exchange(other.descriptor_, -1)) {}
-    StagedFile& operator=(StagedFile&&) = delete;
-    ~StagedFile();
+    AtomicFile& operator=(AtomicFile&&) = delete;
+    ~AtomicFile();
 
     /// Open for reading and writing; stays owned.
     int descriptor() const { return descriptor_; }
@@ -49,7 +49,7 @@ public:
     Result<bool> has_bytes_of(const std::filesystem::path& file) const;
 
 private:
-    StagedFile(std::filesystem::path target, std::filesystem::path staged, int descriptor)
+    AtomicFile(std::filesystem::path target, std::filesystem::path staged, int descriptor)
         : target_(std::move(target)), staged_(std::move(staged)), descriptor_(descriptor) {}
 
     std::filesystem::path target_;

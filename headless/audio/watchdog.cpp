@@ -1,4 +1,4 @@
-#include "headless/audio/watched_thread.hpp"
+#include "headless/audio/watchdog.hpp"
 
 #include <condition_variable>
 #include <exception>
@@ -8,7 +8,7 @@
 
 namespace headless::audio {
 
-struct WatchedThread::Desk {
+struct Watchdog::Desk {
     std::mutex mutex;
     std::condition_variable changed;
     std::function<void(Steps&)> job; // null if none is waiting
@@ -18,9 +18,9 @@ struct WatchedThread::Desk {
     Steps steps = 0;
 };
 
-WatchedThread::WatchedThread() = default;
+Watchdog::Watchdog() = default;
 
-WatchedThread::~WatchedThread() {
+Watchdog::~Watchdog() {
     if (desk_) {
         const std::lock_guard lock(desk_->mutex);
         desk_->is_closed = true;
@@ -28,7 +28,7 @@ WatchedThread::~WatchedThread() {
     }
 }
 
-void WatchedThread::work(const std::shared_ptr<Desk>& desk) {
+void Watchdog::work(const std::shared_ptr<Desk>& desk) {
     std::unique_lock lock(desk->mutex);
     for (;;) {
         desk->changed.wait(lock, [&] { return desk->job || desk->is_closed; });
@@ -50,7 +50,7 @@ void WatchedThread::work(const std::shared_ptr<Desk>& desk) {
     }
 }
 
-bool WatchedThread::run(std::function<void(Steps&)> job, std::chrono::milliseconds patience) {
+bool Watchdog::run(std::function<void(Steps&)> job, std::chrono::milliseconds patience) {
     if (!desk_) {
         const auto desk = std::make_shared<Desk>();
         std::thread([desk] { work(desk); }).detach();

@@ -15,13 +15,13 @@ namespace headless::audio {
 /// A constant gain moves the maxima and the true peak by its decibels, so one measurement serves them at
 /// every gain. The integrated loudness and the range have a gate at a fixed level, so they are valid only for
 /// the gain they were measured with.
-class LoudnessReadings {
+class LoudnessCache {
 public:
     /// @param store must outlive this object
-    explicit LoudnessReadings(AudioStore& store);
-    ~LoudnessReadings();
-    LoudnessReadings(const LoudnessReadings&) = delete;
-    LoudnessReadings& operator=(const LoudnessReadings&) = delete;
+    explicit LoudnessCache(AudioCache& store);
+    ~LoudnessCache();
+    LoudnessCache(const LoudnessCache&) = delete;
+    LoudnessCache& operator=(const LoudnessCache&) = delete;
 
     /// As measure_loudness. The result may contain readings that were not requested. With an envelope, each
     /// call measures.
@@ -31,7 +31,7 @@ public:
 private:
     struct Entry;
 
-    AudioStore& store_;
+    AudioCache& store_;
     std::unordered_map<std::string, Entry> by_path_;
 };
 

@@ -14,12 +14,12 @@ using Steps = std::atomic<std::uint64_t>;
 
 /// One thread that runs jobs one at a time. An abandoned job keeps its thread, until the process ends if need
 /// be; the next job gets a new one.
-class WatchedThread {
+class Watchdog {
 public:
-    WatchedThread();
-    ~WatchedThread();
-    WatchedThread(const WatchedThread&) = delete;
-    WatchedThread& operator=(const WatchedThread&) = delete;
+    Watchdog();
+    ~Watchdog();
+    Watchdog(const Watchdog&) = delete;
+    Watchdog& operator=(const Watchdog&) = delete;
 
     /// Runs the job and waits for it. An exception that leaves the job is thrown here.
     /// @param job       must own everything it uses: it may still be running after it was abandoned

@@ -1,4 +1,4 @@
-#include "headless/base/staged_file.hpp"
+#include "headless/base/atomic_file.hpp"
 #include "tests/headless/support/failures.hpp"
 #include "tests/headless/support/scratch_folder.hpp"
 
@@ -19,7 +19,7 @@ pid_t start_writer(const fs::path& folder) {
         return -1;
     const pid_t writer = fork();
     if (writer == 0) {
-        auto staged = StagedFile::create(folder / "never");
+        auto staged = AtomicFile::create(folder / "never");
         const bool is_told = staged && staged->write("half of it") && write(ready[1], "x", 1) == 1;
         pause();
         _exit(is_told ? 0 : 1);
@@ -36,7 +36,7 @@ void kill_writer(pid_t writer) {
     waitpid(writer, nullptr, 0);
 }
 
-TEST(StagedFile, removes_what_killed_writers_left_and_nothing_of_living_ones) {
+TEST(AtomicFile, RemovesWhatKilledWritersLeftAndNothingOfLivingOnes) {
     const ScratchFolder folder;
     const pid_t killed = start_writer(folder.path);
     const pid_t living = start_writer(folder.path);
@@ -50,7 +50,7 @@ TEST(StagedFile, removes_what_killed_writers_left_and_nothing_of_living_ones) {
     kill_writer(living);
 }
 
-TEST(StagedFile, is_written_where_links_lead) {
+TEST(AtomicFile, IsWrittenWhereLinksLead) {
     const ScratchFolder folder;
     fs::create_directory(folder / "far");
     write_bytes(folder / "far/file", "old");
@@ -66,10 +66,10 @@ TEST(StagedFile, is_written_where_links_lead) {
     EXPECT_THAT(write_file(folder / "circle", ""), fails_telling("circle: is a link that leads in a circle"));
 }
 
-TEST(StagedFile, has_the_bytes_of_an_equal_file_only) {
+TEST(AtomicFile, HasTheBytesOfAnEqualFileOnly) {
     const ScratchFolder folder;
     const std::string bytes(100000, 'a');
-    auto staged = StagedFile::create(folder / "file");
+    auto staged = AtomicFile::create(folder / "file");
     ASSERT_TRUE(staged && staged->write(bytes));
     write_bytes(folder / "same", bytes);
     write_bytes(folder / "longer", bytes + "a");

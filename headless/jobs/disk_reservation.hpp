@@ -11,18 +11,18 @@ namespace headless::jobs {
 /// A project is saved after its renders. So that the renders cannot fill the disk, the space for the project
 /// is reserved as long as this object exists. The file that reserves it has no name, so nothing is left
 /// behind however the program ends.
-class ReservedRoom {
+class DiskReservation {
 public:
     /// Reserves `bytes` in that folder if they are available and the file system supports it; otherwise
     /// reserves nothing.
-    ReservedRoom(const std::filesystem::path& folder, std::uintmax_t bytes)
+    DiskReservation(const std::filesystem::path& folder, std::uintmax_t bytes)
         : descriptor_(open(folder.c_str(), O_TMPFILE | O_WRONLY | O_CLOEXEC, 0600)) {
         if (descriptor_ >= 0 && fallocate(descriptor_, 0, 0, static_cast<off_t>(bytes)) != 0)
             release();
     }
-    ~ReservedRoom() { release(); }
-    ReservedRoom(const ReservedRoom&) = delete;
-    ReservedRoom& operator=(const ReservedRoom&) = delete;
+    ~DiskReservation() { release(); }
+    DiskReservation(const DiskReservation&) = delete;
+    DiskReservation& operator=(const DiskReservation&) = delete;
 
     void release() {
         if (descriptor_ >= 0)

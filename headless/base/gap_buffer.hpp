@@ -11,10 +11,10 @@ namespace headless {
 /// Elements by position. Access takes constant time. Inserting and erasing take time in proportion to the
 /// distance from the gap, which is at the last edit.
 template <class T>
-class GapList {
+class GapBuffer {
 public:
-    GapList() = default;
-    explicit GapList(std::vector<T> elements) : before_(std::move(elements)) {}
+    GapBuffer() = default;
+    explicit GapBuffer(std::vector<T> elements) : before_(std::move(elements)) {}
 
     std::size_t size() const { return before_.size() + behind_.size(); }
 

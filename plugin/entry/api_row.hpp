@@ -14,7 +14,7 @@
 /// Converts a result to the word that the bridge expects. An int result is a code, of which only whether it
 /// is 0 is passed on.
 template <class R>
-void* to_word(R result) {
+void* result_word(R result) {
     if constexpr (std::is_pointer_v<R>)
         return result;
     else
@@ -34,18 +34,18 @@ consteval bool texts_have_sizes(std::string_view names) {
 
 /// What is derived from a function's signature.
 template <auto Function>
-struct Entry;
+struct ApiFunction;
 
 template <class R, class... A, R (*Function)(A...)>
-struct Entry<Function> {
+struct ApiFunction<Function> {
     /// The adapter: takes the arguments by position and returns the result as a word. No exception reaches
     /// the host.
     static void* vararg(void** argv) {
         return [argv]<std::size_t... I>(std::index_sequence<I...>) {
             try {
-                return to_word(Function(definition_text::from_word<A>(argv[I])...));
+                return result_word(Function(definition_text::from_word<A>(argv[I])...));
             } catch (...) {
-                return to_word(failure<R>);
+                return result_word(failure<R>);
             }
         }
         (std::index_sequence_for<A...>{});

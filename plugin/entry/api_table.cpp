@@ -20,7 +20,9 @@
 void* __verarg_empty(void**, int) { return nullptr; }
 
 #define MK_ROW(scope, name, names, help)                                                                     \
-    extern "C" MK_EXPORT void* __vararg_##name(void** argv, int) { return Entry<&scope::name>::vararg(argv); }
+    extern "C" MK_EXPORT void* __vararg_##name(void** argv, int) {                                           \
+        return ApiFunction<&scope::name>::vararg(argv);                                                      \
+    }
 #define MK_DOC_ROW(name, result, types, names, help)
 #include "entry/api_rows.inc"
 #undef MK_ROW
@@ -34,7 +36,7 @@ namespace {
 
 #define MK_ROW(scope, name, names, help)                                                                     \
     {reinterpret_cast<void*>(&scope::name), reinterpret_cast<void*>(&__vararg_##name),                       \
-     Entry<&scope::name>::definition<names, "[MK:API]" help>(), MK_ROW_NAMES(name)},
+     ApiFunction<&scope::name>::definition<names, "[MK:API]" help>(), MK_ROW_NAMES(name)},
 
 #define MK_DOC_ROW(name, result, types, names, help)                                                         \
     {reinterpret_cast<void*>(&__verarg_empty), reinterpret_cast<void*>(&__verarg_empty),                     \

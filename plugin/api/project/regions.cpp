@@ -3,12 +3,14 @@
 #include "host_api/host_functions.hpp"
 #include "host_api/native_color.hpp"
 #include "host_api/output.hpp"
+#include "host_api/text.hpp"
 #include "utility/mk_utility.hpp"
 
 namespace MK_FELSPAR {
 namespace {
 
-struct Entry {
+/// A marker or a region.
+struct Marker {
     bool is_region = false;
     const char* name = ""; // the host's
     double start_seconds = 0.0;
@@ -17,16 +19,16 @@ struct Entry {
     int color = 0;
 };
 
-Entry read(ReaProject* project, int index) {
-    Entry entry;
-    call(EnumProjectMarkers3, project, index, &entry.is_region, &entry.start_seconds, &entry.end_seconds,
-         &entry.name, &entry.displayed_number, &entry.color);
-    return entry;
+Marker read(ReaProject* project, int index) {
+    Marker marker;
+    call(EnumProjectMarkers3, project, index, &marker.is_region, &marker.start_seconds, &marker.end_seconds,
+         &marker.name, &marker.displayed_number, &marker.color);
+    return marker;
 }
 
-bool write(ReaProject* project, const Entry& entry) {
-    call(SetProjectMarker3, project, entry.displayed_number, entry.is_region, entry.start_seconds,
-         entry.end_seconds, entry.name, entry.color);
+bool write(ReaProject* project, const Marker& marker) {
+    call(SetProjectMarker3, project, marker.displayed_number, marker.is_region, marker.start_seconds,
+         marker.end_seconds, marker.name, marker.color);
     return true;
 }
 
@@ -39,12 +41,12 @@ const char* get(ReaProject* project, int index, double* start, double* end, int*
     return name;
 }
 
-/// Keeps the name while the entry is written back, because the host's text may not live that long.
+/// Keeps the name while the marker is written back, because the host's text may not live that long.
 class KeptName {
 public:
-    explicit KeptName(Entry& entry) {
-        mk_utility::strcpy(buffer_, sizeof buffer_, entry.name ? entry.name : "");
-        entry.name = buffer_;
+    explicit KeptName(Marker& marker) {
+        mk_utility::strcpy(buffer_, sizeof buffer_, text_or_empty(marker.name));
+        marker.name = buffer_;
     }
 
 private:
@@ -65,7 +67,7 @@ bool GetRegionMarkerPosition(ReaProject* projID, int regionID, double* startPosO
 
 bool GetRegionMarkerName(ReaProject* projID, int regionID, char* nameOut, int nameOut_sz) {
     const char* name = get(projID, regionID, nullptr, nullptr, nullptr, nullptr);
-    mk_utility::strcpy(nameOut, nameOut_sz, name ? name : "");
+    mk_utility::strcpy(nameOut, nameOut_sz, text_or_empty(name));
     return true;
 }
 
@@ -75,29 +77,29 @@ bool GetRegionMarkerColor(ReaProject* projID, int regionID, int* colorOut) {
 }
 
 bool SetRegionMarkerPosition(ReaProject* projID, int regionID, double setStartPos, double setEndPos) {
-    Entry entry = read(projID, regionID);
-    const KeptName kept(entry);
-    entry.start_seconds = setStartPos;
-    entry.end_seconds = setEndPos;
-    return write(projID, entry);
+    Marker marker = read(projID, regionID);
+    const KeptName kept(marker);
+    marker.start_seconds = setStartPos;
+    marker.end_seconds = setEndPos;
+    return write(projID, marker);
 }
 
 bool SetRegionMarkerColor(ReaProject* projID, int regionID, int setColor) {
-    Entry entry = read(projID, regionID);
-    const KeptName kept(entry);
-    entry.color = setColor | color_in_use;
-    return write(projID, entry);
+    Marker marker = read(projID, regionID);
+    const KeptName kept(marker);
+    marker.color = setColor | color_in_use;
+    return write(projID, marker);
 }
 
 bool SetRegionMarkerName(ReaProject* projID, int regionID, const char* setName) {
-    Entry entry = read(projID, regionID);
-    entry.name = setName ? setName : "";
-    return write(projID, entry);
+    Marker marker = read(projID, regionID);
+    marker.name = text_or_empty(setName);
+    return write(projID, marker);
 }
 
 bool AddRegionMarker(ReaProject* projID, double setStartPos, double setEndPos, const char* setName,
                      int setRegionIndex, int setColor, int* regionIndexOut) {
-    put(regionIndexOut, call(AddProjectMarker2, projID, true, setStartPos, setEndPos, setName ? setName : "",
+    put(regionIndexOut, call(AddProjectMarker2, projID, true, setStartPos, setEndPos, text_or_empty(setName),
                              setRegionIndex, setColor | color_in_use));
     return true;
 }

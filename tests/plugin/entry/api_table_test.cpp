@@ -51,7 +51,7 @@ int throwing_code(int) { throw std::bad_alloc(); }
 template <auto Function>
 std::uintptr_t through_adapter(std::uintptr_t first, std::uintptr_t second = 0) {
     void* argv[] = {reinterpret_cast<void*>(first), reinterpret_cast<void*>(second)};
-    return reinterpret_cast<std::uintptr_t>(Entry<Function>::vararg(argv));
+    return reinterpret_cast<std::uintptr_t>(ApiFunction<Function>::vararg(argv));
 }
 
 TEST(Adapter, ConvertsWordsAsTheBridgePassesThem) {

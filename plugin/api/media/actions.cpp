@@ -2,6 +2,7 @@
 
 #include "api/media/lookup.hpp"
 #include "host_api/host_functions.hpp"
+#include "host_api/text.hpp"
 #include "sws/dependency.hpp"
 #include "utility/numbers.hpp"
 
@@ -53,8 +54,7 @@ bool RenderMediaItemActiveTake(MediaItem* item) {
     if (!take)
         return false;
     // A copy, because the host's text may not outlive the commands.
-    const char* host_name = call(GetTakeName, take);
-    std::string name = host_name ? host_name : "";
+    std::string name = text_or_empty(call(GetTakeName, take));
     if (call(CountTakes, item) != 1)
         action::ActionMediaItemSelectKeep(item, crop_to_active_take);
     action::ActionMediaItemSelectKeep(item, render_to_new_take);

@@ -3,6 +3,7 @@
 #include "api/media/lookup.hpp"
 #include "host_api/host_functions.hpp"
 #include "host_api/output.hpp"
+#include "host_api/text.hpp"
 #include "object/path.hpp"
 #include "utility/mk_utility.hpp"
 #include "utility/numbers.hpp"
@@ -36,7 +37,7 @@ bool is_type(MediaItem* item, const char* type) {
 template <class Set>
 bool count_type(int (*count_items)(Set*), MediaItem* (*get_item)(Set*, int), Set* set, const char* type,
                 int* all_out, int* type_out) {
-    const char* wanted = type ? type : "";
+    const char* wanted = text_or_empty(type);
     const int all = call(count_items, set);
     int of_type = all;
     if (*wanted) {
@@ -157,7 +158,7 @@ bool GetSelectedTrackMediaName(ReaProject* project, int trackIndex, int itemInde
 bool SetMediaItemName(MediaItem* item, const char* name) {
     MediaItem_Take* take = call(GetActiveTake, item);
     char text[1024] = "";
-    mk_utility::strcpy(text, sizeof text, name ? name : "");
+    mk_utility::strcpy(text, sizeof text, text_or_empty(name));
     return call(GetSetMediaItemTakeInfo_String, take, "P_NAME", text, true);
 }
 bool SetMediaName(ReaProject* project, int index, const char* name) {

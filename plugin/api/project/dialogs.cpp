@@ -3,6 +3,7 @@
 #include "api/project/strings.hpp"
 #include "host_api/host_functions.hpp"
 #include "host_api/output.hpp"
+#include "host_api/text.hpp"
 #include "utility/mk_utility.hpp"
 
 bool mk_api::UI::ShowMessageBox_Ex(const char* messageStr, const char* windowTitleStr, int windowType,
@@ -11,7 +12,7 @@ bool mk_api::UI::ShowMessageBox_Ex(const char* messageStr, const char* windowTit
     if (windowType < 0 || windowType > 6)
         return false;
     const int button =
-        call(ShowMessageBox, messageStr ? messageStr : "", windowTitleStr ? windowTitleStr : "", windowType);
+        call(ShowMessageBox, text_or_empty(messageStr), text_or_empty(windowTitleStr), windowType);
     put(pushedButtonTypeOut, button);
     return button != cancel;
 }

@@ -1,6 +1,7 @@
 #include "api/project/files.hpp"
 
 #include "common/folder_entries.hpp"
+#include "host_api/text.hpp"
 #include "utility/mk_utility.hpp"
 
 #include <algorithm>
@@ -18,10 +19,8 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr const char* empty_if_null(const char* text) { return text ? text : ""; }
-
 fs::path join(const char* directory, const char* name) {
-    return fs::path(empty_if_null(directory)) / empty_if_null(name);
+    return fs::path(text_or_empty(directory)) / text_or_empty(name);
 }
 
 /// A file open for reading. Nothing blocks: opening does not wait for the other end of a pipe, and reading
@@ -128,16 +127,16 @@ namespace MK_FELSPAR {
 
 bool WriteFile(const char* directory, const char* filename, const char* text, int mode) {
     try {
-        if (const fs::path folder = empty_if_null(directory); !fs::exists(folder))
+        if (const fs::path folder = text_or_empty(directory); !fs::exists(folder))
             fs::create_directories(folder);
         const fs::path file = join(directory, filename);
         switch (mode) {
         case 0:
-            return write(file, empty_if_null(text), std::ios::trunc);
+            return write(file, text_or_empty(text), std::ios::trunc);
         case 1:
-            return write(free_name(file), empty_if_null(text), std::ios::trunc);
+            return write(free_name(file), text_or_empty(text), std::ios::trunc);
         case 2:
-            return write(file, empty_if_null(text), std::ios::app);
+            return write(file, text_or_empty(text), std::ios::app);
         default:
             return false;
         }
@@ -165,8 +164,8 @@ bool ReadFile(const char* directory, const char* filename, char* textOutNeedBig,
 
 bool SetCopyFile(const char* copyFilePath, const char* pasteFilePath) {
     try {
-        const fs::path from = mk_utility::utf8_to_multi(empty_if_null(copyFilePath));
-        const fs::path to = mk_utility::utf8_to_multi(empty_if_null(pasteFilePath));
+        const fs::path from = mk_utility::utf8_to_multi(text_or_empty(copyFilePath));
+        const fs::path to = mk_utility::utf8_to_multi(text_or_empty(pasteFilePath));
         if (fs::is_directory(from) && is_within(to, from))
             return false;
         copy_all(from, to);

@@ -1,6 +1,7 @@
 #include "api/project/folders.hpp"
 
 #include "host_api/host_functions.hpp"
+#include "host_api/text.hpp"
 #include "utility/mk_utility.hpp"
 
 #include <array>
@@ -40,7 +41,7 @@ bool make_folder(const char* parent, const char* name, int time_type, char* path
     try {
         std::string path;
         std::string composed_name;
-        SetFolderFolder_Common(parent ? parent : "", name, time_type, path, composed_name);
+        SetFolderFolder_Common(text_or_empty(parent), name, time_type, path, composed_name);
         mk_utility::strcpy(name_out, name_size, composed_name);
         mk_utility::strcpy(path_out, path_size, path);
         return true;
@@ -59,7 +60,7 @@ PathBuffer record_path(ReaProject* project) {
 
 void SetFolderFolder_Common(std::string parentPath, const char* folderName, int timeType,
                             std::string& fullPath, std::string& composedName) {
-    composedName = (folderName ? folderName : "") + stamp(timeType);
+    composedName = text_or_empty(folderName) + stamp(timeType);
     fullPath = (std::filesystem::path(std::move(parentPath)) / composedName).string();
     std::filesystem::create_directories(mk_utility::utf8_to_multi(fullPath));
 }
@@ -86,7 +87,7 @@ bool SetPathFolder(const char* folderPath, const char* folderName, int timeType,
 bool SetProjectInfoRecPath(ReaProject* projID, const char* path, char* beforePathOut, int beforePathOut_sz) {
     mk_utility::strcpy(beforePathOut, beforePathOut_sz, record_path(projID).data());
     PathBuffer after{};
-    mk_utility::strcpy(after.data(), static_cast<int>(after.size()), path ? path : "");
+    mk_utility::strcpy(after.data(), static_cast<int>(after.size()), text_or_empty(path));
     call(GetSetProjectInfo_String, projID, "RECORD_PATH", after.data(), true);
     return true;
 }
@@ -97,7 +98,7 @@ bool SetProjectInfoRecAddPath(ReaProject* projID, const char* path, char* before
     mk_utility::strcpy(beforePathOut, beforePathOut_sz, before.data());
     if (!afterPathOut)
         return false;
-    const std::filesystem::path after = std::filesystem::path(before.data()) / (path ? path : "");
+    const std::filesystem::path after = std::filesystem::path(before.data()) / text_or_empty(path);
     mk_utility::strcpy(afterPathOut, afterPathOut_sz, after.string());
     call(GetSetProjectInfo_String, projID, "RECORD_PATH", afterPathOut, true);
     return true;

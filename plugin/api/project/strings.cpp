@@ -1,6 +1,7 @@
 #include "api/project/strings.hpp"
 
 #include "host_api/output.hpp"
+#include "host_api/text.hpp"
 #include "utility/ascii_case.hpp"
 #include "utility/mk_utility.hpp"
 #include "utility/safe_regex.hpp"
@@ -11,10 +12,8 @@
 
 namespace {
 
-std::string_view text_of(const char* text) { return text ? text : ""; }
-
 std::string fold_case(const char* text) {
-    std::string folded(text_of(text));
+    std::string folded(text_or_empty(text));
     std::ranges::transform(folded, folded.begin(), mk_utility::lower_case);
     return folded;
 }
@@ -34,16 +33,17 @@ bool CheckSameString(const char* textString, const char* checkString, bool* chec
 }
 
 bool CheckIncludePerfectString(const char* textString, const char* checkString, bool* checkOut) {
-    put(checkOut, text_of(textString).find(text_of(checkString)) != std::string_view::npos);
+    put(checkOut, std::string_view(text_or_empty(textString)).find(text_or_empty(checkString)) !=
+                      std::string_view::npos);
     return true;
 }
 
 bool ReplaceSearchString(const char* textString, const char* searchString, const char* replaceString,
                          char* stringOut, int stringOut_sz) {
     try {
-        mk_utility::strcpy(
-            stringOut, stringOut_sz,
-            mk_utility::replace_all(text_of(textString), text_of(searchString), text_of(replaceString)));
+        mk_utility::strcpy(stringOut, stringOut_sz,
+                           mk_utility::replace_all(text_or_empty(textString), text_or_empty(searchString),
+                                                   text_or_empty(replaceString)));
         return true;
     } catch (const std::regex_error&) {
         return false;
@@ -51,7 +51,7 @@ bool ReplaceSearchString(const char* textString, const char* searchString, const
 }
 
 bool DeleteBlankString(const char* testString, char* stringOut, int stringOut_sz) {
-    std::string text(text_of(testString));
+    std::string text(text_or_empty(testString));
     std::erase(text, ' ');
     mk_utility::strcpy(stringOut, stringOut_sz, std::move(text));
     return true;

@@ -5,6 +5,7 @@
 #include "api/track/volume_name.hpp"
 #include "host_api/host_functions.hpp"
 #include "host_api/output.hpp"
+#include "host_api/text.hpp"
 
 #include <algorithm>
 #include <cstdint>
@@ -137,7 +138,7 @@ MediaTrack* InsertChildTrack(MediaTrack* parentTrack, int* trackIdOut) {
 }
 
 MediaTrack* InsertTrackSearchUniqueOnly(ReaProject* projID, const char* setTrackName, int* trackIdOut) {
-    const std::string_view wanted = setTrackName ? setTrackName : "";
+    const std::string_view wanted = text_or_empty(setTrackName);
     const int count = call(CountTracks, projID);
     for (int number = 0; number < count; ++number) {
         MediaTrack* track = call(GetTrack, projID, number);

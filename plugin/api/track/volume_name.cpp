@@ -3,6 +3,7 @@
 #include "api/track/on_track.hpp"
 #include "host_api/host_functions.hpp"
 #include "host_api/output.hpp"
+#include "host_api/text.hpp"
 #include "utility/mk_utility.hpp"
 
 #include <algorithm>
@@ -28,7 +29,7 @@ bool SetTrackItemName(MediaTrack* track, const char* setName) {
     if (!track)
         return false;
     // The host only reads the string when it sets a name.
-    return call(GetSetMediaTrackInfo_String, track, "P_NAME", const_cast<char*>(setName ? setName : ""),
+    return call(GetSetMediaTrackInfo_String, track, "P_NAME", const_cast<char*>(text_or_empty(setName)),
                 true);
 }
 bool SetTrackIdName(ReaProject* projID, int trackID, const char* setName) {

@@ -18,14 +18,14 @@ constexpr bool is_output =
         ? std::is_arithmetic_v<std::remove_pointer_t<A>> && !std::is_const_v<std::remove_pointer_t<A>>
         : std::is_lvalue_reference_v<A> && !std::is_const_v<std::remove_reference_t<A>>;
 
-/// Returns true if no name is empty and exactly the output parameters have a name that ends in "Out" or
-/// "OutNeedBig".
+/// Returns true if no name is empty or has a space, and exactly the output parameters have a name that ends
+/// in "Out" or "OutNeedBig".
 template <class... A>
 consteval bool names_fit(std::string_view names) {
     [[maybe_unused]] const auto name = definition_text::split_names<sizeof...(A)>(names);
     [[maybe_unused]] std::size_t i = 0;
     return ((is_output<A> == (name[i].ends_with("Out") || name[i].ends_with("OutNeedBig")) &&
-             !name[i++].empty()) &&
+             !name[i].empty() && name[i++].find(' ') == std::string_view::npos) &&
             ...);
 }
 

@@ -17,8 +17,8 @@ DEFINITION_TYPE_WORD_AS(std::vector<MediaTrack*>&, "MediaTrackArray*")
 DEFINITION_TYPE_WORD_AS(std::vector<mk_object::TrackDetail>&, "TrackDetailArray*")
 DEFINITION_TYPE_WORD_AS(std::vector<mk_object::mk_Peak>&, "mk_PeakArray*")
 
-#define MK_LIST(scope, name, parameters, names, help)                                                        \
-    {"MK_" #name, Definition<&scope::name>::text<names, help>.data()},
+#define MK_LIST(scope, name, parameters, arguments, help)                                                    \
+    {"MK_" #name, Definition<&scope::name>::text<MK_NAMES arguments, help>.data()},
 #define MK_LUA_CODE(name) {"MK_" #name, nullptr},
 const ReferenceRow felspar_lua_functions[] = {
 #include "bindings/lua/functions.inc"

@@ -4,62 +4,44 @@
 
 #include "bindings/lua/arguments.hpp"
 #include "bindings/lua/results.hpp"
+#include "bindings/reference/list_signature.hpp"
 
-#include <exception>
+#include <cstddef>
 #include <tuple>
-#include <type_traits>
 #include <utility>
 
 namespace lua_utility {
 
-template <class T>
-using Value = std::remove_cvref_t<T>;
-
-template <class Signature>
-struct ListCall;
-
-/// @tparam A  the logic function's parameters: the inputs, then the list, then optionally the count
-template <class... A>
-struct ListCall<bool (*)(A...)> {
-    static constexpr bool has_count =
-        std::is_same_v<std::tuple_element_t<sizeof...(A) - 1, std::tuple<A...>>, int&>;
-    static constexpr std::size_t inputs = sizeof...(A) - (has_count ? 2 : 1);
-    using Values = Value<std::tuple_element_t<inputs, std::tuple<A...>>>;
-
-    template <auto logic>
-    static int run(lua_State* L) {
-        bool ok = false;
-        List<typename Values::value_type> list;
-        int count = 0;
-        try {
-            ok = call<logic>(L, list.values, count, std::make_index_sequence<inputs>{});
-            list.borrow_records();
-        } catch (...) { // the script gets false and the entries collected so far
-            ok = false;
-        }
-        if constexpr (has_count)
-            return push_results(L, false, ok, list, count);
-        else
-            return push_results(L, false, ok, list);
-    }
-
-private:
-    template <auto logic, std::size_t... I>
-    static bool call(lua_State* L, Values& values, int& count, std::index_sequence<I...>) {
-        std::tuple<Value<std::tuple_element_t<I, std::tuple<A...>>>...> arguments{
-            get_arg<Value<std::tuple_element_t<I, std::tuple<A...>>>>(L, static_cast<int>(I) + 1)...};
-        if constexpr (has_count)
-            return logic(std::get<I>(arguments)..., values, count);
-        else
-            return logic(std::get<I>(arguments)..., values);
-    }
-};
+/// Calls `logic` with the arguments on Lua's stack.
+template <auto logic, class Signature = ListSignature<decltype(logic)>, std::size_t... I>
+bool fill_list(lua_State* L, typename Signature::List& list, [[maybe_unused]] int& count,
+               std::index_sequence<I...>) {
+    std::tuple<typename Signature::template Value<I>...> arguments{
+        get_arg<typename Signature::template Value<I>>(L, static_cast<int>(I) + 1)...};
+    if constexpr (Signature::has_count)
+        return logic(std::get<I>(arguments)..., list, count);
+    else
+        return logic(std::get<I>(arguments)..., list);
+}
 
 /// Reads the arguments, calls `logic` with an empty list and returns its result, the list, and the count if
 /// there is one.
 template <auto logic>
 int list_call(lua_State* L) {
-    return ListCall<decltype(logic)>::template run<logic>(L);
+    using Signature = ListSignature<decltype(logic)>;
+    bool ok = false;
+    List<typename Signature::List::value_type> list;
+    int count = 0;
+    try {
+        ok = fill_list<logic>(L, list.values, count, std::make_index_sequence<Signature::inputs>{});
+        list.borrow_records();
+    } catch (...) { // the script gets false and the entries collected so far
+        ok = false;
+    }
+    if constexpr (Signature::has_count)
+        return push_results(L, false, ok, list, count);
+    else
+        return push_results(L, false, ok, list);
 }
 
 } // namespace lua_utility

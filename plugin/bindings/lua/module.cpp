@@ -19,7 +19,7 @@ using lua_utility::get_arg_array;
 using lua_utility::list_call;
 using lua_utility::push_results;
 
-#define MK_LIST(scope, name, parameters, names, help)                                                        \
+#define MK_LIST(scope, name, parameters, arguments, help)                                                    \
     int l_##name(lua_State* L) { return list_call<&scope::name>(L); }
 #include "bindings/reference/list_functions.inc"
 #undef MK_LIST
@@ -94,7 +94,7 @@ int l_LINGOMAT_InsertMediaItems(lua_State* L) {
 }
 
 #define MK_LUA_CODE(name) {"MK_" #name, &l_##name},
-#define MK_LIST(scope, name, parameters, names, help) MK_LUA_CODE(name)
+#define MK_LIST(scope, name, parameters, arguments, help) MK_LUA_CODE(name)
 const luaL_Reg reg[] = {
 #include "bindings/lua/functions.inc"
     {nullptr, nullptr}};

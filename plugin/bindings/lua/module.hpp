@@ -14,7 +14,7 @@ extern "C" MK_EXPORT int luaopen_reaper_MERIDEK_FELSPAR(lua_State* L);
 namespace MK_FELSPAR {
 
 // The functions have their Lua names with l_ in place of MK_.
-#define MK_LIST(scope, name, parameters, names, help) MK_EXPORT int l_##name(lua_State* L);
+#define MK_LIST(scope, name, parameters, arguments, help) MK_EXPORT int l_##name(lua_State* L);
 #define MK_LUA_CODE(name) MK_EXPORT int l_##name(lua_State* L);
 #include "bindings/lua/functions.inc"
 #undef MK_LIST

@@ -1,7 +1,9 @@
 // Records and arrays of records, by handle, and the functions for any handle.
 
-#include "bindings/python/door.hpp"
+#include "bindings/python/guarded_call.hpp"
+#include "bindings/python/text_output.hpp"
 #include "bindings/python/value_pools.hpp"
+#include "host_api/text.hpp"
 #include "object/records.hpp"
 
 #include <string_view>
@@ -27,10 +29,10 @@ T py_get_value_inmkobj_main(Handle handle, const char* key) {
 
 } // namespace
 
-Handle py_create_mkList_array() { return door(mk_List::create_mklist_array); }
+Handle py_create_mkList_array() { return guarded(mk_List::create_mklist_array); }
 
 Handle py_create_mkObj_inarray(Handle handle, const char* name) {
-    return door([&]() -> Handle {
+    return guarded([&]() -> Handle {
         const std::string_view class_name = text_or_empty(name);
         mk_List* record = nullptr;
         if (class_name == "TrackDetail")
@@ -44,7 +46,7 @@ Handle py_create_mkObj_inarray(Handle handle, const char* name) {
 }
 
 void* py_get_ptr_inarray(Handle handle, int index) {
-    return door([&]() -> void* {
+    return guarded([&]() -> void* {
         if (void* value = get_value_inarray<void*>(handle, index))
             return value;
         const std::vector<mk_List*>* records = find_object(mk_List::mkList_pool, handle);
@@ -53,7 +55,7 @@ void* py_get_ptr_inarray(Handle handle, int index) {
 }
 
 int py_get_obj_size(Handle handle) {
-    return door([&] {
+    return guarded([&] {
         if (const ValueArray* array = find_object(pyvar_array_list, handle))
             return static_cast<int>(array->size());
         if (const ValueMap* map = find_object(pyvar_map_list, handle))
@@ -66,7 +68,7 @@ int py_get_obj_size(Handle handle) {
 }
 
 void py_release_obj(Handle handle) {
-    door([&] {
+    guarded([&] {
         if (pyvar_array_list.erase(handle) > 0 || pyvar_map_list.erase(handle) > 0 ||
             mk_List::release_mkList(handle))
             return;
@@ -76,46 +78,46 @@ void py_release_obj(Handle handle) {
 }
 
 void py_set_ptr_inmkObj(Handle handle, const char* key, void* value) {
-    door([&] { py_set_value_inmkObj_main<void*>(handle, key, value); });
+    guarded([&] { py_set_value_inmkObj_main<void*>(handle, key, value); });
 }
 void py_set_int_inmkObj(Handle handle, const char* key, int value) {
-    door([&] { py_set_value_inmkObj_main<int>(handle, key, value); });
+    guarded([&] { py_set_value_inmkObj_main<int>(handle, key, value); });
 }
 void py_set_double_inmkObj(Handle handle, const char* key, double value) {
-    door([&] { py_set_value_inmkObj_main<double>(handle, key, value); });
+    guarded([&] { py_set_value_inmkObj_main<double>(handle, key, value); });
 }
 void py_set_bool_inmkObj(Handle handle, const char* key, bool value) {
-    door([&] { py_set_value_inmkObj_main<bool>(handle, key, value); });
+    guarded([&] { py_set_value_inmkObj_main<bool>(handle, key, value); });
 }
 void py_set_string_inmkObj(Handle handle, const char* key, const char* value) {
-    door([&] { py_set_value_inmkObj_main<std::string>(handle, key, text_or_empty(value)); });
+    guarded([&] { py_set_value_inmkObj_main<std::string>(handle, key, text_or_empty(value)); });
 }
 
 void py_get_key_inmkObj(Handle handle, int index, char* keyOut, char* typeOut) {
-    const auto info = door([&] {
+    const auto info = guarded([&] {
         mk_List* record = mk_List::find_record(handle);
         return record ? record->get_key_info(index) : std::pair<std::string, std::string>();
     });
-    door([&] {
+    guarded([&] {
         put_text(keyOut, info.first);
         put_text(typeOut, info.second);
     });
 }
 
 int py_get_int_inmkobj(Handle handle, const char* key) {
-    return door([&] { return py_get_value_inmkobj_main<int>(handle, key); });
+    return guarded([&] { return py_get_value_inmkobj_main<int>(handle, key); });
 }
 double py_get_double_inmkobj(Handle handle, const char* key) {
-    return door([&] { return py_get_value_inmkobj_main<double>(handle, key); });
+    return guarded([&] { return py_get_value_inmkobj_main<double>(handle, key); });
 }
 bool py_get_bool_inmkobj(Handle handle, const char* key) {
-    return door([&] { return py_get_value_inmkobj_main<bool>(handle, key); });
+    return guarded([&] { return py_get_value_inmkobj_main<bool>(handle, key); });
 }
 void py_get_string_inmkobj(Handle handle, const char* key, char* valueOut) {
-    door([&] { put_text(valueOut, py_get_value_inmkobj_main<std::string>(handle, key)); });
+    guarded([&] { put_text(valueOut, py_get_value_inmkobj_main<std::string>(handle, key)); });
 }
 void* py_get_ptr_inmkobj(Handle handle, const char* key) {
-    return door([&] { return py_get_value_inmkobj_main<void*>(handle, key); });
+    return guarded([&] { return py_get_value_inmkobj_main<void*>(handle, key); });
 }
 
 } // namespace python_api

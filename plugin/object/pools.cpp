@@ -9,9 +9,9 @@ namespace mk_object {
 
 // A record accesses the pool of arrays in its destructor, so that pool is created first and destroyed last.
 Pool<std::vector<mk_List*>> mk_List::mkList_pool;
-Pool<TrackDetail> TrackDetail::pool;
-Pool<mk_Peak> mk_Peak::pool;
-Pool<mk_Midi> mk_Midi::pool;
+#define MK_RECORD_CLASS(T, lists, help) Pool<T> T::pool;
+#include "object/record_classes.inc"
+#undef MK_RECORD_CLASS
 Pool<LINGOMAT_Tracks> LINGOMAT_Tracks::pool;
 
 namespace {
@@ -110,12 +110,11 @@ mk_List* mk_List::find_record(unsigned long long handle) {
         const auto found = pool.find(handle);
         return found == pool.end() ? nullptr : found->second.get();
     };
-    if (mk_List* record = find_in(mk_Peak::pool))
+#define MK_RECORD_CLASS(T, lists, help)                                                                      \
+    if (mk_List* record = find_in(T::pool))                                                                  \
         return record;
-    if (mk_List* record = find_in(TrackDetail::pool))
-        return record;
-    if (mk_List* record = find_in(mk_Midi::pool))
-        return record;
+#include "object/record_classes.inc"
+#undef MK_RECORD_CLASS
     return find_in(LINGOMAT_Tracks::pool);
 }
 
@@ -131,15 +130,14 @@ bool mk_List::release_mkList(unsigned long long arrayHandle) {
     return true;
 }
 
-template MK_EXPORT void mk_List::set_obj_topool(std::shared_ptr<TrackDetail>&);
-template MK_EXPORT void mk_List::set_obj_topool(std::shared_ptr<mk_Midi>&);
-template MK_EXPORT void mk_List::set_obj_topool(std::shared_ptr<mk_Peak>&);
-template MK_EXPORT mk_List* mk_List::create_mkobj_inarray<TrackDetail>(unsigned long long);
-template MK_EXPORT mk_List* mk_List::create_mkobj_inarray<mk_Midi>(unsigned long long);
-template MK_EXPORT mk_List* mk_List::create_mkobj_inarray<mk_Peak>(unsigned long long);
-template MK_EXPORT std::vector<mk_List*> mk_List::to_mkList_array(std::vector<TrackDetail>&);
-template MK_EXPORT std::vector<mk_List*> mk_List::to_mkList_array(std::vector<mk_Peak>&);
-template MK_EXPORT std::vector<mk_List*>* mk_List::pool_mkList_array(std::vector<TrackDetail>&);
-template MK_EXPORT std::vector<mk_List*>* mk_List::pool_mkList_array(std::vector<mk_Peak>&);
+#define MK_EXPORT_listed(T)                                                                                  \
+    template MK_EXPORT std::vector<mk_List*> mk_List::to_mkList_array(std::vector<T>&);                      \
+    template MK_EXPORT std::vector<mk_List*>* mk_List::pool_mkList_array(std::vector<T>&);
+#define MK_EXPORT_not_listed(T)
+#define MK_RECORD_CLASS(T, lists, help)                                                                      \
+    template MK_EXPORT void mk_List::set_obj_topool(std::shared_ptr<T>&);                                    \
+    template MK_EXPORT mk_List* mk_List::create_mkobj_inarray<T>(unsigned long long);                        \
+    MK_EXPORT_##lists(T)
+#include "object/record_classes.inc"
 
 } // namespace mk_object

@@ -19,9 +19,8 @@ namespace mk_object {
     void T::set_value(std::string key, mk_Value value) { set_field(*this, key, value); }                     \
     json T::to_json() { return mk_List::to_json(); }
 
-MK_DEFINE_RECORD(TrackDetail)
-MK_DEFINE_RECORD(mk_Peak)
-MK_DEFINE_RECORD(mk_Midi)
+#define MK_RECORD_CLASS(T, lists, help) MK_DEFINE_RECORD(T)
+#include "object/record_classes.inc"
 MK_DEFINE_RECORD(LINGOMAT_Tracks)
 
 mk_Peak::mk_Peak(const std::shared_ptr<void>& owner, mk_LitsItem_inner<double>* cells) {

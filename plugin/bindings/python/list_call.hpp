@@ -54,8 +54,7 @@ bool fill_list(const Arguments& arguments, typename ListSignature<decltype(logic
 template <auto logic, class... A>
 bool list_call(A... passed) {
     using Signature = ListSignature<decltype(logic)>;
-    constexpr bool is_always_returned =
-        std::is_same_v<typename Signature::List::value_type, std::string>;
+    constexpr bool is_always_returned = std::is_same_v<typename Signature::List::value_type, std::string>;
     const std::tuple<A...> arguments{passed...};
     typename Signature::List list;
     const auto fill = [&] {

@@ -35,12 +35,10 @@ Handle py_create_mkObj_inarray(Handle handle, const char* name) {
     return guarded([&]() -> Handle {
         const std::string_view class_name = text_or_empty(name);
         mk_List* record = nullptr;
-        if (class_name == "TrackDetail")
-            record = mk_List::create_mkobj_inarray<mk_object::TrackDetail>(handle);
-        else if (class_name == "mk_Midi")
-            record = mk_List::create_mkobj_inarray<mk_object::mk_Midi>(handle);
-        else if (class_name == "mk_Peak")
-            record = mk_List::create_mkobj_inarray<mk_object::mk_Peak>(handle);
+#define MK_RECORD_CLASS(T, lists, help)                                                                      \
+    if (class_name == #T)                                                                                    \
+        record = mk_List::create_mkobj_inarray<mk_object::T>(handle);
+#include "object/record_classes.inc"
         return record ? record->pool_key : 0;
     });
 }

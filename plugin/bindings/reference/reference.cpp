@@ -38,14 +38,8 @@ constexpr auto record_text = [] {
 } // namespace
 
 const ReferenceRow felspar_records[] = {
-    {"TrackDetail",
-     record_text<mk_object::TrackDetail, "A track of a list: Volume in dB, Index from 0, Depth in folders around it">
-         .data()},
-    {"mk_Peak", record_text<mk_object::mk_Peak, "The levels of one millisecond: Time in seconds from the item's start, "
-                                                "MaxPeak and MinPeak in dB">
-                    .data()},
-    {"mk_Midi",
-     record_text<mk_object::mk_Midi, "A MIDI note, for scripts to fill: StartPos and EndPos in seconds">.data()},
+#define MK_RECORD_CLASS(T, lists, help) {#T, record_text<mk_object::T, help>.data()},
+#include "object/record_classes.inc"
     {"PathInfo", record_text<mk_object::mk_Path, "A path taken apart: Extension without its dot; Type is File, Folder "
                                                  "or empty for anything else">
                      .data()},

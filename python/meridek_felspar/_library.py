@@ -1,4 +1,4 @@
-"""The shared library: where it is found, and the C prototypes of all its functions for Python.
+"""The shared library: where it is, and the C prototypes of its functions, which it describes itself.
 
 Calls keep the interpreter's lock, so that threads never meet in the library's pools, which have no lock.
 """
@@ -7,79 +7,26 @@ import ctypes
 import os
 import pathlib
 import sys
-from typing import Any, Dict, List, Optional, Tuple
+from typing import Any, Callable, Dict, List, Optional, Tuple
 
+from . import handles
+from ._definitions import Definition, read_table
 from .errors import FelsparError, LibraryNotFound
 
-Handle = ctypes.c_ulonglong
-_INT, _DOUBLE, _BOOL = ctypes.c_int, ctypes.c_double, ctypes.c_bool
-_POINTER, _TEXT, _BUFFER = ctypes.c_void_p, ctypes.c_char_p, ctypes.POINTER(ctypes.c_char)
-_HANDLE_OUT, _INT_OUT = ctypes.POINTER(Handle), ctypes.POINTER(_INT)
+PoolHandle = ctypes.c_ulonglong
+Prototypes = Dict[str, Tuple[Any, Tuple[Any, ...]]]  # result and arguments of each function
 
-#: Result and arguments of every function.
-PROTOTYPES: Dict[str, Tuple[Any, Tuple[Any, ...]]] = {
-    # arrays and maps of values
-    "py_create_array": (Handle, ()),
-    "py_create_map": (Handle, ()),
-    "py_set_array_ptr": (None, (Handle, _POINTER)),
-    "py_set_array_int": (None, (Handle, _INT)),
-    "py_set_array_double": (None, (Handle, _DOUBLE)),
-    "py_set_array_bool": (None, (Handle, _BOOL)),
-    "py_set_array_string": (None, (Handle, _TEXT)),
-    "py_set_map_ptr": (None, (Handle, _TEXT, _POINTER)),
-    "py_set_map_int": (None, (Handle, _TEXT, _INT)),
-    "py_set_map_double": (None, (Handle, _TEXT, _DOUBLE)),
-    "py_set_map_bool": (None, (Handle, _TEXT, _BOOL)),
-    "py_set_map_string": (None, (Handle, _TEXT, _TEXT)),
-    "py_get_ptr_inarray": (_POINTER, (Handle, _INT)),
-    "py_get_int_inarray": (_INT, (Handle, _INT)),
-    "py_get_double_inarray": (_DOUBLE, (Handle, _INT)),
-    "py_get_bool_inarray": (_BOOL, (Handle, _INT)),
-    "py_get_string_inarray": (None, (Handle, _INT, _BUFFER)),
-    "py_get_ptr_inmap": (_POINTER, (Handle, _INT, _BUFFER)),
-    "py_get_int_inmap": (_INT, (Handle, _INT, _BUFFER)),
-    "py_get_double_inmap": (_DOUBLE, (Handle, _INT, _BUFFER)),
-    "py_get_bool_inmap": (_BOOL, (Handle, _INT, _BUFFER)),
-    "py_get_string_inmap": (None, (Handle, _INT, _BUFFER, _BUFFER)),
-    # anything with a handle
-    "py_get_obj_size": (_INT, (Handle,)),
-    "py_release_obj": (None, (Handle,)),
-    "py_release_obj2": (None, (Handle,)),
-    # records
-    "py_create_mkList_array": (Handle, ()),
-    "py_create_mkObj_inarray": (Handle, (Handle, _TEXT)),
-    "py_set_ptr_inmkObj": (None, (Handle, _TEXT, _POINTER)),
-    "py_set_int_inmkObj": (None, (Handle, _TEXT, _INT)),
-    "py_set_double_inmkObj": (None, (Handle, _TEXT, _DOUBLE)),
-    "py_set_bool_inmkObj": (None, (Handle, _TEXT, _BOOL)),
-    "py_set_string_inmkObj": (None, (Handle, _TEXT, _TEXT)),
-    "py_get_key_inmkObj": (None, (Handle, _INT, _BUFFER, _BUFFER)),
-    "py_get_int_inmkobj": (_INT, (Handle, _TEXT)),
-    "py_get_double_inmkobj": (_DOUBLE, (Handle, _TEXT)),
-    "py_get_bool_inmkobj": (_BOOL, (Handle, _TEXT)),
-    "py_get_string_inmkobj": (None, (Handle, _TEXT, _BUFFER)),
-    "py_get_ptr_inmkobj": (_POINTER, (Handle, _TEXT)),
-    # lists of tracks, of records, of texts
-    "py_GetTrackItemList": (_BOOL, (_POINTER, _HANDLE_OUT)),
-    "py_GetTrackItemChildList": (_BOOL, (_POINTER, _HANDLE_OUT, _INT_OUT)),
-    "py_GetTrackIdChildList": (_BOOL, (_POINTER, _INT, _HANDLE_OUT, _INT_OUT)),
-    "py_GetSelectedTrackIdChildList": (_BOOL, (_POINTER, _INT, _HANDLE_OUT)),
-    "py_GetTrackDepthList": (_BOOL, (_POINTER, _HANDLE_OUT)),
-    "py_GetSamePerfectTrackNameList": (_BOOL, (_POINTER, _TEXT, _HANDLE_OUT)),
-    "py_GetIncludePerfectTrackNameList": (_BOOL, (_POINTER, _TEXT, _HANDLE_OUT)),
-    "py_GetMediaItemPeakList": (_BOOL, (_POINTER, _HANDLE_OUT)),
-    "py_GetMediaIdPeakList": (_BOOL, (_POINTER, _INT, _HANDLE_OUT)),
-    "py_GetSelectedMediaIdPeakList": (_BOOL, (_POINTER, _INT, _HANDLE_OUT)),
-    "py_GetFilePathList": (_BOOL, (_TEXT, _TEXT, _HANDLE_OUT)),
-    "py_GetStringSplitList": (_BOOL, (_TEXT, _TEXT, _HANDLE_OUT)),
-    "py_GetUserInputList": (_BOOL, (_TEXT, _INT, _TEXT, _TEXT, _HANDLE_OUT)),
-    # JSON texts
-    "py_GetPathInfo": (_INT, (_TEXT, _BUFFER, _INT)),
-    "py_SetMediaItemListRIDESCRIBER": (_INT, (_TEXT, _INT)),
-    "py_LINGOMAT_InsertMediaItems": (
-        _INT,
-        (_TEXT, _TEXT, _DOUBLE, _DOUBLE, _INT, _BOOL, _BOOL, _INT, _TEXT, _BUFFER, _INT),
-    ),
+_C_TYPES: Dict[str, Any] = {
+    **dict.fromkeys(handles.KINDS, ctypes.c_void_p),
+    "void": None,
+    "bool": ctypes.c_bool,
+    "int": ctypes.c_int,
+    "int*": ctypes.POINTER(ctypes.c_int),
+    "double": ctypes.c_double,
+    "const char*": ctypes.c_char_p,
+    "char*": ctypes.POINTER(ctypes.c_char),
+    "unsigned long long": PoolHandle,
+    "unsigned long long*": ctypes.POINTER(PoolHandle),
 }
 
 SUFFIX = {"win32": ".dll", "darwin": ".dylib"}.get(sys.platform, ".so")
@@ -155,24 +102,40 @@ def _is_loaded(path: pathlib.Path) -> bool:
     return True
 
 
-def open_library(path: pathlib.Path, prototypes: Dict[str, Tuple[Any, Tuple[Any, ...]]]) -> ctypes.PyDLL:
+def open_library(path: pathlib.Path, prototypes_of: Callable[[ctypes.PyDLL], Prototypes]) -> ctypes.PyDLL:
     """Loads a shared library and declares its functions.
 
-    Raises FelsparError when it cannot be loaded or lacks one of them.
+    Raises FelsparError if it cannot be loaded, lacks one of them, or describes one in words that are not known here.
     """
     try:
         loaded = ctypes.PyDLL(str(path.resolve()))
-        for name, (result, arguments) in prototypes.items():
+        for name, (result, arguments) in prototypes_of(loaded).items():
             function = getattr(loaded, name)
             function.restype, function.argtypes = result, arguments
-    except (OSError, AttributeError) as error:
+    except (OSError, AttributeError, ValueError) as error:
         raise FelsparError(f"{path}: {error}") from error
     return loaded
+
+
+def described_prototypes(loaded: ctypes.PyDLL) -> Prototypes:
+    """The prototypes of the library's functions, from its own table.
+
+    Raises ValueError for a library without the table, and for an unknown type.
+    """
+    table = read_table(loaded, "felspar_python_functions")
+    return {name: _prototype(name, definition) for name, definition in table.items()}
+
+
+def _prototype(name: str, definition: Definition) -> Tuple[Any, Tuple[Any, ...]]:
+    for word in (definition.result, *definition.types):
+        if word not in _C_TYPES:
+            raise ValueError(f"{name} has the unknown type {word!r}")
+    return _C_TYPES[definition.result], tuple(_C_TYPES[word] for word in definition.types)
 
 
 def library() -> ctypes.PyDLL:
     """The library, found and loaded at the first call."""
     global _loaded
     if _loaded is None:
-        _loaded = open_library(library_path(), PROTOTYPES)
+        _loaded = open_library(library_path(), described_prototypes)
     return _loaded

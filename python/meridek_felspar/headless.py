@@ -19,7 +19,8 @@ from typing import Any, Dict, Iterator, List, Mapping, Optional, Sequence, Union
 
 from . import _convert, _library
 from ._convert import Path
-from ._definitions import Call, Function
+from ._definitions import definition_at
+from ._functions import Call, Function
 from .errors import FailureWarning, FelsparError
 
 _TEXT, _TEXT_OUT = ctypes.c_char_p, ctypes.POINTER(ctypes.c_void_p)
@@ -38,7 +39,7 @@ def _headless_library() -> ctypes.PyDLL:
     global _loaded
     if _loaded is None:
         places = _library.places("libfelspar_headless" + _library.SUFFIX, "FELSPAR_HEADLESS_LIBRARY")
-        _loaded = _library.open_library(_library.first_of(places, "FELSPAR_HEADLESS_LIBRARY"), _PROTOTYPES)
+        _loaded = _library.open_library(_library.first_of(places, "FELSPAR_HEADLESS_LIBRARY"), lambda _: _PROTOTYPES)
     return _loaded
 
 
@@ -123,20 +124,10 @@ class Workstation:
         index = 0
         while self._library.felspar_function(index, name, definition, call):
             plain_name = _convert.to_text(ctypes.string_at(name.value or 0))
-            function = Function(plain_name, _texts_at(definition.value or 0, 4), Call(call.value or 0))
+            function = Function(plain_name, definition_at(definition.value or 0), Call(call.value or 0))
             if function.can_be_called():
                 yield plain_name, function
             index += 1
-
-
-def _texts_at(start: int, count: int) -> List[str]:
-    """So many texts, one behind the NUL of the other."""
-    texts = []
-    for _ in range(count):
-        data = ctypes.string_at(start)
-        texts.append(_convert.to_text(data))
-        start += len(data) + 1
-    return texts
 
 
 def open(  # shadows the built-in one in this module alone, which opens no files

@@ -11,8 +11,7 @@ from types import MappingProxyType
 from typing import Any, Dict, Iterator, List, Mapping, Sequence, Tuple, Type, TypeVar, Union
 
 from . import _convert
-from ._library import Handle as LibraryHandle
-from ._library import library
+from ._library import PoolHandle, library
 from .errors import FelsparError
 from .handles import Handle
 
@@ -150,7 +149,7 @@ class ValueMap(Pooled, Mapping[str, Any]):
 @contextlib.contextmanager
 def listed(function: Any, *arguments: Any) -> Iterator[Tuple[bool, int]]:
     """Calls a list function: its answer, and the handle of its list (0 for none), which is released at the end."""
-    out = LibraryHandle(0)
+    out = PoolHandle(0)
     counts = [ctypes.byref(ctypes.c_int())] if len(function.argtypes) == len(arguments) + 2 else []
     try:
         yield function(*arguments, ctypes.byref(out), *counts), out.value

@@ -2,29 +2,46 @@
 
 import ctypes
 import dataclasses
+import functools
 from itertools import repeat
-from typing import Any, Callable, Dict, Iterator, List, Mapping, MutableMapping, Optional, Sequence, Tuple
+from typing import Any, Callable, Dict, Iterator, List, Mapping, MutableMapping, NamedTuple, Optional, Sequence, Tuple
 
 from . import _convert
-from ._library import Handle as LibraryHandle
-from ._library import library
+from ._definitions import read_table
+from ._library import PoolHandle, library
 from .errors import FelsparError
 from .handles import Track, address
 from .pools import Pooled, at
 
-#: The classes of records that scripts can make, with the types of their fields in the library's words.
-CLASSES: Dict[str, Dict[str, str]] = {
-    "TrackDetail": {"Name": "string", "Track": "MediaTrack*", "Volume": "double", "Index": "int", "Depth": "int"},
-    "mk_Midi": {"Index": "int", "Pitch": "int", "Velocity": "int", "StartPos": "double", "EndPos": "double"},
-    "mk_Peak": dict.fromkeys(["Time", "MaxPeak", "MinPeak", "Frequency", "Pos", "PointVol"], "double"),
+class _FieldType(NamedTuple):
+    accessor: str  # the part of the library's function names
+    to_library: Callable[[Any], Any]
+
+
+_FIELD_TYPES = {
+    "int": _FieldType("int", _convert.to_int),
+    "double": _FieldType("double", _convert.to_float),
+    "string": _FieldType("string", _convert.to_bytes),
+    "MediaTrack*": _FieldType("ptr", lambda value: address(value, Track)),
 }
-_TO_LIBRARY: Dict[str, Callable[[Any], Any]] = {
-    "int": _convert.to_int,
-    "double": _convert.to_float,
-    "string": _convert.to_bytes,
-    "MediaTrack*": lambda value: address(value, Track),
-}
-_ACCESSORS = {"int": "int", "double": "double", "string": "string", "MediaTrack*": "ptr"}
+
+
+@functools.lru_cache(maxsize=None)
+def classes() -> Dict[str, Dict[str, str]]:
+    """The library's records: the types of their fields, in its own words, by class and field.
+
+    Raises FelsparError for a library that does not describe its records, or has fields of an unknown type.
+    """
+    try:
+        table = read_table(library(), "felspar_records")
+    except ValueError as error:
+        raise FelsparError(str(error)) from error
+    records = {name: dict(zip(definition.names, definition.types)) for name, definition in table.items()}
+    for name, fields in records.items():
+        for key, type_name in fields.items():
+            if type_name not in _FIELD_TYPES:
+                raise FelsparError(f"{name}.{key} has the unknown type {type_name!r}")
+    return records
 
 
 @dataclasses.dataclass
@@ -53,7 +70,7 @@ class Record(MutableMapping[str, Any]):
     read, as the zero of its type while it has none."""
 
     def __init__(self, array: "RecordArray", class_name: str, handle: int) -> None:
-        self._array, self._types, self._number = array, CLASSES[class_name], handle
+        self._array, self._types, self._number = array, classes()[class_name], handle
 
     @property
     def handle(self) -> int:
@@ -68,9 +85,9 @@ class Record(MutableMapping[str, Any]):
     def __setitem__(self, key: str, value: Any) -> None:
         if key not in self._types:
             raise FelsparError(f"a record with the fields {', '.join(self._types)} has no {key!r}")
-        kind = self._types[key]
-        setter = getattr(library(), f"py_set_{_ACCESSORS[kind]}_inmkObj")
-        setter(self.handle, key.encode(), _TO_LIBRARY[kind](value))
+        kind = _FIELD_TYPES[self._types[key]]
+        setter = getattr(library(), f"py_set_{kind.accessor}_inmkObj")
+        setter(self.handle, key.encode(), kind.to_library(value))
 
     def __delitem__(self, key: str) -> None:
         raise FelsparError("a field's value can be replaced, not removed")
@@ -92,9 +109,9 @@ class RecordArray(Pooled, Sequence[Record]):
 
     def append(self, class_name: str, **values: Any) -> Record:
         """A new record: "TrackDetail", "mk_Midi" or "mk_Peak"."""
-        if class_name not in CLASSES:
-            raise FelsparError(f"no records of class {class_name!r} can be made, only {', '.join(CLASSES)}")
-        handle = library().py_create_mkObj_inarray(self.handle, class_name.encode())
+        handle = library().py_create_mkObj_inarray(self.handle, _convert.to_bytes(class_name))
+        if not handle:
+            raise FelsparError(f"no records of class {class_name!r} can be made")
         self._class_names.append(class_name)
         record = Record(self, class_name, handle)
         record.update(values)
@@ -122,11 +139,11 @@ def _read(handle: int, key: bytes, type_name: str) -> Any:
         buffer = _convert.new_buffer()
         library().py_get_string_inmkobj(handle, key, buffer)
         return _convert.text_in(buffer)
-    value = getattr(library(), f"py_get_{_ACCESSORS[type_name]}_inmkobj")(handle, key)
+    value = getattr(library(), f"py_get_{_FIELD_TYPES[type_name].accessor}_inmkobj")(handle, key)
     return Track(value or 0) if type_name == "MediaTrack*" else value
 
 
-class _RecordPointer(LibraryHandle):
+class _RecordPointer(PoolHandle):
     """What ctypes hands on as it is: a subclass is not turned into an int and back."""
 
 
@@ -147,7 +164,7 @@ def read_columns(handle: int) -> Dict[str, Iterator[Any]]:
     if size == 0:
         return {}
     record_at = _untyped("py_get_ptr_inarray", _RecordPointer)
-    records = list(map(record_at, repeat(LibraryHandle(handle)), range(size)))
+    records = list(map(record_at, repeat(PoolHandle(handle)), range(size)))
     return {key: _column(records, key.encode(), type_name) for key, type_name in fields_of(records[0].value)}
 
 

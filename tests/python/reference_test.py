@@ -6,7 +6,8 @@ import os
 import subprocess
 
 from support import WorkstationCase
-from meridek_felspar._library import PROTOTYPES
+from meridek_felspar import library
+from meridek_felspar._library import described_prototypes
 
 
 class Reference(WorkstationCase):
@@ -22,7 +23,7 @@ class Reference(WorkstationCase):
             if name.startswith("py_"):
                 types = {key: eval(word, vars(ctypes)) for key, word in function.__annotations__.items()}
                 prototypes[name] = types.pop("return"), tuple(types.values())
-        self.assertEqual(prototypes, PROTOTYPES)
+        self.assertEqual(prototypes, described_prototypes(library()))
 
     def test_methods_are_those_of_a_workstation(self):
         methods = dict(inspect.getmembers(self.told["Workstation"], inspect.isfunction))

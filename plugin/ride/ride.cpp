@@ -2,6 +2,7 @@
 
 #include "api/media/actions.hpp"
 #include "api/media/lookup.hpp"
+#include "api/media/on_item.hpp"
 #include "api/media/peak_levels.hpp"
 #include "host_api/host_functions.hpp"
 #include "ride/analysis.hpp"
@@ -178,13 +179,12 @@ bool SetMediaItemRIDESCRIBER(MediaItem* item, int ratioType) {
 }
 
 bool SetMediaIdRIDESCRIBER(ReaProject* projID, int itemID, int ratioType) {
-    MediaItem* item = mediaItem::GetMediaItemSelect(projID, itemID, 0);
-    return item && SetMediaItemRIDESCRIBER(item, ratioType);
+    return mediaItem::on_item(Scope::all, Missing::fails, SetMediaItemRIDESCRIBER, projID, itemID, ratioType);
 }
 
 bool SetSelectedMediaIdRIDESCRIBER(ReaProject* projID, int selectItemID, int ratioType) {
-    MediaItem* item = mediaItem::GetMediaItemSelect(projID, selectItemID, 1);
-    return item && SetMediaItemRIDESCRIBER(item, ratioType);
+    return mediaItem::on_item(Scope::selected, Missing::fails, SetMediaItemRIDESCRIBER, projID, selectItemID,
+                              ratioType);
 }
 
 int SetMediaItemListRIDESCRIBER(std::vector<MediaItem*> items, int ratioType) {

@@ -14,6 +14,12 @@ inline int truncate_to_int(double value) {
     return value == value ? static_cast<int>(value) : 0;
 }
 
+/// Converts a time to a whole frame. Results at frame boundaries depend on the two factors, which do not cancel
+/// out in doubles.
+inline int frame_at(double frames_per_second, double seconds) {
+    return truncate_to_int(frames_per_second * (seconds * 10000.0) * 0.0001);
+}
+
 /// Returns the handle whose address the host delivers as a double (`P_PROJECT`), or null for a value that is
 /// not an address.
 template <class T>

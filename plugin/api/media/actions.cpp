@@ -1,17 +1,19 @@
 #include "api/media/actions.hpp"
 
 #include "api/media/lookup.hpp"
+#include "api/media/on_item.hpp"
 #include "host_api/host_functions.hpp"
 #include "host_api/text.hpp"
 #include "sws/dependency.hpp"
 #include "utility/numbers.hpp"
 
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace mk_api {
 
-using mediaItem::GetMediaItemSelect;
+using mediaItem::on_item;
 
 bool action::ActionMediaItemSelectKeep(MediaItem* item, int cmdID) {
     if (!item)
@@ -27,18 +29,17 @@ bool action::ActionMediaItemSelectKeep(MediaItem* item, int cmdID) {
     call(SetMediaItemSelected, item, true);
     call(Main_OnCommandEx, cmdID, 0, project);
     call(SetMediaItemSelected, item, false);
-    for (MediaItem* other : selected)
-        call(SetMediaItemSelected, other, true);
+    mediaItem::SelectMediaItems(std::move(selected), true);
     call(UpdateArrange);
     return true;
 }
 
 bool action::ActionMediaIdSelectKeep(ReaProject* projID, int itemID, int cmdID) {
-    return ActionMediaItemSelectKeep(GetMediaItemSelect(projID, itemID, 0), cmdID);
+    return on_item(Scope::all, Missing::fails, ActionMediaItemSelectKeep, projID, itemID, cmdID);
 }
 
 bool action::ActionSelectedMediaIdSelectKeep(ReaProject* projID, int selectItemID, int cmdID) {
-    return ActionMediaItemSelectKeep(GetMediaItemSelect(projID, selectItemID, 1), cmdID);
+    return on_item(Scope::selected, Missing::fails, ActionMediaItemSelectKeep, projID, selectItemID, cmdID);
 }
 
 namespace render {
@@ -63,11 +64,11 @@ bool RenderMediaItemActiveTake(MediaItem* item) {
 }
 
 bool RenderMediaIdActiveTake(ReaProject* projID, int itemID) {
-    return RenderMediaItemActiveTake(GetMediaItemSelect(projID, itemID, 0));
+    return on_item(Scope::all, Missing::fails, RenderMediaItemActiveTake, projID, itemID);
 }
 
 bool RenderSelectedMediaIdActiveTake(ReaProject* projID, int selectItemID) {
-    return RenderMediaItemActiveTake(GetMediaItemSelect(projID, selectItemID, 1));
+    return on_item(Scope::selected, Missing::fails, RenderMediaItemActiveTake, projID, selectItemID);
 }
 
 } // namespace render
@@ -107,13 +108,11 @@ bool SetMediaItemEnvelopeAllOFF(MediaItem* item) {
 }
 
 bool SetMediaIdEnvelopeAllOFF(ReaProject* projID, int itemID) {
-    MediaItem* item = GetMediaItemSelect(projID, itemID, 0);
-    return item && SetMediaItemEnvelopeAllOFF(item);
+    return on_item(Scope::all, Missing::fails, SetMediaItemEnvelopeAllOFF, projID, itemID);
 }
 
 bool SetSelectedMediaIdEnvelopeAllOFF(ReaProject* projID, int itemID) {
-    MediaItem* item = GetMediaItemSelect(projID, itemID, 1);
-    return item && SetMediaItemEnvelopeAllOFF(item);
+    return on_item(Scope::selected, Missing::fails, SetMediaItemEnvelopeAllOFF, projID, itemID);
 }
 
 } // namespace envelope

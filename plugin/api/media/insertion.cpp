@@ -20,19 +20,10 @@ std::vector<MediaTrack*> selected_tracks(ReaProject* project) {
     return tracks;
 }
 
-std::vector<MediaItem*> selected_items(ReaProject* project) {
-    int count = 0;
-    int of_type = 0;
-    GetSelectedMediaTypeCount(project, "", &count, &of_type);
-    std::vector<MediaItem*> items(static_cast<std::size_t>(count));
-    for (int i = 0; MediaItem * &item : items)
-        item = call(GetSelectedMediaItem, project, i++);
-    return items;
-}
-
 /// Inserts with no item selected, so that the only selected item afterwards is the new one.
 MediaItem* insert_at_cursor(ReaProject* project, const char* file) {
-    const std::vector<MediaItem*> selected = selected_items(project);
+    std::vector<MediaItem*> selected;
+    GetSelectedMediaItems(project, selected);
     SelectMediaItems(selected, false);
     call(InsertMedia, file, 0);
     MediaItem* item = call(GetSelectedMediaItem, project, 0);
@@ -65,13 +56,15 @@ MediaItem* insert_on_track(MediaTrack* track, const char* file, MoveCursor move_
 }
 
 double end_seconds(MediaItem* item) {
-    return call(GetMediaItemInfo_Value, item, "D_POSITION") + call(GetMediaItemInfo_Value, item, "D_LENGTH");
+    double end = 0.0;
+    GetMediaItemEndTime(item, &end);
+    return end;
 }
 
 double end_frame(MediaItem* item) {
     bool drop_frame = false;
     const double rate = call(TimeMap_curFrameRate, call(GetItemProjectContext, item), &drop_frame);
-    return truncate_to_int(rate * (end_seconds(item) * 10000.0) * 0.0001);
+    return frame_at(rate, end_seconds(item));
 }
 
 } // namespace
@@ -93,12 +86,13 @@ MediaItem* InsertMediaTrackItemSecond(MediaTrack* track, const char* filePath, i
 }
 MediaItem* InsertMediaTrackIdSecond(ReaProject* project, int trackIndex, const char* filePath,
                                     int positionType, double seconds) {
-    return InsertMediaTrackItemSecond(call(GetTrack, project, trackIndex), filePath, positionType, seconds);
+    return track::on_track(Scope::all, Missing::fails, InsertMediaTrackItemSecond, project, trackIndex,
+                           filePath, positionType, seconds);
 }
 MediaItem* InsertMediaSelectedTrackIdSecond(ReaProject* project, int selectedTrackIndex, const char* filePath,
                                             int positionType, double seconds) {
-    return InsertMediaTrackItemSecond(call(GetSelectedTrack, project, selectedTrackIndex), filePath,
-                                      positionType, seconds);
+    return track::on_track(Scope::selected, Missing::fails, InsertMediaTrackItemSecond, project,
+                           selectedTrackIndex, filePath, positionType, seconds);
 }
 
 MediaItem* InsertMediaTrackItemFrame(MediaTrack* track, const char* filePath, int positionType, int frame) {
@@ -109,12 +103,13 @@ MediaItem* InsertMediaTrackItemFrame(MediaTrack* track, const char* filePath, in
 }
 MediaItem* InsertMediaTrackIdFrame(ReaProject* project, int trackIndex, const char* filePath,
                                    int positionType, int frame) {
-    return InsertMediaTrackItemFrame(call(GetTrack, project, trackIndex), filePath, positionType, frame);
+    return track::on_track(Scope::all, Missing::fails, InsertMediaTrackItemFrame, project, trackIndex,
+                           filePath, positionType, frame);
 }
 MediaItem* InsertMediaSelectedTrackIdFrame(ReaProject* project, int selectedTrackIndex, const char* filePath,
                                            int positionType, int frame) {
-    return InsertMediaTrackItemFrame(call(GetSelectedTrack, project, selectedTrackIndex), filePath,
-                                     positionType, frame);
+    return track::on_track(Scope::selected, Missing::fails, InsertMediaTrackItemFrame, project,
+                           selectedTrackIndex, filePath, positionType, frame);
 }
 
 int InsertMediaItems(MediaTrack* track, std::vector<std::string> filePaths, double start, double interval,

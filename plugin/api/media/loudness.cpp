@@ -1,6 +1,6 @@
 #include "api/media/loudness.hpp"
 
-#include "api/media/lookup.hpp"
+#include "api/media/on_item.hpp"
 #include "host_api/host_functions.hpp"
 #include "host_api/output.hpp"
 #include "sws/dependency.hpp"
@@ -11,7 +11,7 @@
 
 namespace mk_api::loudness {
 
-using mediaItem::GetMediaItemSelect;
+using mediaItem::on_item;
 
 sws::AnalyzeTakeLoudness2* NF_AnalyzeTakeLoudness2 = nullptr;
 
@@ -50,14 +50,14 @@ int GetMediaItemLoudnessMaxMomentary(MediaItem* item, double* maxMomentaryOut, d
 
 int GetMediaIdLoudnessMaxMomentary(ReaProject* projID, int itemID, double* maxMomentaryOut,
                                    double* maxMomentaryPosOut) {
-    MediaItem* item = GetMediaItemSelect(projID, itemID, 0);
-    return item ? GetMediaItemLoudnessMaxMomentary(item, maxMomentaryOut, maxMomentaryPosOut) : 1;
+    return on_item(Scope::all, Missing::fails, GetMediaItemLoudnessMaxMomentary, projID, itemID,
+                   maxMomentaryOut, maxMomentaryPosOut);
 }
 
 int GetSelectedMediaIdLoudnessMaxMomentary(ReaProject* projID, int selectItemID, double* maxMomentaryOut,
                                            double* maxMomentaryPosOut) {
-    MediaItem* item = GetMediaItemSelect(projID, selectItemID, 1);
-    return item ? GetMediaItemLoudnessMaxMomentary(item, maxMomentaryOut, maxMomentaryPosOut) : 1;
+    return on_item(Scope::selected, Missing::fails, GetMediaItemLoudnessMaxMomentary, projID, selectItemID,
+                   maxMomentaryOut, maxMomentaryPosOut);
 }
 
 bool SetMediaItemLoudnessMaxMomentary(MediaItem* item, double setMaxMomentary, double* maxMomentaryOut) {
@@ -78,14 +78,14 @@ bool SetMediaItemLoudnessMaxMomentary(MediaItem* item, double setMaxMomentary, d
 
 bool SetMediaIdLoudnessMaxMomentary(ReaProject* projID, int itemID, double setMaxMomentary,
                                     double* maxMomentaryOut) {
-    MediaItem* item = GetMediaItemSelect(projID, itemID, 0);
-    return item && SetMediaItemLoudnessMaxMomentary(item, setMaxMomentary, maxMomentaryOut);
+    return on_item(Scope::all, Missing::fails, SetMediaItemLoudnessMaxMomentary, projID, itemID,
+                   setMaxMomentary, maxMomentaryOut);
 }
 
 bool SetSelectedMediaIdLoudnessMaxMomentary(ReaProject* projID, int selectItemID, double setMaxMomentary,
                                             double* maxMomentaryOut) {
-    MediaItem* item = GetMediaItemSelect(projID, selectItemID, 1);
-    return item && SetMediaItemLoudnessMaxMomentary(item, setMaxMomentary, maxMomentaryOut);
+    return on_item(Scope::selected, Missing::fails, SetMediaItemLoudnessMaxMomentary, projID, selectItemID,
+                   setMaxMomentary, maxMomentaryOut);
 }
 
 } // namespace mk_api::loudness

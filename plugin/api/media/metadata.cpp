@@ -1,6 +1,7 @@
 #include "api/media/metadata.hpp"
 
-#include "api/media/lookup.hpp"
+#include "api/media/on_item.hpp"
+#include "api/track/on_track.hpp"
 #include "host_api/host_functions.hpp"
 #include "host_api/output.hpp"
 #include "host_api/text.hpp"
@@ -12,15 +13,6 @@
 
 namespace mk_api::mediaItem {
 namespace {
-
-MediaItem* in_project(ReaProject* project, int index) { return GetMediaItemSelect(project, index, 0); }
-MediaItem* among_selected(ReaProject* project, int index) { return GetMediaItemSelect(project, index, 1); }
-MediaItem* on_track(ReaProject* project, int track, int index) {
-    return GetMediaTrackItemSelect(project, track, index, 0);
-}
-MediaItem* on_selected_track(ReaProject* project, int track, int index) {
-    return GetMediaTrackItemSelect(project, track, index, 1);
-}
 
 bool is_type(MediaItem* item, const char* type) {
     MediaItem_Take* take = call(GetActiveTake, item);
@@ -85,11 +77,13 @@ bool GetTrackItemMediaTypeCount(MediaTrack* track, const char* type, int* allOut
 }
 bool GetTrackMediaTypeCount(ReaProject* project, int trackIndex, const char* type, int* allOut,
                             int* typeOut) {
-    return GetTrackItemMediaTypeCount(call(GetTrack, project, trackIndex), type, allOut, typeOut);
+    return track::on_track(Scope::all, Missing::goes_on, GetTrackItemMediaTypeCount, project, trackIndex,
+                           type, allOut, typeOut);
 }
 bool GetSelectedTrackMediaTypeCount(ReaProject* project, int trackIndex, const char* type, int* allOut,
                                     int* typeOut) {
-    return GetTrackItemMediaTypeCount(call(GetSelectedTrack, project, trackIndex), type, allOut, typeOut);
+    return track::on_track(Scope::selected, Missing::goes_on, GetTrackItemMediaTypeCount, project, trackIndex,
+                           type, allOut, typeOut);
 }
 
 bool GetMediaItemEndTime(MediaItem* item, double* out) {
@@ -99,16 +93,18 @@ bool GetMediaItemEndTime(MediaItem* item, double* out) {
     return true;
 }
 bool GetMediaEndTime(ReaProject* project, int index, double* out) {
-    return GetMediaItemEndTime(in_project(project, index), out);
+    return on_item(Scope::all, Missing::fails, GetMediaItemEndTime, project, index, out);
 }
 bool GetSelectedMediaEndTime(ReaProject* project, int index, double* out) {
-    return GetMediaItemEndTime(among_selected(project, index), out);
+    return on_item(Scope::selected, Missing::fails, GetMediaItemEndTime, project, index, out);
 }
 bool GetTrackMediaEndTime(ReaProject* project, int trackIndex, int itemIndex, double* out) {
-    return GetMediaItemEndTime(on_track(project, trackIndex, itemIndex), out);
+    return on_track_item(Scope::all, Missing::fails, GetMediaItemEndTime, project, trackIndex, itemIndex,
+                         out);
 }
 bool GetSelectedTrackMediaEndTime(ReaProject* project, int trackIndex, int itemIndex, double* out) {
-    return GetMediaItemEndTime(on_selected_track(project, trackIndex, itemIndex), out);
+    return on_track_item(Scope::selected, Missing::fails, GetMediaItemEndTime, project, trackIndex, itemIndex,
+                         out);
 }
 
 bool GetMediaItemEndTimeFrame(MediaItem* item, int* out) {
@@ -117,21 +113,22 @@ bool GetMediaItemEndTimeFrame(MediaItem* item, int* out) {
     bool drop_frame = false;
     const double rate = call(TimeMap_curFrameRate, call(GetItemProjectContext, item), &drop_frame);
     const double end_seconds = seconds(item, "D_LENGTH") + seconds(item, "D_POSITION");
-    // Results at frame boundaries depend on these two factors, which do not cancel out in doubles.
-    put(out, truncate_to_int(rate * (end_seconds * 10000.0) * 0.0001));
+    put(out, frame_at(rate, end_seconds));
     return true;
 }
 bool GetMediaEndTimeFrame(ReaProject* project, int index, int* out) {
-    return GetMediaItemEndTimeFrame(in_project(project, index), out);
+    return on_item(Scope::all, Missing::fails, GetMediaItemEndTimeFrame, project, index, out);
 }
 bool GetSelectedMediaEndTimeFrame(ReaProject* project, int index, int* out) {
-    return GetMediaItemEndTimeFrame(among_selected(project, index), out);
+    return on_item(Scope::selected, Missing::fails, GetMediaItemEndTimeFrame, project, index, out);
 }
 bool GetTrackMediaEndFrame(ReaProject* project, int trackIndex, int itemIndex, int* out) {
-    return GetMediaItemEndTimeFrame(on_track(project, trackIndex, itemIndex), out);
+    return on_track_item(Scope::all, Missing::fails, GetMediaItemEndTimeFrame, project, trackIndex, itemIndex,
+                         out);
 }
 bool GetSelectedTrackMediaEndTimeFrame(ReaProject* project, int trackIndex, int itemIndex, int* out) {
-    return GetMediaItemEndTimeFrame(on_selected_track(project, trackIndex, itemIndex), out);
+    return on_track_item(Scope::selected, Missing::fails, GetMediaItemEndTimeFrame, project, trackIndex,
+                         itemIndex, out);
 }
 
 bool GetMediaItemName(MediaItem* item, char* out, int size) {
@@ -143,16 +140,18 @@ bool GetMediaItemName(MediaItem* item, char* out, int size) {
     return true;
 }
 bool GetMediaName(ReaProject* project, int index, char* out, int size) {
-    return GetMediaItemName(in_project(project, index), out, size);
+    return on_item(Scope::all, Missing::fails, GetMediaItemName, project, index, out, size);
 }
 bool GetSelectedMediaName(ReaProject* project, int index, char* out, int size) {
-    return GetMediaItemName(among_selected(project, index), out, size);
+    return on_item(Scope::selected, Missing::fails, GetMediaItemName, project, index, out, size);
 }
 bool GetTrackMediaName(ReaProject* project, int trackIndex, int itemIndex, char* out, int size) {
-    return GetMediaItemName(on_track(project, trackIndex, itemIndex), out, size);
+    return on_track_item(Scope::all, Missing::fails, GetMediaItemName, project, trackIndex, itemIndex, out,
+                         size);
 }
 bool GetSelectedTrackMediaName(ReaProject* project, int trackIndex, int itemIndex, char* out, int size) {
-    return GetMediaItemName(on_selected_track(project, trackIndex, itemIndex), out, size);
+    return on_track_item(Scope::selected, Missing::fails, GetMediaItemName, project, trackIndex, itemIndex,
+                         out, size);
 }
 
 bool SetMediaItemName(MediaItem* item, const char* name) {
@@ -162,16 +161,18 @@ bool SetMediaItemName(MediaItem* item, const char* name) {
     return call(GetSetMediaItemTakeInfo_String, take, "P_NAME", text, true);
 }
 bool SetMediaName(ReaProject* project, int index, const char* name) {
-    return SetMediaItemName(in_project(project, index), name);
+    return on_item(Scope::all, Missing::goes_on, SetMediaItemName, project, index, name);
 }
 bool SetSelectedMediaName(ReaProject* project, int index, const char* name) {
-    return SetMediaItemName(among_selected(project, index), name);
+    return on_item(Scope::selected, Missing::goes_on, SetMediaItemName, project, index, name);
 }
 bool SetTrackMediaName(ReaProject* project, int trackIndex, int itemIndex, const char* name) {
-    return SetMediaItemName(on_track(project, trackIndex, itemIndex), name);
+    return on_track_item(Scope::all, Missing::goes_on, SetMediaItemName, project, trackIndex, itemIndex,
+                         name);
 }
 bool SetSelectedTrackMediaName(ReaProject* project, int trackIndex, int itemIndex, const char* name) {
-    return SetMediaItemName(on_selected_track(project, trackIndex, itemIndex), name);
+    return on_track_item(Scope::selected, Missing::goes_on, SetMediaItemName, project, trackIndex, itemIndex,
+                         name);
 }
 
 bool GetMediaItemLength(MediaItem* item, double* out) {
@@ -181,16 +182,17 @@ bool GetMediaItemLength(MediaItem* item, double* out) {
     return true;
 }
 bool GetMediaLength(ReaProject* project, int index, double* out) {
-    return GetMediaItemLength(in_project(project, index), out);
+    return on_item(Scope::all, Missing::fails, GetMediaItemLength, project, index, out);
 }
 bool GetSelectedMediaLength(ReaProject* project, int index, double* out) {
-    return GetMediaItemLength(among_selected(project, index), out);
+    return on_item(Scope::selected, Missing::fails, GetMediaItemLength, project, index, out);
 }
 bool GetTrackMediaLength(ReaProject* project, int trackIndex, int itemIndex, double* out) {
-    return GetMediaItemLength(on_track(project, trackIndex, itemIndex), out);
+    return on_track_item(Scope::all, Missing::fails, GetMediaItemLength, project, trackIndex, itemIndex, out);
 }
 bool GetSelectedTrackMediaLength(ReaProject* project, int trackIndex, int itemIndex, double* out) {
-    return GetMediaItemLength(on_selected_track(project, trackIndex, itemIndex), out);
+    return on_track_item(Scope::selected, Missing::fails, GetMediaItemLength, project, trackIndex, itemIndex,
+                         out);
 }
 
 std::string GetSourceName(MediaItem* item, int takeIndex, bool withoutExtension) {

@@ -1,6 +1,6 @@
 #include "api/media/peaks.hpp"
 
-#include "api/media/lookup.hpp"
+#include "api/media/on_item.hpp"
 #include "api/media/peak_levels.hpp"
 
 namespace mk_api::mediaItem {
@@ -26,16 +26,20 @@ bool GetMediaItemPeakList(MediaItem* item, std::vector<mk_object::mk_Peak>& peak
 
 namespace MK_FELSPAR {
 
+using mk_api::Missing;
+using mk_api::Scope;
+using mk_api::mediaItem::on_item;
+
 bool GetMediaItemPeakList(MediaItem* item, std::vector<mk_object::mk_Peak>& peaks) {
     return mk_api::mediaItem::GetMediaItemPeakList(item, peaks);
 }
 
 bool GetMediaIdPeakList(ReaProject* project, int index, std::vector<mk_object::mk_Peak>& peaks) {
-    return GetMediaItemPeakList(mk_api::mediaItem::GetMediaItemSelect(project, index, 0), peaks);
+    return on_item(Scope::all, Missing::fails, GetMediaItemPeakList, project, index, peaks);
 }
 
 bool GetSelectedMediaIdPeakList(ReaProject* project, int index, std::vector<mk_object::mk_Peak>& peaks) {
-    return GetMediaItemPeakList(mk_api::mediaItem::GetMediaItemSelect(project, index, 1), peaks);
+    return on_item(Scope::selected, Missing::fails, GetMediaItemPeakList, project, index, peaks);
 }
 
 } // namespace MK_FELSPAR

@@ -41,7 +41,7 @@ bool SetPlayCursorPositionFrame(ReaProject* project, int positionType, int frame
     }
     const double target = from_end(project, seconds);
     move_to(project, target);
-    put(frameOut, truncate_to_int(rate * (target * 10000.0) * 0.0001));
+    put(frameOut, frame_at(rate, target));
     return true;
 }
 

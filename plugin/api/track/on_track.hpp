@@ -3,7 +3,7 @@
 // member, and the project of a track.
 
 #include "api/track/lookup.hpp"
-#include "host_api/failure.hpp"
+#include "api/track/on_object.hpp"
 #include "host_api/host_functions.hpp"
 #include "utility/numbers.hpp"
 
@@ -11,18 +11,12 @@
 
 namespace mk_api::track {
 
-/// The tracks among which a number counts. The values are those of `trackType`.
-enum class Scope : int { all = 0, selected = 1 };
-
-/// What a property does if there is no such track: fail at once, or pass the null track to the host.
-enum class Missing { fails, goes_on };
-
 /// Calls a property's `Item` member on the track with that number.
 template <class R, class... A>
 R on_track(Scope scope, Missing rule, R (*item_member)(MediaTrack*, A...), ReaProject* project, int number,
            std::type_identity_t<A>... rest) {
-    MediaTrack* track = GetTrackItemSelect(project, number, static_cast<int>(scope));
-    return track || rule == Missing::goes_on ? item_member(track, rest...) : failure<R>;
+    return on_object(GetTrackItemSelect(project, number, static_cast<int>(scope)), rule, item_member,
+                     rest...);
 }
 
 /// Returns a track's project, as the host stores it.

@@ -7,11 +7,11 @@
 
 namespace MK_FELSPAR {
 
+using mk_api::Missing;
+using mk_api::Scope;
 using mk_api::track::GetTrackCountSelect;
 using mk_api::track::GetTrackItemSelect;
-using mk_api::track::Missing;
 using mk_api::track::on_track;
-using mk_api::track::Scope;
 
 namespace {
 

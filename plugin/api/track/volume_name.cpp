@@ -43,9 +43,9 @@ bool SetSelectedTrackIdName(ReaProject* projID, int selectTrackID, const char* s
 
 namespace MK_FELSPAR {
 
-using mk_api::track::Missing;
+using mk_api::Missing;
+using mk_api::Scope;
 using mk_api::track::on_track;
-using mk_api::track::Scope;
 
 namespace {
 

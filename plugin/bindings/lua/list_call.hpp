@@ -5,6 +5,7 @@
 #include "bindings/lua/arguments.hpp"
 #include "bindings/lua/results.hpp"
 #include "bindings/reference/list_signature.hpp"
+#include "host_api/failure.hpp"
 
 #include <cstddef>
 #include <tuple>
@@ -29,19 +30,19 @@ bool fill_list(lua_State* L, typename Signature::List& list, [[maybe_unused]] in
 template <auto logic>
 int list_call(lua_State* L) {
     using Signature = ListSignature<decltype(logic)>;
-    bool ok = false;
+    bool ok = failure<bool>;
     List<typename Signature::List::value_type> list;
     int count = 0;
     try {
         ok = fill_list<logic>(L, list.values, count, std::make_index_sequence<Signature::inputs>{});
         list.borrow_records();
     } catch (...) { // the script gets false and the entries collected so far
-        ok = false;
+        ok = failure<bool>;
     }
     if constexpr (Signature::has_count)
-        return push_results(L, false, ok, list, count);
+        return push_results(L, failure<bool>, ok, list, count);
     else
-        return push_results(L, false, ok, list);
+        return push_results(L, failure<bool>, ok, list);
 }
 
 } // namespace lua_utility

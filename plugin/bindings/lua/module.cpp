@@ -7,6 +7,7 @@
 #include "api/track/lists.hpp"
 #include "bindings/lua/list_call.hpp"
 #include "dialogue/lingomat.hpp"
+#include "host_api/failure.hpp"
 #include "object/json_text.hpp"
 #include "ride/ride.hpp"
 
@@ -26,51 +27,43 @@ using lua_utility::push_results;
 
 namespace {
 
-constexpr int failure = 1;
-
-int push_failure(lua_State* L) {
-    lua_settop(L, 0);
-    lua_pushinteger(L, failure);
-    lua_pushnil(L);
-    return 2;
+/// Returns the code of `logic`, which fills a result of the type `T`, and the result; nil if it throws.
+template <class T, class Logic>
+int code_call(lua_State* L, Logic logic) {
+    try {
+        T result;
+        const int code = logic(result);
+        return push_results(L, failure<int>, code, result);
+    } catch (...) {
+        lua_settop(L, 0);
+        lua_pushinteger(L, failure<int>);
+        lua_pushnil(L);
+        return 2;
+    }
 }
 
 } // namespace
 
 int l_GetPathInfo(lua_State* L) {
-    try {
-        mk_object::mk_Path path;
-        const int code = mk_api::path::GetPathInfo(get_arg<std::string>(L, 1), path);
-        return push_results(L, failure, code, path);
-    } catch (...) {
-        return push_failure(L);
-    }
+    return code_call<mk_object::mk_Path>(
+        L, [L](auto& path) { return mk_api::path::GetPathInfo(get_arg<std::string>(L, 1), path); });
 }
 
 int l_Json_Deserialize(lua_State* L) {
-    try {
-        nlohmann::json value;
-        const int code = mk_api::string::Json_Deserialize(get_arg<std::string>(L, 1), value);
-        return push_results(L, failure, code, value);
-    } catch (...) {
-        return push_failure(L);
-    }
+    return code_call<nlohmann::json>(
+        L, [L](auto& value) { return mk_api::string::Json_Deserialize(get_arg<std::string>(L, 1), value); });
 }
 
 int l_Json_Serialize(lua_State* L) {
-    try {
+    return code_call<std::string>(L, [L](auto& text) {
         nlohmann::json value;
         lua_utility::get_arg_json(L, 1, value);
-        std::string text;
-        const int code = mk_api::string::Json_Serialize(value, text);
-        return push_results(L, failure, code, text);
-    } catch (...) {
-        return push_failure(L);
-    }
+        return mk_api::string::Json_Serialize(value, text);
+    });
 }
 
 int l_SetMediaItemListRIDESCRIBER(lua_State* L) {
-    int code = failure;
+    int code = failure<int>;
     try {
         code = mk_api::RIDESCRIBER::SetMediaItemListRIDESCRIBER(get_arg_array<MediaItem*>(L, 1),
                                                                 get_arg<int>(L, 2));
@@ -81,16 +74,12 @@ int l_SetMediaItemListRIDESCRIBER(lua_State* L) {
 }
 
 int l_LINGOMAT_InsertMediaItems(lua_State* L) {
-    try {
-        lua_utility::List<std::string> unmatched;
-        const int code = mk_api::LINGOMAT::LINGOMAT_InsertMediaItems(
+    return code_call<lua_utility::List<std::string>>(L, [L](auto& unmatched) {
+        return mk_api::LINGOMAT::LINGOMAT_InsertMediaItems(
             get_arg<std::string>(L, 1), get_arg<std::string>(L, 2), get_arg<double>(L, 3),
             get_arg<double>(L, 4), get_arg<int>(L, 5), get_arg<bool>(L, 6), get_arg<bool>(L, 7),
             get_arg<int>(L, 8), get_arg_array<std::string>(L, 9), unmatched.values);
-        return push_results(L, failure, code, unmatched);
-    } catch (...) {
-        return push_failure(L);
-    }
+    });
 }
 
 #define MK_LUA_CODE(name) {"MK_" #name, &l_##name},

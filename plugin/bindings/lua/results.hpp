@@ -54,10 +54,11 @@ inline void pushvalue(lua_State* L, int value) { lua_pushinteger(L, value); }
 inline void pushvalue(lua_State* L, const std::string& value) { lua_pushstring(L, value.c_str()); }
 inline void pushvalue(lua_State* L, const mk_object::mk_Path& path) { path.pushvalue(L); }
 
-/// Pushes the results. If Lua is out of memory, pushes `failure` and nil instead.
+/// Pushes the results. If Lua is out of memory, pushes `first_if_failed` and nil instead, or `first_if_failed`
+/// alone if there is only one result.
 /// @returns the number of values pushed
-template <class Failure, class... T>
-int push_results(lua_State* L, Failure failure, const T&... results) {
+template <class First, class... T>
+int push_results(lua_State* L, First first_if_failed, const T&... results) {
     const auto push_all = [&](lua_State* state) { (pushvalue(state, results), ...); };
     // Not passed as an argument, because a script's hook could change it before it is read. Hooks and
     // finalizers may call this function again.
@@ -74,7 +75,7 @@ int push_results(lua_State* L, Failure failure, const T&... results) {
     if (status == LUA_OK)
         return static_cast<int>(sizeof...(T));
     lua_settop(L, 0);
-    pushvalue(L, failure);
+    pushvalue(L, first_if_failed);
     if constexpr (sizeof...(T) == 1)
         return 1;
     lua_pushnil(L);

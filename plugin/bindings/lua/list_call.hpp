@@ -4,7 +4,7 @@
 
 #include "bindings/lua/arguments.hpp"
 #include "bindings/lua/results.hpp"
-#include "bindings/reference/list_signature.hpp"
+#include "bindings/reference/list_functions.hpp"
 #include "host_api/failure.hpp"
 
 #include <cstddef>

@@ -1,10 +1,6 @@
 #include "bindings/lua/module.hpp"
 
-#include "api/media/peaks.hpp"
-#include "api/project/dialogs.hpp"
 #include "api/project/files.hpp"
-#include "api/project/strings.hpp"
-#include "api/track/lists.hpp"
 #include "bindings/lua/list_call.hpp"
 #include "dialogue/lingomat.hpp"
 #include "host_api/failure.hpp"

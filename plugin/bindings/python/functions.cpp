@@ -1,10 +1,6 @@
 // The functions for Python: lists by handle, and JSON texts.
 
-#include "api/media/peaks.hpp"
-#include "api/project/dialogs.hpp"
 #include "api/project/files.hpp"
-#include "api/project/strings.hpp"
-#include "api/track/lists.hpp"
 #include "bindings/python/guarded_call.hpp"
 #include "bindings/python/json_forms.hpp"
 #include "bindings/python/list_call.hpp"

@@ -1,6 +1,12 @@
 #pragma once
-// How the logic functions that fill lists are declared: the inputs, then the list, then optionally the count.
-// The callers of all script languages are derived from it.
+// The logic functions that fill lists, and how they are declared: the inputs, then the list, then optionally
+// the count. The functions of all script languages are derived from that.
+
+#include "api/media/peaks.hpp"
+#include "api/project/dialogs.hpp"
+#include "api/project/files.hpp"
+#include "api/project/strings.hpp"
+#include "api/track/lists.hpp"
 
 #include <cstddef>
 #include <tuple>

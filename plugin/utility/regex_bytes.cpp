@@ -43,10 +43,10 @@ constexpr std::string_view names_from_zero[] = {
     "two", "three", "four", "five", "six", "seven", "eight", "nine", "colon", "semicolon", "less-than-sign",
     "equals-sign", "greater-than-sign", "question-mark", "commercial-at"};
 // clang-format on
-constexpr std::string_view names_behind_upper_case[] = {
+constexpr std::string_view names_after_upper_case[] = {
     "left-square-bracket", "backslash", "right-square-bracket", "circumflex", "underscore", "grave-accent"};
-constexpr std::string_view names_behind_lower_case[] = {"left-curly-bracket", "vertical-line",
-                                                        "right-curly-bracket", "tilde", "DEL"};
+constexpr std::string_view names_after_lower_case[] = {"left-curly-bracket", "vertical-line",
+                                                       "right-curly-bracket", "tilde", "DEL"};
 
 bool is_letter(char byte) { return lower_case(byte) >= 'a' && lower_case(byte) <= 'z'; }
 
@@ -85,9 +85,9 @@ std::optional<char> character_named(std::string_view name) {
         return name[0];
     if (const auto found = find_name(names_from_zero, '\0', name))
         return found;
-    if (const auto found = find_name(names_behind_upper_case, '[', name))
+    if (const auto found = find_name(names_after_upper_case, '[', name))
         return found;
-    return find_name(names_behind_lower_case, '{', name);
+    return find_name(names_after_lower_case, '{', name);
 }
 
 std::string written_byte(char byte) {

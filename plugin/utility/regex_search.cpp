@@ -61,17 +61,17 @@ bool RegexSearch::matches_whole() { return search(0, PCRE2_ANCHORED | PCRE2_ENDA
 bool RegexSearch::find_next() {
     if (!has_match_)
         return has_match_ = search(0, 0);
-    before_begin_ = text_.size() - behind().size();
+    before_begin_ = text_.size() - after().size();
     if (!group(0).empty()) {
         sees_text_before_ = true;
         return search(before_begin_, 0);
     }
-    return before_begin_ < text_.size() && search_behind_empty_match();
+    return before_begin_ < text_.size() && search_after_empty_match();
 }
 
 // Searches as std::regex_iterator does: first for a match that is not empty at the same position, then
 // further on. The first of these does not see the text before it unless an earlier search did.
-bool RegexSearch::search_behind_empty_match() {
+bool RegexSearch::search_after_empty_match() {
     if (search(before_begin_, PCRE2_ANCHORED | PCRE2_NOTEMPTY_ATSTART))
         return true;
     sees_text_before_ = true;
@@ -111,10 +111,10 @@ std::string_view RegexSearch::group(std::size_t number) const {
 }
 
 std::string_view RegexSearch::before() const {
-    return text_.substr(before_begin_, text_.size() - behind().size() - group(0).size() - before_begin_);
+    return text_.substr(before_begin_, text_.size() - after().size() - group(0).size() - before_begin_);
 }
 
-std::string_view RegexSearch::behind() const {
+std::string_view RegexSearch::after() const {
     return text_.substr(visible_from_ + pcre2_get_ovector_pointer(match_.get())[1]);
 }
 

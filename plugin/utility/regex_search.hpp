@@ -43,11 +43,11 @@ public:
 
     /// Return the text between the previous match and this one, and the text after this one.
     std::string_view before() const;
-    std::string_view behind() const;
+    std::string_view after() const;
 
 private:
     bool search(std::size_t from, std::uint32_t options);
-    bool search_behind_empty_match();
+    bool search_after_empty_match();
     static int pay_at_callout(pcre2_callout_block* block, void* search);
 
     std::string_view text_;

@@ -36,7 +36,7 @@ std::pair<std::string_view, std::size_t> replacement(std::string_view format, co
     case '`':
         return {match.before(), 1};
     case '\'':
-        return {match.behind(), 1};
+        return {match.after(), 1};
     default:
         return {"$", 0};
     }
@@ -63,13 +63,13 @@ bool matches_whole(std::string_view text, std::string_view pattern, LetterCase l
 std::string replace_all(std::string_view text, std::string_view pattern, std::string_view format) {
     RegexSearch search(text, pattern, LetterCase::matters);
     std::string result;
-    std::string_view behind = text;
+    std::string_view rest = text;
     while (search.find_next()) {
         append(result, search.before());
         append_replacement(result, format, search);
-        behind = search.behind();
+        rest = search.after();
     }
-    append(result, behind);
+    append(result, rest);
     return result;
 }
 

@@ -1,6 +1,6 @@
 #pragma once
 // Inserts files as items at a given position on a given track. The host inserts at the edit cursor on the
-// selected track, so the cursor moves and stays behind the new item. The selections of tracks and items are
+// selected track, so the cursor moves and stays after the new item. The selections of tracks and items are
 // restored, and the new item is selected as well. The item's take is named after the file, extension
 // included.
 

@@ -21,11 +21,11 @@ MK_EXPORT bool GetRegionMarkerName(ReaProject* projID, int regionID, char* nameO
 /// The native colour.
 MK_EXPORT bool GetRegionMarkerColor(ReaProject* projID, int regionID, int* colorOut);
 
-/// Moves an entry, which keeps its kind, colour and the first 1,023 bytes of its name.
+/// Moves a marker or region, which keeps its kind, its colour and the first 1,023 bytes of its name.
 MK_EXPORT bool SetRegionMarkerPosition(ReaProject* projID, int regionID, double setStartPos,
                                        double setEndPos);
 
-/// Sets a native colour and marks it as in use. The entry keeps the first 1,023 bytes of its name.
+/// Sets a native colour and marks it as in use. The marker keeps the first 1,023 bytes of its name.
 MK_EXPORT bool SetRegionMarkerColor(ReaProject* projID, int regionID, int setColor);
 MK_EXPORT bool SetRegionMarkerName(ReaProject* projID, int regionID, const char* setName);
 

@@ -75,23 +75,22 @@ bool GetSelectedTrackIdDepth(ReaProject* projID, int selectTrackID, int* depthOu
 
 bool SetTrackItemDepth(MediaTrack* track, int setDepth) {
     const std::vector<PlacedTrack> tree = read_tree(project_of(track));
-    const auto behind_place =
-        std::ranges::find(tree.rbegin(), tree.rend(), track, &PlacedTrack::track).base();
-    if (behind_place - tree.begin() < 2) // not there, or the first
+    const auto after_track = std::ranges::find(tree.rbegin(), tree.rend(), track, &PlacedTrack::track).base();
+    if (after_track - tree.begin() < 2) // not there, or the first
         return true;
-    const auto place = behind_place - 1;
+    const auto place = after_track - 1;
     const PlacedTrack& before = place[-1];
     const std::int64_t step = setDepth - before.depth;
     if (step > 1)
         return false;
     write_step(before.track, step);
     // Everything under the track moves with it; the next track after that keeps its depth.
-    const auto behind = std::find_if(behind_place, tree.end(),
-                                     [&](const PlacedTrack& other) { return other.depth <= place->depth; });
-    if (behind == tree.end())
+    const auto next = std::find_if(after_track, tree.end(),
+                                   [&](const PlacedTrack& other) { return other.depth <= place->depth; });
+    if (next == tree.end())
         return true;
-    const PlacedTrack& last = behind[-1];
-    write_step(last.track, behind->depth - (last.depth + setDepth - place->depth));
+    const PlacedTrack& last = next[-1];
+    write_step(last.track, next->depth - (last.depth + setDepth - place->depth));
     return true;
 }
 bool SetTrackIdDepth(ReaProject* projID, int trackID, int setDepth) {
@@ -128,10 +127,10 @@ MediaTrack* InsertChildTrack(MediaTrack* parentTrack, int* trackIdOut) {
     }
 
     // The new folder includes the track after it until that track's depth is restored.
-    const int behind_parent = number_or_first(parentTrack) + 1;
-    MediaTrack* next = behind_parent < tracks ? call(GetTrack, project, behind_parent) : nullptr;
+    const int after_parent = number_or_first(parentTrack) + 1;
+    MediaTrack* next = after_parent < tracks ? call(GetTrack, project, after_parent) : nullptr;
     const int next_depth = next ? call(GetTrackDepth, next) : 0;
-    MediaTrack* inserted = insert(behind_parent, call(GetTrackDepth, parentTrack) + 1);
+    MediaTrack* inserted = insert(after_parent, call(GetTrackDepth, parentTrack) + 1);
     if (next)
         SetTrackItemDepth(next, next_depth);
     return inserted;

@@ -1,5 +1,5 @@
 #pragma once
-// Strings that the functions for Python write without being told the buffer's size.
+// Strings that the functions for Python write to buffers whose size is not passed.
 
 #include "utility/mk_utility.hpp"
 

@@ -1,7 +1,7 @@
 """MERIDEK_FELSPAR for Python: tracks, items, texts and files of the workstation, and the jobs of a dialogue editor.
 
-Inside the workstation the library that it has loaded answers; `meridek_felspar.headless` offers a workstation without a
-screen to any Python process. Standard library only.
+Inside the workstation, the package uses the library that the workstation has loaded. `meridek_felspar.headless` gives
+any Python process a workstation without a screen. Only the standard library is needed.
 """
 
 from . import headless

@@ -1,6 +1,6 @@
-"""Values on their way into the library and out of it.
+"""Converts values for the library and back.
 
-Texts are UTF-8 there. Bytes that are not UTF-8, as file names may hold them, are surrogate escapes in a `str`.
+The library's strings are UTF-8. Bytes that are not UTF-8, as in some file names, are surrogate escapes in a `str`.
 """
 
 import ctypes
@@ -11,11 +11,11 @@ from typing import Any, Union
 from .errors import CutTextWarning, FelsparError
 
 Path = Union[str, "os.PathLike[str]"]
-TEXT_BYTES = 1024  # of every buffer that the library fills without being told a size
+TEXT_BYTES = 1024  # of each buffer whose size is not passed to the library
 
 
 def to_bytes(text: str) -> bytes:
-    """Raises FelsparError for anything but a text without NUL."""
+    """Raises FelsparError for anything but a string without NUL."""
     if not isinstance(text, str) or "\0" in text:
         raise FelsparError(f"a text without NUL is needed, not {text!r:.80}")
     try:
@@ -29,14 +29,14 @@ def to_text(data: bytes) -> str:
 
 
 def to_int(value: int) -> int:
-    """Raises FelsparError for what is no integer of 32 bits."""
+    """Raises FelsparError for anything but a 32-bit integer."""
     if not isinstance(value, int) or not -(2**31) <= value < 2**31:
         raise FelsparError(f"{value!r:.80} is no integer of 32 bits")
     return int(value)
 
 
 def to_float(value: float) -> float:
-    """Raises FelsparError for what is no number."""
+    """Raises FelsparError for anything but a number."""
     try:
         return float(value)
     except (TypeError, ValueError, OverflowError):
@@ -48,7 +48,7 @@ def new_buffer(size: int = TEXT_BYTES) -> Any:
 
 
 def text_in(buffer: Any) -> str:
-    """What the library wrote; warns when it may have been cut, which the library does not tell."""
+    """Returns the string in a buffer. Warns if it may have been cut, which the library does not report."""
     data = buffer.value
     if len(data) == len(buffer) - 1:
         warnings.warn(f"text of {len(data)} bytes or more was cut: {data[:40]!r}...", CutTextWarning, stacklevel=3)

@@ -14,8 +14,8 @@ from ._definitions import Definition
 from .errors import FelsparError
 from .handles import KINDS, Handle, address
 
-#: One word an argument: an int or bool in its bits, a double by address, all else as the pointer it is. The result
-#: likewise.
+#: Takes one word per argument: an int or bool in its bits, a double by address, anything else as the pointer it is.
+#: The result is such a word, too.
 Call = ctypes.PYFUNCTYPE(ctypes.c_void_p, ctypes.POINTER(ctypes.c_void_p), ctypes.c_int)
 _BIG_BYTES = 2**20
 _PLAIN = ("int", "bool", "double", "char*", "const char*")
@@ -49,8 +49,8 @@ def _parameter(type_name: str, name: str, name_before: str) -> Parameter:
 
 
 class Function:
-    """A function of the workstation. Called with what is no pure result, it gives the return value and then the
-    results: alone when there is one, else as a tuple, None when there is none."""
+    """A function of the workstation. It takes the parameters that are not mere results. It returns the return value
+    and then the results: a single value by itself, several as a tuple, None if there are none."""
 
     def __init__(self, name: str, definition: Definition, call: Callable[..., Any]) -> None:
         self.__name__, self._call = name, call
@@ -59,7 +59,7 @@ class Function:
         self._arguments = [parameter for parameter in self.parameters if parameter.is_argument]
 
     def can_be_called(self) -> bool:
-        """Some are for reading only: their types are those of another language."""
+        """Returns False for a function that is only documented here, because it has types of another language."""
         return all(parameter.type_name in (*_PLAIN, *_BY_ADDRESS, *KINDS) for parameter in self.parameters)
 
     def __repr__(self) -> str:
@@ -83,7 +83,7 @@ class Function:
     def _returned_for(self, arguments: Tuple[Any, ...], word: Any) -> Any:
         value = _returned(self._result_type, word)
         names_object = self.__name__.endswith("Info_Value") and str(arguments[1]).startswith("P_")
-        if names_object and self._result_type == "double":  # C gives a number for every key
+        if names_object and self._result_type == "double":  # C returns a number for every key
             return Handle(int(value)) if value else None
         return value
 
@@ -95,7 +95,7 @@ class Function:
 
 
 def _storage(parameter: Parameter, value: Any) -> Any:
-    """What is passed: an int in the word's bits, or the C object that the word points to."""
+    """Returns what is passed: an int for the word's bits, or the C object that the word points to."""
     type_name = parameter.type_name
     if parameter.is_optional and value is None and not parameter.is_result:
         return None

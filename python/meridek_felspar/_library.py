@@ -1,4 +1,4 @@
-"""The shared library: where it is, and the C prototypes of its functions, which it describes itself.
+"""Finds and loads the shared library, and declares its functions as the library's own tables describe them.
 
 Calls keep the interpreter's lock, so that threads never meet in the library's pools, which have no lock.
 """
@@ -31,15 +31,15 @@ _C_TYPES: Dict[str, Any] = {
 
 SUFFIX = {"win32": ".dll", "darwin": ".dylib"}.get(sys.platform, ".so")
 _NAME = "libreaper_MERIDEK_FELSPAR_for_6.x" + SUFFIX
-_INSTALLED_NAME = "reaper_MERIDEK_FELSPAR" + SUFFIX  # by which the workstation and Lua's `require` find it, too
+_INSTALLED_NAME = "reaper_MERIDEK_FELSPAR" + SUFFIX  # the name that the workstation and Lua's `require` expect
 _loaded: Optional[ctypes.PyDLL] = None
 
 
 def places(file_name: str, variable: str) -> List[pathlib.Path]:
-    """Where a library of ours may lie, in the order of search.
+    """Returns where a library of this project may be, in order of preference.
 
-    The environment variable `variable` stands for all other places. Without it: the install tree that this package
-    is in, or the build trees of its checkout, the one that was built last first.
+    If the environment variable `variable` is set, it is the only place. Otherwise the place is the installation that
+    this package is in, or the build folders of its checkout, with the most recent build first.
     """
     if os.environ.get(variable):
         return [pathlib.Path(os.environ[variable])]
@@ -59,7 +59,7 @@ def _last_change(path: pathlib.Path) -> float:
 
 
 def user_plugins() -> pathlib.Path:
-    """The folder for extensions of the workstation's user."""
+    """Returns the user's folder for extensions of the workstation."""
     if sys.platform == "win32":
         settings = pathlib.Path(os.environ.get("APPDATA", pathlib.Path.home()))
     elif sys.platform == "darwin":
@@ -70,9 +70,9 @@ def user_plugins() -> pathlib.Path:
 
 
 def first_of(candidates: List[pathlib.Path], variable: str) -> pathlib.Path:
-    """The first file that is there.
+    """Returns the first file that exists.
 
-    Raises LibraryNotFound, which names all places.
+    Raises LibraryNotFound, which lists all places.
     """
     for candidate in candidates:
         if candidate.is_file():
@@ -82,8 +82,8 @@ def first_of(candidates: List[pathlib.Path], variable: str) -> pathlib.Path:
 
 
 def library_path() -> pathlib.Path:
-    """The library's file: one that this process has loaded already comes first, since the pools and the host's
-    functions are those of that copy."""
+    """Returns the library's file. A copy that this process has already loaded comes first, because that copy holds the
+    pools and the host's functions."""
     candidates = places(_NAME, "FELSPAR_LIBRARY")
     if not os.environ.get("FELSPAR_LIBRARY"):
         candidates.append(user_plugins() / _INSTALLED_NAME)
@@ -118,7 +118,7 @@ def open_library(path: pathlib.Path, prototypes_of: Callable[[ctypes.PyDLL], Pro
 
 
 def described_prototypes(loaded: ctypes.PyDLL) -> Prototypes:
-    """The prototypes of the library's functions, from its own table.
+    """Returns the prototypes of the library's functions from its own table.
 
     Raises ValueError for a library without the table, and for an unknown type.
     """
@@ -134,7 +134,7 @@ def _prototype(name: str, definition: Definition) -> Tuple[Any, Tuple[Any, ...]]
 
 
 def library() -> ctypes.PyDLL:
-    """The library, found and loaded at the first call."""
+    """Returns the library, which the first call finds and loads."""
     global _loaded
     if _loaded is None:
         _loaded = open_library(library_path(), described_prototypes)

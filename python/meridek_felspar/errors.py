@@ -1,4 +1,4 @@
-"""What goes wrong, as exceptions."""
+"""Exceptions and warnings."""
 
 
 class FelsparError(Exception):
@@ -6,12 +6,12 @@ class FelsparError(Exception):
 
 
 class LibraryNotFound(FelsparError):
-    """A shared library that is in none of the places where it was sought."""
+    """A shared library is in none of the places where it is looked for."""
 
 
 class CutTextWarning(UserWarning):
-    """A text filled the library's buffer of 1023 bytes: what did not fit into it is lost."""
+    """A string filled the library's buffer of 1,023 bytes; whatever did not fit is lost."""
 
 
 class FailureWarning(UserWarning):
-    """Something that a function of the headless workstation could not do, and nobody asked about."""
+    """A failure of the headless workstation that the program did not ask about."""

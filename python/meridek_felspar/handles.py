@@ -1,7 +1,7 @@
-"""Objects of the workstation, which scripts hold by address.
+"""Handles: the addresses by which scripts name objects of the workstation.
 
-Everything that takes one takes an int as well, and the text that the workstation's own Python functions give, such as
-"(MediaTrack*)0x000055D0C0FFEE00"; `str` of a handle is that text, so it can be handed to them.
+Whatever takes a handle also takes an int, or the string that the workstation's own Python functions use, such as
+"(MediaTrack*)0x000055D0C0FFEE00". `str` of a handle is that string, so handles can be passed to those functions.
 """
 
 from typing import Dict, Type, Union
@@ -69,9 +69,9 @@ KINDS: Dict[str, Type[Handle]] = {
 
 
 def address(value: AnyHandle, kind: Type[Handle]) -> int:
-    """The address that `value` stands for; None is 0.
+    """Returns the address that `value` names, 0 for None.
 
-    Raises FelsparError for a handle of another kind, and for what is no address.
+    Raises FelsparError for a handle of another kind and for anything that is not an address.
     """
     if isinstance(value, Handle) and type(value) not in (kind, Handle) and kind is not Handle:
         raise FelsparError(f"a {kind.type_name} is needed, not {value}")

@@ -5,8 +5,8 @@
             workstation.SetTrackColor(track, workstation.ColorToNative(0, 160, 0))
         workstation.save("coloured.rpp")
 
-Every function that Lua scripts find in the table `reaper` is a method of the workstation: those of the workstation
-itself, and those that the library has registered (`MK_...`). One workstation can be open at a time.
+Every function in the table `reaper` of Lua scripts is a method of the workstation: its own functions, and those that
+the library registers (`MK_...`). Only one workstation can be open at a time.
 """
 
 import atexit
@@ -44,18 +44,18 @@ def _headless_library() -> ctypes.PyDLL:
 
 
 class Workstation:
-    """A workstation with the library loaded, as `open` gives it; closed at the end of its `with` block, by `close`, or
-    at the latest when the interpreter ends."""
+    """A workstation with the library loaded, as `open` returns it. It is closed at the end of its `with` block, by
+    `close`, or at the latest when the interpreter exits."""
 
     def __init__(self, project: Optional[Path]) -> None:
         self._library = _headless_library()
-        self._untold: List[str] = []
+        self._unreported: List[str] = []
         plugin = os.fsencode(_library.library_path())
         self._is_open = self._library.felspar_open(plugin, None if project is None else os.fsencode(project))
         if not self._is_open:
-            raise FelsparError("; ".join(self._told()))
+            raise FelsparError("; ".join(self._next_failures()))
         atexit.register(self._drop)
-        _library.library()  # the copy that is loaded now
+        _library.library()  # finds the copy that is now loaded
         self._functions = dict(self._script_functions())
 
     def __getattr__(self, name: str) -> Function:
@@ -75,8 +75,9 @@ class Workstation:
         self._drop()
 
     def save(self, project: Path) -> pathlib.Path:
-        """Saves the project, whole or not at all, in an existing folder: where no file is, in place of a project that
-        was saved so before, or of the one that was opened, which is kept as "NAME-bak" if another program had saved it.
+        """Saves the project, completely or not at all, in an existing folder. The file may be new, or replace a project
+        that was saved this way before, or the one that was opened, which is kept as "NAME-bak" if another program had
+        saved it.
 
         Raises FelsparError.
         """
@@ -84,39 +85,39 @@ class Workstation:
         failures = self.failures()
         is_saved = self._library.felspar_save(os.fsencode(project))
         if not is_saved:
-            raise FelsparError("; ".join(self._told()))
-        self._untold = failures + self._told()
+            raise FelsparError("; ".join(self._next_failures()))
+        self._unreported = failures + self._next_failures()
         return pathlib.Path(project)
 
     def failures(self) -> List[str]:
-        """What functions and commands could not do since this was last asked, a line each."""
-        untold, self._untold = self._untold, []
-        return untold + self._told()
+        """Returns what functions and commands have failed to do since the last call, one line each."""
+        unreported, self._unreported = self._unreported, []
+        return unreported + self._next_failures()
 
     def answer(self, title: str, answer: str) -> None:
-        """Answers the next dialog of that title beforehand: a button's name, or the values of a form with commas
-        between them. Several answers are given in turn, and the last one stays."""
+        """Sets the answer to the next dialog of that title in advance: a button's name, or the values of a form,
+        separated by commas. Several answers are used in order, and the last one stays in effect."""
         self._check_open()
         self._library.felspar_answer(_convert.to_bytes(title), _convert.to_bytes(answer))
 
     def close(self) -> None:
-        """Drops the project. What nobody has asked `failures` about is told as a FailureWarning."""
+        """Discards the project. Failures that `failures` has not returned are issued as a FailureWarning each."""
         self._drop()
 
     def _drop(self) -> None:
         if self._is_open:
-            untold = self.failures()
+            unreported = self.failures()
             self._is_open = False
             atexit.unregister(self._drop)
             self._library.felspar_close()
-            for failure in untold:
+            for failure in unreported:
                 warnings.warn(failure, FailureWarning, stacklevel=3)
 
     def _check_open(self) -> None:
         if not self._is_open:
             raise FelsparError("the workstation is closed")
 
-    def _told(self) -> List[str]:
+    def _next_failures(self) -> List[str]:
         return list(map(_convert.to_text, iter(self._library.felspar_next_failure, None)))
 
     def _script_functions(self) -> Iterator[Any]:
@@ -130,13 +131,13 @@ class Workstation:
             index += 1
 
 
-def open(  # shadows the built-in one in this module alone, which opens no files
+def open(  # shadows the built-in function only in this module, which opens no files
     project: Optional[Path] = None, answers: Mapping[str, Union[str, Sequence[str]]] = MappingProxyType({})
 ) -> Workstation:
     """Opens a workstation on a project file, or on an empty project, and loads the library into it.
 
-    `answers` are given to dialogs, by title. Raises FelsparError: something is missing, the project cannot be read, or
-    another workstation is open.
+    `answers` are the answers to dialogs, by title. Raises FelsparError if something is missing, the project cannot be
+    read, or another workstation is open.
     """
     workstation = Workstation(project)
     for title, given in answers.items():

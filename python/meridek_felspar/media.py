@@ -1,4 +1,4 @@
-"""Levels of items, the ride, and the import of localised dialogue."""
+"""Item levels, the ride, and the import of localised dialogue."""
 
 import dataclasses
 import json
@@ -20,7 +20,7 @@ _Result = TypeVar("_Result")
 
 @dataclasses.dataclass
 class PeakColumns:
-    """The levels of an item, a value a millisecond."""
+    """The levels of an item, one value per millisecond."""
 
     time: Sequence[float]  # seconds from the item's start
     max_peak: Sequence[float]  # dB
@@ -46,26 +46,26 @@ def _read_peaks(form: Callable[[Dict[str, Iterator[float]]], _Result], function:
 
 
 def peaks(item: AnyHandle) -> List[Peak]:
-    """Levels of the item's active take, one record a millisecond.
+    """Returns the levels of the item's active take, one record per millisecond.
 
-    Raises FelsparError when there is no such item, or it has no audio.
+    Raises FelsparError if there is no such item or it has no audio.
     """
     return _read_peaks(_as_peaks, library().py_GetMediaItemPeakList, address(item, Item))
 
 
 def peak_columns(item: AnyHandle) -> PeakColumns:
-    """What `peaks` gives, as columns: faster, and a sixth of the memory."""
+    """Returns the same as columns, which is faster and takes a sixth of the memory."""
     return _read_peaks(_as_columns, library().py_GetMediaItemPeakList, address(item, Item))
 
 
 def peaks_at(index: int, project: AnyHandle = None) -> List[Peak]:
-    """`peaks` of the item of that index, counted from 0."""
+    """Returns `peaks` of the item with that index, counted from 0."""
     function = library().py_GetMediaIdPeakList
     return _read_peaks(_as_peaks, function, address(project, Project), _convert.to_int(index))
 
 
 def peaks_of_selected(index: int, project: AnyHandle = None) -> List[Peak]:
-    """`peaks` of the selected item of that index, counted from 0 among the selected ones."""
+    """Returns `peaks` of the item with that index among the selected ones, counted from 0."""
     function = library().py_GetSelectedMediaIdPeakList
     return _read_peaks(_as_peaks, function, address(project, Project), _convert.to_int(index))
 
@@ -73,8 +73,8 @@ def peaks_of_selected(index: int, project: AnyHandle = None) -> List[Peak]:
 def ride(items: Iterable[AnyHandle], ratio: int = 0) -> None:
     """Rides the volume of speech items.
 
-    `ratio` says how hard loud passages are cut, 0 lightest, 3 and 4 hardest. Raises FelsparError when the library
-    tells that it failed.
+    `ratio` sets how hard loud passages are cut: 0 lightest, 3 and 4 hardest. Raises FelsparError if the library
+    reports a failure.
     """
     listed_items = [{"MediaItem*": address(item, Item)} for item in items]
     if library().py_SetMediaItemListRIDESCRIBER(json.dumps(listed_items).encode(), _convert.to_int(ratio)) != 0:
@@ -92,16 +92,16 @@ def import_dialogue(
     ride: bool = False,
     ratio: int = 0,
 ) -> List[pathlib.Path]:
-    """Lays the lines of `subject` behind their partners of the same name in `base`, in groups of tracks.
+    """Places each line of `subject` after its partner, the line of the same name in `base`, in groups of tracks.
 
-    groups            tracks of their own for lines whose names contain one of these
-    start_seconds     where the first line begins, from the start of the project or, `from_end`, from its end
-    interval_seconds  behind every line
+    groups            lines whose names contain one of these get tracks of their own
+    start_seconds     where the first line begins, from the start of the project or, with `from_end`, from its end
+    interval_seconds  gap after every line
     match             brings each subject line to the loudness of its partner
     ride, ratio       rides each subject line first; has an effect only with `match`
 
-    Returns the subject lines without a partner. Raises FelsparError when the library tells that the import failed;
-    what was laid out by then stays.
+    Returns the subject lines without a partner. Raises FelsparError if the library reports a failure; the lines placed
+    until then stay.
     """
     names = [_convert.to_text(_convert.to_bytes(name)) for name in groups]
     buffer = _convert.new_buffer(_room_for_lines(os.fspath(subject)))
@@ -127,8 +127,8 @@ def import_dialogue(
 
 
 def _room_for_lines(folder: str) -> int:
-    """Bytes that surely hold the list of unmatched lines: the list of all lines in the form that the library writes,
-    and some more in case files come while the import runs, which must not be asked twice."""
+    """Returns a size in bytes that holds the list of unmatched lines: that of all lines in the library's form, and a
+    reserve for files that appear while the import runs, since the import cannot be repeated."""
     room = 2**16
     absolute = os.path.join(os.getcwd(), folder)
     for parent, folders, files in os.walk(absolute):

@@ -1,6 +1,6 @@
 """Objects that live in the library's pools: arrays and maps of values, arrays of records.
 
-Each one is released when its `with` block ends, when `release` is called, or when Python drops it.
+Each is released when its `with` block ends, when `release` is called, or when Python frees it.
 """
 
 import bisect
@@ -20,7 +20,7 @@ _Self = TypeVar("_Self", bound="Pooled")
 
 
 class Pooled:
-    """Something that the library keeps by handle until it is released."""
+    """An object that the library keeps until its handle is released."""
 
     def __init__(self, handle: int) -> None:
         self._number = handle
@@ -28,13 +28,13 @@ class Pooled:
 
     @property
     def handle(self) -> int:
-        """Raises FelsparError once it is released: the number may stand for something else by then."""
+        """Raises FelsparError after the release, when the number may name something else."""
         if not self._release.alive:
             raise FelsparError(f"a {type(self).__name__} was used after its release")
         return self._number
 
     def release(self) -> None:
-        """Gives it back; further calls do nothing."""
+        """Releases the object. Further calls do nothing."""
         self._release()
 
     def __len__(self) -> int:
@@ -49,7 +49,7 @@ class Pooled:
 
 
 def _to_library(value: Value) -> Tuple[str, Any]:
-    """The library's kind of value and the form in which it is passed."""
+    """Returns the library's kind of value, and the value as it is passed."""
     if isinstance(value, bool):
         return "bool", value
     if isinstance(value, (Handle, ValueArray)):
@@ -62,7 +62,7 @@ def _to_library(value: Value) -> Tuple[str, Any]:
 
 
 def at(index: int, size: int) -> int:
-    """A place in a sequence, counted from its end when negative.
+    """Returns a place in a sequence; a negative index counts from the end.
 
     Raises IndexError.
     """
@@ -75,13 +75,13 @@ def at(index: int, size: int) -> int:
 class ValueArray(Pooled, Sequence[Any]):
     """Values of mixed types: bool, int (32 bits), float, str, handles, and other arrays.
 
-    A text that is read back has at most 1023 bytes; `CutTextWarning` tells when there may have been more.
+    A string that is read back has at most 1,023 bytes; a `CutTextWarning` says if there may have been more.
     """
 
     def __init__(self, values: Sequence[Value] = ()) -> None:
         super().__init__(library().py_create_array())
-        self._kinds: List[str] = []  # the library does not tell them
-        self._objects: Dict[int, Value] = {}  # what pointers were given as; keeps inner arrays alive
+        self._kinds: List[str] = []  # the library does not report them
+        self._objects: Dict[int, Value] = {}  # the values passed as pointers; keeps inner arrays alive
         for value in values:
             self.append(value)
 
@@ -108,7 +108,7 @@ class ValueArray(Pooled, Sequence[Any]):
 class ValueMap(Pooled, Mapping[str, Any]):
     """Values of mixed types by key, in the order of the keys' bytes. A value can be replaced, not removed.
 
-    Reading takes time linear in the key's place, as the library walks there.
+    Reading takes time linear in the key's position.
     """
 
     def __init__(self, values: Mapping[str, Value] = MappingProxyType({})) -> None:
@@ -148,7 +148,7 @@ class ValueMap(Pooled, Mapping[str, Any]):
 
 @contextlib.contextmanager
 def listed(function: Any, *arguments: Any) -> Iterator[Tuple[bool, int]]:
-    """Calls a list function: its answer, and the handle of its list (0 for none), which is released at the end."""
+    """Calls a list function. Yields its result and the handle of its list, 0 for none, which is released at the end."""
     out = PoolHandle(0)
     counts = [ctypes.byref(ctypes.c_int())] if len(function.argtypes) == len(arguments) + 2 else []
     try:

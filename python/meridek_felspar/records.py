@@ -1,4 +1,4 @@
-"""Records of named, typed, optional fields, and how whole lists of them are read."""
+"""Records with named, typed, optional fields, and reading whole lists of them."""
 
 import ctypes
 import dataclasses
@@ -46,35 +46,35 @@ def classes() -> Dict[str, Dict[str, str]]:
 
 @dataclasses.dataclass
 class TrackDetail:
-    """One row of a list of tracks. What the list does not tell is None."""
+    """One row of a list of tracks. Fields that the list does not contain are None."""
 
     name: Optional[str] = None
     track: Optional[Track] = None
     volume: Optional[float] = None  # dB
     index: Optional[int] = None  # from 0
-    depth: Optional[int] = None  # folders around the track
+    depth: Optional[int] = None  # number of folders that contain the track
 
 
 @dataclasses.dataclass
 class Peak:
     """The levels of one millisecond."""
 
-    __slots__ = ("time", "max_peak", "min_peak")  # half the time and memory; a list has one for every millisecond
+    __slots__ = ("time", "max_peak", "min_peak")  # halves time and memory; a list has a record for each millisecond
     time: float  # seconds from the item's start
     max_peak: float  # dB
     min_peak: float  # dB
 
 
 class Record(MutableMapping[str, Any]):
-    """One record of an array. Iteration and length cover the fields that have a value; any field of its class can be
-    read, as the zero of its type while it has none."""
+    """One record of an array. Iteration and length cover the fields that have been set. Reading any other field of the
+    class returns the zero of its type."""
 
     def __init__(self, array: "RecordArray", class_name: str, handle: int) -> None:
         self._array, self._types, self._number = array, classes()[class_name], handle
 
     @property
     def handle(self) -> int:
-        """Raises FelsparError once its array is released."""
+        """Raises FelsparError after the array has been released."""
         return self._number if self._array.handle else 0
 
     def __getitem__(self, key: str) -> Any:
@@ -108,7 +108,10 @@ class RecordArray(Pooled, Sequence[Record]):
         self._class_names: List[str] = []
 
     def append(self, class_name: str, **values: Any) -> Record:
-        """A new record: "TrackDetail", "mk_Midi" or "mk_Peak"."""
+        """Appends a new record of one of the library's classes, such as "TrackDetail", "mk_Midi" or "mk_Peak".
+
+        Raises FelsparError for any other class.
+        """
         handle = library().py_create_mkObj_inarray(self.handle, _convert.to_bytes(class_name))
         if not handle:
             raise FelsparError(f"no records of class {class_name!r} can be made")
@@ -125,7 +128,7 @@ class RecordArray(Pooled, Sequence[Record]):
 
 
 def fields_of(handle: int) -> List[Tuple[str, str]]:
-    """Key and type name of each field that has a value."""
+    """Returns the key and the type name of each field that has been set."""
     fields = []
     for place in range(library().py_get_obj_size(handle)):
         key, type_name = _convert.new_buffer(), _convert.new_buffer()
@@ -144,21 +147,21 @@ def _read(handle: int, key: bytes, type_name: str) -> Any:
 
 
 class _RecordPointer(PoolHandle):
-    """What ctypes hands on as it is: a subclass is not turned into an int and back."""
+    """A handle that ctypes passes on unchanged: it does not convert subclasses to int and back."""
 
 
 def _untyped(name: str, result: Any) -> Any:
-    """A second view of a function, whose arguments are C values already and are not looked at again."""
+    """Returns the function for arguments that are C values already, which it does not convert again."""
     function = library()[name]
     function.restype = result
     return function
 
 
 def read_columns(handle: int) -> Dict[str, Iterator[Any]]:
-    """The fields of a list that the library has made, column by column; empty for an empty list.
+    """Returns the fields of a list from the library, column by column; nothing for an empty list.
 
-    All records of such a list have the same fields, so the keys are asked of the first one, and the rest is read by
-    known key, without a line of Python for each value. The list must outlive the iterators.
+    All records of such a list have the same fields. So the keys are taken from the first record, and all values are
+    read by key, without running Python code for each value. The list must outlive the iterators.
     """
     size = library().py_get_obj_size(handle)
     if size == 0:

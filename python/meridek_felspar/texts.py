@@ -1,4 +1,4 @@
-"""Files, paths, texts, and the form that asks the user."""
+"""Files, paths, strings, and the input form."""
 
 import dataclasses
 import json
@@ -15,7 +15,7 @@ from .pools import listed
 
 @dataclasses.dataclass(frozen=True)
 class PathInfo:
-    """A path taken apart. `path` is absolute, links and dots stay as they are."""
+    """The parts of a path. `path` is absolute; links and dots are not resolved."""
 
     path: str
     parent_path: str
@@ -39,10 +39,10 @@ def _texts(handle: int) -> List[str]:
 
 
 def files(folder: Path, extension: str) -> List[pathlib.Path]:
-    """Everything below the folder, at any depth, whose name ends in a dot and the extension, in any letter case.
+    """Lists everything below the folder, at any depth, that has the extension, ignoring the case of ASCII letters.
 
-    In the order in which the file system tells them. Raises FelsparError when there is no such folder; warns with
-    CutTextWarning of a path longer than 1023 bytes.
+    The order is that of the file system. Raises FelsparError if there is no such folder. Warns with CutTextWarning of
+    a path longer than 1,023 bytes.
     """
     name = _convert.to_bytes(os.fspath(folder))
     with listed(library().py_GetFilePathList, name, _convert.to_bytes(extension)) as (answer, handle):
@@ -52,16 +52,16 @@ def files(folder: Path, extension: str) -> List[pathlib.Path]:
 
 
 def split(text: str, separators: str) -> List[str]:
-    """The pieces of a text between single-byte separators; an empty piece at the end does not count."""
+    """Splits a string at single-byte separators. An empty piece at the end is left out."""
     given = _convert.to_bytes(text), _convert.to_bytes(separators)
     with listed(library().py_GetStringSplitList, *given) as (_, handle):
         return _texts(handle)
 
 
 def ask(title: str, captions: Sequence[str], defaults: Sequence[str] = ()) -> Optional[List[str]]:
-    """Shows a form of 1 to 16 fields and waits for the user: an answer a caption, None when it was cancelled.
+    """Shows a form of 1 to 16 fields and waits for the user. Returns one answer per caption, None if it was cancelled.
 
-    Commas part the fields, so captions and defaults have none; the last answer may.
+    The host separates fields by commas, so captions and defaults must not contain any; the last answer may.
     """
     given = [*captions, *defaults]
     if not 1 <= len(captions) <= 16 or len(defaults) > len(captions) or any("," in text for text in given):
@@ -73,15 +73,15 @@ def ask(title: str, captions: Sequence[str], defaults: Sequence[str] = ()) -> Op
 
 
 def _answers(pieces: List[str], count: int) -> List[str]:
-    """As many as were asked for: empty ones at the end are missing, a comma in the last one has split it."""
+    """Restores the number of answers: empty ones at the end are missing, and a comma has split the last one."""
     pieces = pieces + [""] * (count - len(pieces))
     return [*pieces[: count - 1], ",".join(pieces[count - 1 :])]
 
 
 def path_info(path: Path) -> PathInfo:
-    """Takes the path of something that exists apart.
+    """Splits the path of something that exists into its parts.
 
-    Raises FelsparError when there is no such thing, or its path is not UTF-8.
+    Raises FelsparError if it does not exist or its path is not UTF-8.
     """
     found = _path_json(_convert.to_bytes(os.fspath(path)))
     return PathInfo(*(found[key]["string"] for key in _PATH_KEYS))
@@ -89,7 +89,7 @@ def path_info(path: Path) -> PathInfo:
 
 def _path_json(path: bytes) -> Any:
     size = 4096
-    while True:  # a text that fills the buffer is asked for again
+    while True:  # a text that fills the buffer may have been cut
         buffer = _convert.new_buffer(size)
         if library().py_GetPathInfo(path, buffer, size) != 0:
             raise FelsparError(f"{_convert.to_text(path)}: there is no such thing, or its path is not UTF-8")

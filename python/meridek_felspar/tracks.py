@@ -1,4 +1,4 @@
-"""Lists of tracks. `project` is the active one when it is not said."""
+"""Lists of tracks. Without a `project`, they are those of the active one."""
 
 from typing import Any, List
 
@@ -23,37 +23,37 @@ def _details(function: Any, *arguments: Any) -> List[TrackDetail]:
 
 
 def tracks(project: AnyHandle = None) -> List[Track]:
-    """All tracks, without the master."""
+    """Returns all tracks except the master track."""
     return _pointers(library().py_GetTrackItemList, address(project, Project))
 
 
 def children(track: AnyHandle) -> List[Track]:
-    """The tracks directly in a folder track; of None, those of the top level."""
+    """Returns the tracks directly inside a folder track, or the top-level tracks for None."""
     return _pointers(library().py_GetTrackItemChildList, address(track, Track))
 
 
 def children_at(index: int, project: AnyHandle = None) -> List[Track]:
-    """The tracks directly in the track of that index, counted from 0."""
+    """Returns the tracks directly inside the track with that index, counted from 0."""
     return _pointers(library().py_GetTrackIdChildList, address(project, Project), _convert.to_int(index))
 
 
 def children_of_selected(index: int, project: AnyHandle = None) -> List[Track]:
-    """The tracks directly in the selected track of that index, counted from 0 among the selected ones."""
+    """Returns the tracks directly inside the track with that index among the selected ones, counted from 0."""
     return _pointers(library().py_GetSelectedTrackIdChildList, address(project, Project), _convert.to_int(index))
 
 
 def track_depths(project: AnyHandle = None) -> List[TrackDetail]:
-    """`track` and `depth` of every track."""
+    """Returns `track` and `depth` of every track."""
     return _details(library().py_GetTrackDepthList, address(project, Project))
 
 
 def tracks_named(name: str, project: AnyHandle = None) -> List[TrackDetail]:
-    """`track` and `index` of the tracks of exactly that name."""
+    """Returns `track` and `index` of the tracks with exactly that name."""
     function = library().py_GetSamePerfectTrackNameList
     return _details(function, address(project, Project), _convert.to_bytes(name))
 
 
 def tracks_including(text: str, project: AnyHandle = None) -> List[TrackDetail]:
-    """`track` and `index` of the tracks whose name contains the text, in any letter case of ASCII."""
+    """Returns `track` and `index` of the tracks whose names contain the text, ignoring the case of ASCII letters."""
     function = library().py_GetIncludePerfectTrackNameList
     return _details(function, address(project, Project), _convert.to_bytes(text))

@@ -17,11 +17,11 @@ TEXT_BYTES = 1024  # of each buffer whose size is not passed to the library
 def to_bytes(text: str) -> bytes:
     """Raises FelsparError for anything but a string without NUL."""
     if not isinstance(text, str) or "\0" in text:
-        raise FelsparError(f"a text without NUL is needed, not {text!r:.80}")
+        raise FelsparError(f"expected a string without NUL, not {text!r:.80}")
     try:
         return text.encode("utf-8", "surrogateescape")
     except UnicodeEncodeError as error:
-        raise FelsparError(f"{text!r:.80} has no UTF-8 form: {error.reason}") from None
+        raise FelsparError(f"{text!r:.80} cannot be written as UTF-8: {error.reason}") from None
 
 
 def to_text(data: bytes) -> str:
@@ -31,7 +31,7 @@ def to_text(data: bytes) -> str:
 def to_int(value: int) -> int:
     """Raises FelsparError for anything but a 32-bit integer."""
     if not isinstance(value, int) or not -(2**31) <= value < 2**31:
-        raise FelsparError(f"{value!r:.80} is no integer of 32 bits")
+        raise FelsparError(f"{value!r:.80} is not a 32-bit integer")
     return int(value)
 
 
@@ -40,7 +40,7 @@ def to_float(value: float) -> float:
     try:
         return float(value)
     except (TypeError, ValueError, OverflowError):
-        raise FelsparError(f"{value!r:.80} is no number") from None
+        raise FelsparError(f"{value!r:.80} is not a number") from None
 
 
 def new_buffer(size: int = TEXT_BYTES) -> Any:

@@ -121,7 +121,7 @@ def _array(value: Any) -> Any:
     try:
         return (ctypes.c_double * len(value)).from_buffer(value)
     except (TypeError, ValueError):
-        raise FelsparError('an array.array("d") is needed, which is written to') from None
+        raise FelsparError('expected an array.array("d") to write to') from None
 
 
 def _word(value: Any) -> Any:

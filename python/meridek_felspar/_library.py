@@ -78,7 +78,7 @@ def first_of(candidates: List[pathlib.Path], variable: str) -> pathlib.Path:
         if candidate.is_file():
             return candidate
     looked = "\n  ".join(map(str, candidates))
-    raise LibraryNotFound(f"not found; {variable} can say where it is. Looked for\n  {looked}")
+    raise LibraryNotFound(f"not found; set {variable} to its path. Looked for\n  {looked}")
 
 
 def library_path() -> pathlib.Path:

@@ -74,20 +74,20 @@ def address(value: AnyHandle, kind: Type[Handle]) -> int:
     Raises FelsparError for a handle of another kind and for anything that is not an address.
     """
     if isinstance(value, Handle) and type(value) not in (kind, Handle) and kind is not Handle:
-        raise FelsparError(f"a {kind.type_name} is needed, not {value}")
+        raise FelsparError(f"expected a {kind.type_name}, not {value}")
     if isinstance(value, str):
         value = _parsed(value, kind)
     number = 0 if value is None else value
     if not isinstance(number, int) or isinstance(number, bool) or not 0 <= number < 2**64:
-        raise FelsparError(f"{value!r} is no {kind.type_name}")
+        raise FelsparError(f"{value!r} is not a {kind.type_name}")
     return int(number)
 
 
 def _parsed(text: str, kind: Type[Handle]) -> int:
     type_name, bracket, digits = text.partition(")")
     if not bracket or (type_name != f"({kind.type_name}" and kind is not Handle):
-        raise FelsparError(f"{text!r} is no {kind.type_name}")
+        raise FelsparError(f"{text!r} is not a {kind.type_name}")
     try:
         return int(digits, 16)
     except ValueError:
-        raise FelsparError(f"{text!r} is no {kind.type_name}") from None
+        raise FelsparError(f"{text!r} is not a {kind.type_name}") from None

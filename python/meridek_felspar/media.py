@@ -41,7 +41,7 @@ def _as_columns(columns: Dict[str, Iterator[float]]) -> PeakColumns:
 def _read_peaks(form: Callable[[Dict[str, Iterator[float]]], _Result], function: Any, *arguments: Any) -> _Result:
     with listed(function, *arguments) as (answer, handle):
         if not answer or not library().py_get_obj_size(handle):
-            raise FelsparError("there are no peaks: no such item, or nothing in it that sounds")
+            raise FelsparError("there are no peaks: no such item, or it has no audio")
         return form(read_columns(handle))
 
 
@@ -119,11 +119,11 @@ def import_dialogue(
         len(buffer),
     )
     if code != 0:
-        raise FelsparError(f"the import of {os.fspath(subject)} failed; what was laid out by then stays")
+        raise FelsparError(f"the import of {os.fspath(subject)} failed; the lines placed until then stay")
     try:
         return [pathlib.Path(entry["string"]) for entry in json.loads(buffer.value)]
     except ValueError:
-        raise FelsparError("the import is done, but lines came while it ran and their list is cut") from None
+        raise FelsparError("the import is complete, but files appeared while it ran, and the list of unmatched lines is cut") from None
 
 
 def _room_for_lines(folder: str) -> int:

@@ -47,7 +47,7 @@ def files(folder: Path, extension: str) -> List[pathlib.Path]:
     name = _convert.to_bytes(os.fspath(folder))
     with listed(library().py_GetFilePathList, name, _convert.to_bytes(extension)) as (answer, handle):
         if not answer:
-            raise FelsparError(f"{os.fspath(folder)} is no folder that can be read to its end")
+            raise FelsparError(f"{os.fspath(folder)} is not a folder, or cannot be read completely")
         return list(map(pathlib.Path, _texts(handle)))
 
 
@@ -92,7 +92,7 @@ def _path_json(path: bytes) -> Any:
     while True:  # a text that fills the buffer may have been cut
         buffer = _convert.new_buffer(size)
         if library().py_GetPathInfo(path, buffer, size) != 0:
-            raise FelsparError(f"{_convert.to_text(path)}: there is no such thing, or its path is not UTF-8")
+            raise FelsparError(f"{_convert.to_text(path)}: does not exist, or its path is not UTF-8")
         if len(buffer.value) < size - 1:
             return json.loads(buffer.value)
         size *= 4

@@ -123,7 +123,7 @@ def import_dialogue(
     try:
         return [pathlib.Path(entry["string"]) for entry in json.loads(buffer.value)]
     except ValueError:
-        raise FelsparError("the import is complete, but files appeared while it ran, and the list of unmatched lines is cut") from None
+        raise FelsparError("the import is done, but files appeared meanwhile, and their list is cut") from None
 
 
 def _room_for_lines(folder: str) -> int:

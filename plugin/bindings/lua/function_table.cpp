@@ -15,7 +15,7 @@ DEFINITION_TYPE_WORD_AS(std::vector<MediaTrack*>&, "MediaTrackArray*")
 
 #define MK_LIST(scope, name, parameters, arguments, help)                                                    \
     {"MK_" #name, Definition<&scope::name>::text<MK_NAMES arguments, help>.data()},
-#define MK_LUA_CODE(name) {"MK_" #name, nullptr},
+#define MK_DOC_ROW(name, result, types, names, help) {"MK_" #name, nullptr},
 const ReferenceRow felspar_lua_functions[] = {
 #include "bindings/lua/functions.inc"
     {nullptr, nullptr}};

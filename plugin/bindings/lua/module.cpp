@@ -78,8 +78,9 @@ int l_LINGOMAT_InsertMediaItems(lua_State* L) {
     });
 }
 
-#define MK_LUA_CODE(name) {"MK_" #name, &l_##name},
-#define MK_LIST(scope, name, parameters, arguments, help) MK_LUA_CODE(name)
+#define MK_FUNCTION(name) {"MK_" #name, &l_##name},
+#define MK_LIST(scope, name, parameters, arguments, help) MK_FUNCTION(name)
+#define MK_DOC_ROW(name, result, types, names, help) MK_FUNCTION(name)
 const luaL_Reg reg[] = {
 #include "bindings/lua/functions.inc"
     {nullptr, nullptr}};

@@ -15,10 +15,10 @@ namespace MK_FELSPAR {
 
 // The functions have their Lua names with l_ in place of MK_.
 #define MK_LIST(scope, name, parameters, arguments, help) MK_EXPORT int l_##name(lua_State* L);
-#define MK_LUA_CODE(name) MK_EXPORT int l_##name(lua_State* L);
+#define MK_DOC_ROW(name, result, types, names, help) MK_EXPORT int l_##name(lua_State* L);
 #include "bindings/lua/functions.inc"
 #undef MK_LIST
-#undef MK_LUA_CODE
+#undef MK_DOC_ROW
 
 /// The functions by their Lua names, terminated by a pair of nulls.
 MK_EXPORT extern const luaL_Reg reg[];

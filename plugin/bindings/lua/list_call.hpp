@@ -31,7 +31,7 @@ template <auto logic>
 int list_call(lua_State* L) {
     using Signature = ListSignature<decltype(logic)>;
     bool ok = failure<bool>;
-    List<typename Signature::List::value_type> list;
+    ListResult<typename Signature::List::value_type> list;
     int count = 0;
     try {
         ok = fill_list<logic>(L, list.values, count, std::make_index_sequence<Signature::inputs>{});

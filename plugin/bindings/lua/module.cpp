@@ -70,7 +70,7 @@ int l_SetMediaItemListRIDESCRIBER(lua_State* L) {
 }
 
 int l_LINGOMAT_InsertMediaItems(lua_State* L) {
-    return code_call<lua_utility::List<std::string>>(L, [L](auto& unmatched) {
+    return code_call<lua_utility::ListResult<std::string>>(L, [L](auto& unmatched) {
         return mk_api::LINGOMAT::LINGOMAT_InsertMediaItems(
             get_arg<std::string>(L, 1), get_arg<std::string>(L, 2), get_arg<double>(L, 3),
             get_arg<double>(L, 4), get_arg<int>(L, 5), get_arg<bool>(L, 6), get_arg<bool>(L, 7),

@@ -18,7 +18,7 @@ namespace lua_utility {
 
 /// A list to be pushed to Lua, with pointers to its records if it has any.
 template <class T>
-struct List {
+struct ListResult {
     std::vector<T> values;
     std::vector<mk_object::mk_List*> records;
 
@@ -33,7 +33,7 @@ struct List {
 
 /// Pushes a table with keys from 1. Records become tables of their own.
 template <class T>
-void pushvalue(lua_State* L, const List<T>& list) {
+void pushvalue(lua_State* L, const ListResult<T>& list) {
     lua_createtable(L, 0, 0);
     lua_Integer key = 0;
     const auto set = [&](auto push_one) {

@@ -2,8 +2,8 @@
 
 #include "api/media/lookup.hpp"
 #include "api/media/on_item.hpp"
+#include "host_api/arguments.hpp"
 #include "host_api/host_functions.hpp"
-#include "host_api/text.hpp"
 #include "sws/dependency.hpp"
 #include "utility/numbers.hpp"
 

@@ -1,8 +1,8 @@
 #include "api/media/loudness.hpp"
 
 #include "api/media/on_item.hpp"
+#include "host_api/arguments.hpp"
 #include "host_api/host_functions.hpp"
-#include "host_api/output.hpp"
 #include "sws/dependency.hpp"
 #include "utility/mk_utility.hpp"
 

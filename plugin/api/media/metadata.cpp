@@ -2,9 +2,8 @@
 
 #include "api/media/on_item.hpp"
 #include "api/track/on_track.hpp"
+#include "host_api/arguments.hpp"
 #include "host_api/host_functions.hpp"
-#include "host_api/output.hpp"
-#include "host_api/text.hpp"
 #include "object/path.hpp"
 #include "utility/mk_utility.hpp"
 #include "utility/numbers.hpp"

@@ -1,7 +1,7 @@
 #include "api/project/cursor.hpp"
 
+#include "host_api/arguments.hpp"
 #include "host_api/host_functions.hpp"
-#include "host_api/output.hpp"
 #include "utility/numbers.hpp"
 
 namespace mk_api::cursol {

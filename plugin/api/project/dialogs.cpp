@@ -1,9 +1,8 @@
 #include "api/project/dialogs.hpp"
 
 #include "api/project/strings.hpp"
+#include "host_api/arguments.hpp"
 #include "host_api/host_functions.hpp"
-#include "host_api/output.hpp"
-#include "host_api/text.hpp"
 #include "utility/mk_utility.hpp"
 
 bool mk_api::UI::ShowMessageBox_Ex(const char* messageStr, const char* windowTitleStr, int windowType,

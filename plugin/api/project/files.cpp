@@ -1,7 +1,7 @@
 #include "api/project/files.hpp"
 
 #include "common/folder_entries.hpp"
-#include "host_api/text.hpp"
+#include "host_api/arguments.hpp"
 #include "utility/mk_utility.hpp"
 
 #include <algorithm>

@@ -1,7 +1,7 @@
 #include "api/project/folders.hpp"
 
+#include "host_api/arguments.hpp"
 #include "host_api/host_functions.hpp"
-#include "host_api/text.hpp"
 #include "utility/mk_utility.hpp"
 
 #include <array>

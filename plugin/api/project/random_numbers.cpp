@@ -1,7 +1,7 @@
 #include "api/project/random_numbers.hpp"
 
+#include "host_api/arguments.hpp"
 #include "host_api/host_functions.hpp"
-#include "host_api/output.hpp"
 #include "utility/mk_utility.hpp"
 
 #include <algorithm>

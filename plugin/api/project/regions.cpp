@@ -1,9 +1,8 @@
 #include "api/project/regions.hpp"
 
+#include "host_api/arguments.hpp"
 #include "host_api/host_functions.hpp"
 #include "host_api/native_color.hpp"
-#include "host_api/output.hpp"
-#include "host_api/text.hpp"
 #include "utility/mk_utility.hpp"
 
 namespace MK_FELSPAR {

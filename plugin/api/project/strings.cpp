@@ -1,7 +1,6 @@
 #include "api/project/strings.hpp"
 
-#include "host_api/output.hpp"
-#include "host_api/text.hpp"
+#include "host_api/arguments.hpp"
 #include "utility/ascii_case.hpp"
 #include "utility/mk_utility.hpp"
 #include "utility/safe_regex.hpp"

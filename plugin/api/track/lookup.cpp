@@ -1,8 +1,8 @@
 #include "api/track/lookup.hpp"
 
 #include "api/track/on_track.hpp"
+#include "host_api/arguments.hpp"
 #include "host_api/host_functions.hpp"
-#include "host_api/output.hpp"
 
 namespace mk_api::track {
 

@@ -3,9 +3,8 @@
 #include "api/track/lists.hpp"
 #include "api/track/on_track.hpp"
 #include "api/track/volume_name.hpp"
+#include "host_api/arguments.hpp"
 #include "host_api/host_functions.hpp"
-#include "host_api/output.hpp"
-#include "host_api/text.hpp"
 
 #include <algorithm>
 #include <cstdint>

@@ -1,9 +1,8 @@
 #include "api/track/volume_name.hpp"
 
 #include "api/track/on_track.hpp"
+#include "host_api/arguments.hpp"
 #include "host_api/host_functions.hpp"
-#include "host_api/output.hpp"
-#include "host_api/text.hpp"
 #include "utility/mk_utility.hpp"
 
 #include <algorithm>

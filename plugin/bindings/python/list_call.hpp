@@ -5,7 +5,7 @@
 #include "bindings/python/guarded_call.hpp"
 #include "bindings/python/value_pools.hpp"
 #include "bindings/reference/list_functions.hpp"
-#include "host_api/text.hpp"
+#include "host_api/arguments.hpp"
 #include "object/mk_list.hpp"
 
 #include <cstddef>

@@ -3,7 +3,7 @@
 #include "bindings/python/guarded_call.hpp"
 #include "bindings/python/text_output.hpp"
 #include "bindings/python/value_pools.hpp"
-#include "host_api/text.hpp"
+#include "host_api/arguments.hpp"
 #include "object/records.hpp"
 
 #include <string_view>

@@ -1,7 +1,10 @@
 #pragma once
-// Writing through the output parameters of the API.
+// Arguments of the API that callers may leave null: strings and outputs.
 
 #include <type_traits>
+
+/// Reads a null string as an empty one.
+constexpr const char* text_or_empty(const char* text) { return text ? text : ""; }
 
 /// Stores a result in the caller's output parameter, if there is one.
 template <class T>

@@ -9,6 +9,8 @@
 
 namespace {
 
+using namespace mk_api::RIDESCRIBER;
+
 void ride_analysis(benchmark::State& state) {
     constexpr std::size_t milliseconds = 60'000;
     std::mt19937 random(1);
@@ -17,9 +19,13 @@ void ride_analysis(benchmark::State& state) {
     for (auto& peak : peaks)
         peak = {level_db(random), level_db(random)};
     for (auto _ : state) {
-        auto scan = mk_api::RIDESCRIBER::ScanRideWindows(peaks);
-        AssignPointVol(scan.windows, ComputeRideLadder(scan, 0));
-        benchmark::DoNotOptimize(CollectFlatPoints(scan.windows).data());
+        const RideCurve curve(scan_ride_windows(peaks), 0);
+        std::size_t flat_count = 0;
+        for (std::size_t i = 0; i < curve.windows().size(); ++i) {
+            benchmark::DoNotOptimize(curve.point_value(curve.windows()[i]));
+            flat_count += curve.is_flat(i);
+        }
+        benchmark::DoNotOptimize(flat_count);
     }
     state.SetItemsProcessed(state.iterations() * static_cast<std::int64_t>(milliseconds));
 }

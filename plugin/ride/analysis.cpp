@@ -8,7 +8,6 @@
 
 namespace mk_api::RIDESCRIBER {
 
-using mediaItem::peak_time;
 using mediaItem::PeakLevel;
 
 namespace {
@@ -16,6 +15,7 @@ namespace {
 constexpr std::size_t shortest_tail = 6;
 constexpr double above_any_level = 100.0;
 constexpr double quiet_threshold = 50.0;
+constexpr double noticeable_db = 0.5;
 
 // Places of a window's point, counted from 1: that of the loudest peak, but away from the window's edges.
 constexpr std::size_t first_place = 3;
@@ -42,8 +42,8 @@ double mean_below(const std::vector<RideWindow>& windows, double limit) {
     double sum = 0.0;
     double count = 0.0;
     for (const RideWindow& window : windows) {
-        if (window.level < limit) {
-            sum += window.level;
+        if (window.level() < limit) {
+            sum += window.level();
             count += 1.0;
         }
     }
@@ -67,33 +67,14 @@ double target_fraction(int ratio_type) {
 /// Returns the largest boost that a window may get, by its position in the item; nothing if the window is too
 /// quiet to be changed.
 std::optional<double> boost_ceiling(const RideWindow& window) {
-    if (window.level < 29.0 && window.pos < 0.1)
+    const double position = window.position_seconds();
+    if (window.level() < 29.0 && position < 0.1)
         return 4.0;
-    if (window.level < 28.0 && window.pos < 0.2)
+    if (window.level() < 28.0 && position < 0.2)
         return 4.0;
-    if (window.level < 26.0 && window.pos >= 0.2)
+    if (window.level() < 26.0 && position >= 0.2)
         return 2.0;
     return std::nullopt;
-}
-
-void assign(RideWindow& window, const RideLadder& ladder) {
-    window.point_vol = 0.0;
-    if (window.level < ladder.m3) {
-        const double above_target = ladder.target - window.level;
-        window.point_value.reset();
-        if (above_target > 0.0) {
-            window.point_vol = -above_target;
-            window.point_value = std::exp(above_target * -mk_utility::nepers_per_decibel);
-        }
-        return;
-    }
-    window.point_value = 1.0;
-    const auto ceiling = boost_ceiling(window);
-    // Without a level below the first mean there is no second mean to pull towards: unity.
-    if (!ceiling || std::isnan(ladder.m2))
-        return;
-    window.point_vol = std::min(*ceiling, window.level - ladder.m2);
-    window.point_value = mk_utility::to_reaper_volume(window.point_vol);
 }
 
 } // namespace
@@ -110,7 +91,7 @@ void RideScanner::end_window() {
         return;
     const std::size_t place =
         is_full && is_loud ? std::clamp(best.place, first_place, last_place) : middle_place;
-    scan_.windows.push_back({.pos = peak_time(begin_ + place - 1), .level = best.level, .point_value = {}});
+    scan_.windows.emplace_back(begin_ + place - 1, best.level);
     if (is_loud)
         scan_.sum += best.level;
     if (is_loud && is_full)
@@ -124,38 +105,42 @@ RideScan RideScanner::finish() {
     return std::move(scan_);
 }
 
-RideScan ScanRideWindows(std::span<const PeakLevel> peaks) {
+RideScan scan_ride_windows(std::span<const PeakLevel> peaks) {
     RideScanner scanner(peaks.size());
     for (const PeakLevel& level : peaks)
         scanner.take(level);
     return scanner.finish();
 }
 
-RideLadder ComputeRideLadder(const RideScan& scan, int ratioType) {
-    RideLadder ladder{};
-    ladder.m1 = scan.sum / scan.loud_count;
-    ladder.m2 = mean_below(scan.windows, ladder.m1);
-    ladder.m3 = mean_below(scan.windows, ladder.m2);
-    ladder.m4 = mean_below(scan.windows, ladder.m3);
-    ladder.target = ladder.m3 + target_fraction(ratioType) * (ladder.m4 - ladder.m3);
-    return ladder;
+RideCurve::RideCurve(RideScan scan, int ratio_type)
+    : windows_(std::move(scan.windows)), second_mean_(mean_below(windows_, scan.sum / scan.loud_count)),
+      third_mean_(mean_below(windows_, second_mean_)) {
+    const double fourth_mean = mean_below(windows_, third_mean_);
+    target_ = third_mean_ + target_fraction(ratio_type) * (fourth_mean - third_mean_);
 }
 
-void AssignPointVol(std::vector<RideWindow>& windows, const RideLadder& ladder) {
-    for (RideWindow& window : windows)
-        assign(window, ladder);
+double RideCurve::gain_db(const RideWindow& window) const {
+    if (window.level() < third_mean_)
+        return std::min(window.level() - target_, 0.0);
+    const auto ceiling = boost_ceiling(window);
+    // Without a level below the first mean there is no second mean to pull towards: unity.
+    return ceiling && !std::isnan(second_mean_) ? std::min(*ceiling, window.level() - second_mean_) : 0.0;
 }
 
-std::vector<int> CollectFlatPoints(const std::vector<RideWindow>& windows) {
-    constexpr double noticeable_db = 0.5;
-    const auto close = [&](std::size_t a, std::size_t b) {
-        return std::fabs(windows[a].point_vol - windows[b].point_vol) < noticeable_db;
+std::optional<double> RideCurve::point_value(const RideWindow& window) const {
+    const double gain = gain_db(window);
+    const bool is_left_alone = window.level() < third_mean_ && gain == 0.0;
+    return is_left_alone ? std::nullopt : std::optional(mk_utility::to_reaper_volume(gain));
+}
+
+bool RideCurve::is_flat(std::size_t index) const {
+    if (index == 0 || index + 1 >= windows_.size())
+        return false;
+    const double gain = gain_db(windows_[index]);
+    const auto is_close = [&](const RideWindow& neighbor) {
+        return std::fabs(gain - gain_db(neighbor)) < noticeable_db;
     };
-    std::vector<int> flat;
-    for (std::size_t i = 1; i + 1 < windows.size(); ++i)
-        if (close(i, i - 1) && close(i, i + 1))
-            flat.push_back(static_cast<int>(i));
-    return flat;
+    return is_close(windows_[index - 1]) && is_close(windows_[index + 1]);
 }
 
 } // namespace mk_api::RIDESCRIBER

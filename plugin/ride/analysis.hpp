@@ -9,34 +9,38 @@
 
 #include <array>
 #include <cstddef>
+#include <cstdint>
 #include <optional>
 #include <span>
 #include <vector>
 
 namespace mk_api::RIDESCRIBER {
 
-/// One window and its envelope point.
-struct RideWindow {
-    double pos;                        ///< seconds from the item's start
-    double level;                      ///< of the window's loudest peak
-    double point_vol = 0.0;            ///< the gain in dB; negative cuts
-    std::optional<double> point_value; ///< the linear gain to write; if empty, the point stays as it is
+/// One window. A recording of a day has millions of them, so each takes no more than 8 bytes.
+class RideWindow {
+public:
+    /// @param millisecond  of the window's envelope point, from the item's start
+    /// @param level        of the window's loudest peak, 0 to 100 with four decimals
+    RideWindow(std::size_t millisecond, double level)
+        : millisecond_(static_cast<std::uint32_t>(millisecond)),
+          level_steps_(static_cast<std::uint32_t>(level * steps_per_decibel + 0.5)) {}
+
+    double position_seconds() const { return mediaItem::peak_time(millisecond_); }
+
+    /// The same number as was given.
+    double level() const { return level_steps_ / steps_per_decibel; }
+
+private:
+    static constexpr double steps_per_decibel = 10000.0;
+
+    std::uint32_t millisecond_;
+    std::uint32_t level_steps_;
 };
 
 struct RideScan {
     std::vector<RideWindow> windows;
     double sum = 0.0;        ///< of the levels of the loud windows and the tail window
     double loud_count = 0.0; ///< full windows louder than the quiet threshold
-};
-
-/// The means of successively louder subsets of the windows, and the target. The mean of an empty subset is
-/// NaN.
-struct RideLadder {
-    double m1;
-    double m2;
-    double m3;
-    double m4;
-    double target;
 };
 
 /// Divides incoming levels, one per millisecond, into windows of ten, so that the levels of a whole day need
@@ -65,18 +69,33 @@ private:
 };
 
 /// The same for levels that are already in memory.
-RideScan ScanRideWindows(std::span<const mediaItem::PeakLevel> peaks);
+RideScan scan_ride_windows(std::span<const mediaItem::PeakLevel> peaks);
 
-/// Computes the means and the target.
-/// @param ratioType  how far the target lies between the two loudest means: 0 and below cuts lightest, 3 and
-/// above hardest
-RideLadder ComputeRideLadder(const RideScan& scan, int ratioType);
+/// Decides the gain of every window.
+class RideCurve {
+public:
+    /// @param ratio_type  how far the target lies between the two loudest means: 0 and below cuts lightest, 3
+    /// and above hardest
+    RideCurve(RideScan scan, int ratio_type);
 
-/// Decides each window's `point_vol` and `point_value`.
-void AssignPointVol(std::vector<RideWindow>& windows, const RideLadder& ladder);
+    const std::vector<RideWindow>& windows() const { return windows_; }
 
-/// Returns the indices, in ascending order, of the windows whose gain differs from that of both neighbours by
-/// less than 0.5 dB.
-std::vector<int> CollectFlatPoints(const std::vector<RideWindow>& windows);
+    /// The gain in dB; negative cuts.
+    double gain_db(const RideWindow& window) const;
+
+    /// The linear gain to write; nothing if the window's point stays as it is.
+    std::optional<double> point_value(const RideWindow& window) const;
+
+    /// Whether the gain of the window with that index differs from that of both neighbours by less than 0.5
+    /// dB. False for the first and the last window.
+    bool is_flat(std::size_t index) const;
+
+private:
+    std::vector<RideWindow> windows_;
+    // The means of successively louder subsets of the windows. That of an empty subset is NaN.
+    double second_mean_;
+    double third_mean_;
+    double target_;
+};
 
 } // namespace mk_api::RIDESCRIBER

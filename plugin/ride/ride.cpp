@@ -67,16 +67,27 @@ void clear(BR_Envelope* envelope) {
 
 /// Adds one point per window after the point at the start, then writes window i's gain to id i. So the points
 /// move down by one, and the last id keeps the last window's position at unity.
-void write_points(BR_Envelope* envelope, RideScan& scan, int ratio_type) {
-    for (const RideWindow& window : scan.windows)
-        set_point(envelope, new_point, window.pos, unity);
-    AssignPointVol(scan.windows, ComputeRideLadder(scan, ratio_type));
+void write_points(BR_Envelope* envelope, const RideCurve& curve) {
+    for (const RideWindow& window : curve.windows())
+        set_point(envelope, new_point, window.position_seconds(), unity);
     int id = 0;
-    for (const RideWindow& window : scan.windows) {
-        if (window.point_value)
-            set_point(envelope, id, window.pos, *window.point_value);
+    for (const RideWindow& window : curve.windows()) {
+        if (const auto value = curve.point_value(window))
+            set_point(envelope, id, window.position_seconds(), *value);
         ++id;
     }
+}
+
+void delete_flat_points(BR_Envelope* envelope, const RideCurve& curve) {
+    for (std::size_t id = curve.windows().size(); id-- > 0;)
+        if (curve.is_flat(id))
+            BR_EnvDeletePoint(envelope, static_cast<int>(id));
+}
+
+/// Writes the ride's points, but for those that can be left out.
+void write_ride(BR_Envelope* envelope, const RideCurve& curve) {
+    write_points(envelope, curve);
+    delete_flat_points(envelope, curve);
 }
 
 struct Point {
@@ -121,14 +132,6 @@ RideScan scan_item(MediaItem* item) {
     return mediaItem::visit_peak_levels(item, take) && scanner ? scanner->finish() : RideScan();
 }
 
-/// Writes the ride's points.
-/// @returns the points that can be left out. The windows are freed by then: a day has millions of them.
-std::vector<int> write_ride(BR_Envelope* envelope, MediaItem* item, int ratio_type) {
-    RideScan scan = scan_item(item);
-    write_points(envelope, scan, ratio_type);
-    return CollectFlatPoints(scan.windows);
-}
-
 /// Replaces the points of the take's volume envelope with the ride.
 /// @returns false if there is no such envelope
 bool write_envelope(MediaItem* item, MediaItem_Take* take, int ratio_type) {
@@ -139,9 +142,7 @@ bool write_envelope(MediaItem* item, MediaItem_Take* take, int ratio_type) {
     BR_Envelope* object = envelope.get();
     sws::set_in_use(BR_EnvGetProperties, BR_EnvSetProperties, object, true);
     clear(object);
-    const std::vector<int> flat = write_ride(object, item, ratio_type);
-    for (auto id = flat.rbegin(); id != flat.rend(); ++id)
-        BR_EnvDeletePoint(object, *id);
+    write_ride(object, RideCurve(scan_item(item), ratio_type));
     delete_same_positions(object);
     BR_EnvFree(envelope.release(), true);
     return true;

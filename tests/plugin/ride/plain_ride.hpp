@@ -2,17 +2,25 @@
 // The curve reckoned a second time, plainly and slowly: one peak after the other with its state in the open,
 // every mean a loop. What the library does is held against this.
 
-#include "ride/analysis.hpp"
+#include "api/media/peak_levels.hpp"
 
 #include <cmath>
+#include <optional>
+#include <vector>
 
 namespace mk_test {
 
-using mk_api::RIDESCRIBER::RideWindow;
 using Peaks = std::vector<mk_api::mediaItem::PeakLevel>;
 
+struct PlainWindow {
+    double pos = 0.0;
+    double level = 0.0;
+    double point_vol = 0.0;
+    std::optional<double> point_value{};
+};
+
 struct PlainScan {
-    std::vector<RideWindow> windows;
+    std::vector<PlainWindow> windows;
     double sum = 0.0;
     double loud_count = 0.0;
 };
@@ -33,8 +41,7 @@ inline PlainScan plain_scan(const Peaks& peaks) {
         if (fill < 10)
             continue;
         const int loud_index = best_index < 3 ? 3 : best_index > 7 ? 7 : best_index;
-        scan.windows.push_back(
-            {.pos = times[best < 50.0 ? loud_index : 5], .level = best, .point_value = {}});
+        scan.windows.push_back({.pos = times[best < 50.0 ? loud_index : 5], .level = best});
         if (best < 50.0) {
             scan.sum += best;
             scan.loud_count += 1;
@@ -43,7 +50,7 @@ inline PlainScan plain_scan(const Peaks& peaks) {
         best = 100.0;
     }
     if (fill >= 6 && best < 50.0) {
-        scan.windows.push_back({.pos = times[5], .level = best, .point_value = {}});
+        scan.windows.push_back({.pos = times[5], .level = best});
         scan.sum += best;
     }
     return scan;
@@ -52,7 +59,7 @@ inline PlainScan plain_scan(const Peaks& peaks) {
 inline void plain_assign(PlainScan& scan, int ratio_type) {
     const auto mean_below = [&](double limit) {
         double sum = 0, n = 0;
-        for (const RideWindow& window : scan.windows)
+        for (const PlainWindow& window : scan.windows)
             if (window.level < limit) {
                 sum += window.level;
                 n += 1;
@@ -62,7 +69,7 @@ inline void plain_assign(PlainScan& scan, int ratio_type) {
     const double m2 = mean_below(scan.sum / scan.loud_count), m3 = mean_below(m2), m4 = mean_below(m3);
     const double f = ratio_type <= 0 ? 0.6 : ratio_type == 1 ? 0.4 : ratio_type == 2 ? 0.2 : 0.0;
     const double target = m3 + f * (m4 - m3), k = 0.115129254;
-    for (RideWindow& window : scan.windows) {
+    for (PlainWindow& window : scan.windows) {
         const double level = window.level, p = window.pos;
         if (level < m3) {
             if (target - level > 0) {

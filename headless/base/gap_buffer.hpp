@@ -3,18 +3,21 @@
 // selects items one by one. In a plain vector each edit would move all elements after it.
 
 #include <cstddef>
+#include <deque>
+#include <span>
 #include <utility>
 #include <vector>
 
 namespace headless {
 
-/// Elements by position. Access takes constant time. Inserting and erasing take time in proportion to the
-/// distance from the gap, which is at the last edit.
+/// Elements by index. Access takes constant time. Inserting and erasing take time in proportion to the distance
+/// from the gap, which is at the last edit. Growing copies no elements, and what is erased is freed: a list may
+/// have millions of elements.
 template <class T>
 class GapBuffer {
 public:
     GapBuffer() = default;
-    explicit GapBuffer(std::vector<T> elements) : before_(std::move(elements)) {}
+    explicit GapBuffer(std::span<const T> elements) : before_(elements.begin(), elements.end()) {}
 
     std::size_t size() const { return before_.size() + behind_.size(); }
 
@@ -40,9 +43,12 @@ public:
     }
 
     /// All elements in order.
-    std::vector<T> take() && {
-        move_gap(size());
-        return std::move(before_);
+    std::vector<T> elements() const {
+        std::vector<T> all;
+        all.reserve(size());
+        all.insert(all.end(), before_.begin(), before_.end());
+        all.insert(all.end(), behind_.rbegin(), behind_.rend());
+        return all;
     }
 
 private:
@@ -53,8 +59,8 @@ private:
             before_.push_back(std::move(behind_.back()));
     }
 
-    std::vector<T> before_; ///< the elements before the gap
-    std::vector<T> behind_; ///< the elements after the gap, last element first
+    std::deque<T> before_; ///< the elements before the gap
+    std::deque<T> behind_; ///< the elements after the gap, last element first
 };
 
 } // namespace headless

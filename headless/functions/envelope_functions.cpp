@@ -46,7 +46,7 @@ bool write_back(workstation::Workstation& workstation, workstation::EnvelopeObje
         return false;
     project::Envelope& target = *object.target;
     project::Envelope edited(target.name());
-    edited.set_points(std::move(object.points).take());
+    edited.set_points(object.points.elements());
     if (target.properties == object.properties && std::ranges::equal(target.points(), edited.points()))
         return false;
     target.properties = object.properties;
@@ -107,9 +107,9 @@ void set_properties(workstation::Workstation& workstation, BR_Envelope* handle, 
 
 void sort_points(workstation::Workstation& workstation, BR_Envelope* handle) {
     if (workstation::EnvelopeObject* object = workstation.envelope_objects().find(handle)) {
-        auto points = std::move(object->points).take();
+        auto points = object->points.elements();
         std::ranges::stable_sort(points, {}, &project::EnvelopePoint::position_seconds);
-        object->points = GapBuffer(std::move(points));
+        object->points = GapBuffer(std::span<const project::EnvelopePoint>(points));
     }
 }
 

@@ -33,12 +33,7 @@ public:
     }
 
     /// A copy of the current selection.
-    std::vector<T*> all() const {
-        std::vector<T*> objects;
-        for (std::size_t index = 0; index < size(); ++index)
-            objects.push_back(objects_[index]);
-        return objects;
-    }
+    std::vector<T*> all() const { return objects_.elements(); }
 
 private:
     // The number of objects that come before this one.

@@ -13,7 +13,7 @@ project::Envelope envelope_of(std::vector<project::EnvelopePoint> points) {
     return envelope;
 }
 
-TEST(Envelope, IsStraightBetweenPointsFlatOutsideAndStepsWhereTwoShareAPosition) {
+TEST(Envelope, IsLinearBetweenPointsAndFlatOutside) {
     const project::Envelope envelope = envelope_of({{3.0, 4.0}, {1.0, 2.0}, {3.0, 0.5}});
     EXPECT_EQ(envelope.value_at(-1.0), 2.0);
     EXPECT_EQ(envelope.value_at(1.5), 2.5);
@@ -24,14 +24,14 @@ TEST(Envelope, IsStraightBetweenPointsFlatOutsideAndStepsWhereTwoShareAPosition)
     EXPECT_EQ(project::Envelope("Volume").value_at(0.0), 1.0);
 }
 
-TEST(Envelope, LeavesOutPointsThatAreNoNumbers) {
+TEST(Envelope, LeavesOutNonFinitePoints) {
     const double nan = std::nan("");
     const project::Envelope envelope = envelope_of({{nan, 1.0}, {0.0, 0.5}, {1.0, nan}});
     EXPECT_EQ(envelope.points().size(), 1U);
     EXPECT_EQ(envelope.value_at(7.0), 0.5);
 }
 
-TEST(Envelope, RisesInEachShapeFromOnePointToTheNextWithoutTurningBack) {
+TEST(Envelope, RisesInEveryShape) {
     struct Rise {
         project::PointShape shape;
         double tension, quarter, half; // the values a quarter and half of the way from 0 to 1

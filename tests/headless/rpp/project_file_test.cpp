@@ -54,7 +54,7 @@ static auto contents(const project::Project& project) {
                       each(project.tracks()));
 }
 
-TEST(ProjectText, ReadsBackAsTheProjectItWasWrittenFrom) {
+TEST(ProjectText, ReadsBackUnchanged) {
     project::Project project;
     test::fill_sample(project, home);
     const std::string text = rpp::project_text(project, home);
@@ -65,7 +65,7 @@ TEST(ProjectText, ReadsBackAsTheProjectItWasWrittenFrom) {
     EXPECT_EQ(rpp::project_text(again, home), text);
 }
 
-TEST(ProjectText, HoldsEveryNameOrTellsWhoseItChanges) {
+TEST(ProjectText, ReportsEveryNameItChanges) {
     struct Name {
         std::string text;
         std::size_t changed; ///< of the track, the take, the marker and the region with that name
@@ -113,7 +113,7 @@ TEST(ProjectText, HoldsEveryNameOrTellsWhoseItChanges) {
     }
 }
 
-TEST(ProjectText, ClosesEveryFolderAndNoneThatWasNotOpened) {
+TEST(ProjectText, ClosesExactlyTheOpenFolders) {
     project::Project project;
     for (const int change : {1, 0, 1, 1, -2})
         project.insert_track(0).set_folder_depth_change(change); // before the others
@@ -123,7 +123,7 @@ TEST(ProjectText, ClosesEveryFolderAndNoneThatWasNotOpened) {
         EXPECT_EQ(again.track(i++)->folder_depth_change(), written);
 }
 
-TEST(ProjectText, NamesAudioRelativeBelowTheProjectsFolderAndAbsolutelyElsewhere) {
+TEST(ProjectText, StoresPathsBelowItsFolderAsRelative) {
     const std::pair<std::filesystem::path, std::string> paths[] = {
         {home / "x/../audio/a.wav", "audio/a.wav"},
         {"/home/somebody/my project 2/a.wav", "/home/somebody/my project 2/a.wav"},
@@ -135,7 +135,7 @@ TEST(ProjectText, NamesAudioRelativeBelowTheProjectsFolderAndAbsolutelyElsewhere
     }
 }
 
-TEST(ProjectFile, ThatCannotBeWrittenOrReadIsAFailureThatNamesItAndLeavesNothing) {
+TEST(ProjectFile, NamesTheFileThatFails) {
     const test::ScratchFolder folder;
     project::Project project;
     std::filesystem::create_directories(folder / "taken.rpp" / "inside");
@@ -146,7 +146,7 @@ TEST(ProjectFile, ThatCannotBeWrittenOrReadIsAFailureThatNamesItAndLeavesNothing
     EXPECT_THAT(rpp::load_project(project, folder.path), fails_telling(folder.path.string()));
 }
 
-TEST(ProjectFile, ThatIsMalformedIsAFailureWithTheNumberOfTheLine) {
+TEST(ProjectFile, NamesTheMalformedLine) {
     std::string deep = "<REAPER_PROJECT 0.1\n";
     for (int i = 0; i < 1'000'000; ++i)
         deep += "<TRACK\n";
@@ -162,7 +162,7 @@ TEST(ProjectFile, ThatIsMalformedIsAFailureWithTheNumberOfTheLine) {
     }
 }
 
-TEST(ProjectFile, OfAWorkstationIsReadPastAllThatIsUnknown) {
+TEST(ProjectFile, SkipsUnknownLinesAndBlocks) {
     const char* text =
         "\xEF\xBB\xBF<REAPER_PROJECT 0.1 \"6.80/win64\" 1700000000\r\n"
         "  <NOTES 0 2\r\n    |> no end\r\n  >\r\n\r\n  TEMPO 90 3 4\r\n"

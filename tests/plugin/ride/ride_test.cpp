@@ -100,7 +100,7 @@ struct Recording {
 
 class RideOnRecordings : public Ride, public ::testing::WithParamInterface<Recording> {};
 
-TEST_P(RideOnRecordings, MakesTheCallsAndLeavesThePointsOfThePlainReckoning) {
+TEST_P(RideOnRecordings, EqualsThePlainReckoning) {
     const auto [name, seconds, ratio_type] = GetParam();
     headless::project::Item& item = add_item(babble(seconds, 1), 2.5);
     headless::project::Take& take = *item.active_take(); // beneath the render, later
@@ -118,9 +118,11 @@ TEST_P(RideOnRecordings, MakesTheCallsAndLeavesThePointsOfThePlainReckoning) {
 
     EXPECT_TRUE(SetMediaItemRIDESCRIBER(handle(item), ratio_type));
 
-    EXPECT_TRUE(volume.properties.active && volume.properties.visible);
+    EXPECT_TRUE(volume.properties.active);
+    EXPECT_TRUE(volume.properties.visible);
     EXPECT_TRUE(volume.properties.armed) << "passes through as read";
-    EXPECT_FALSE(twin.properties.active || twin.properties.visible);
+    EXPECT_FALSE(twin.properties.active);
+    EXPECT_FALSE(twin.properties.visible);
     EXPECT_EQ(item.takes().size(), 2u);
     EXPECT_EQ(item.active_take()->name, "line.wav");
     EXPECT_EQ(item.volume, 1.0);
@@ -142,7 +144,7 @@ INSTANTIATE_TEST_SUITE_P(Recordings, RideOnRecordings,
                                            Recording{"without_a_level", 0.0004, 0}),
                          [](const auto& test) { return test.param.name; });
 
-TEST_F(Ride, WithoutAnyOneOfItsFunctionsShowsOneMessageAndChangesNothing) {
+TEST_F(Ride, ChangesNothingWithoutAFunctionOfSws) {
     headless::project::Item& item = add_item(babble(0.5, 1));
     SetMediaItemSelected(handle(item), true);
     for (const char* missing :
@@ -161,7 +163,7 @@ TEST_F(Ride, WithoutAnyOneOfItsFunctionsShowsOneMessageAndChangesNothing) {
     }
 }
 
-TEST_F(Ride, KeepsTheSelectionWhetherOrNotTheItemIsInIt) {
+TEST_F(Ride, KeepsTheSelection) {
     headless::project::Item& first = add_item(babble(0.5, 1), 0.0, "1.wav");
     headless::project::Item& second = add_item(babble(0.5, 2), 0.0, "2.wav");
     headless::project::Item& third = add_item(babble(0.5, 3), 0.0, "3.wav");
@@ -171,10 +173,12 @@ TEST_F(Ride, KeepsTheSelectionWhetherOrNotTheItemIsInIt) {
     EXPECT_TRUE(SetSelectedMediaIdRIDESCRIBER(nullptr, 1, 0));
     EXPECT_EQ(second.takes().size(), 2u);
     EXPECT_EQ(third.takes().size(), 2u);
-    EXPECT_TRUE(first.selected() && !second.selected() && third.selected());
+    EXPECT_TRUE(first.selected());
+    EXPECT_FALSE(second.selected());
+    EXPECT_TRUE(third.selected());
 }
 
-TEST_F(Ride, FailsOnWhatCannotBeRiddenAndKeepsTheSelection) {
+TEST_F(Ride, FailsWithoutTakeOrEnvelope) {
     headless::project::Item& item = add_item(babble(0.5, 1));
     SetMediaItemSelected(handle(item), true);
     EXPECT_FALSE(SetMediaItemRIDESCRIBER(nullptr, 0));
@@ -188,7 +192,7 @@ TEST_F(Ride, FailsOnWhatCannotBeRiddenAndKeepsTheSelection) {
     EXPECT_TRUE(messages.empty());
 }
 
-TEST_F(Ride, OnAListGoesOnAfterAnItemThatFails) {
+TEST_F(Ride, ContinuesAListAfterAFailure) {
     headless::project::Item& first = add_item(babble(0.5, 1), 0.0, "1.wav");
     headless::project::Item& second = add_item(babble(0.5, 2), 0.0, "2.wav");
     EXPECT_EQ(SetMediaItemListRIDESCRIBER({handle(first), nullptr, handle(second)}, 0), 0);

@@ -86,10 +86,10 @@ void bare_decode(benchmark::State& state) {
 void decode(benchmark::State& state) {
     const auto file = speech(static_cast<int>(state.range(0)));
     for (auto _ : state) {
-        audio::AudioCache store;
+        audio::AudioCache cache;
         float last = 0.0F;
         benchmark::DoNotOptimize(
-            store.read(file, whole(state), [&](std::span<const float> block) -> Result<void> {
+            cache.read(file, whole(state), [&](std::span<const float> block) -> Result<void> {
                 benchmark::DoNotOptimize(last = block.back());
                 return {};
             }));
@@ -99,20 +99,20 @@ void decode(benchmark::State& state) {
 
 void peaks(benchmark::State& state) {
     const auto file = speech(static_cast<int>(state.range(0)));
-    audio::AudioCache store;
+    audio::AudioCache cache;
     std::vector<double> maxima(seconds * 1000UL);
     std::vector<double> minima(seconds * 1000UL);
     for (auto _ : state)
-        benchmark::DoNotOptimize(audio::measure_peaks(store, file, audio::PeakRequest{}, maxima, minima));
+        benchmark::DoNotOptimize(audio::measure_peaks(cache, file, audio::PeakRequest{}, maxima, minima));
     count_frames(state);
 }
 
 void loudness(benchmark::State& state, const audio::LoudnessRequest& request) {
     const auto file = speech(static_cast<int>(state.range(0)));
-    audio::AudioCache store;
+    audio::AudioCache cache;
     for (auto _ : state) {
         benchmark::DoNotOptimize(
-            audio::measure_loudness(store, file, whole(state), audio::GainCurve(), request));
+            audio::measure_loudness(cache, file, whole(state), audio::GainCurve(), request));
     }
     count_frames(state);
 }
@@ -130,10 +130,10 @@ void gain(benchmark::State& state) {
 void render_with_a_ride(benchmark::State& state) {
     const auto file = speech(static_cast<int>(state.range(0)));
     const audio::GainCurve curve = ride_curve();
-    audio::AudioCache store;
+    audio::AudioCache cache;
     for (auto _ : state) {
-        benchmark::DoNotOptimize(
-            audio::render(store, file, whole(state), curve, folder / "render.wav", ExistingFile::replace));
+        benchmark::DoNotOptimize(audio::render(cache, file, whole(state), curve, folder / "render.wav")
+                                     ->file.publish(ExistingFile::replace));
     }
     count_frames(state);
 }

@@ -4,24 +4,24 @@
 
 namespace headless::audio {
 
-struct AudioCache::Known {
+struct AudioCache::CachedFile {
     DecodedFile file;
-    std::list<Known*>::iterator place; // in the list of resident files, if resident
+    std::list<CachedFile*>::iterator position; // in the list by recency, if resident
 };
 
-AudioCache::AudioCache(std::size_t byte_limit, std::chrono::milliseconds patience)
-    : byte_limit_(byte_limit), decoder_(std::make_unique<Decoder>(patience)) {}
+AudioCache::AudioCache(std::size_t byte_limit, std::chrono::milliseconds timeout)
+    : byte_limit_(byte_limit), decoder_(std::make_unique<Decoder>(timeout)) {}
 AudioCache::~AudioCache() = default;
 
-void AudioCache::set_patience(std::chrono::milliseconds patience) { decoder_->set_patience(patience); }
+void AudioCache::set_timeout(std::chrono::milliseconds timeout) { decoder_->set_timeout(timeout); }
 
 Result<AudioFormat> AudioCache::format(const std::filesystem::path& file) {
-    return find_or_open(file).map([](const Known* known) { return known->file.format(); });
+    return find_or_open(file).map([](const CachedFile* cached) { return cached->file.format(); });
 }
 
-std::optional<Shortfall> AudioCache::shortfall(const std::filesystem::path& file) {
-    const auto known = find_or_open(file);
-    return known ? (*known)->file.shortfall() : std::nullopt;
+std::optional<Truncation> AudioCache::truncation(const std::filesystem::path& file) {
+    const auto cached = find_or_open(file);
+    return cached ? (*cached)->file.truncation() : std::nullopt;
 }
 
 Result<void> AudioCache::read(const std::filesystem::path& file, FrameRange range,
@@ -31,64 +31,64 @@ Result<void> AudioCache::read(const std::filesystem::path& file, FrameRange rang
             return tl::unexpected(Failure{file.string() + ": interrupted"});
         return visit(block);
     };
-    return find_or_open(file).and_then([&](Known* known) {
-        return load(*known).and_then([&] { return known->file.read(range, visit_unless_interrupted); });
+    return find_or_open(file).and_then([&](CachedFile* cached) {
+        return load(*cached).and_then([&] { return cached->file.read(range, visit_unless_interrupted); });
     });
 }
 
-Result<AudioCache::Known*> AudioCache::find_or_open(const std::filesystem::path& file) {
-    if (asked_last_ && asked_last_->file.path() != file)
-        asked_last_->file.close(); // at most one file stays open
+Result<AudioCache::CachedFile*> AudioCache::find_or_open(const std::filesystem::path& file) {
+    if (last_used_ && last_used_->file.path() != file)
+        last_used_->file.close(); // at most one file stays open
     const auto stamp = stamp_of(file);
-    if (const auto known = by_path_.find(file.native()); known != by_path_.end()) {
-        if (stamp && known->second->file.stamp() == *stamp) {
-            asked_last_ = known->second.get();
-            if (asked_last_->file.is_resident())
-                resident_.splice(resident_.begin(), resident_, asked_last_->place);
-            return asked_last_;
+    if (const auto cached = by_path_.find(file.native()); cached != by_path_.end()) {
+        if (stamp && cached->second->file.stamp() == *stamp) {
+            last_used_ = cached->second.get();
+            if (last_used_->file.is_resident())
+                by_recency_.splice(by_recency_.begin(), by_recency_, last_used_->position);
+            return last_used_;
         }
-        forget(known);
+        erase(cached);
     }
     if (!stamp)
         return tl::unexpected(stamp.error());
     return DecodedFile::open(file, *stamp, *decoder_).map([&](DecodedFile&& opened) {
-        auto known = std::make_unique<Known>(Known{std::move(opened), {}});
-        Known* const added = known.get();
-        by_path_.emplace(file.native(), std::move(known));
-        asked_last_ = added; // only now, as memory may run out above
+        auto cached = std::make_unique<CachedFile>(CachedFile{std::move(opened), {}});
+        CachedFile* const added = cached.get();
+        by_path_.emplace(file.native(), std::move(cached));
+        last_used_ = added; // last, as memory may run out above
         return added;
     });
 }
 
-Result<void> AudioCache::load(Known& known) {
-    if (known.file.is_resident() || known.file.bytes() > byte_limit_)
+Result<void> AudioCache::load(CachedFile& cached) {
+    if (cached.file.is_resident() || cached.file.bytes() > byte_limit_)
         return {};
-    make_room(known.file.bytes());
-    std::list<Known*> place{&known}; // made first: a resident file must have one
-    return known.file.load().map([&] {
-        resident_bytes_ += known.file.bytes();
-        resident_.splice(resident_.begin(), place);
-        known.place = resident_.begin();
+    evict_until_free(cached.file.bytes());
+    std::list<CachedFile*> position{&cached}; // allocated first: every resident file has one
+    return cached.file.load().map([&] {
+        resident_bytes_ += cached.file.bytes();
+        by_recency_.splice(by_recency_.begin(), position);
+        cached.position = by_recency_.begin();
     });
 }
 
-void AudioCache::make_room(std::size_t bytes) {
-    while (!resident_.empty() && resident_bytes_ > byte_limit_ - bytes) {
-        DecodedFile& oldest = resident_.back()->file;
+void AudioCache::evict_until_free(std::size_t bytes) {
+    while (!by_recency_.empty() && resident_bytes_ > byte_limit_ - bytes) {
+        DecodedFile& oldest = by_recency_.back()->file;
         resident_bytes_ -= oldest.bytes();
         oldest.unload();
-        resident_.pop_back();
+        by_recency_.pop_back();
     }
 }
 
-void AudioCache::forget(KnownFiles::iterator known) {
-    if (known->second->file.is_resident()) {
-        resident_bytes_ -= known->second->file.bytes();
-        resident_.erase(known->second->place);
+void AudioCache::erase(FilesByPath::iterator cached) {
+    if (cached->second->file.is_resident()) {
+        resident_bytes_ -= cached->second->file.bytes();
+        by_recency_.erase(cached->second->position);
     }
-    if (asked_last_ == known->second.get())
-        asked_last_ = nullptr;
-    by_path_.erase(known);
+    if (last_used_ == cached->second.get())
+        last_used_ = nullptr;
+    by_path_.erase(cached);
 }
 
 } // namespace headless::audio

@@ -29,9 +29,9 @@ public:
 
     /// The claimed and actual frame counts if the file is shorter than its header claims, as far as it has
     /// been decoded.
-    std::optional<Shortfall> shortfall() const {
-        const std::int64_t held = std::min(format_.frames, decodable_frames_);
-        return held < claimed_frames_ ? std::optional(Shortfall{held, claimed_frames_}) : std::nullopt;
+    std::optional<Truncation> truncation() const {
+        const std::int64_t decoded = std::min(format_.frames, decodable_frames_);
+        return decoded < claimed_frames_ ? std::optional(Truncation{decoded, claimed_frames_}) : std::nullopt;
     }
 
     /// Size of the decoded audio in memory; the largest possible value if the header claims more than that.

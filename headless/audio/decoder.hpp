@@ -20,13 +20,13 @@ struct Decoded {
     std::int64_t frames = 0;
 };
 
-/// A file on which the library makes no progress within the patience is a failure that names the file;
-/// further attempts with that file fail at once. A read error is also a failure that names the file.
+/// Every failure names the file. A file on which the library makes no progress within the timeout is a failure,
+/// and later attempts with that file fail at once.
 class Decoder {
 public:
-    /// @param patience longest time without progress
-    explicit Decoder(std::chrono::milliseconds patience) : patience_(patience) {}
-    void set_patience(std::chrono::milliseconds patience) { patience_ = patience; }
+    /// @param timeout longest time without progress
+    explicit Decoder(std::chrono::milliseconds timeout) : timeout_(timeout) {}
+    void set_timeout(std::chrono::milliseconds timeout) { timeout_ = timeout; }
 
     /// As open_sound_file.
     Result<SoundFile> open(const std::filesystem::path& file);
@@ -44,9 +44,9 @@ private:
     template <class Value, class Work>
     Result<Value> watch(const std::filesystem::path& file, Work work);
 
-    std::chrono::milliseconds patience_;
-    Watchdog thread_;
-    std::unordered_set<std::string> given_up_;
+    std::chrono::milliseconds timeout_;
+    Watchdog watchdog_;
+    std::unordered_set<std::string> abandoned_;
 };
 
 } // namespace headless::audio

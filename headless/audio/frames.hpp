@@ -15,15 +15,15 @@ namespace headless::audio {
 struct AudioFormat {
     int sample_rate = 0; ///< frames per second
     int channels = 0;
-    std::int64_t frames = 0; ///< one sample per channel each
+    std::int64_t frames = 0; ///< a frame is one sample of each channel
 
     double length_seconds() const { return static_cast<double>(frames) / sample_rate; }
     bool operator==(const AudioFormat&) const = default;
 };
 
 /// A recording that is shorter than its header claims.
-struct Shortfall {
-    std::int64_t held_frames = 0;
+struct Truncation {
+    std::int64_t decoded_frames = 0;
     std::int64_t claimed_frames = 0;
 };
 

@@ -13,7 +13,7 @@ namespace headless::audio {
 /// The readings to measure. Each costs time; the momentary maximum alone is the cheapest.
 struct LoudnessRequest {
     bool integrated = false;
-    bool range = false;
+    bool loudness_range = false;
     bool true_peak = false;
     bool short_term_maximum = false;
     bool momentary_maximum = false;
@@ -37,7 +37,7 @@ struct PlacedReading {
 /// infinity.
 struct Loudness {
     std::optional<double> integrated_lufs;                ///< gated; at least 0.4 s
-    std::optional<double> range_lu;                       ///< EBU Tech 3342; at least 3 s
+    std::optional<double> loudness_range_lu;              ///< EBU Tech 3342; at least 3 s
     std::optional<PlacedReading> true_peak_dbtp;          ///< oversampled; placed to 10 ms
     std::optional<PlacedReading> short_term_maximum_lufs; ///< placed by the start of its 3 s window
     std::optional<PlacedReading> momentary_maximum_lufs;  ///< placed by the start of its 0.4 s window
@@ -48,7 +48,7 @@ bool is_loudness_defined(int sample_rate, int channels);
 
 /// Measures `range` of `file` times `gain`. Fails as AudioCache::read does, and if loudness is not defined
 /// for the sample rate or number of channels.
-Result<Loudness> measure_loudness(AudioCache& store, const std::filesystem::path& file, FrameRange range,
+Result<Loudness> measure_loudness(AudioCache& cache, const std::filesystem::path& file, FrameRange range,
                                   const GainCurve& gain, const LoudnessRequest& request);
 
 } // namespace headless::audio

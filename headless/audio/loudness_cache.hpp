@@ -1,5 +1,5 @@
 #pragma once
-// A cache of loudness readings: asking again about a file only costs a check of its time stamp.
+// A cache of loudness readings: a repeated request for a file only costs a check of its time stamp.
 
 #include "headless/audio/loudness.hpp"
 
@@ -17,8 +17,8 @@ namespace headless::audio {
 /// the gain they were measured with.
 class LoudnessCache {
 public:
-    /// @param store must outlive this object
-    explicit LoudnessCache(AudioCache& store);
+    /// @param audio must outlive this object
+    explicit LoudnessCache(AudioCache& audio);
     ~LoudnessCache();
     LoudnessCache(const LoudnessCache&) = delete;
     LoudnessCache& operator=(const LoudnessCache&) = delete;
@@ -29,10 +29,10 @@ public:
                              const LoudnessRequest& request);
 
 private:
-    struct Entry;
+    struct Measurement;
 
-    AudioCache& store_;
-    std::unordered_map<std::string, Entry> by_path_;
+    AudioCache& audio_;
+    std::unordered_map<std::string, Measurement> by_path_;
 };
 
 } // namespace headless::audio

@@ -15,7 +15,8 @@ constexpr double short_term_seconds = 3.0;
 
 int mode_for(const LoudnessRequest& request) {
     return EBUR128_MODE_M | (request.integrated ? EBUR128_MODE_I : 0) |
-           (request.range ? EBUR128_MODE_LRA : 0) | (request.true_peak ? EBUR128_MODE_TRUE_PEAK : 0) |
+           (request.loudness_range ? EBUR128_MODE_LRA : 0) |
+           (request.true_peak ? EBUR128_MODE_TRUE_PEAK : 0) |
            (request.short_term_maximum ? EBUR128_MODE_S : 0);
 }
 
@@ -59,21 +60,21 @@ std::int64_t LoudnessMeter::hop_end(std::int64_t hop) const {
     return ((hop + 1) * request_.hop_milliseconds * sample_rate + 500) / 1000;
 }
 
-void LoudnessMeter::take(std::span<const float> heard) {
-    while (!heard.empty()) {
+void LoudnessMeter::process(std::span<const float> samples) {
+    while (!samples.empty()) {
         const std::int64_t border = hop_end(hops_);
         const auto up_to_border = static_cast<std::size_t>(border - frames_) * state_->channels;
-        const auto piece = heard.first(std::min(heard.size(), up_to_border));
+        const auto piece = samples.first(std::min(samples.size(), up_to_border));
         add(piece);
-        heard = heard.subspan(piece.size());
+        samples = samples.subspan(piece.size());
         if (frames_ == border)
             end_hop();
     }
 }
 
-void LoudnessMeter::add(std::span<const float> heard) {
-    const std::size_t frames = heard.size() / state_->channels;
-    if (ebur128_add_frames_float(state_.get(), heard.data(), frames) != EBUR128_SUCCESS)
+void LoudnessMeter::add(std::span<const float> samples) {
+    const std::size_t frames = samples.size() / state_->channels;
+    if (ebur128_add_frames_float(state_.get(), samples.data(), frames) != EBUR128_SUCCESS)
         throw std::bad_alloc();
     if (request_.true_peak)
         note_true_peak();
@@ -85,7 +86,7 @@ void LoudnessMeter::note_true_peak() {
         double peak = 0.0;
         ebur128_prev_true_peak(state_.get(), channel, &peak);
         if (peak > true_peak_.value)
-            true_peak_ = {peak, seconds_taken()};
+            true_peak_ = {peak, seconds_processed()};
     }
 }
 
@@ -104,16 +105,16 @@ void LoudnessMeter::skip_hop() {
     short_term_.skip_hop();
 }
 
-double LoudnessMeter::seconds_taken() const {
+double LoudnessMeter::seconds_processed() const {
     return static_cast<double>(frames_) / static_cast<double>(state_->samplerate);
 }
 
 Loudness LoudnessMeter::readings() const {
     Loudness loudness;
-    if (request_.integrated && seconds_taken() >= momentary_seconds)
+    if (request_.integrated && seconds_processed() >= momentary_seconds)
         loudness.integrated_lufs = ask(ebur128_loudness_global, state_.get());
-    if (request_.range && seconds_taken() >= short_term_seconds)
-        loudness.range_lu = ask(ebur128_loudness_range, state_.get());
+    if (request_.loudness_range && seconds_processed() >= short_term_seconds)
+        loudness.loudness_range_lu = ask(ebur128_loudness_range, state_.get());
     if (request_.true_peak && frames_ > 0)
         loudness.true_peak_dbtp = {20.0 * std::log10(true_peak_.value), true_peak_.position_seconds};
     if (request_.momentary_maximum)

@@ -23,10 +23,10 @@ public:
     /// Fails if loudness is not defined for the sample rate or number of channels.
     static Result<LoudnessMeter> create(int sample_rate, int channels, const LoudnessRequest& request);
 
-    /// The next frames, interleaved.
-    void take(std::span<const float> heard);
+    /// Processes the next frames, interleaved.
+    void process(std::span<const float> samples);
 
-    /// Skips the frames up to the next hop. The frames taken so far must end at a hop. Only the readings of
+    /// Skips the frames up to the next hop. The frames processed so far must end at a hop. Only the readings of
     /// maxima allow skipping.
     void skip_hop();
 
@@ -36,16 +36,16 @@ public:
     /// Mean weighted energy of the loudest momentary window so far; full scale is 1.
     double max_momentary_energy() const { return momentary_.max_energy(); }
 
-    /// The requested readings, of all frames taken.
+    /// The requested readings, of all frames processed.
     Loudness readings() const;
 
 private:
     LoudnessMeter(std::unique_ptr<ebur128_state, EburCloser> state, const LoudnessRequest& request);
 
-    void add(std::span<const float> heard);
+    void add(std::span<const float> samples);
     void note_true_peak();
     void end_hop();
-    double seconds_taken() const;
+    double seconds_processed() const;
 
     std::unique_ptr<ebur128_state, EburCloser> state_;
     LoudnessRequest request_;

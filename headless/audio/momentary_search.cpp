@@ -79,12 +79,12 @@ std::size_t MomentarySearch::samples_before(std::int64_t hop) const {
     return hop == 0 ? 0 : static_cast<std::size_t>(meter_.hop_end(hop - 1)) * channels_;
 }
 
-void MomentarySearch::take(std::span<const float> heard) {
-    while (!heard.empty()) {
+void MomentarySearch::process(std::span<const float> samples) {
+    while (!samples.empty()) {
         const std::size_t up_to_border = samples_before(hops_ + 1) - samples_before(first_pending_);
-        const auto piece = heard.first(std::min(heard.size(), up_to_border - pending().size()));
+        const auto piece = samples.first(std::min(samples.size(), up_to_border - pending().size()));
         buffer_.insert(buffer_.end(), piece.begin(), piece.end());
-        heard = heard.subspan(piece.size());
+        samples = samples.subspan(piece.size());
         if (pending().size() == up_to_border)
             end_hop();
     }
@@ -100,7 +100,7 @@ void MomentarySearch::end_hop() {
         bounding_energy(samples, channels_, slope_) + cuts;
     ++hops_;
     if (may_be_loudest())
-        hear_pending();
+        measure_pending();
     else if (hops_ - first_pending_ == std::ssize(hop_bounds_))
         skip_first_pending();
 }
@@ -109,8 +109,8 @@ bool MomentarySearch::may_be_loudest() const {
     return std::reduce(hop_bounds_.begin(), hop_bounds_.end()) * gain_ >= meter_.max_momentary_energy();
 }
 
-void MomentarySearch::hear_pending() {
-    meter_.take(pending());
+void MomentarySearch::measure_pending() {
+    meter_.process(pending());
     first_pending_ = hops_;
     forget_before(buffer_.size());
 }

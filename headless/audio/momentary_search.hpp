@@ -22,10 +22,10 @@ public:
     /// For windows 10 ms apart. Fails as LoudnessMeter::create does.
     static Result<MomentarySearch> create(int sample_rate, int channels);
 
-    /// Takes the next frames, interleaved.
-    void take(std::span<const float> heard);
+    /// Processes the next frames, interleaved.
+    void process(std::span<const float> samples);
 
-    /// The momentary maximum of all frames taken.
+    /// The momentary maximum of all frames processed.
     Loudness readings() const { return meter_.readings(); }
 
 private:
@@ -33,7 +33,7 @@ private:
 
     void end_hop();
     bool may_be_loudest() const;
-    void hear_pending();
+    void measure_pending();
     void skip_first_pending();
     void forget_before(std::size_t end);
     /// Samples from the start of the audio to hop `hop`.

@@ -9,7 +9,7 @@
 namespace headless::audio {
 namespace {
 
-constexpr double forgiven_frames = 1e-6;
+constexpr double tolerance_frames = 1e-6;
 constexpr double max_frames = 9e15; // every whole number up to this is exact as a double
 
 /// The frames that each interval covers.
@@ -20,7 +20,7 @@ struct Grid {
 
     std::int64_t border(std::int64_t interval) const {
         const double frames = static_cast<double>(interval) * sample_rate / peaks_per_second;
-        return static_cast<std::int64_t>(std::floor(start_frames + frames + forgiven_frames));
+        return static_cast<std::int64_t>(std::floor(start_frames + frames + tolerance_frames));
     }
     std::int64_t begin(std::int64_t interval) const { return border(interval); }
     std::int64_t end(std::int64_t interval) const {
@@ -67,11 +67,11 @@ struct Extremes {
     }
 };
 
-/// Walks through the file's blocks and the intervals in parallel.
-class Sweep {
+/// Assigns the frames of incoming blocks to intervals.
+class PeakMeter {
 public:
-    Sweep(const Grid& grid, std::int64_t intervals, int file_channels, int asked_channels,
-          std::span<double> maxima, std::span<double> minima, std::int64_t first_frame)
+    PeakMeter(const Grid& grid, std::int64_t intervals, int file_channels, int asked_channels,
+              std::span<double> maxima, std::span<double> minima, std::int64_t first_frame)
         : grid_(grid), intervals_(intervals), file_channels_(static_cast<std::size_t>(file_channels)),
           extremes_(static_cast<std::size_t>(asked_channels)), maxima_(maxima), minima_(minima),
           frame_(first_frame) {
@@ -79,7 +79,7 @@ public:
             ++interval_;
     }
 
-    void take(std::span<const float> block) {
+    void process(std::span<const float> block) {
         const std::int64_t block_end = frame_ + static_cast<std::int64_t>(block.size() / file_channels_);
         while (interval_ < intervals_ && grid_.begin(interval_) < block_end) {
             const std::int64_t begin = std::max(grid_.begin(interval_), frame_);
@@ -92,7 +92,7 @@ public:
         frame_ = block_end;
     }
 
-    /// Number of intervals up to the end of the frames taken.
+    /// Returns the number of intervals up to the end of the processed frames.
     std::int64_t finish() {
         if (extremes_.front().has_seen_samples())
             store();
@@ -137,12 +137,12 @@ private:
 
 } // namespace
 
-Result<std::int64_t> measure_peaks(AudioCache& store, const std::filesystem::path& file,
+Result<std::int64_t> measure_peaks(AudioCache& cache, const std::filesystem::path& file,
                                    const PeakRequest& request, std::span<double> maxima,
                                    std::span<double> minima) {
     std::ranges::fill(maxima, 0.0);
     std::ranges::fill(minima, 0.0);
-    const auto format = store.format(file);
+    const auto format = cache.format(file);
     if (!format)
         return tl::unexpected(format.error());
     const auto channels = static_cast<std::size_t>(std::max(1, request.channel_count));
@@ -157,12 +157,12 @@ Result<std::int64_t> measure_peaks(AudioCache& store, const std::filesystem::pat
         return 0;
     const std::int64_t first = std::clamp<std::int64_t>(grid.begin(0), 0, format->frames);
     const std::int64_t end = std::clamp(grid.end(intervals - 1), first, format->frames);
-    Sweep sweep(grid, intervals, format->channels, request.channel_count, maxima, minima, first);
-    const auto take = [&](std::span<const float> block) -> Result<void> {
-        sweep.take(block);
+    PeakMeter meter(grid, intervals, format->channels, request.channel_count, maxima, minima, first);
+    const auto process = [&](std::span<const float> block) -> Result<void> {
+        meter.process(block);
         return {};
     };
-    return store.read(file, {first, end - first}, take).map([&] { return sweep.finish(); });
+    return cache.read(file, {first, end - first}, process).map([&] { return meter.finish(); });
 }
 
 } // namespace headless::audio

@@ -23,7 +23,7 @@ struct PeakRequest {
 /// of channels that the file does not have, are 0.
 /// @returns the number of intervals up to the end of the audio; fails if the request is not positive and
 /// finite, and as AudioCache::read does
-Result<std::int64_t> measure_peaks(AudioCache& store, const std::filesystem::path& file,
+Result<std::int64_t> measure_peaks(AudioCache& cache, const std::filesystem::path& file,
                                    const PeakRequest& request, std::span<double> maxima,
                                    std::span<double> minima);
 

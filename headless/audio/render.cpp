@@ -12,8 +12,8 @@
 namespace headless::audio {
 namespace {
 
-// By this mark in the file's information chunk its writer is known. libsndfile puts its own name behind it,
-// and writes the chunk before the samples.
+// The mark in the information chunk by which our own files are recognised. libsndfile appends its own name and
+// writes the chunk before the samples.
 constexpr const char* own_mark = "felspar";
 constexpr std::size_t max_header_bytes = 1024;
 constexpr std::size_t chunk_heading_bytes = 8;
@@ -27,10 +27,10 @@ int container_for(const AudioFormat& format) {
     return format.frames > max_frames ? SF_FORMAT_RF64 : SF_FORMAT_WAV;
 }
 
-/// A wav file in the making.
+/// Writes one wav file.
 class WavWriter {
 public:
-    /// @param descriptor  of an empty file; outlives this
+    /// @param descriptor  of an empty file; must outlive this object
     WavWriter(int descriptor, const AudioFormat& format) : io_(descriptor) {
         SF_INFO info{};
         info.samplerate = format.sample_rate;
@@ -39,7 +39,7 @@ public:
         wav_.reset(io_.open(SFM_WRITE, info));
         if (!wav_)
             return;
-        // The peak chunk carries the time of writing: without it the same audio gives the same bytes.
+        // The peak chunk contains the time of writing: without it the same audio gives the same bytes.
         sf_command(wav_.get(), SFC_SET_ADD_PEAK_CHUNK, nullptr, SF_FALSE);
         library_error_ = sf_set_string(wav_.get(), SF_STR_SOFTWARE, own_mark);
     }
@@ -51,7 +51,7 @@ public:
                io_.error_number() == 0;
     }
 
-    /// Writes what is left, the header's lengths among it. @returns whether nothing has failed
+    /// Writes what is left, including the lengths in the header. @returns whether nothing has failed
     bool close() {
         const int error = wav_ ? sf_close(wav_.release()) : sf_error(nullptr);
         if (error != 0)
@@ -72,46 +72,38 @@ private:
     int library_error_ = 0;
 };
 
-Result<void> write_wav(AudioCache& store, const std::filesystem::path& source, FrameRange range,
+Result<void> write_wav(AudioCache& cache, const std::filesystem::path& source, FrameRange range,
                        const GainCurve& gain, const AudioFormat& format, int descriptor,
                        const std::filesystem::path& target) {
     WavWriter wav(descriptor, format);
-    std::vector<float> heard;
+    std::vector<float> scaled;
     std::int64_t frame = 0;
     const auto write_block = [&](std::span<const float> block) -> Result<void> {
-        heard.resize(block.size());
-        gain.apply(frame, format.sample_rate, format.channels, block, heard);
+        scaled.resize(block.size());
+        gain.apply(frame, format.sample_rate, format.channels, block, scaled);
         frame += static_cast<std::int64_t>(block.size()) / format.channels;
-        return wav.write(heard) ? Result<void>() : tl::unexpected(wav.failure(target));
+        return wav.write(scaled) ? Result<void>() : tl::unexpected(wav.failure(target));
     };
-    return store.read(source, range, write_block).and_then([&] {
+    return cache.read(source, range, write_block).and_then([&] {
         return wav.close() ? Result<void>() : tl::unexpected(wav.failure(target));
     });
 }
 
 } // namespace
 
-Result<StagedRender> stage_render(AudioCache& store, const std::filesystem::path& source, FrameRange range,
-                                  const GainCurve& gain, const std::filesystem::path& target) {
-    auto format = store.format(source);
+Result<RenderedFile> render(AudioCache& cache, const std::filesystem::path& source, FrameRange range,
+                            const GainCurve& gain, const std::filesystem::path& target) {
+    auto format = cache.format(source);
     if (!format)
         return tl::unexpected(format.error());
     if (range.frame_count <= 0)
         return tl::unexpected(Failure{target.string() + ": there is nothing to render"});
     format->frames = range.frame_count;
-    auto staged = AtomicFile::create(target);
-    if (!staged)
-        return tl::unexpected(staged.error());
-    return write_wav(store, source, range, gain, *format, staged->descriptor(), target).map([&] {
-        return StagedRender{std::move(*staged), *format};
-    });
-}
-
-Result<AudioFormat> render(AudioCache& store, const std::filesystem::path& source, FrameRange range,
-                           const GainCurve& gain, const std::filesystem::path& target,
-                           ExistingFile existing) {
-    return stage_render(store, source, range, gain, target).and_then([&](StagedRender&& staged) {
-        return staged.file.publish(existing).map([&] { return staged.format; });
+    auto file = AtomicFile::create(target);
+    if (!file)
+        return tl::unexpected(file.error());
+    return write_wav(cache, source, range, gain, *format, file->descriptor(), target).map([&] {
+        return RenderedFile{std::move(*file), *format};
     });
 }
 

@@ -9,26 +9,21 @@
 
 namespace headless::audio {
 
-/// A rendered file that is whole, but for its name.
-struct StagedRender {
+/// A complete render that has not been published yet.
+struct RenderedFile {
     AtomicFile file;
     AudioFormat format;
 };
 
-/// Writes `range` of `source` times `gain` beside `target`, whose name it has when it is published: 32-bit
-/// float wav (RF64 past 4 GiB) in the source's sample rate and channels, no clipping, no dither; the same
-/// input gives the same bytes. Fails, naming the path at fault, when the source cannot be read or the target
-/// cannot be written; then nothing has changed and no temporary file is left.
-Result<StagedRender> stage_render(AudioCache& store, const std::filesystem::path& source, FrameRange range,
-                                  const GainCurve& gain, const std::filesystem::path& target);
+/// Renders `range` of `source` times `gain`, to be published as `target`: 32-bit float wav (RF64 past 4 GiB)
+/// with the source's sample rate and channels, no clipping, no dither. The same input gives the same bytes.
+/// Fails, naming the path at fault, if the source cannot be read or the target cannot be written; then nothing
+/// has changed and no temporary file is left.
+Result<RenderedFile> render(AudioCache& cache, const std::filesystem::path& source, FrameRange range,
+                            const GainCurve& gain, const std::filesystem::path& target);
 
-/// The same, published. `ExistingFile::keep` fails when the name is taken.
-Result<AudioFormat> render(AudioCache& store, const std::filesystem::path& source, FrameRange range,
-                           const GainCurve& gain, const std::filesystem::path& target,
-                           ExistingFile existing = ExistingFile::keep);
-
-/// Whether `file` is an audio file that `render` wrote; false where no regular file lies. Fails, naming it,
-/// when it cannot be read.
+/// Whether `file` is an audio file that `render` wrote; false if it is not a regular file. Fails, naming it, if
+/// it cannot be read.
 Result<bool> is_own_file(const std::filesystem::path& file);
 
 } // namespace headless::audio

@@ -8,7 +8,7 @@
 
 namespace headless::audio {
 
-struct Watchdog::Desk {
+struct Watchdog::SharedState {
     std::mutex mutex;
     std::condition_variable changed;
     std::function<void(Steps&)> job; // null if none is waiting
@@ -21,56 +21,56 @@ struct Watchdog::Desk {
 Watchdog::Watchdog() = default;
 
 Watchdog::~Watchdog() {
-    if (desk_) {
-        const std::lock_guard lock(desk_->mutex);
-        desk_->is_closed = true;
-        desk_->changed.notify_all();
+    if (state_) {
+        const std::lock_guard lock(state_->mutex);
+        state_->is_closed = true;
+        state_->changed.notify_all();
     }
 }
 
-void Watchdog::work(const std::shared_ptr<Desk>& desk) {
-    std::unique_lock lock(desk->mutex);
+void Watchdog::work(const std::shared_ptr<SharedState>& state) {
+    std::unique_lock lock(state->mutex);
     for (;;) {
-        desk->changed.wait(lock, [&] { return desk->job || desk->is_closed; });
-        if (!desk->job)
+        state->changed.wait(lock, [&] { return state->job || state->is_closed; });
+        if (!state->job)
             return;
-        auto job = std::exchange(desk->job, nullptr);
+        auto job = std::exchange(state->job, nullptr);
         lock.unlock();
         std::exception_ptr escaped;
         try {
-            job(desk->steps);
+            job(state->steps);
         } catch (...) {
             escaped = std::current_exception();
         }
         job = nullptr; // destroys what it owns before the caller continues
         lock.lock();
-        desk->escaped = std::move(escaped);
-        desk->is_busy = false;
-        desk->changed.notify_all();
+        state->escaped = std::move(escaped);
+        state->is_busy = false;
+        state->changed.notify_all();
     }
 }
 
-bool Watchdog::run(std::function<void(Steps&)> job, std::chrono::milliseconds patience) {
-    if (!desk_) {
-        const auto desk = std::make_shared<Desk>();
-        std::thread([desk] { work(desk); }).detach();
-        desk_ = desk; // only now, as starting the thread may have failed
+bool Watchdog::run(std::function<void(Steps&)> job, std::chrono::milliseconds timeout) {
+    if (!state_) {
+        const auto state = std::make_shared<SharedState>();
+        std::thread([state] { work(state); }).detach();
+        state_ = state; // last, as starting the thread may fail
     }
-    std::unique_lock lock(desk_->mutex);
-    desk_->job = std::move(job);
-    desk_->is_busy = true;
-    desk_->changed.notify_all();
-    for (std::uint64_t seen = desk_->steps;
-         !desk_->changed.wait_for(lock, patience, [&] { return !desk_->is_busy; });) {
-        if (desk_->steps == seen) {
-            desk_->is_closed = true;
+    std::unique_lock lock(state_->mutex);
+    state_->job = std::move(job);
+    state_->is_busy = true;
+    state_->changed.notify_all();
+    for (std::uint64_t seen = state_->steps;
+         !state_->changed.wait_for(lock, timeout, [&] { return !state_->is_busy; });) {
+        if (state_->steps == seen) {
+            state_->is_closed = true;
             lock.unlock();
-            desk_.reset();
+            state_.reset();
             return false;
         }
-        seen = desk_->steps;
+        seen = state_->steps;
     }
-    if (const std::exception_ptr escaped = std::exchange(desk_->escaped, nullptr))
+    if (const std::exception_ptr escaped = std::exchange(state_->escaped, nullptr))
         std::rethrow_exception(escaped);
     return true;
 }

@@ -12,8 +12,8 @@ namespace headless::audio {
 /// A job counts its steps here. Any change counts as progress.
 using Steps = std::atomic<std::uint64_t>;
 
-/// One thread that runs jobs one at a time. An abandoned job keeps its thread, until the process ends if need
-/// be; the next job gets a new one.
+/// Runs jobs one at a time on a thread of its own. An abandoned job keeps that thread, until the process ends if
+/// need be, and the next job gets a new one.
 class Watchdog {
 public:
     Watchdog();
@@ -22,17 +22,17 @@ public:
     Watchdog& operator=(const Watchdog&) = delete;
 
     /// Runs the job and waits for it. An exception that leaves the job is thrown here.
-    /// @param job       must own everything it uses: it may still be running after it was abandoned
-    /// @param patience  the longest time between two steps
+    /// @param job      must own everything it uses: it may still be running after it was abandoned
+    /// @param timeout  the longest time without a step
     /// @returns false if the job was abandoned
-    bool run(std::function<void(Steps&)> job, std::chrono::milliseconds patience);
+    bool run(std::function<void(Steps&)> job, std::chrono::milliseconds timeout);
 
 private:
-    struct Desk;
+    struct SharedState;
 
-    static void work(const std::shared_ptr<Desk>& desk);
+    static void work(const std::shared_ptr<SharedState>& state);
 
-    std::shared_ptr<Desk> desk_; // shared with the thread; null before the first job
+    std::shared_ptr<SharedState> state_; // shared with the thread; null before the first job
 };
 
 } // namespace headless::audio

@@ -20,15 +20,15 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr std::string_view staged_prefix = ".felspar-";
-constexpr std::string_view staged_suffix = ".tmp";
+constexpr std::string_view temporary_prefix = ".felspar-";
+constexpr std::string_view temporary_suffix = ".tmp";
 constexpr std::size_t block_bytes = std::size_t{1} << 16;
 
-bool is_staged_name(std::string_view name) {
-    if (!name.starts_with(staged_prefix) || !name.ends_with(staged_suffix))
+bool is_temporary_name(std::string_view name) {
+    if (!name.starts_with(temporary_prefix) || !name.ends_with(temporary_suffix))
         return false;
-    name.remove_prefix(staged_prefix.size());
-    name.remove_suffix(std::min(name.size(), staged_suffix.size()));
+    name.remove_prefix(temporary_prefix.size());
+    name.remove_suffix(std::min(name.size(), temporary_suffix.size()));
     return name.find_first_not_of("0123456789-") == std::string_view::npos;
 }
 
@@ -40,15 +40,16 @@ bool is_nameless(int descriptor) {
     return fstat(descriptor, &status) == 0 && status.st_nlink == 0;
 }
 
-/// Removes the file unless its writer lives. Only who holds the lock removes, so the name is still this
-/// file's.
-void remove_abandoned(const fs::path& staged) {
-    const Descriptor file(open(staged.c_str(), O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC));
+/// Removes the file unless its writer is alive. Only the holder of the lock removes it, so the name still
+/// belongs to this file.
+void remove_abandoned(const fs::path& temporary) {
+    const Descriptor file(open(temporary.c_str(), O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC));
     if (file >= 0 && flock(file, LOCK_EX | LOCK_NB) == 0 && !is_nameless(file))
-        unlink(staged.c_str());
+        unlink(temporary.c_str());
 }
 
-/// Once a folder and process: a folder of many thousand renders takes a while to read.
+/// Abandoned files are searched for once per folder and process: a folder with thousands of renders takes a
+/// while to read.
 bool is_first_visit(const fs::path& folder) {
     static std::mutex mutex;
     static std::set<std::string> visited;
@@ -57,25 +58,25 @@ bool is_first_visit(const fs::path& folder) {
 }
 
 void remove_abandoned_in(const fs::path& folder) {
-    std::error_code unreadable; // another time
+    std::error_code unreadable; // then they stay
     for (const folder_entries::Entry& entry : folder_entries::read(folder, unreadable))
-        if (is_staged_name(entry.name))
+        if (is_temporary_name(entry.name))
             remove_abandoned(folder / entry.name);
 }
 
-bool move_into_place(const fs::path& staged, const fs::path& target, ExistingFile existing) {
+bool move_into_place(const fs::path& temporary, const fs::path& target, ExistingFile existing) {
     if (existing == ExistingFile::replace)
-        return rename(staged.c_str(), target.c_str()) == 0;
-    if (renameat2(AT_FDCWD, staged.c_str(), AT_FDCWD, target.c_str(), RENAME_NOREPLACE) == 0)
+        return rename(temporary.c_str(), target.c_str()) == 0;
+    if (renameat2(AT_FDCWD, temporary.c_str(), AT_FDCWD, target.c_str(), RENAME_NOREPLACE) == 0)
         return true;
-    // Some file systems know no such rename; a second name is as safe there.
-    const bool unknown = errno == EINVAL || errno == ENOSYS;
-    return unknown && link(staged.c_str(), target.c_str()) == 0 && unlink(staged.c_str()) == 0;
+    // Some file systems do not support this rename. A second link is as safe there.
+    const bool is_unsupported = errno == EINVAL || errno == ENOSYS;
+    return is_unsupported && link(temporary.c_str(), target.c_str()) == 0 && unlink(temporary.c_str()) == 0;
 }
 
 } // namespace
 
-Result<fs::path> behind_links(const fs::path& file) {
+Result<fs::path> resolve_links(const fs::path& file) {
     std::error_code error;
     if (!fs::is_symlink(file, error))
         return file;
@@ -92,29 +93,30 @@ Result<fs::path> behind_links(const fs::path& file) {
 
 Result<AtomicFile> AtomicFile::create(const fs::path& target) {
     static std::atomic<unsigned> serial{0};
-    auto place = behind_links(target);
-    if (!place)
-        return tl::unexpected(place.error());
-    const fs::path folder = folder_of(*place);
+    auto resolved = resolve_links(target);
+    if (!resolved)
+        return tl::unexpected(resolved.error());
+    const fs::path folder = folder_of(*resolved);
     if (is_first_visit(folder))
         remove_abandoned_in(folder);
-    const std::string prefix = std::string(staged_prefix) + std::to_string(getpid()) + '-';
+    const std::string prefix = std::string(temporary_prefix) + std::to_string(getpid()) + '-';
     for (;;) {
-        fs::path staged = place->parent_path() / (prefix + std::to_string(serial++)).append(staged_suffix);
-        const int descriptor = open(staged.c_str(), O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
+        fs::path temporary =
+            resolved->parent_path() / (prefix + std::to_string(serial++)).append(temporary_suffix);
+        const int descriptor = open(temporary.c_str(), O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
         if (descriptor < 0 && errno != EEXIST)
             return tl::unexpected(system_failure(target, errno));
         if (descriptor < 0)
             continue;
         if (lock(descriptor) && !is_nameless(descriptor))
-            return AtomicFile(std::move(*place), std::move(staged), descriptor);
-        close(descriptor); // another process has just taken it for abandoned, and removes it
+            return AtomicFile(std::move(*resolved), std::move(temporary), descriptor);
+        close(descriptor); // another process took it for abandoned and is removing it
     }
 }
 
 AtomicFile::~AtomicFile() {
-    if (!staged_.empty())
-        unlink(staged_.c_str());
+    if (!temporary_.empty())
+        unlink(temporary_.c_str());
     if (descriptor_ >= 0)
         close(descriptor_);
 }
@@ -130,15 +132,15 @@ Result<void> AtomicFile::write(std::string_view text) {
 }
 
 Result<void> AtomicFile::publish_as(const fs::path& target, ExistingFile existing) {
-    const auto place = behind_links(target);
-    if (!place)
-        return tl::unexpected(place.error());
-    // Its lock outlasts the closing: until it has its name it must not look abandoned.
-    const Descriptor locked(fcntl(descriptor_, F_DUPFD_CLOEXEC, 0));
-    if (locked < 0 || fsync(descriptor_) != 0 || close(std::exchange(descriptor_, -1)) != 0 ||
-        !move_into_place(staged_, *place, existing))
+    const auto resolved = resolve_links(target);
+    if (!resolved)
+        return tl::unexpected(resolved.error());
+    // The duplicate keeps the lock: until the file has its name it must not look abandoned.
+    const Descriptor lock_holder(fcntl(descriptor_, F_DUPFD_CLOEXEC, 0));
+    if (lock_holder < 0 || fsync(descriptor_) != 0 || close(std::exchange(descriptor_, -1)) != 0 ||
+        !move_into_place(temporary_, *resolved, existing))
         return tl::unexpected(system_failure(target, errno));
-    staged_.clear();
+    temporary_.clear();
     return {};
 }
 
@@ -147,7 +149,7 @@ Result<bool> AtomicFile::has_bytes_of(const fs::path& file) const {
     if (other < 0)
         return tl::unexpected(system_failure(file, errno));
     for (off_t position = 0;; position += static_cast<off_t>(block_bytes)) {
-        const auto own_bytes = read_at(descriptor_, staged_, position, block_bytes);
+        const auto own_bytes = read_at(descriptor_, temporary_, position, block_bytes);
         const auto other_bytes = read_at(other, file, position, block_bytes);
         if (!own_bytes || !other_bytes)
             return tl::unexpected((own_bytes ? other_bytes : own_bytes).error());
@@ -158,31 +160,31 @@ Result<bool> AtomicFile::has_bytes_of(const fs::path& file) const {
     }
 }
 
-Result<void> copy_whole(const fs::path& file, const fs::path& copy) {
+Result<void> copy_atomically(const fs::path& file, const fs::path& copy) {
     const Descriptor source(open(file.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC));
     if (source < 0)
         return tl::unexpected(system_failure(file, errno));
-    auto staged = AtomicFile::create(copy);
-    if (!staged)
-        return tl::unexpected(staged.error());
+    auto written = AtomicFile::create(copy);
+    if (!written)
+        return tl::unexpected(written.error());
     for (off_t position = 0;;) {
         const auto bytes = read_at(source, file, position, block_bytes);
         if (!bytes)
             return tl::unexpected(bytes.error());
         if (bytes->empty())
             break;
-        if (auto written = staged->write(*bytes); !written)
-            return written;
+        if (auto result = written->write(*bytes); !result)
+            return result;
         position += static_cast<off_t>(bytes->size());
     }
-    return staged->publish(ExistingFile::keep);
+    return written->publish(ExistingFile::keep);
 }
 
 Result<void> write_file(const fs::path& file, std::string_view text) {
-    auto staged = AtomicFile::create(file);
-    if (!staged)
-        return tl::unexpected(staged.error());
-    return staged->write(text).and_then([&] { return staged->publish(ExistingFile::replace); });
+    auto written = AtomicFile::create(file);
+    if (!written)
+        return tl::unexpected(written.error());
+    return written->write(text).and_then([&] { return written->publish(ExistingFile::replace); });
 }
 
 } // namespace headless

@@ -10,22 +10,22 @@ namespace headless {
 
 namespace fs = std::filesystem;
 
-Result<std::string> read_at(int descriptor, const fs::path& file, off_t position, std::size_t most) {
-    std::string bytes(most, '\0');
+Result<std::string> read_at(int descriptor, const fs::path& file, off_t position, std::size_t max_bytes) {
+    std::string bytes(max_bytes, '\0');
     for (std::size_t done = 0;;) {
         const ssize_t got =
-            pread(descriptor, bytes.data() + done, most - done, position + static_cast<off_t>(done));
+            pread(descriptor, bytes.data() + done, max_bytes - done, position + static_cast<off_t>(done));
         if (got < 0 && errno != EINTR)
             return tl::unexpected(system_failure(file, errno));
         done += static_cast<std::size_t>(std::max<ssize_t>(got, 0));
-        if (got == 0 || done == most) {
+        if (got == 0 || done == max_bytes) {
             bytes.resize(done);
             return bytes;
         }
     }
 }
 
-Result<std::optional<std::string>> beginning_of(const fs::path& file, std::size_t most) {
+Result<std::optional<std::string>> beginning_of(const fs::path& file, std::size_t max_bytes) {
     constexpr std::size_t block_bytes = std::size_t{1} << 16;
     std::error_code error;
     const fs::file_status status = fs::status(file, error);
@@ -33,12 +33,12 @@ Result<std::optional<std::string>> beginning_of(const fs::path& file, std::size_
         return tl::unexpected(system_failure(file, error.value()));
     if (!fs::is_regular_file(status))
         return std::nullopt;
-    // Not blocking, in case a pipe has taken the file's place since.
+    // Non-blocking, in case a pipe has taken the file's place since.
     const Descriptor descriptor(open(file.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC));
     if (descriptor < 0)
         return tl::unexpected(system_failure(file, errno));
     for (std::string text;;) {
-        const std::size_t wanted = std::min(most - text.size(), block_bytes);
+        const std::size_t wanted = std::min(max_bytes - text.size(), block_bytes);
         const auto block = read_at(descriptor, file, static_cast<off_t>(text.size()), wanted);
         if (!block)
             return tl::unexpected(block.error());

@@ -1,5 +1,5 @@
 #pragma once
-// Reading files by the system's own calls, so that a read that fails is not taken for the end of the file.
+// Reads files by system calls, so that a failed read is not mistaken for the end of the file.
 
 #include "headless/base/failure.hpp"
 
@@ -12,7 +12,7 @@
 
 namespace headless {
 
-/// Owns a file descriptor; below 0 there is none.
+/// Owns a file descriptor; a negative number is none.
 class Descriptor {
 public:
     explicit Descriptor(int number) : number_(number) {}
@@ -28,16 +28,16 @@ private:
     int number_;
 };
 
-/// The bytes of an open file from `position` on, at most so many; fewer only at its end.
-/// @param file  its name for a failure
+/// Returns up to `max_bytes` bytes of an open file from `position` on; fewer only at its end.
+/// @param file  the name for a failure
 Result<std::string> read_at(int descriptor, const std::filesystem::path& file, off_t position,
-                            std::size_t most);
+                            std::size_t max_bytes);
 
-/// The first bytes of a file, at most so many. None where no regular file lies: pipes and devices are not
-/// opened, as they might never answer. Fails, naming the file, when it cannot be read.
-Result<std::optional<std::string>> beginning_of(const std::filesystem::path& file, std::size_t most);
+/// Returns up to `max_bytes` bytes from the start of a file. Empty if there is no regular file: pipes and
+/// devices are not opened, as they might block forever. Fails, naming the file, if it cannot be read.
+Result<std::optional<std::string>> beginning_of(const std::filesystem::path& file, std::size_t max_bytes);
 
-/// The same of the whole file.
+/// As beginning_of, of the whole file.
 Result<std::optional<std::string>> text_of(const std::filesystem::path& file);
 
 } // namespace headless

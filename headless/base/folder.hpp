@@ -1,5 +1,5 @@
 #pragma once
-// The folder around a file, and its place on the disk.
+// The folder that contains a file.
 
 #include "headless/base/failure.hpp"
 
@@ -10,7 +10,8 @@ namespace headless {
 /// The folder that contains a file of this path; "." for a bare name.
 std::filesystem::path folder_of(const std::filesystem::path& file);
 
-/// Returns when names given and removed in the folder would survive a power cut.
+/// Syncs the folder: on return, files created, renamed and removed in it survive a power cut. Fails, naming the
+/// folder.
 Result<void> flush_folder(const std::filesystem::path& folder);
 
 } // namespace headless

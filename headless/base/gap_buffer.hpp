@@ -1,6 +1,6 @@
 #pragma once
-// A gap buffer, for a list that is edited at one place after the other, as when a plug-in deletes points or
-// selects items one by one. In a plain vector each edit would move all elements after it.
+// A gap buffer: a list that is fast to edit at neighbouring places, as when a plug-in deletes points or selects
+// items one by one. In a plain vector each edit would move all elements after it.
 
 #include <cstddef>
 #include <deque>

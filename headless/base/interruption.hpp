@@ -19,27 +19,27 @@ namespace detail {
 
 constexpr std::array<int, 3> signals{SIGINT, SIGTERM, SIGHUP};
 
-inline std::atomic<int> noted = 0;
-inline std::atomic<Clock::rep> noted_at = 0;
+inline std::atomic<int> received = 0;
+inline std::atomic<Clock::rep> received_at = 0;
 inline std::atomic<void (*)(void*)> reaction = nullptr;
 inline std::atomic<void*> argument = nullptr;
-inline std::atomic<pthread_t> watcher;
+inline std::atomic<pthread_t> watching_thread;
 
 static_assert(std::atomic<Clock::rep>::is_always_lock_free && std::atomic<pthread_t>::is_always_lock_free);
 
 /// Runs as a signal handler, on the thread that called watch().
-inline void note(int number) {
-    if (pthread_equal(pthread_self(), watcher) == 0) {
-        pthread_kill(watcher, number);
+inline void handle(int number) {
+    if (pthread_equal(pthread_self(), watching_thread) == 0) {
+        pthread_kill(watching_thread, number);
         return;
     }
     for (const int each : signals) {
         struct sigaction present {};
-        if (sigaction(each, nullptr, &present) == 0 && present.sa_handler == note)
+        if (sigaction(each, nullptr, &present) == 0 && present.sa_handler == handle)
             std::signal(each, SIG_DFL);
     }
-    noted_at = Clock::now().time_since_epoch().count();
-    noted = number;
+    received_at = Clock::now().time_since_epoch().count();
+    received = number;
     if (const auto react = reaction.load())
         react(argument);
 }
@@ -49,22 +49,22 @@ inline void note(int number) {
 /// From now on the signals are recorded on the calling thread. A signal that is ignored, as under nohup,
 /// stays ignored.
 inline void watch() {
-    detail::watcher = pthread_self();
-    struct sigaction noting {}; // no SA_RESTART: a dialog must stop waiting
-    noting.sa_handler = detail::note;
+    detail::watching_thread = pthread_self();
+    struct sigaction action {}; // no SA_RESTART: a dialog must stop waiting
+    action.sa_handler = detail::handle;
     for (const int each : detail::signals) {
         struct sigaction present {};
         if (sigaction(each, nullptr, &present) == 0 && present.sa_handler != SIG_IGN)
-            sigaction(each, &noting, nullptr);
+            sigaction(each, &action, nullptr);
     }
 }
 
 /// The number of the signal that came, 0 if none has.
-inline int signal_number() { return detail::noted; }
+inline int signal_number() { return detail::received; }
 
 /// How long ago the signal came.
 inline Clock::duration age() {
-    return Clock::now().time_since_epoch() - Clock::duration(detail::noted_at.load());
+    return Clock::now().time_since_epoch() - Clock::duration(detail::received_at.load());
 }
 
 /// While this object exists, a signal also makes one more call, from within the signal handler.

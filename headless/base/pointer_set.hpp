@@ -35,7 +35,7 @@ public:
     }
 
 private:
-    // The slot that holds the address, or where it would be inserted.
+    // The slot that holds the address, or in which it would be inserted.
     std::size_t slot_of(const void* address) const {
         constexpr std::uint64_t golden_ratio = 0x9E3779B97F4A7C15U; // spreads evenly spaced addresses
         std::size_t slot = (reinterpret_cast<std::uintptr_t>(address) * golden_ratio) >> shift_;

@@ -26,13 +26,13 @@ struct Session {
     std::vector<workstation::ScriptFunction> functions;
 };
 
-/// Null if none is open. A workstation that nobody closes is left until the process ends: by the time static
-/// objects are destroyed, those of the plug-in are gone.
+/// Null if none is open. A workstation that is never closed stays until the process ends: when static objects
+/// are destroyed, those of the plug-in are already gone.
 Session* session = nullptr;
 std::deque<Failure> failures;
-std::string told;
+std::string last_message;
 
-void remember(const char* reason) noexcept {
+void add_failure(const char* reason) noexcept {
     try {
         failures.push_back({reason});
     } catch (...) { // no memory even for the reason; the caller still gets false
@@ -49,9 +49,9 @@ bool succeeds(Body body) noexcept {
             failures.push_back(result.error());
         return result.has_value();
     } catch (const std::exception& error) {
-        remember(error.what());
+        add_failure(error.what());
     } catch (...) {
-        remember("unknown exception");
+        add_failure("unknown exception");
     }
     return false;
 }
@@ -113,9 +113,9 @@ const char* next_failure() {
             failures.push_back(std::move(reported));
     if (failures.empty())
         return nullptr;
-    told = report::printable(failures.front().message);
+    last_message = report::printable(failures.front().message);
     failures.pop_front();
-    return told.c_str();
+    return last_message.c_str();
 }
 
 } // namespace

@@ -78,7 +78,7 @@ bool analyze_take_loudness(workstation::Workstation& workstation, MediaItem_Take
     if (!take)
         return false;
     const audio::LoudnessRequest request{.integrated = integrated != nullptr,
-                                         .range = range != nullptr,
+                                         .loudness_range = range != nullptr,
                                          .true_peak = wants_true_peak,
                                          .short_term_maximum = short_term_maximum || short_term_position,
                                          .momentary_maximum = true};
@@ -89,7 +89,7 @@ bool analyze_take_loudness(workstation::Workstation& workstation, MediaItem_Take
     }
     const double start_seconds = take->item().position_seconds();
     put(integrated, loudness->integrated_lufs.value_or(silence_lufs));
-    put(range, loudness->range_lu.value_or(0.0));
+    put(range, loudness->loudness_range_lu.value_or(0.0));
     if (loudness->true_peak_dbtp)
         put_placed(true_peak, true_peak_position, *loudness->true_peak_dbtp, 0.0);
     put_placed(short_term_maximum, short_term_position,

@@ -67,11 +67,11 @@ ReaProject* get_item_project(workstation::Workstation& workstation, MediaItem* h
 
 double number_on_track(const project::Item& item) {
     const auto& items = item.track().items();
-    const auto stands_before = [](const project::Item* left, const project::Item* right) {
-        return left->stands_before(*right);
+    const auto comes_before = [](const project::Item* left, const project::Item* right) {
+        return left->comes_before(*right);
     };
     const auto place =
-        std::ranges::lower_bound(items, &item, stands_before, &std::unique_ptr<project::Item>::get);
+        std::ranges::lower_bound(items, &item, comes_before, &std::unique_ptr<project::Item>::get);
     return static_cast<double>(place - items.begin());
 }
 

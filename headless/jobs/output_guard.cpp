@@ -54,7 +54,7 @@ Result<bool> is_own_list(const std::filesystem::path& file) {
 Result<std::optional<Failure>> OutputGuard::objection_to_audio(const std::filesystem::path& target) const {
     if (!is_taken(target))
         return std::nullopt;
-    if (const auto place = behind_links(target); !place)
+    if (const auto place = resolve_links(target); !place)
         return place.error();
     if (inputs_.contains(target))
         return refusal(target, "is one of the recordings");
@@ -87,7 +87,7 @@ Result<void> OutputGuard::permits_in_folder(const std::filesystem::path& target,
         return tl::unexpected(Failure{target.string() + ": the folder for the " + kind + " does not exist"});
     if (!is_taken(target))
         return {};
-    if (const auto place = behind_links(target); !place)
+    if (const auto place = resolve_links(target); !place)
         return tl::unexpected(place.error());
     if (inputs_.contains(target))
         return tl::unexpected(refusal(target, "is one of the recordings"));

@@ -142,7 +142,7 @@ void PairRecorder::settle(std::vector<Failure> reports) {
     if (is_whole && settings_.match)
         read_levels(pairs_.back(), reports);
     if (!pairs_.empty())
-        remark_shortfalls();
+        remark_truncations();
     for (Failure& report : reports) {
         if (!pairs_.empty())
             add(pairs_.back().remark, report.message);
@@ -150,11 +150,12 @@ void PairRecorder::settle(std::vector<Failure> reports) {
     }
 }
 
-void PairRecorder::remark_shortfalls() {
+void PairRecorder::remark_truncations() {
     report::ImportedPair& pair = pairs_.back();
     const auto remark_on = [&](const project::Item* item, const char* line) {
         const std::string remark =
-            item ? report::shortfall_remark(workstation_.audio().shortfall(item->take(0)->source.file)) : "";
+            item ? report::truncation_remark(workstation_.audio().truncation(item->take(0)->source.file))
+                 : "";
         add(pair.remark, remark.empty() ? "" : line + remark);
     };
     remark_on(base_, "its base line ");

@@ -45,7 +45,7 @@ private:
     void complete(const std::filesystem::path& subject, project::Item* item);
     void refuse(const char* side, std::vector<Failure> reports);
     void settle(std::vector<Failure> reports);
-    void remark_shortfalls();
+    void remark_truncations();
     void read_levels(report::ImportedPair& pair, std::vector<Failure>& reports);
 
     workstation::Workstation& workstation_;

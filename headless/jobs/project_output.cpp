@@ -41,7 +41,7 @@ Result<void> check_project_output(const OutputGuard& guard, const std::filesyste
 
 Result<std::string> back_up_foreign_original(const std::filesystem::path& file) {
     namespace fs = std::filesystem;
-    const auto project = behind_links(file);
+    const auto project = resolve_links(file);
     if (!project)
         return tl::unexpected(project.error());
     std::error_code error;
@@ -53,7 +53,7 @@ Result<std::string> back_up_foreign_original(const std::filesystem::path& file) 
     fs::path kept = project->string() + "-bak";
     for (int number = 2; fs::exists(fs::symlink_status(kept, error)); ++number)
         kept = project->string() + "-bak" + std::to_string(number);
-    return copy_whole(*project, kept)
+    return copy_atomically(*project, kept)
         .map_error([](const Failure& failure) {
             return Failure{failure.message + " (the project cannot be kept as it was)"};
         })
@@ -67,7 +67,7 @@ Result<std::string> back_up_foreign_original(const std::filesystem::path& file) 
 Result<std::vector<Failure>> save_project_as(workstation::Workstation& workstation,
                                              const std::filesystem::path& file) {
     project::Project& project = workstation.project();
-    const auto place = behind_links(file);
+    const auto place = resolve_links(file);
     if (!place)
         return tl::unexpected(place.error());
     const std::filesystem::path target = true_path(*place);

@@ -24,13 +24,13 @@ double next_position(const project::Track& track) {
 }
 
 /// Empty if the recording is too short, or if loudness is not defined for its format.
-Result<std::optional<double>> momentary_maximum(audio::AudioCache& store, const std::filesystem::path& file) {
-    const auto format = store.format(file);
+Result<std::optional<double>> momentary_maximum(audio::AudioCache& cache, const std::filesystem::path& file) {
+    const auto format = cache.format(file);
     if (!format)
         return tl::unexpected(format.error());
     if (!audio::is_loudness_defined(format->sample_rate, format->channels))
         return std::nullopt;
-    return audio::measure_loudness(store, file, {0, format->frames}, audio::GainCurve{},
+    return audio::measure_loudness(cache, file, {0, format->frames}, audio::GainCurve{},
                                    audio::LoudnessRequest::momentary_only())
         .map([](const audio::Loudness& loudness) -> std::optional<double> {
             const auto& maximum = loudness.momentary_maximum_lufs;
@@ -161,7 +161,7 @@ Result<report::RideReport> RideSession::ride_item(project::Item& item, const std
                               .points_kept = edit.points_kept,
                               .momentary_max_before_lufs = *before,
                               .momentary_max_after_lufs = *after};
-    report.remark = report::shortfall_remark(workstation_->audio().shortfall(recorded.source.file));
+    report.remark = report::truncation_remark(workstation_->audio().truncation(recorded.source.file));
     add_gains(report, recorded);
     return report;
 }

@@ -50,12 +50,12 @@ void Item::operator delete(void* item) { item_memory.give(item); }
 
 Item::Item(Track& track, std::uint64_t serial, double position_seconds, double length_seconds)
     : track_(track), serial_(serial), position_seconds_(position_seconds), length_seconds_(length_seconds) {
-    track.project().live_objects_.enter(this);
+    track.project().live_objects_.add(this);
 }
 
 Item::~Item() {
     takes_.clear();
-    track_.project().live_objects_.leave(this);
+    track_.project().live_objects_.remove(this);
 }
 
 void Item::set_position_seconds(double position_seconds) {
@@ -68,18 +68,18 @@ void Item::set_position_seconds(double position_seconds) {
     auto self = std::move(*place);
     items.erase(place);
     Project& project = track_.project();
-    project.forget_end(end_seconds());
+    project.remove_end(end_seconds());
     position_seconds_ = position_seconds;
-    project.note_end(end_seconds());
+    project.add_end(end_seconds());
     items.insert(track_.place_of(*this), std::move(self));
     set_selected(was_selected);
 }
 
 void Item::set_length_seconds(double length_seconds) {
     if (std::isfinite(length_seconds)) {
-        track_.project().forget_end(end_seconds());
+        track_.project().remove_end(end_seconds());
         length_seconds_ = std::max(length_seconds, 0.0);
-        track_.project().note_end(end_seconds());
+        track_.project().add_end(end_seconds());
     }
 }
 
@@ -114,7 +114,7 @@ void Item::crop_to_active_take() {
     active_take_ = 0;
 }
 
-bool Item::stands_before(const Item& other) const {
+bool Item::comes_before(const Item& other) const {
     return std::pair(position_seconds_, serial_) < std::pair(other.position_seconds_, other.serial_);
 }
 

@@ -68,7 +68,7 @@ public:
     void crop_to_active_take();
 
     /// The order of items on a track: by position, and at the same position in the order of creation.
-    bool stands_before(const Item& other) const;
+    bool comes_before(const Item& other) const;
 
 private:
     Track& track_;

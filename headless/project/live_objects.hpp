@@ -17,12 +17,12 @@ class Envelope;
 class LiveObjects {
 public:
     template <class T>
-    void enter(const T* object) {
+    void add(const T* object) {
         sets_[kind_of<T>()].insert(object);
     }
 
     template <class T>
-    void leave(const T* object) {
+    void remove(const T* object) {
         sets_[kind_of<T>()].erase(object);
     }
 

@@ -5,10 +5,10 @@
 
 namespace headless::project {
 
-bool StandsBefore::operator()(const Item* left, const Item* right) const {
+bool ComesBefore::operator()(const Item* left, const Item* right) const {
     if (&left->track() != &right->track())
         return left->track().index() < right->track().index();
-    return left->stands_before(*right);
+    return left->comes_before(*right);
 }
 
 Project::Project() : master_(std::make_unique<Track>(*this)) {}
@@ -18,7 +18,7 @@ Project::~Project() = default;
 Track& Project::insert_track(std::size_t index) {
     const std::size_t place = std::min(index, tracks_.size());
     tracks_.insert(tracks_.begin() + static_cast<std::ptrdiff_t>(place), std::make_unique<Track>(*this));
-    number_tracks();
+    renumber_tracks();
     return *tracks_[place];
 }
 
@@ -26,18 +26,18 @@ void Project::erase_track(const Track& track) {
     const std::size_t index = track.index();
     if (this->track(index) != &track)
         return;
-    close_gap_of(index);
+    pass_on_depth_change(index);
     Track& going = *tracks_[index];
     for (const auto& item : going.items()) {
         item->set_selected(false);
-        forget_end(item->end_seconds());
+        remove_end(item->end_seconds());
     }
     going.set_selected(false);
     tracks_.erase(tracks_.begin() + static_cast<std::ptrdiff_t>(index));
-    number_tracks();
+    renumber_tracks();
 }
 
-void Project::number_tracks() {
+void Project::renumber_tracks() {
     for (std::size_t index = 0; index < tracks_.size(); ++index)
         tracks_[index]->index_ = index;
     tree_is_stale_ = true;
@@ -46,7 +46,7 @@ void Project::number_tracks() {
 
 // Passes the depth change of a track that will be erased to the neighbour that keeps the depths of the
 // others.
-void Project::close_gap_of(std::size_t index) {
+void Project::pass_on_depth_change(std::size_t index) {
     const int change = tracks_[index]->folder_depth_change();
     if (change > 0) {
         if (const auto last = last_in_folder(index))
@@ -67,7 +67,7 @@ std::optional<std::size_t> Project::last_in_folder(std::size_t index) const {
     return std::nullopt;
 }
 
-void Project::work_out_tree() const {
+void Project::update_tree() const {
     if (!tree_is_stale_)
         return;
     std::vector<Track*> open_folders;
@@ -117,13 +117,13 @@ void Project::select_all_items(bool selected) {
 }
 
 // Records that an item now ends here.
-void Project::note_end(double end_seconds) {
+void Project::add_end(double end_seconds) {
     if (items_end_seconds_)
         items_end_seconds_ = std::max(*items_end_seconds_, end_seconds);
 }
 
 // Records that an item no longer ends here.
-void Project::forget_end(double end_seconds) {
+void Project::remove_end(double end_seconds) {
     if (end_seconds >= items_end_seconds_)
         items_end_seconds_.reset();
 }

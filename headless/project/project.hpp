@@ -17,7 +17,7 @@
 namespace headless::project {
 
 /// Track order, then the order on the track.
-struct StandsBefore {
+struct ComesBefore {
     bool operator()(const Item* left, const Item* right) const;
     bool operator()(const Track* left, const Track* right) const { return left->index() < right->index(); }
 };
@@ -63,10 +63,10 @@ public:
     Item* item(std::size_t index) const;
 
     void select_all_items(bool selected);
-    const Selection<Item, StandsBefore>& selected_items() const { return selected_items_; }
+    const Selection<Item, ComesBefore>& selected_items() const { return selected_items_; }
 
     /// Without the master.
-    const Selection<Track, StandsBefore>& selected_tracks() const { return selected_tracks_; }
+    const Selection<Track, ComesBefore>& selected_tracks() const { return selected_tracks_; }
 
     /// Where the last item, marker or region ends; 0 for an empty project.
     double end_seconds() const;
@@ -78,17 +78,17 @@ private:
     friend class Item;
     friend class Take;
 
-    void number_tracks();
+    void renumber_tracks();
     void count_items() const;
-    void note_end(double end_seconds);
-    void forget_end(double end_seconds);
-    void close_gap_of(std::size_t index);
-    void work_out_tree() const;
+    void add_end(double end_seconds);
+    void remove_end(double end_seconds);
+    void pass_on_depth_change(std::size_t index);
+    void update_tree() const;
     std::optional<std::size_t> last_in_folder(std::size_t index) const;
 
     LiveObjects live_objects_; // first: objects unregister in their destructors
-    Selection<Item, StandsBefore> selected_items_;
-    Selection<Track, StandsBefore> selected_tracks_;
+    Selection<Item, ComesBefore> selected_items_;
+    Selection<Track, ComesBefore> selected_tracks_;
     std::uint64_t next_item_serial_ = 0;
     mutable bool tree_is_stale_ = false;
     mutable bool item_counts_are_stale_ = false;

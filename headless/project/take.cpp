@@ -12,14 +12,14 @@ double Source::length_seconds() const {
 
 Take::Take(Item& item, Source take_source, std::string take_name)
     : source(std::move(take_source)), name(std::move(take_name)), item_(item) {
-    item.track().project().live_objects_.enter(this);
+    item.track().project().live_objects_.add(this);
 }
 
 Take::~Take() {
     LiveObjects& live_objects = item_.track().project().live_objects_;
     for (const auto& envelope : envelopes_)
-        live_objects.leave(envelope.get());
-    live_objects.leave(this);
+        live_objects.remove(envelope.get());
+    live_objects.remove(this);
 }
 
 Envelope* Take::envelope(std::string_view wanted) const {
@@ -31,7 +31,7 @@ Envelope* Take::envelope(std::string_view wanted) const {
 
 Envelope& Take::add_envelope(std::string envelope_name) {
     envelopes_.push_back(std::make_unique<Envelope>(std::move(envelope_name)));
-    item_.track().project().live_objects_.enter(envelopes_.back().get());
+    item_.track().project().live_objects_.add(envelopes_.back().get());
     return *envelopes_.back();
 }
 

@@ -7,11 +7,11 @@
 
 namespace headless::project {
 
-Track::Track(Project& project) : project_(project) { project.live_objects_.enter(this); }
+Track::Track(Project& project) : project_(project) { project.live_objects_.add(this); }
 
 Track::~Track() {
     items_.clear();
-    project_.live_objects_.leave(this);
+    project_.live_objects_.remove(this);
 }
 
 void Track::set_selected(bool selected) {
@@ -32,12 +32,12 @@ void Track::set_folder_depth_change(int change) {
 }
 
 int Track::depth() const {
-    project_.work_out_tree();
+    project_.update_tree();
     return depth_;
 }
 
 Track* Track::parent() const {
-    project_.work_out_tree();
+    project_.update_tree();
     return parent_;
 }
 
@@ -45,7 +45,7 @@ Item& Track::add_item(double position_seconds, double length_seconds) {
     const auto finite = [](double seconds) { return std::isfinite(seconds) ? seconds : 0.0; };
     auto item = std::make_unique<Item>(*this, project_.next_item_serial_++, finite(position_seconds),
                                        std::max(finite(length_seconds), 0.0));
-    project_.note_end(item->end_seconds());
+    project_.add_end(item->end_seconds());
     project_.item_counts_are_stale_ = true;
     return **items_.insert(place_of(*item), std::move(item));
 }
@@ -54,7 +54,7 @@ void Track::erase_item(const Item& item) {
     const auto place = place_of(item);
     if (place != items_.end() && place->get() == &item) {
         (*place)->set_selected(false);
-        project_.forget_end(item.end_seconds());
+        project_.remove_end(item.end_seconds());
         project_.item_counts_are_stale_ = true;
         items_.erase(place);
     }
@@ -62,7 +62,7 @@ void Track::erase_item(const Item& item) {
 
 std::vector<std::unique_ptr<Item>>::iterator Track::place_of(const Item& item) {
     return std::ranges::lower_bound(
-        items_, item, [](const Item& left, const Item& right) { return left.stands_before(right); },
+        items_, item, [](const Item& left, const Item& right) { return left.comes_before(right); },
         [](const std::unique_ptr<Item>& owner) -> const Item& { return *owner; });
 }
 

@@ -57,7 +57,7 @@ public:
 
 private:
     friend class Item;    // moves itself when its position changes
-    friend class Project; // numbers the tracks and works out the tree
+    friend class Project; // renumbers the tracks and updates the tree
 
     std::vector<std::unique_ptr<Item>>::iterator place_of(const Item& item);
 

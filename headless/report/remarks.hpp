@@ -9,10 +9,10 @@
 namespace headless::report {
 
 /// Empty for a complete recording.
-inline std::string shortfall_remark(const std::optional<audio::Shortfall>& shortfall) {
-    return shortfall ? "holds " + std::to_string(shortfall->held_frames) + " of the " +
-                           std::to_string(shortfall->claimed_frames) + " frames that its header claims"
-                     : "";
+inline std::string truncation_remark(const std::optional<audio::Truncation>& truncation) {
+    return truncation ? "holds " + std::to_string(truncation->decoded_frames) + " of the " +
+                            std::to_string(truncation->claimed_frames) + " frames that its header claims"
+                      : "";
 }
 
 } // namespace headless::report

@@ -13,7 +13,7 @@ Result<void> save_project(const project::Project& project, const std::filesystem
 }
 
 Result<void> load_project(project::Project& project, const std::filesystem::path& given) {
-    const auto place = behind_links(given);
+    const auto place = resolve_links(given);
     if (!place)
         return tl::unexpected(place.error());
     const std::filesystem::path& file = *place;

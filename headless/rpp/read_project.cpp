@@ -9,8 +9,6 @@
 namespace headless::rpp {
 namespace {
 
-using rpp::ChunkReader;
-
 /// The effect of the line of that name on a T.
 template <class T>
 struct Rule {

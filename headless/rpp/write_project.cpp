@@ -7,9 +7,6 @@
 namespace headless::rpp {
 namespace {
 
-using rpp::ChunkWriter;
-using rpp::Plain;
-
 std::string file_text(const std::filesystem::path& file, const std::filesystem::path& folder) {
     std::error_code ignored; // a path that cannot be made absolute stays as it is
     const auto whole = [&](const std::filesystem::path& path) {
@@ -50,7 +47,7 @@ void write_source(ChunkWriter& out, const project::Source& source, const std::fi
     const bool is_word = !source.type.empty() && std::ranges::all_of(source.type, [](unsigned char c) {
         return c > ' ' && c < 0x7F && c != '"' && c != '\'' && c != '`';
     });
-    out.open("SOURCE", Plain{is_word ? source.type : rpp::in_quotes(source.type)});
+    out.open("SOURCE", Plain{is_word ? source.type : in_quotes(source.type)});
     if (!source.file.empty())
         out.line("FILE", file_text(source.file, folder));
     out.close();
@@ -141,7 +138,10 @@ void write_master(ChunkWriter& out, const project::Track& master) {
     out.line("MASTER_SEL", master.selected());
 }
 
-bool fits(const std::string& text) { return rpp::in_quotes(text).substr(1, text.size()) == text; }
+// What reads back from a line that holds the text.
+std::string as_written(const std::string& text) { return in_quotes(text).substr(1, text.size()); }
+
+bool fits(const std::string& text) { return as_written(text) == text; }
 
 // Most paths can be decided as they are; making a path relative to the folder is expensive.
 bool path_fits(const std::filesystem::path& file, const std::filesystem::path& folder) {
@@ -150,7 +150,7 @@ bool path_fits(const std::filesystem::path& file, const std::filesystem::path& f
 
 // Names of tracks and takes have a form for all quotes; those of markers share their line with other fields.
 void note_name(std::vector<ChangedName>& changed, std::string object, const std::string& name) {
-    if (const std::string written = rpp::on_one_line(name); written != name)
+    if (const std::string written = on_one_line(name); written != name)
         changed.push_back({std::move(object), name, written});
 }
 
@@ -174,9 +174,8 @@ std::vector<ChangedName> names_that_do_not_fit(const project::Project& project) 
     std::vector<ChangedName> changed;
     for (const project::Marker& marker : project.markers.all()) {
         if (!fits(marker.name)) {
-            const std::string quoted = rpp::in_quotes(marker.name);
             changed.push_back({(marker.is_region ? "region " : "marker ") + std::to_string(marker.number),
-                               marker.name, quoted.substr(1, marker.name.size())});
+                               marker.name, as_written(marker.name)});
         }
     }
     for (const auto& track : project.tracks())
@@ -201,7 +200,7 @@ std::vector<std::filesystem::path> paths_that_do_not_fit(const project::Project&
 
 std::string project_text(const project::Project& project, const std::filesystem::path& folder) {
     ChunkWriter out;
-    out.open(rpp::own_beginning.substr(1), 0); // no time of saving: the same project gives the same bytes
+    out.open(own_beginning.substr(1), 0); // no time of saving: the same project gives the same bytes
     out.line("RIPPLE", 0);
     out.line("PANLAW", 1);
     out.line("TIMEMODE", 1, 5, -1, project.frame_rate, project.drop_frame, 0, -1);

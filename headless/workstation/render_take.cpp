@@ -39,7 +39,7 @@ Result<ExistingRender> judge(const Workstation& workstation, const fs::path& fil
 }
 
 // Empty if the name belongs to another file.
-Result<fs::path> publish_as(fs::path file, AtomicFile& staged, const Workstation& workstation,
+Result<fs::path> publish_as(fs::path file, AtomicFile& render, const Workstation& workstation,
                             const project::Take& take) {
     const bool taken = is_taken(file);
     const Result<ExistingRender> judgement = taken ? judge(workstation, file, take) : ExistingRender::replace;
@@ -48,20 +48,20 @@ Result<fs::path> publish_as(fs::path file, AtomicFile& staged, const Workstation
     if (*judgement == ExistingRender::avoid)
         return fs::path();
     if (*judgement == ExistingRender::use_if_same)
-        return staged.has_bytes_of(file).map([&](bool is_same) { return is_same ? file : fs::path(); });
-    return staged.publish_as(file, taken ? ExistingFile::replace : ExistingFile::keep).map([&] {
+        return render.has_bytes_of(file).map([&](bool is_same) { return is_same ? file : fs::path(); });
+    return render.publish_as(file, taken ? ExistingFile::replace : ExistingFile::keep).map([&] {
         return file;
     });
 }
 
 // Publishes under the plain name, or with the first number that is free.
-Result<fs::path> publish(const fs::path& plain, AtomicFile& staged, Workstation& workstation,
+Result<fs::path> publish(const fs::path& plain, AtomicFile& render, Workstation& workstation,
                          const project::Take& take) {
     const std::string_view stem = without_audio_extension(take.name);
-    Result<fs::path> file = publish_as(plain, staged, workstation, take);
+    Result<fs::path> file = publish_as(plain, render, workstation, take);
     for (std::size_t& number = workstation.last_render_number(plain); file && file->empty();) {
         const std::string ending = std::string("-").append(three_digits(++number)).append(".wav");
-        file = publish_as(plain.parent_path() / file_name_for(stem, ending), staged, workstation, take);
+        file = publish_as(plain.parent_path() / file_name_for(stem, ending), render, workstation, take);
     }
     return file;
 }
@@ -77,14 +77,13 @@ Result<project::Take*> render_to_new_take(project::Item& item, Workstation& work
         return tl::unexpected(audio.error());
     const fs::path plain =
         workstation.render_folder() / file_name_for(without_audio_extension(take->name), ".wav");
-    auto staged =
-        audio::stage_render(workstation.audio(), take->source.file, audio->range, gain_of(*take), plain);
-    if (!staged)
-        return tl::unexpected(staged.error());
-    const auto file = publish(plain, staged->file, workstation, *take);
+    auto render = audio::render(workstation.audio(), take->source.file, audio->range, gain_of(*take), plain);
+    if (!render)
+        return tl::unexpected(render.error());
+    const auto file = publish(plain, render->file, workstation, *take);
     if (!file)
         return tl::unexpected(file.error());
-    const audio::AudioFormat& written = staged->format;
+    const audio::AudioFormat& written = render->format;
     std::string name(without_audio_extension(take->name));
     name.append(" render ").append(three_digits(item.takes().size()));
     const double pan = take->pan;

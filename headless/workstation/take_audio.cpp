@@ -23,18 +23,18 @@ tl::unexpected<Failure> failure_of(const project::Take& take, const std::string&
 
 } // namespace
 
-Result<audio::AudioFormat> decoded_format(audio::AudioCache& store, const std::filesystem::path& file) {
-    return store.read(file, {0, 1}, [](std::span<const float>) { return Result<void>(); }).and_then([&] {
-        return store.format(file);
+Result<audio::AudioFormat> decoded_format(audio::AudioCache& cache, const std::filesystem::path& file) {
+    return cache.read(file, {0, 1}, [](std::span<const float>) { return Result<void>(); }).and_then([&] {
+        return cache.format(file);
     });
 }
 
-Result<TakeAudio> audio_of(audio::AudioCache& store, const project::Take& take) {
+Result<TakeAudio> audio_of(audio::AudioCache& cache, const project::Take& take) {
     if (const std::string setting = unsupported_setting(take); !setting.empty())
         return failure_of(take, setting + " is not supported");
     if (take.source.file.empty())
         return failure_of(take, "has no audio file");
-    const Result<audio::AudioFormat> format = store.format(take.source.file);
+    const Result<audio::AudioFormat> format = cache.format(take.source.file);
     if (!format)
         return tl::unexpected(format.error());
     const double first = std::round(take.start_offset_seconds * format->sample_rate);

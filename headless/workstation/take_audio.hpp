@@ -14,12 +14,12 @@ struct TakeAudio {
 };
 
 /// The format of the file with as many frames as can be decoded, whatever its header claims.
-Result<audio::AudioFormat> decoded_format(audio::AudioCache& store, const std::filesystem::path& file);
+Result<audio::AudioFormat> decoded_format(audio::AudioCache& cache, const std::filesystem::path& file);
 
 /// The frames that the take's item plays, silent outside the file. Fails, naming the take, if there is no
 /// file or no length, and for unsupported settings: a play rate other than 1, a pitch shift, a channel mode,
 /// a source that repeats.
-Result<TakeAudio> audio_of(audio::AudioCache& store, const project::Take& take);
+Result<TakeAudio> audio_of(audio::AudioCache& cache, const project::Take& take);
 
 /// Take volume times the volume envelope if that is active; frame 0 is the item's first frame.
 /// @param factor linear, on top of both

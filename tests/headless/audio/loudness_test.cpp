@@ -12,9 +12,9 @@ measure(const std::vector<float>& samples, int sample_rate, int channels,
         const audio::LoudnessRequest& request = audio::LoudnessRequest::everything()) {
     const ScratchFolder folder;
     const auto file = write_sound(folder / "sound.wav", samples, sample_rate, channels);
-    audio::AudioCache store;
+    audio::AudioCache cache;
     const auto frames = static_cast<std::int64_t>(samples.size()) / channels;
-    return audio::measure_loudness(store, file, {0, frames}, audio::GainCurve(), request);
+    return audio::measure_loudness(cache, file, {0, frames}, audio::GainCurve(), request);
 }
 
 audio::PlacedReading momentary(const std::vector<float>& samples, int sample_rate, int channels) {
@@ -28,7 +28,7 @@ class LoudnessAtRate : public testing::TestWithParam<int> {};
 
 // EBU Tech 3341, minimum requirement test 13: file i holds a stereo 1 kHz tone of 0.4 s at -23 dBFS, i * 20
 // ms late.
-TEST_P(LoudnessAtRate, FindsTheMomentaryMaximumOfAToneWhereverItLies) {
+TEST_P(LoudnessAtRate, FindsATone) {
     const int rate = GetParam();
     for (int i = 0; i < 20; ++i) {
         const auto maximum = momentary(silence(i * 0.02, rate, 2) + tone(0.4, peak_of_dbfs(-23), rate, 2) +
@@ -40,7 +40,7 @@ TEST_P(LoudnessAtRate, FindsTheMomentaryMaximumOfAToneWhereverItLies) {
 }
 
 // Test 14: one file of 20 such tones, each 1 dB louder from -38 dBFS on and 20 ms later in its stretch.
-TEST_P(LoudnessAtRate, FindsTheMomentaryMaximumOfTonesThatGrowLouder) {
+TEST_P(LoudnessAtRate, FindsTheLoudestTone) {
     const int rate = GetParam();
     std::vector<float> samples;
     for (int i = 0; i < 20; ++i) {
@@ -76,7 +76,7 @@ void expect_equal(const audio::PlacedReading& found, const audio::PlacedReading&
     EXPECT_NEAR(found.position_seconds, expected.position_seconds, 1e-9);
 }
 
-TEST(Loudness, HasTheMaximaThatAskingTheLibraryAtEveryTenMillisecondsGives) {
+TEST(Loudness, FindsTheMaximaOfAllWindows) {
     for (const int rate : {8000, 11025, 22050, 44056, 48000}) {
         SCOPED_TRACE(rate);
         std::vector<float> samples;
@@ -94,24 +94,24 @@ TEST(Loudness, HasTheMaximaThatAskingTheLibraryAtEveryTenMillisecondsGives) {
 }
 
 // EBU Tech 3341 tests 1 and 12, and EBU Tech 3342 test 1, shortened.
-TEST(Loudness, ReadsThePublishedValuesOfSteadyAndSteppedTones) {
+TEST(Loudness, MeasuresThePublishedValues) {
     const auto steady = measure(tone(20.0, peak_of_dbfs(-23), 48000, 2), 48000, 2).value();
     EXPECT_NEAR(steady.integrated_lufs.value(), -23.0, 0.1);
     EXPECT_NEAR(steady.short_term_maximum_lufs.value().value, -23.0, 0.1);
     EXPECT_NEAR(steady.true_peak_dbtp.value().value, -23.0, 0.2);
     const auto stepped =
         measure(tone(20.0, peak_of_dbfs(-20), 48000, 2) + tone(20.0, peak_of_dbfs(-30), 48000, 2), 48000, 2);
-    EXPECT_NEAR(stepped.value().range_lu.value(), 10.0, 1.0);
+    EXPECT_NEAR(stepped.value().loudness_range_lu.value(), 10.0, 1.0);
 }
 
-TEST(Loudness, OfTheCoarseReadingLooksAtOneWindowEvery400Milliseconds) {
+TEST(Loudness, ReadsOneWindowEvery400MillisecondsCoarsely) {
     const auto samples = silence(0.2, 48000) + tone(0.4, 0.1, 48000) + silence(0.6, 48000);
     const auto coarse = measure(samples, 48000, 1, {.momentary_maximum = true, .hop_milliseconds = 400});
     EXPECT_NEAR(coarse.value().momentary_maximum_lufs->value, momentary(samples, 48000, 1).value - 3.01,
                 0.05);
 }
 
-TEST(Loudness, HasTheReadingsThatTheLengthAllowsAndTheyAreInfiniteForSilence) {
+TEST(Loudness, GivesReadingsThatTheLengthAllows) {
     for (const double seconds : {0.399, 0.4, 2.999, 3.0}) {
         SCOPED_TRACE(seconds);
         const auto loudness = measure(silence(seconds, 44100), 44100, 1).value();
@@ -120,12 +120,12 @@ TEST(Loudness, HasTheReadingsThatTheLengthAllowsAndTheyAreInfiniteForSilence) {
                   -HUGE_VAL);
         EXPECT_EQ(loudness.integrated_lufs, seconds >= 0.4 ? std::optional(-HUGE_VAL) : std::nullopt);
         EXPECT_EQ(loudness.short_term_maximum_lufs.has_value(), seconds >= 3.0);
-        EXPECT_EQ(loudness.range_lu.has_value(), seconds >= 3.0);
+        EXPECT_EQ(loudness.loudness_range_lu.has_value(), seconds >= 3.0);
         EXPECT_EQ(loudness.true_peak_dbtp.value().value, -HUGE_VAL);
     }
 }
 
-TEST(Loudness, PlacesTheTruePeakWhereItIs) {
+TEST(Loudness, LocatesTheTruePeak) {
     auto samples = tone(1.0, 0.1, 48000);
     samples[36000] = 0.9F;
     const auto true_peak = measure(samples, 48000, 1, {.true_peak = true})->true_peak_dbtp.value();
@@ -133,7 +133,7 @@ TEST(Loudness, PlacesTheTruePeakWhereItIs) {
     EXPECT_GT(true_peak.value, -1.0);
 }
 
-TEST(Loudness, FailsAtRatesThatItIsNotDefinedFor) {
+TEST(Loudness, FailsAtUndefinedRates) {
     EXPECT_THAT(measure(noise(100, 0.5), 100, 1, audio::LoudnessRequest::momentary_only()),
                 fails_telling("100 Hz"));
 }

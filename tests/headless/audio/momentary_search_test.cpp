@@ -8,13 +8,13 @@ namespace {
 
 audio::PlacedReading momentary_maximum(Result<audio::MomentarySearch> search,
                                        const std::vector<float>& samples) {
-    search->take(samples);
+    search->process(samples);
     return search->readings().momentary_maximum_lufs.value();
 }
 
 audio::PlacedReading momentary_maximum(Result<audio::LoudnessMeter> meter,
                                        const std::vector<float>& samples) {
-    meter->take(samples);
+    meter->process(samples);
     return meter->readings().momentary_maximum_lufs.value();
 }
 
@@ -34,7 +34,7 @@ std::vector<float> bursts(int rate, int channels) {
     return samples;
 }
 
-TEST(MomentarySearch, FindsWhatAMeterFindsThatHearsEverything) {
+TEST(MomentarySearch, FindsWhatAFullMeasurementFinds) {
     for (const int rate : {4000, 8000, 11025, 44100, 48000, 192000}) {
         for (const int channels : {1, 2, 6}) {
             SCOPED_TRACE(testing::Message() << rate << " Hz, " << channels << " channels");

@@ -18,16 +18,16 @@ struct PeaksTest : testing::Test {
     Peaks measure(const audio::PeakRequest& request, std::size_t intervals) {
         const std::size_t size = intervals * static_cast<std::size_t>(request.channel_count);
         Peaks peaks{std::vector<double>(size, 9.0), std::vector<double>(size, 9.0), 0};
-        peaks.delivered = audio::measure_peaks(store, file, request, peaks.maxima, peaks.minima);
+        peaks.delivered = audio::measure_peaks(cache, file, request, peaks.maxima, peaks.minima);
         return peaks;
     }
 
     ScratchFolder folder;
     std::filesystem::path file = folder / "sound.wav";
-    audio::AudioCache store;
+    audio::AudioCache cache;
 };
 
-TEST_F(PeaksTest, AreTheTrueExtremesOfEachMillisecond) {
+TEST_F(PeaksTest, AreTheExtremesOfEachMillisecond) {
     for (const std::int64_t rate : {8000, 11025, 44100, 96000}) {
         SCOPED_TRACE(rate);
         const std::int64_t frames = rate * 3 / 2;
@@ -45,7 +45,7 @@ TEST_F(PeaksTest, AreTheTrueExtremesOfEachMillisecond) {
     }
 }
 
-TEST_F(PeaksTest, FoldAllChannelsIntoOneOrTellThemApart) {
+TEST_F(PeaksTest, FoldOrSeparateChannels) {
     write_sound(file, {0.1F, -0.9F, 0.2F, 0.3F}, 1000, 2);
     const auto folded = measure({}, 2);
     EXPECT_EQ(folded.maxima, (std::vector<double>{0.1F, 0.3F}));
@@ -56,7 +56,7 @@ TEST_F(PeaksTest, FoldAllChannelsIntoOneOrTellThemApart) {
 }
 
 // Ten frames at 10 Hz with the values 1 to 10, so that frame f lies at f / 10 seconds.
-TEST_F(PeaksTest, CoverTheFramesFromTheStartAskedFor) {
+TEST_F(PeaksTest, BeginAtTheRequestedStart) {
     struct Place {
         audio::PeakRequest request;
         std::int64_t delivered;
@@ -75,7 +75,7 @@ TEST_F(PeaksTest, CoverTheFramesFromTheStartAskedFor) {
     }
 }
 
-TEST_F(PeaksTest, FailForRequestsThatMakeNoSense) {
+TEST_F(PeaksTest, FailForInvalidRequests) {
     write_sound(file, {0.5F}, 8000);
     for (const audio::PeakRequest request :
          {audio::PeakRequest{0.0, 0.0, 1}, {std::nan(""), 1.0, 1}, {1e300, 1.0, 1}})

@@ -1,4 +1,4 @@
-#include "headless/audio/render.hpp"
+#include "tests/headless/audio/published_render.hpp"
 #include "tests/headless/support/failures.hpp"
 #include "tests/headless/support/sound_files.hpp"
 
@@ -13,7 +13,7 @@ using testing::ElementsAre;
 
 struct Render : testing::Test {
     ScratchFolder folder;
-    audio::AudioCache store;
+    audio::AudioCache cache;
     std::filesystem::path target = folder / "target.wav";
 };
 
@@ -30,7 +30,7 @@ project::Envelope dense_envelope() {
     return envelope;
 }
 
-TEST(GainCurve, HasTheSameGainsWhereverItsBlocksBeginAsFrameByFrame) {
+TEST(GainCurve, IsTheSameForAllBlockStarts) {
     const project::Envelope envelope = dense_envelope();
     const audio::GainCurve curve(envelope, 0.03, 2.0);
     for (const std::size_t channels : {1U, 2U, 3U}) {
@@ -49,16 +49,16 @@ TEST(GainCurve, HasTheSameGainsWhereverItsBlocksBeginAsFrameByFrame) {
     }
 }
 
-TEST_F(Render, WritesEachFrameTimesTheEnvelopesValueThereWithoutClipping) {
+TEST_F(Render, AppliesTheEnvelopeWithoutClipping) {
     const auto samples = noise(60000, 0.9);
     const project::Envelope envelope = dense_envelope();
     for (const int rate : {8000, 11025, 44100, 192000}) {
         SCOPED_TRACE(rate);
         const auto source = write_sound(folder / "source.wav", samples, rate, 3);
-        const auto format = audio::render(store, source, {-10, 20020}, audio::GainCurve(envelope, 0.01, 2.0),
-                                          target, ExistingFile::replace);
+        const auto format = test::render(cache, source, {-10, 20020}, audio::GainCurve(envelope, 0.01, 2.0),
+                                         target, ExistingFile::replace);
         EXPECT_EQ(format, (audio::AudioFormat{rate, 3, 20020}));
-        EXPECT_EQ(store.format(target), (audio::AudioFormat{rate, 3, 20020}));
+        EXPECT_EQ(cache.format(target), (audio::AudioFormat{rate, 3, 20020}));
         const auto rendered = read_sound(target).samples;
         for (std::size_t i = 0; i < 60060; ++i) {
             const std::size_t frame = i / 3;
@@ -70,42 +70,42 @@ TEST_F(Render, WritesEachFrameTimesTheEnvelopesValueThereWithoutClipping) {
     }
 }
 
-TEST_F(Render, GivesTheSameBytesForTheSameInputAndMarksThemAsItsOwn) {
+TEST_F(Render, IsReproducibleAndMarked) {
     const auto source =
         write_sound(folder / "source.flac", noise(40000, 0.9), 8000, 1, SF_FORMAT_FLAC | SF_FORMAT_PCM_16);
     audio::AudioCache streaming(0);
-    ASSERT_TRUE(audio::render(store, source, {0, 40000}, audio::GainCurve(0.3), folder / "first.wav"));
-    ASSERT_TRUE(audio::render(streaming, source, {0, 40000}, audio::GainCurve(0.3), folder / "second.wav"));
+    ASSERT_TRUE(test::render(cache, source, {0, 40000}, audio::GainCurve(0.3), folder / "first.wav"));
+    ASSERT_TRUE(test::render(streaming, source, {0, 40000}, audio::GainCurve(0.3), folder / "second.wav"));
     EXPECT_EQ(bytes_of(folder / "first.wav"), bytes_of(folder / "second.wav"));
     EXPECT_EQ(bytes_of(folder / "first.wav").find("PEAK"), std::string::npos) << "it holds the time";
     EXPECT_EQ(audio::is_own_file(folder / "first.wav"), true);
     EXPECT_EQ(audio::is_own_file(source), false);
 }
 
-TEST_F(Render, ReplacesAnExistingFileOnlyWhenToldTo) {
+TEST_F(Render, ReplacesAnExistingFileOnRequestOnly) {
     const auto source = write_sound(folder / "source.wav", {0.5F, 0.25F}, 8000);
     write_bytes(target, "precious");
-    EXPECT_THAT(audio::render(store, source, {0, 2}, audio::GainCurve(), target),
+    EXPECT_THAT(test::render(cache, source, {0, 2}, audio::GainCurve(), target),
                 fails_telling(target.string()));
     EXPECT_EQ(bytes_of(target), "precious");
-    EXPECT_TRUE(audio::render(store, source, {0, 2}, audio::GainCurve(), target, ExistingFile::replace));
+    EXPECT_TRUE(test::render(cache, source, {0, 2}, audio::GainCurve(), target, ExistingFile::replace));
     EXPECT_EQ(read_sound(target).samples, (std::vector{0.5F, 0.25F}));
     EXPECT_EQ(names_in(folder.path).size(), 2U);
 }
 
 // Writing past the limit fails as on a full disk.
-TEST_F(Render, TellsWhyItFailsAndLeavesNothingBehind) {
+TEST_F(Render, LeavesNothingBehindOnFailure) {
     const auto source = write_sound(folder / "source.wav", noise(50000, 0.5), 8000);
-    EXPECT_THAT(audio::render(store, source, {0, 1}, audio::GainCurve(), folder / "none/target.wav"),
+    EXPECT_THAT(test::render(cache, source, {0, 1}, audio::GainCurve(), folder / "none/target.wav"),
                 fails_telling("none/target.wav: No such file"));
-    EXPECT_FALSE(audio::render(store, folder / "missing.wav", {0, 1}, audio::GainCurve(), target));
-    EXPECT_FALSE(audio::render(store, source, {0, 0}, audio::GainCurve(), target));
+    EXPECT_FALSE(test::render(cache, folder / "missing.wav", {0, 1}, audio::GainCurve(), target));
+    EXPECT_FALSE(test::render(cache, source, {0, 0}, audio::GainCurve(), target));
     rlimit whole{};
     getrlimit(RLIMIT_FSIZE, &whole);
     const rlimit small{100000, whole.rlim_max};
     const auto old_handler = std::signal(SIGXFSZ, SIG_IGN);
     setrlimit(RLIMIT_FSIZE, &small);
-    const auto rendered = audio::render(store, source, {0, 50000}, audio::GainCurve(), target);
+    const auto rendered = test::render(cache, source, {0, 50000}, audio::GainCurve(), target);
     setrlimit(RLIMIT_FSIZE, &whole);
     std::signal(SIGXFSZ, old_handler);
     EXPECT_THAT(rendered, fails_telling("File too large"));

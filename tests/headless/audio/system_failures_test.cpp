@@ -1,7 +1,7 @@
 // Reads, writes and syncs that fail in the middle of an audio file: this program's own calls of the system
 // fail on demand.
 
-#include "headless/audio/render.hpp"
+#include "tests/headless/audio/published_render.hpp"
 #include "tests/headless/support/failures.hpp"
 #include "tests/headless/support/sound_files.hpp"
 
@@ -53,7 +53,7 @@ struct SystemFailures : testing::Test {
     const std::filesystem::path source = folder / "source";
 };
 
-TEST_F(SystemFailures, OfReadsAreNotTakenForTheEndOfARecording) {
+TEST_F(SystemFailures, OfReadsAreNotTheEndOfAFile) {
     const std::pair<const char*, int> formats[] = {{"wav", SF_FORMAT_WAV | SF_FORMAT_PCM_16},
                                                    {"float wav", float_wav},
                                                    {"aiff", SF_FORMAT_AIFF | SF_FORMAT_PCM_24},
@@ -65,9 +65,9 @@ TEST_F(SystemFailures, OfReadsAreNotTakenForTheEndOfARecording) {
         const auto size = static_cast<off_t>(std::filesystem::file_size(source));
         for (const std::size_t limit : {audio::AudioCache::default_byte_limit, std::size_t{0}}) {
             for (const off_t place : {off_t{0}, size / 4, size / 2, size - 1}) {
-                audio::AudioCache store(limit);
+                audio::AudioCache cache(limit);
                 reads_fail_behind = place;
-                const auto read = store.read(source, {0, 200000}, [](auto) { return Result<void>(); });
+                const auto read = cache.read(source, {0, 200000}, [](auto) { return Result<void>(); });
                 reads_fail_behind = -1;
                 EXPECT_THAT(read, fails_telling("source: Input/output error")) << place;
             }
@@ -75,11 +75,11 @@ TEST_F(SystemFailures, OfReadsAreNotTakenForTheEndOfARecording) {
     }
 }
 
-TEST_F(SystemFailures, OfWritesLeaveNoRenderAndOfReadsMakeNoneForeign) {
+TEST_F(SystemFailures, OfWritesLeaveNoRender) {
     write_sound(source, noise(50000, 0.5), 48000);
-    audio::AudioCache store;
+    audio::AudioCache cache;
     const auto render_it = [&] {
-        return audio::render(store, source, {0, 50000}, audio::GainCurve(0.5), folder / "target.wav");
+        return test::render(cache, source, {0, 50000}, audio::GainCurve(0.5), folder / "target.wav");
     };
     int failures = 0;
     for (bool is_whole = false; !is_whole; ++failures) {

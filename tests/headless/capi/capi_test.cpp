@@ -3,10 +3,9 @@
 #include "headless/capi/capi.hpp"
 #include "tests/headless/support/scratch_folder.hpp"
 
-#include <gmock/gmock.h>
-
 #include <algorithm>
 #include <cstdint>
+#include <gmock/gmock.h>
 #include <map>
 
 namespace headless::test {

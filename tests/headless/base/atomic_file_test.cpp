@@ -19,8 +19,8 @@ pid_t start_writer(const fs::path& folder) {
         return -1;
     const pid_t writer = fork();
     if (writer == 0) {
-        auto staged = AtomicFile::create(folder / "never");
-        const bool is_told = staged && staged->write("half of it") && write(ready[1], "x", 1) == 1;
+        auto file = AtomicFile::create(folder / "never");
+        const bool is_told = file && file->write("half of it") && write(ready[1], "x", 1) == 1;
         pause();
         _exit(is_told ? 0 : 1);
     }
@@ -36,7 +36,7 @@ void kill_writer(pid_t writer) {
     waitpid(writer, nullptr, 0);
 }
 
-TEST(AtomicFile, RemovesWhatKilledWritersLeftAndNothingOfLivingOnes) {
+TEST(AtomicFile, RemovesFilesOfKilledWritersOnly) {
     const ScratchFolder folder;
     const pid_t killed = start_writer(folder.path);
     const pid_t living = start_writer(folder.path);
@@ -50,7 +50,46 @@ TEST(AtomicFile, RemovesWhatKilledWritersLeftAndNothingOfLivingOnes) {
     kill_writer(living);
 }
 
-TEST(AtomicFile, IsWrittenWhereLinksLead) {
+TEST(AtomicFile, AppearsWhenPublished) {
+    const ScratchFolder folder;
+    {
+        auto file = AtomicFile::create(folder / "file");
+        ASSERT_TRUE(file);
+        EXPECT_TRUE(file->write("whole"));
+        EXPECT_FALSE(fs::exists(folder / "file"));
+        EXPECT_TRUE(file->publish(ExistingFile::keep));
+    }
+    {
+        auto late = AtomicFile::create(folder / "file");
+        ASSERT_TRUE(late);
+        EXPECT_TRUE(late->write("other"));
+        EXPECT_THAT(late->publish(ExistingFile::keep), fails_telling("file: File exists"));
+    }
+    EXPECT_EQ(bytes_of(folder / "file"), "whole");
+    EXPECT_THAT(names_in(folder.path), ElementsAre("file"));
+}
+
+TEST(AtomicFile, HasThePermissionsOfAnOrdinaryFile) {
+    const ScratchFolder folder;
+    write_bytes(folder / "ordinary", "");
+    EXPECT_TRUE(write_file(folder / "file", ""));
+    EXPECT_EQ(fs::status(folder / "file").permissions(), fs::status(folder / "ordinary").permissions());
+}
+
+TEST(AtomicFile, CopiesToANewNameOnly) {
+    const ScratchFolder folder;
+    const std::string bytes(100000, 'a');
+    write_bytes(folder / "file", bytes);
+    EXPECT_TRUE(copy_atomically(folder / "file", folder / "copy"));
+    EXPECT_EQ(bytes_of(folder / "copy"), bytes);
+    write_bytes(folder / "taken", "kept");
+    EXPECT_FALSE(copy_atomically(folder / "file", folder / "taken"));
+    EXPECT_EQ(bytes_of(folder / "taken"), "kept");
+    EXPECT_THAT(copy_atomically(folder / "missing", folder / "new"), fails_telling("missing: No such file"));
+    EXPECT_THAT(names_in(folder.path), UnorderedElementsAre("file", "copy", "taken"));
+}
+
+TEST(AtomicFile, IsWrittenThroughLinks) {
     const ScratchFolder folder;
     fs::create_directory(folder / "far");
     write_bytes(folder / "far/file", "old");
@@ -58,7 +97,8 @@ TEST(AtomicFile, IsWrittenWhereLinksLead) {
     fs::create_symlink("near", folder / "nearer");
     EXPECT_TRUE(write_file(folder / "nearer", "new"));
     EXPECT_EQ(bytes_of(folder / "far/file"), "new");
-    EXPECT_TRUE(fs::is_symlink(folder / "near") && fs::is_symlink(folder / "nearer"));
+    EXPECT_TRUE(fs::is_symlink(folder / "near"));
+    EXPECT_TRUE(fs::is_symlink(folder / "nearer"));
     EXPECT_THAT(names_in(folder / "far"), ElementsAre("file"));
     fs::create_symlink("nowhere", folder / "dangling");
     fs::create_symlink("circle", folder / "circle");
@@ -66,18 +106,19 @@ TEST(AtomicFile, IsWrittenWhereLinksLead) {
     EXPECT_THAT(write_file(folder / "circle", ""), fails_telling("circle: is a link that leads in a circle"));
 }
 
-TEST(AtomicFile, HasTheBytesOfAnEqualFileOnly) {
+TEST(AtomicFile, ComparesItsBytes) {
     const ScratchFolder folder;
     const std::string bytes(100000, 'a');
-    auto staged = AtomicFile::create(folder / "file");
-    ASSERT_TRUE(staged && staged->write(bytes));
+    auto file = AtomicFile::create(folder / "file");
+    ASSERT_TRUE(file);
+    ASSERT_TRUE(file->write(bytes));
     write_bytes(folder / "same", bytes);
     write_bytes(folder / "longer", bytes + "a");
     write_bytes(folder / "other", bytes.substr(1) + "b");
-    EXPECT_EQ(staged->has_bytes_of(folder / "same"), true);
+    EXPECT_EQ(file->has_bytes_of(folder / "same"), true);
     for (const char* name : {"longer", "other"})
-        EXPECT_EQ(staged->has_bytes_of(folder / name), false) << name;
-    EXPECT_THAT(staged->has_bytes_of(folder / "missing"), fails_telling("missing: No such file"));
+        EXPECT_EQ(file->has_bytes_of(folder / name), false) << name;
+    EXPECT_THAT(file->has_bytes_of(folder / "missing"), fails_telling("missing: No such file"));
 }
 
 } // namespace

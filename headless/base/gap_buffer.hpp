@@ -1,19 +1,19 @@
 #pragma once
-// A gap buffer: a list that is fast to edit at neighbouring places, as when a plug-in deletes points or selects
-// items one by one. In a plain vector each edit would move all elements after it.
+// A gap buffer: a list that is fast to edit at neighbouring places, as when a plug-in deletes points or
+// selects items one by one. In a plain vector each edit would move all elements after it.
 
 #include <cstddef>
-#include <deque>
 #include <span>
 #include <utility>
 #include <vector>
 
 namespace headless {
 
-/// Elements by index. Access takes constant time. Inserting and erasing take time in proportion to the distance
-/// from the gap, which is at the last edit. Growing copies no elements, and what is erased is freed: a list may
-/// have millions of elements.
-template <class T>
+/// Elements by index. Access takes constant time. Inserting and erasing take time in proportion to the
+/// distance from the gap, which is at the last edit.
+/// @tparam Stack  std::vector is the fastest; std::deque is for millions of elements, as growing copies none
+/// and what is erased is freed
+template <class T, class Stack = std::vector<T>>
 class GapBuffer {
 public:
     GapBuffer() = default;
@@ -59,8 +59,8 @@ private:
             before_.push_back(std::move(behind_.back()));
     }
 
-    std::deque<T> before_; ///< the elements before the gap
-    std::deque<T> behind_; ///< the elements after the gap, last element first
+    Stack before_; ///< the elements before the gap
+    Stack behind_; ///< the elements after the gap, last element first
 };
 
 } // namespace headless

@@ -109,7 +109,7 @@ void sort_points(workstation::Workstation& workstation, BR_Envelope* handle) {
     if (workstation::EnvelopeObject* object = workstation.envelope_objects().find(handle)) {
         auto points = object->points.elements();
         std::ranges::stable_sort(points, {}, &project::EnvelopePoint::position_seconds);
-        object->points = GapBuffer(std::span<const project::EnvelopePoint>(points));
+        object->points = workstation::EnvelopePoints(std::span<const project::EnvelopePoint>(points));
     }
 }
 

@@ -6,7 +6,7 @@ namespace headless::workstation {
 
 BR_Envelope* EnvelopeObjects::take_out(project::Envelope& envelope, double zero_seconds) {
     auto object = std::make_unique<EnvelopeObject>(
-        EnvelopeObject{&envelope, zero_seconds, envelope.properties, GapBuffer(envelope.points()), {}});
+        EnvelopeObject{&envelope, zero_seconds, envelope.properties, EnvelopePoints(envelope.points()), {}});
     auto* handle = reinterpret_cast<BR_Envelope*>(object.get());
     objects_.emplace(handle, std::move(object));
     return handle;

@@ -6,17 +6,21 @@
 #include "headless/base/handles.hpp"
 #include "headless/workstation/workstation.hpp"
 
+#include <deque>
 #include <memory>
 #include <unordered_map>
 
 namespace headless::workstation {
+
+/// A volume ride of a day has millions of points.
+using EnvelopePoints = GapBuffer<project::EnvelopePoint, std::deque<project::EnvelopePoint>>;
 
 /// A copy of an envelope being edited. Points are addressed by index and keep their places until sorted.
 struct EnvelopeObject {
     project::Envelope* target; ///< may no longer exist at write-back
     double zero_seconds;       ///< zero of the positions, relative to the take's start
     project::EnvelopeProperties properties;
-    GapBuffer<project::EnvelopePoint> points;
+    EnvelopePoints points;
     EnvelopeEdit edit;
 };
 

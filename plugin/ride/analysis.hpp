@@ -8,6 +8,7 @@
 #include "api/media/peak_levels.hpp"
 
 #include <array>
+#include <cmath>
 #include <cstddef>
 #include <cstdint>
 #include <optional>
@@ -23,7 +24,7 @@ public:
     /// @param level        of the window's loudest peak, 0 to 100 with four decimals
     RideWindow(std::size_t millisecond, double level)
         : millisecond_(static_cast<std::uint32_t>(millisecond)),
-          level_steps_(static_cast<std::uint32_t>(level * steps_per_decibel + 0.5)) {}
+          level_steps_(static_cast<std::uint32_t>(std::lround(level * steps_per_decibel))) {}
 
     double position_seconds() const { return mediaItem::peak_time(millisecond_); }
 

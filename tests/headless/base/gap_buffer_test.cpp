@@ -2,14 +2,21 @@
 
 #include <gtest/gtest.h>
 
+#include <deque>
 #include <random>
 
 namespace headless {
 namespace {
 
-TEST(GapBuffer, HoldsWhatAVectorHolds) {
+template <class Stack>
+class GapBufferTest : public testing::Test {};
+
+using Stacks = testing::Types<std::vector<int>, std::deque<int>>;
+TYPED_TEST_SUITE(GapBufferTest, Stacks);
+
+TYPED_TEST(GapBufferTest, HoldsWhatAVectorHolds) {
     std::vector<int> expected{1, 2, 3};
-    GapBuffer<int> buffer{std::span<const int>(expected)};
+    GapBuffer<int, TypeParam> buffer{std::span<const int>(expected)};
     std::mt19937 random(7);
     for (int step = 0; step < 3000; ++step) {
         const std::size_t index = random() % (expected.size() + 1);

@@ -22,8 +22,8 @@ class Decoder;
 ///
 /// Only regular files are opened, so that a pipe or device can never block. A file on which the library makes
 /// no progress within the timeout is a failure. The decoded audio of the most recently used files stays in
-/// memory up to the limit; a file larger than the limit is decoded again for each read. A file that has changed
-/// on disk (size, time stamp, inode) is decoded again. Not for use from two threads at once.
+/// memory up to the limit; a file larger than the limit is decoded again for each read. A file that has
+/// changed on disk (size, time stamp, inode) is decoded again. Not for use from two threads at once.
 class AudioCache {
 public:
     static constexpr std::size_t default_byte_limit = std::size_t{256} << 20;

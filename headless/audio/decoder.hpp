@@ -20,8 +20,8 @@ struct Decoded {
     std::int64_t frames = 0;
 };
 
-/// Every failure names the file. A file on which the library makes no progress within the timeout is a failure,
-/// and later attempts with that file fail at once.
+/// Every failure names the file. A file on which the library makes no progress within the timeout is a
+/// failure, and later attempts with that file fail at once.
 class Decoder {
 public:
     /// @param timeout longest time without progress

@@ -26,8 +26,8 @@ public:
     /// Processes the next frames, interleaved.
     void process(std::span<const float> samples);
 
-    /// Skips the frames up to the next hop. The frames processed so far must end at a hop. Only the readings of
-    /// maxima allow skipping.
+    /// Skips the frames up to the next hop. The frames processed so far must end at a hop. Only the readings
+    /// of maxima allow skipping.
     void skip_hop();
 
     /// Number of frames from the start to the end of hop `hop`, counted from 0.

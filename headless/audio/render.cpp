@@ -12,8 +12,8 @@
 namespace headless::audio {
 namespace {
 
-// The mark in the information chunk by which our own files are recognised. libsndfile appends its own name and
-// writes the chunk before the samples.
+// The mark in the information chunk by which our own files are recognised. libsndfile appends its own name
+// and writes the chunk before the samples.
 constexpr const char* own_mark = "felspar";
 constexpr std::size_t max_header_bytes = 1024;
 constexpr std::size_t chunk_heading_bytes = 8;

@@ -12,8 +12,8 @@ namespace headless::audio {
 /// A job counts its steps here. Any change counts as progress.
 using Steps = std::atomic<std::uint64_t>;
 
-/// Runs jobs one at a time on a thread of its own. An abandoned job keeps that thread, until the process ends if
-/// need be, and the next job gets a new one.
+/// Runs jobs one at a time on a thread of its own. An abandoned job keeps that thread, until the process ends
+/// if need be, and the next job gets a new one.
 class Watchdog {
 public:
     Watchdog();

@@ -1,6 +1,6 @@
 #pragma once
-// Files that appear under their name when they are complete, or not at all. A temporary file is written in the
-// same folder and then renamed.
+// Files that appear under their name when they are complete, or not at all. A temporary file is written in
+// the same folder and then renamed.
 
 #include "headless/base/failure.hpp"
 

@@ -19,13 +19,11 @@ void ride_analysis(benchmark::State& state) {
     for (auto& peak : peaks)
         peak = {level_db(random), level_db(random)};
     for (auto _ : state) {
-        const RideCurve curve(scan_ride_windows(peaks), 0);
-        std::size_t flat_count = 0;
-        for (std::size_t i = 0; i < curve.windows().size(); ++i) {
-            benchmark::DoNotOptimize(curve.point_value(curve.windows()[i]));
-            flat_count += curve.is_flat(i);
-        }
-        benchmark::DoNotOptimize(flat_count);
+        const RideScan scan = ScanRideWindows(peaks);
+        const RideLadder ladder = ComputeRideLadder(scan, 0);
+        for (const RideWindow& window : scan.windows)
+            benchmark::DoNotOptimize(AssignPointVol(window, ladder));
+        benchmark::DoNotOptimize(CollectFlatPoints(scan.windows, ladder).data());
     }
     state.SetItemsProcessed(state.iterations() * static_cast<std::int64_t>(milliseconds));
 }

@@ -77,6 +77,15 @@ std::optional<double> boost_ceiling(const RideWindow& window) {
     return std::nullopt;
 }
 
+/// Returns the gain in dB; negative cuts.
+double gain_db(const RideWindow& window, const RideLadder& ladder) {
+    if (window.level() < ladder.m3)
+        return std::min(window.level() - ladder.target, 0.0);
+    const auto ceiling = boost_ceiling(window);
+    // Without a level below the first mean there is no second mean to pull towards: unity.
+    return ceiling && !std::isnan(ladder.m2) ? std::min(*ceiling, window.level() - ladder.m2) : 0.0;
+}
+
 } // namespace
 
 RideScanner::RideScanner(std::size_t expected_levels) {
@@ -105,42 +114,42 @@ RideScan RideScanner::finish() {
     return std::move(scan_);
 }
 
-RideScan scan_ride_windows(std::span<const PeakLevel> peaks) {
+RideScan ScanRideWindows(std::span<const PeakLevel> peaks) {
     RideScanner scanner(peaks.size());
     for (const PeakLevel& level : peaks)
         scanner.take(level);
     return scanner.finish();
 }
 
-RideCurve::RideCurve(RideScan scan, int ratio_type)
-    : windows_(std::move(scan.windows)), second_mean_(mean_below(windows_, scan.sum / scan.loud_count)),
-      third_mean_(mean_below(windows_, second_mean_)) {
-    const double fourth_mean = mean_below(windows_, third_mean_);
-    target_ = third_mean_ + target_fraction(ratio_type) * (fourth_mean - third_mean_);
+RideLadder ComputeRideLadder(const RideScan& scan, int ratioType) {
+    RideLadder ladder{};
+    ladder.m1 = scan.sum / scan.loud_count;
+    ladder.m2 = mean_below(scan.windows, ladder.m1);
+    ladder.m3 = mean_below(scan.windows, ladder.m2);
+    ladder.m4 = mean_below(scan.windows, ladder.m3);
+    ladder.target = ladder.m3 + target_fraction(ratioType) * (ladder.m4 - ladder.m3);
+    return ladder;
 }
 
-double RideCurve::gain_db(const RideWindow& window) const {
-    if (window.level() < third_mean_)
-        return std::min(window.level() - target_, 0.0);
-    const auto ceiling = boost_ceiling(window);
-    // Without a level below the first mean there is no second mean to pull towards: unity.
-    return ceiling && !std::isnan(second_mean_) ? std::min(*ceiling, window.level() - second_mean_) : 0.0;
+RidePoint AssignPointVol(const RideWindow& window, const RideLadder& ladder) {
+    const double gain = gain_db(window, ladder);
+    const bool is_left_alone = window.level() < ladder.m3 && gain == 0.0;
+    return {gain, is_left_alone ? std::nullopt : std::optional(mk_utility::to_reaper_volume(gain))};
 }
 
-std::optional<double> RideCurve::point_value(const RideWindow& window) const {
-    const double gain = gain_db(window);
-    const bool is_left_alone = window.level() < third_mean_ && gain == 0.0;
-    return is_left_alone ? std::nullopt : std::optional(mk_utility::to_reaper_volume(gain));
-}
-
-bool RideCurve::is_flat(std::size_t index) const {
-    if (index == 0 || index + 1 >= windows_.size())
-        return false;
-    const double gain = gain_db(windows_[index]);
-    const auto is_close = [&](const RideWindow& neighbor) {
-        return std::fabs(gain - gain_db(neighbor)) < noticeable_db;
-    };
-    return is_close(windows_[index - 1]) && is_close(windows_[index + 1]);
+std::vector<int> CollectFlatPoints(std::span<const RideWindow> windows, const RideLadder& ladder) {
+    std::vector<int> flat;
+    if (windows.size() < 3)
+        return flat;
+    double previous = gain_db(windows[0], ladder);
+    double gain = gain_db(windows[1], ladder);
+    for (std::size_t i = 1; i + 1 < windows.size(); ++i) {
+        const double next = gain_db(windows[i + 1], ladder);
+        if (std::fabs(gain - previous) < noticeable_db && std::fabs(gain - next) < noticeable_db)
+            flat.push_back(static_cast<int>(i));
+        previous = std::exchange(gain, next);
+    }
+    return flat;
 }
 
 } // namespace mk_api::RIDESCRIBER

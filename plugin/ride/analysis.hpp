@@ -70,33 +70,34 @@ private:
 };
 
 /// The same for levels that are already in memory.
-RideScan scan_ride_windows(std::span<const mediaItem::PeakLevel> peaks);
+RideScan ScanRideWindows(std::span<const mediaItem::PeakLevel> peaks);
 
-/// Decides the gain of every window.
-class RideCurve {
-public:
-    /// @param ratio_type  how far the target lies between the two loudest means: 0 and below cuts lightest, 3
-    /// and above hardest
-    RideCurve(RideScan scan, int ratio_type);
-
-    const std::vector<RideWindow>& windows() const { return windows_; }
-
-    /// The gain in dB; negative cuts.
-    double gain_db(const RideWindow& window) const;
-
-    /// The linear gain to write; nothing if the window's point stays as it is.
-    std::optional<double> point_value(const RideWindow& window) const;
-
-    /// Whether the gain of the window with that index differs from that of both neighbours by less than 0.5
-    /// dB. False for the first and the last window.
-    bool is_flat(std::size_t index) const;
-
-private:
-    std::vector<RideWindow> windows_;
-    // The means of successively louder subsets of the windows. That of an empty subset is NaN.
-    double second_mean_;
-    double third_mean_;
-    double target_;
+/// The means of successively louder subsets of the windows, and the target. The mean of an empty subset is
+/// NaN.
+struct RideLadder {
+    double m1;
+    double m2;
+    double m3;
+    double m4;
+    double target;
 };
+
+/// Computes the means and the target.
+/// @param ratioType  how far the target lies between the two loudest means: 0 and below cuts lightest, 3 and
+/// above hardest
+RideLadder ComputeRideLadder(const RideScan& scan, int ratioType);
+
+/// What is decided for a window's envelope point.
+struct RidePoint {
+    double point_vol;            ///< the gain in dB; negative cuts
+    std::optional<double> value; ///< the linear gain to write; nothing if the point stays as it is
+};
+
+/// Decides the gain of a window. It depends on nothing but the window and the means.
+RidePoint AssignPointVol(const RideWindow& window, const RideLadder& ladder);
+
+/// Returns the indices, in ascending order, of the windows whose gain differs from that of both neighbours by
+/// less than 0.5 dB. The first and the last window are never among them.
+std::vector<int> CollectFlatPoints(std::span<const RideWindow> windows, const RideLadder& ladder);
 
 } // namespace mk_api::RIDESCRIBER

@@ -67,27 +67,24 @@ void clear(BR_Envelope* envelope) {
 
 /// Adds one point per window after the point at the start, then writes window i's gain to id i. So the points
 /// move down by one, and the last id keeps the last window's position at unity.
-void write_points(BR_Envelope* envelope, const RideCurve& curve) {
-    for (const RideWindow& window : curve.windows())
+void write_points(BR_Envelope* envelope, std::span<const RideWindow> windows, const RideLadder& ladder) {
+    for (const RideWindow& window : windows)
         set_point(envelope, new_point, window.position_seconds(), unity);
     int id = 0;
-    for (const RideWindow& window : curve.windows()) {
-        if (const auto value = curve.point_value(window))
+    for (const RideWindow& window : windows) {
+        if (const auto value = AssignPointVol(window, ladder).value)
             set_point(envelope, id, window.position_seconds(), *value);
         ++id;
     }
 }
 
-void delete_flat_points(BR_Envelope* envelope, const RideCurve& curve) {
-    for (std::size_t id = curve.windows().size(); id-- > 0;)
-        if (curve.is_flat(id))
-            BR_EnvDeletePoint(envelope, static_cast<int>(id));
-}
-
 /// Writes the ride's points, but for those that can be left out.
-void write_ride(BR_Envelope* envelope, const RideCurve& curve) {
-    write_points(envelope, curve);
-    delete_flat_points(envelope, curve);
+void write_ride(BR_Envelope* envelope, const RideScan& scan, int ratio_type) {
+    const RideLadder ladder = ComputeRideLadder(scan, ratio_type);
+    write_points(envelope, scan.windows, ladder);
+    const std::vector<int> flat = CollectFlatPoints(scan.windows, ladder);
+    for (auto id = flat.rbegin(); id != flat.rend(); ++id)
+        BR_EnvDeletePoint(envelope, *id);
 }
 
 struct Point {
@@ -142,7 +139,7 @@ bool write_envelope(MediaItem* item, MediaItem_Take* take, int ratio_type) {
     BR_Envelope* object = envelope.get();
     sws::set_in_use(BR_EnvGetProperties, BR_EnvSetProperties, object, true);
     clear(object);
-    write_ride(object, RideCurve(scan_item(item), ratio_type));
+    write_ride(object, scan_item(item), ratio_type);
     delete_same_positions(object);
     BR_EnvFree(envelope.release(), true);
     return true;

@@ -18,10 +18,11 @@ TEST(RideAnalysis, PullsMiddlingWindowsTowardsTheSecondMean) {
     mk_test::Peaks peaks(200, {-60.0, -60.0}); // quiet, so that the windows that count are not at the start
     for (const double level : {20.0, 10.0, 8.0, 6.0})
         peaks.insert(peaks.end(), 10, {-level, -level - 10.0});
-    const RideCurve curve(scan_ride_windows(peaks), 0); // means of 11, 8 and 6, and no fourth
+    const RideScan scan = ScanRideWindows(peaks);
+    const RideLadder ladder = ComputeRideLadder(scan, 0); // means of 11, 8 and 6, and no fourth
     std::vector<double> gains_db;
-    for (std::size_t i = 19; i < curve.windows().size(); ++i)
-        gains_db.push_back(curve.gain_db(curve.windows()[i]));
+    for (std::size_t i = 19; i < scan.windows.size(); ++i)
+        gains_db.push_back(AssignPointVol(scan.windows[i], ladder).point_vol);
     EXPECT_EQ(gains_db, std::vector({0.0, 2.0, 2.0, 0.0, -2.0}));
 }
 
@@ -41,20 +42,18 @@ TEST(RideAnalysis, EqualsThePlainReckoning) {
             min_db = four_decimals(max_db - 1.0 + static_cast<double>(random() % 3));
         }
         const int ratio_type = static_cast<int>(random() % 7) - 1;
-        const RideCurve curve(scan_ride_windows(peaks), ratio_type);
+        const RideScan scan = ScanRideWindows(peaks);
+        const RideLadder ladder = ComputeRideLadder(scan, ratio_type);
         mk_test::PlainScan plain = mk_test::plain_scan(peaks);
         mk_test::plain_assign(plain, ratio_type);
-        ASSERT_EQ(curve.windows().size(), plain.windows.size());
-        std::vector<int> flat;
+        ASSERT_EQ(scan.windows.size(), plain.windows.size());
         for (std::size_t i = 0; i < plain.windows.size(); ++i) {
-            const RideWindow& window = curve.windows()[i];
-            ASSERT_EQ(window.position_seconds(), plain.windows[i].pos);
-            ASSERT_EQ(curve.gain_db(window), plain.windows[i].point_vol);
-            ASSERT_EQ(curve.point_value(window), plain.windows[i].point_value);
-            if (curve.is_flat(i))
-                flat.push_back(static_cast<int>(i));
+            const RidePoint point = AssignPointVol(scan.windows[i], ladder);
+            ASSERT_EQ(scan.windows[i].position_seconds(), plain.windows[i].pos);
+            ASSERT_EQ(point.point_vol, plain.windows[i].point_vol);
+            ASSERT_EQ(point.value, plain.windows[i].point_value);
         }
-        ASSERT_EQ(flat, mk_test::plain_flat(plain));
+        ASSERT_EQ(CollectFlatPoints(scan.windows, ladder), mk_test::plain_flat(plain));
     }
 }
 

@@ -28,7 +28,7 @@ Result<void> AudioCache::read(const std::filesystem::path& file, FrameRange rang
                               const FrameVisitor& visit) {
     const auto visit_unless_interrupted = [&](std::span<const float> block) -> Result<void> {
         if (is_interrupted && is_interrupted())
-            return tl::unexpected(Failure{file.string() + ": interrupted"});
+            return tl::unexpected(path_failure(file, "interrupted", FailureKind::interrupted));
         return visit(block);
     };
     return find_or_open(file).and_then([&](CachedFile* cached) {

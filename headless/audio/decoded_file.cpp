@@ -40,7 +40,7 @@ Result<void> visit_silence(std::int64_t frames, int channels, const FrameVisitor
 }
 
 tl::unexpected<Failure> failure(const std::filesystem::path& file, const char* reason) {
-    return tl::unexpected(Failure{file.string() + ": " + reason});
+    return tl::unexpected(path_failure(file, reason));
 }
 
 constexpr const char* nothing_decoded = "no audio could be decoded";

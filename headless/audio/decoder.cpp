@@ -70,8 +70,7 @@ Result<Value> Decoder::watch(const std::filesystem::path& file, Work work) {
     if (is_done)
         return std::move(**result);
     abandoned_.insert(file.native());
-    return tl::unexpected(
-        Failure{file.string() + ": given up, as the audio library makes no progress with it"});
+    return tl::unexpected(path_failure(file, "given up, as the audio library makes no progress with it"));
 }
 
 Result<SoundFile> Decoder::open(const std::filesystem::path& file) {

@@ -19,7 +19,7 @@ struct MeasuredRange {
 template <class Meter>
 Result<Loudness> measure(const MeasuredRange& audio, Result<Meter> meter) {
     if (!meter)
-        return tl::unexpected(Failure{audio.file.string() + ": " + meter.error().message});
+        return tl::unexpected(path_failure(audio.file, meter.error().message));
     std::vector<float> scaled;
     std::int64_t frame = 0;
     const auto process = [&](std::span<const float> block) -> Result<void> {

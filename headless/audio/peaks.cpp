@@ -149,10 +149,8 @@ Result<std::int64_t> measure_peaks(AudioCache& cache, const std::filesystem::pat
     const auto intervals = static_cast<std::int64_t>(std::min(maxima.size(), minima.size()) / channels);
     const double sample_rate = format->sample_rate;
     const Grid grid{request.start_seconds * sample_rate, sample_rate, request.peaks_per_second};
-    if (request.channel_count < 1 || !grid.is_usable(intervals)) {
-        return tl::unexpected(
-            Failure{file.string() + ": peaks were asked for at an impossible place or rate"});
-    }
+    if (request.channel_count < 1 || !grid.is_usable(intervals))
+        return tl::unexpected(path_failure(file, "peaks were asked for at an impossible place or rate"));
     if (intervals == 0)
         return 0;
     const std::int64_t first = std::clamp<std::int64_t>(grid.begin(0), 0, format->frames);

@@ -97,7 +97,7 @@ Result<RenderedFile> render(AudioCache& cache, const std::filesystem::path& sour
     if (!format)
         return tl::unexpected(format.error());
     if (range.frame_count <= 0)
-        return tl::unexpected(Failure{target.string() + ": there is nothing to render"});
+        return tl::unexpected(path_failure(target, "there is nothing to render"));
     format->frames = range.frame_count;
     auto file = AtomicFile::create(target);
     if (!file)

@@ -12,7 +12,7 @@ namespace headless::audio {
 namespace {
 
 tl::unexpected<Failure> failure(const std::filesystem::path& file, const std::string& reason) {
-    return tl::unexpected(Failure{file.string() + ": " + reason});
+    return tl::unexpected(path_failure(file, reason));
 }
 
 } // namespace

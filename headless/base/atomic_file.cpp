@@ -87,8 +87,7 @@ Result<fs::path> resolve_links(const fs::path& file) {
                          : error == std::errc::too_many_symbolic_link_levels
                              ? "is a link that leads in a circle"
                              : nullptr;
-    return tl::unexpected(reason ? Failure{file.string() + ": " + reason}
-                                 : system_failure(file, error.value()));
+    return tl::unexpected(reason ? path_failure(file, reason) : system_failure(file, error.value()));
 }
 
 Result<AtomicFile> AtomicFile::create(const fs::path& target) {

@@ -40,9 +40,9 @@ Result<std::filesystem::path> output_folder(const RideOptions& options) {
         std::filesystem::create_directory(folder, error);
     if (error)
         return tl::unexpected(
-            Failure{folder.string() + ": cannot make the output folder: " + error.message()});
+            path_failure(folder, "cannot make the output folder: " + error.message(), FailureKind::system));
     if (!std::filesystem::is_directory(folder, error))
-        return tl::unexpected(Failure{folder.string() + ": the output folder does not exist"});
+        return tl::unexpected(path_failure(folder, "the output folder does not exist"));
     return folder;
 }
 

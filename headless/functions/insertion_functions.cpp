@@ -40,7 +40,7 @@ Result<project::Item*> insert_item(workstation::Workstation& workstation, const 
         return tl::unexpected(format.error()); // before a track is created for it
     project::Track* track = track_for(project, mode);
     if (!track)
-        return tl::unexpected(Failure{file.string() + ": there is no track to put it on"});
+        return tl::unexpected(path_failure(file, "there is no track to put it on"));
     Result<project::Item*> item = workstation.insert_audio(*track, file, project.cursor_seconds);
     if (!item)
         return tl::unexpected(item.error());
@@ -62,12 +62,12 @@ Result<project::Item*> insert_takes(workstation::Workstation& workstation, const
 
 Result<project::Item*> insert_in_mode(workstation::Workstation& workstation, const fs::path& file, int mode) {
     if (const auto& is_interrupted = workstation.audio().is_interrupted; is_interrupted && is_interrupted())
-        return tl::unexpected(
-            Failure{file.string() + ": interrupted"}); // without opening the file, as thousands may follow
+        return tl::unexpected( // without opening the file, as thousands may follow
+            path_failure(file, "interrupted", FailureKind::interrupted));
     const int other_bits = mode & 0xFFFF & ~(place_bits | on_track_number | harmless_bits);
     if (other_bits != 0 || (mode & place_bits) == 2) {
         return tl::unexpected(
-            Failure{file.string() + ": insertion mode " + std::to_string(mode) + " is not supported"});
+            path_failure(file, "insertion mode " + std::to_string(mode) + " is not supported"));
     }
     return (mode & place_bits) == 3 ? insert_takes(workstation, file) : insert_item(workstation, file, mode);
 }

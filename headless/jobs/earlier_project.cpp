@@ -112,7 +112,7 @@ std::vector<Failure> EarlierProject::remove_replaced_renders(const project::Proj
         return failures;
     const auto others = text_of_projects_beside(present.file);
     if (!others) {
-        failures.push_back({others.error().message + " (it may play replaced renders, so they stay)"});
+        failures.push_back(with_remark(others.error(), "it may play replaced renders, so they stay"));
         return failures;
     }
     for (const fs::path& file : replaced)

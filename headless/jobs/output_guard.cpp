@@ -16,7 +16,7 @@ namespace headless::jobs {
 namespace {
 
 Failure refusal(const std::filesystem::path& target, const std::string& reason) {
-    return {target.string() + ": not overwritten, as it " + reason};
+    return path_failure(target, "not overwritten, as it " + reason, FailureKind::refused);
 }
 
 /// A broken link is a name that is taken, too.
@@ -84,7 +84,8 @@ Result<void> OutputGuard::permits_in_folder(const std::filesystem::path& target,
     const std::filesystem::path folder = target.has_parent_path() ? target.parent_path() : ".";
     std::error_code error;
     if (!std::filesystem::is_directory(folder, error))
-        return tl::unexpected(Failure{target.string() + ": the folder for the " + kind + " does not exist"});
+        return tl::unexpected(
+            path_failure(target, std::string("the folder for the ") + kind + " does not exist"));
     if (!is_taken(target))
         return {};
     if (const auto place = resolve_links(target); !place)

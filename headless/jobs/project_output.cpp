@@ -55,7 +55,7 @@ Result<std::string> back_up_foreign_original(const std::filesystem::path& file) 
         kept = project->string() + "-bak" + std::to_string(number);
     return copy_atomically(*project, kept)
         .map_error([](const Failure& failure) {
-            return Failure{failure.message + " (the project cannot be kept as it was)"};
+            return with_remark(failure, "the project cannot be kept as it was");
         })
         .map([&] {
             return project->string() +

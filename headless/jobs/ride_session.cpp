@@ -39,13 +39,12 @@ Result<std::optional<double>> momentary_maximum(audio::AudioCache& cache, const 
 }
 
 tl::unexpected<Failure> out_of_memory(const std::filesystem::path& file) {
-    return tl::unexpected(Failure{file.string() + ": there is not enough memory to ride it"});
+    return tl::unexpected(path_failure(file, "there is not enough memory to ride it"));
 }
 
 /// Some failures of host functions name no file.
 Failure with_name(const Failure& failure, const std::filesystem::path& file) {
-    const bool is_named = failure.message.find(file.stem().native()) != std::string::npos;
-    return is_named ? failure : Failure{file.string() + ": " + failure.message};
+    return failure.path.empty() ? path_failure(file, failure.message) : failure;
 }
 
 double to_db(double gain) { return 20.0 * std::log10(gain); }
@@ -80,7 +79,7 @@ Result<RideSession> RideSession::open(const std::filesystem::path& plugin, Outpu
         return tl::unexpected(library.error());
     auto* ride = workstation->function_as<RideFunction>("MK_SetMediaItemRIDESCRIBER");
     if (ride == nullptr)
-        return tl::unexpected(Failure{plugin.string() + ": registers no MK_SetMediaItemRIDESCRIBER"});
+        return tl::unexpected(path_failure(plugin, "registers no MK_SetMediaItemRIDESCRIBER"));
     return RideSession(std::move(workstation), std::move(*library), ride, guard);
 }
 
@@ -145,7 +144,7 @@ Result<report::RideReport> RideSession::ride_item(project::Item& item, const std
         return tl::unexpected(with_name(failures.front(), file));
     const project::Take& rendered = *item.active_take();
     if (!ridden || &rendered == &recorded)
-        return tl::unexpected(Failure{file.string() + ": the plug-in did not ride it"});
+        return tl::unexpected(path_failure(file, "the plug-in did not ride it"));
     const auto after = momentary_maximum(workstation_->audio(), rendered.source.file);
     if (!after)
         return tl::unexpected(after.error());

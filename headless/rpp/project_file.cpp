@@ -18,7 +18,7 @@ Result<void> load_project(project::Project& project, const std::filesystem::path
         return tl::unexpected(place.error());
     const std::filesystem::path& file = *place;
     const auto failure = [&](const std::string& reason) {
-        return tl::unexpected(Failure{file.string() + ": " + reason});
+        return tl::unexpected(path_failure(file, reason));
     };
     const auto text = text_of(file);
     if (!text)

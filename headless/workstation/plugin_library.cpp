@@ -23,7 +23,7 @@ void* get_function(const char* name) {
 }
 
 tl::unexpected<Failure> failure_of(const std::filesystem::path& file, const std::string& reason) {
-    return tl::unexpected(Failure{file.string() + ": " + reason});
+    return tl::unexpected(path_failure(file, reason));
 }
 
 // The loader's message, without the path that it usually begins with.

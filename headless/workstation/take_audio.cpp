@@ -18,7 +18,7 @@ std::string unsupported_setting(const project::Take& take) {
 }
 
 tl::unexpected<Failure> failure_of(const project::Take& take, const std::string& reason) {
-    return tl::unexpected(Failure{"take '" + take.name + "': " + reason});
+    return tl::unexpected(Failure{"take '" + take.name + "': " + reason, take.source.file});
 }
 
 } // namespace

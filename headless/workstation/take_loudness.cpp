@@ -9,8 +9,8 @@
 namespace headless::workstation {
 namespace {
 
-tl::unexpected<Failure> too_short(const std::string& what) {
-    return tl::unexpected(Failure{what + ": too short for a loudness reading"});
+tl::unexpected<Failure> too_short(const std::string& what, const std::filesystem::path& file) {
+    return tl::unexpected(Failure{what + ": too short for a loudness reading", file});
 }
 
 } // namespace
@@ -24,7 +24,7 @@ Result<audio::Loudness> heard_loudness(Workstation& workstation, const project::
     auto loudness = workstation.loudness().measure(take.source.file, audio->range,
                                                    gain_of(take, take.item().volume), request);
     if (loudness && request.momentary_maximum && !loudness->momentary_maximum_lufs)
-        return too_short("take '" + take.name + "'");
+        return too_short("take '" + take.name + "'", take.source.file);
     return loudness;
 }
 
@@ -44,7 +44,7 @@ Result<double> recorded_momentary_maximum(Workstation& workstation, const std::f
     if (!loudness)
         return tl::unexpected(loudness.error());
     if (!loudness->momentary_maximum_lufs)
-        return too_short(file.string());
+        return too_short(file.string(), file);
     return loudness->momentary_maximum_lufs->value;
 }
 

@@ -1,195 +1,54 @@
 #include "headless/cli/import_command.hpp"
 
-#include "headless/base/atomic_file.hpp"
-#include "headless/base/interruption.hpp"
+#include "headless/base/failure.hpp"
 #include "headless/cli/messages.hpp"
 #include "headless/cli/plugin_location.hpp"
 #include "headless/cli/signals.hpp"
-#include "headless/jobs/disk_reservation.hpp"
+#include "headless/jobs/import_job.hpp"
 #include "headless/jobs/import_plan.hpp"
-#include "headless/jobs/import_session.hpp"
-#include "headless/jobs/project_output.hpp"
-#include "headless/report/printable.hpp"
+#include "headless/report/import_report.hpp"
 #include "headless/report/progress.hpp"
 
 #include <CLI/CLI.hpp>
 
 #include <cmath>
+#include <cstddef>
+#include <filesystem>
 #include <iostream>
 #include <memory>
-#include <optional>
-#include <system_error>
+#include <string>
 #include <unistd.h>
 
 namespace headless::cli {
 namespace {
 
-namespace fs = std::filesystem;
-
-/// The folder for renders. Created if the import will need it, and removed again if it stays empty.
-class RenderFolder {
-public:
-    static Result<RenderFolder> make(const fs::path& folder) {
-        std::error_code error;
-        const bool made = fs::create_directories(folder, error);
-        if (error)
-            return tl::unexpected(
-                Failure{folder.string() + ": cannot make the folder for renders: " + error.message()});
-        return RenderFolder(made ? folder : fs::path());
-    }
-    RenderFolder(RenderFolder&& other) noexcept : made_(std::exchange(other.made_, {})) {}
-    RenderFolder& operator=(RenderFolder&&) = delete;
-    ~RenderFolder() {
-        std::error_code not_empty;
-        if (!made_.empty())
-            fs::remove(made_, not_empty);
-    }
-
-private:
-    explicit RenderFolder(fs::path made) : made_(std::move(made)) {}
-
-    fs::path made_;
-};
-
-Result<jobs::ImportSession> open_session(const jobs::ImportOptions& options, const jobs::ImportPlan& plan,
-                                         jobs::OutputGuard& guard) {
-    const auto plugin = find_plugin(options.plugin);
-    if (!plugin)
-        return tl::unexpected(plugin.error());
-    auto session = jobs::ImportSession::open(*plugin, guard);
-    if (!session)
-        return session;
-    if (options.onto.empty())
-        session->begin_project(plan.project);
-    else if (const auto loaded = session->continue_project(options.onto); !loaded)
-        return tl::unexpected(loaded.error());
-    return session;
-}
-
-/// All checks that can reject the import before it starts, except for the folder of renders.
-Result<jobs::ImportSession> prepare(const jobs::ImportOptions& options, const jobs::ImportPlan& plan,
-                                    jobs::OutputGuard& guard) {
-    guard.protect(plan.subject_lines);
-    guard.protect(plan.base_lines);
-    if (!options.is_dry_run) {
-        if (const auto permitted = jobs::check_outputs(options, plan, guard); !permitted)
-            return tl::unexpected(permitted.error());
-    }
-    return open_session(options, plan, guard);
-}
-
-/// The project that the new one will replace, with its audio protected. If the import continues that project,
-/// the result still plays all of its audio.
-Result<jobs::EarlierProject> spare_earlier(const jobs::ImportPlan& plan, jobs::OutputGuard& guard) {
-    return jobs::EarlierProject::read(plan.project).map([&](jobs::EarlierProject&& earlier) {
-        guard.spare(earlier.audio());
-        return std::move(earlier);
-    });
-}
-
-void save(jobs::ImportSession& session, const jobs::ImportPlan& plan, const jobs::EarlierProject& earlier,
-          report::ImportReport& report) {
-    const auto kept = jobs::back_up_foreign_original(plan.project);
-    if (kept && !kept->empty())
-        print_error(*kept);
-    const auto saved = kept.and_then([&](const std::string&) { return session.save(plan.project, earlier); });
-    if (!saved) {
-        report.failures.push_back(saved.error().message);
-        return;
-    }
-    report.project = plan.project;
-    for (const Failure& loss : *saved)
-        report.failures.push_back(loss.message);
-}
-
-std::string list_of(const std::vector<fs::path>& files) {
-    std::string list;
-    for (const fs::path& file : files)
-        list += report::printable(file.native()) + '\n';
-    return list;
-}
-
-void write_lists(const jobs::ImportOptions& options, report::ImportReport& report) {
-    const auto write = [&](const fs::path& file, const std::string& text) {
-        if (file.empty())
-            return;
-        if (const auto written = write_file(file, text); !written)
-            report.failures.push_back(written.error().message);
-    };
-    write(options.unmatched, list_of(report.unmatched));
-    write(options.csv, report::csv_table(report.pairs));
-}
-
-/// Estimated size of the project in bytes: a fixed amount per pair, and a line of an envelope for each 10 ms
-/// of a subject line, which takes a quarter of its audio or less.
-std::uintmax_t expected_project_size(const jobs::ImportPlan& plan) {
-    constexpr std::uintmax_t bytes_a_pair = 4096;
-    std::uintmax_t bytes = bytes_a_pair * (plan.survey.pairs + 16);
-    for (const fs::path& line : plan.subject_lines) {
-        std::error_code error;
-        const std::uintmax_t size = fs::file_size(line, error);
-        bytes += error ? 0 : size / 4;
-    }
-    return bytes;
-}
-
-report::ImportReport import_pairs(jobs::ImportSession& session, const jobs::ImportOptions& options,
-                                  const jobs::ImportPlan& plan) {
+Result<report::ImportReport> import_with_progress(const jobs::ImportOptions& options) {
     report::Progress progress(STDERR_FILENO);
     std::size_t number = 0;
-    return session.run(options, plan, [&](const fs::path& base) {
-        progress.show(++number, plan.survey.pairs, base.filename().string());
-    });
+    return jobs::run_import(options, find_plugin(options.plugin),
+                            [&](const std::filesystem::path& base, std::size_t pairs) {
+                                progress.show(++number, pairs, base.filename().string());
+                            });
 }
 
-int print_errors(const jobs::ImportOptions& options, const report::ImportReport& report) {
+int print(const jobs::ImportOptions& options, const report::ImportReport& report) {
+    for (const std::string& notice : report.notices)
+        print_error(notice);
     for (const std::string& failure : report.failures)
         print_error(failure);
     std::cout << (options.json ? report::json_summary(report) : report::text_summary(report));
     return finish_output() && report.failures.empty() ? 0 : 1;
 }
 
-/// An existing project stays as it was, and the renders of a project that will not be written are not needed.
-int give_up(const jobs::ImportSession& session) {
-    session.remove_renders();
-    return print_interruption("nothing was imported");
+int print(const Failure& failure) {
+    return failure.kind == FailureKind::interrupted ? print_interruption(failure.message)
+                                                    : cannot_begin(failure);
 }
 
 int run(const jobs::ImportOptions& options) {
     watch_signals();
-    const auto plan = jobs::plan_import(options);
-    if (!plan)
-        return cannot_begin(plan.error());
-    jobs::OutputGuard guard({});
-    auto session = prepare(options, *plan, guard);
-    if (!session)
-        return cannot_begin(session.error());
-    if (options.is_dry_run) {
-        const report::ImportReport report = import_pairs(*session, options, *plan);
-        return interruption::signal_number() != 0 ? give_up(*session) : print_errors(options, report);
-    }
-
-    const auto earlier = spare_earlier(*plan, guard);
-    if (!earlier)
-        return cannot_begin(earlier.error());
-    std::optional<RenderFolder> renders;
-    if (options.ride) {
-        const fs::path folder = session->render_folder();
-        auto made =
-            jobs::check_render_folder(*plan, folder).and_then([&] { return RenderFolder::make(folder); });
-        if (!made)
-            return cannot_begin(made.error());
-        renders.emplace(std::move(*made));
-    }
-    jobs::DiskReservation project_room(jobs::true_path(plan->project).parent_path(),
-                                       expected_project_size(*plan));
-    report::ImportReport report = import_pairs(*session, options, *plan);
-    if (interruption::signal_number() != 0)
-        return give_up(*session);
-    project_room.release();
-    save(*session, *plan, *earlier, report);
-    write_lists(options, report);
-    return print_errors(options, report);
+    const auto report = import_with_progress(options);
+    return report ? print(options, *report) : print(report.error());
 }
 
 void check_together(const jobs::ImportOptions& options) {

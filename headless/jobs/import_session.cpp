@@ -3,12 +3,12 @@
 #include "headless/audio/audio_cache.hpp"
 #include "headless/base/interruption.hpp"
 #include "headless/functions/all_functions.hpp"
+#include "headless/jobs/dialogue_import.hpp"
 #include "headless/jobs/pair_recorder.hpp"
 #include "headless/jobs/project_output.hpp"
 #include "headless/rpp/rpp.hpp"
 
 #include <algorithm>
-#include <exception>
 #include <map>
 #include <set>
 #include <system_error>
@@ -19,12 +19,9 @@ namespace {
 
 namespace fs = std::filesystem;
 
-/// mk_api::LINGOMAT::LINGOMAT_InsertMediaItems. The row of that name is for reading only.
-constexpr const char* import_symbol = "_ZN6mk_api8LINGOMAT25LINGOMAT_InsertMediaItemsENSt7__cxx1112basic_"
-                                      "stringIcSt11char_traitsIcESaIcEEES6_ddibbiRKSt6"
-                                      "vectorIS6_SaIS6_EERS9_";
-
 constexpr int coarse_hop_milliseconds = 400;
+constexpr const char* early_end =
+    "the import ended early: there is not enough memory, or a folder can no longer be read";
 
 bool has_child(const project::Project& project, const project::Track& parent, std::string_view name) {
     return std::ranges::any_of(project.tracks(), [&](const auto& track) {
@@ -35,8 +32,8 @@ bool has_child(const project::Project& project, const project::Track& parent, st
 } // namespace
 
 ImportSession::ImportSession(std::unique_ptr<workstation::Workstation> workstation,
-                             workstation::PluginLibrary plugin, ImportFunction* import, OutputGuard& guard)
-    : workstation_(std::move(workstation)), plugin_(std::move(plugin)), import_(import), guard_(&guard) {
+                             workstation::PluginLibrary plugin, OutputGuard& guard)
+    : workstation_(std::move(workstation)), plugin_(std::move(plugin)), guard_(&guard) {
     workstation_->judge_existing_render = [&guard](const fs::path& target) {
         return guard.judge_render(target);
     };
@@ -46,24 +43,23 @@ ImportSession::ImportSession(std::unique_ptr<workstation::Workstation> workstati
 Result<ImportSession> ImportSession::open(const fs::path& plugin, OutputGuard& guard) {
     auto workstation = std::make_unique<workstation::Workstation>(functions::all_functions());
     auto library = workstation::PluginLibrary::load(plugin, *workstation);
-    if (!library)
-        return tl::unexpected(library.error());
-    auto* import = reinterpret_cast<ImportFunction*>(library->symbol(import_symbol));
-    if (import == nullptr)
-        return tl::unexpected(Failure{plugin.string() + ": offers no dialogue import"});
-    return ImportSession(std::move(workstation), std::move(*library), import, guard);
+    if (library && !offers_dialogue_import(*library))
+        return tl::unexpected(path_failure(plugin, "offers no dialogue import"));
+    return std::move(library).map([&](workstation::PluginLibrary&& loaded) {
+        return ImportSession(std::move(workstation), std::move(loaded), guard);
+    });
 }
 
-void ImportSession::begin_project(const fs::path& file) {
+Result<void> ImportSession::open_project(const ImportOptions& options, const ImportPlan& plan) {
     project::Project& project = workstation_->project();
-    project.file = true_path(file);
-    project.record_path = project.file.stem().concat("-takes");
-}
-
-Result<void> ImportSession::continue_project(const fs::path& file) {
-    return rpp::load_project(workstation_->project(), file).map([&] {
-        workstation_->project().file = true_path(file);
-        guard_->protect(audio_of(workstation_->project()));
+    if (options.onto.empty()) {
+        project.file = true_path(plan.project);
+        project.record_path = project.file.stem().concat("-takes");
+        return {};
+    }
+    return rpp::load_project(project, options.onto).map([&] {
+        project.file = true_path(options.onto);
+        guard_->protect(audio_of(project));
     });
 }
 
@@ -72,25 +68,30 @@ report::ImportReport ImportSession::run(const ImportOptions& options, const Impo
     workstation_->loudness_hop_milliseconds =
         options.reads_coarsely ? coarse_hop_milliseconds : workstation_->loudness_hop_milliseconds;
     const bool match = options.match && !options.is_dry_run;
-    PairRecorder recorder(*workstation_, *guard_, {match, match && options.ride, std::move(begin_pair)});
-    std::vector<std::string> unmatched;
-    const std::string trouble = call_import(options, plan, unmatched);
+    const bool ride = match && options.ride;
+    PairRecorder recorder(*workstation_, *guard_, plan.survey.pairs, {match, ride, std::move(begin_pair)});
+    const bool is_whole = run_dialogue_import(plugin_, {.subject = plan.subject,
+                                                        .base = plan.base,
+                                                        .start_seconds = options.start_seconds,
+                                                        .interval_seconds = options.interval_seconds,
+                                                        .counts_from_end = options.counts_from_end,
+                                                        .match = match,
+                                                        .ride = ride,
+                                                        .ratio = options.ratio,
+                                                        .groups = options.groups});
     recorder.finish();
     renders_ = recorder.renders();
-    std::ranges::sort(unmatched);
 
     report::ImportReport report{.subject_folder = plan.subject,
                                 .base_folder = plan.base,
                                 .is_dry_run = options.is_dry_run,
-                                .is_matched = match,
+                                .has_levels = match,
                                 .groups = groups_of(options.groups, recorder.pairs()),
-                                .pairs = recorder.pairs(),
-                                .unmatched = {unmatched.begin(), unmatched.end()},
-                                .survey = plan.survey};
+                                .pairs = recorder.pairs()};
     for (const Failure& failure : recorder.failures())
         report.failures.push_back(failure.message);
-    if (!trouble.empty())
-        report.failures.push_back(plan.subject.string() + ": the import ended early: " + trouble);
+    if (!is_whole)
+        report.failures.push_back(path_failure(plan.subject, early_end).message);
     return report;
 }
 
@@ -98,20 +99,6 @@ void ImportSession::remove_renders() const {
     for (const fs::path& render : renders_) {
         std::error_code gone;
         fs::remove(render, gone);
-    }
-}
-
-/// @returns why it ended early; usually empty
-std::string ImportSession::call_import(const ImportOptions& options, const ImportPlan& plan,
-                                       std::vector<std::string>& unmatched) const {
-    const bool match = options.match && !options.is_dry_run;
-    try {
-        const int code = import_(plan.subject.string(), plan.base.string(), options.start_seconds,
-                                 options.interval_seconds, options.counts_from_end ? 1 : 0, match,
-                                 match && options.ride, options.ratio, options.groups, unmatched);
-        return code == 0 ? "" : "code " + std::to_string(code);
-    } catch (const std::exception& error) {
-        return error.what();
     }
 }
 

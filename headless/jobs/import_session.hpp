@@ -23,17 +23,15 @@ public:
     /// @returns a failure if the plug-in cannot be loaded or offers no import
     static Result<ImportSession> open(const std::filesystem::path& plugin, OutputGuard& guard);
 
-    /// Begins a project that will be saved as `file`. Its renders go to "<stem>-takes" beside it.
-    void begin_project(const std::filesystem::path& file);
-
-    /// Continues the project in `file`. The guard protects the files that its items play.
-    Result<void> continue_project(const std::filesystem::path& file);
+    /// Begins a project that will be saved as `plan.project`, with its renders in "<stem>-takes" beside it, or
+    /// continues the project `options.onto`. The guard protects the files that its items play.
+    Result<void> open_project(const ImportOptions& options, const ImportPlan& plan);
 
     /// The folder for renders.
     std::filesystem::path render_folder() const { return workstation_->render_folder(); }
 
     /// Runs the plug-in's import. What fails is listed in the report's failures; what was done before the
-    /// failure stays.
+    /// failure stays. The report's survey is left empty.
     /// @param begin_pair  called with the base file of every pair
     report::ImportReport run(const ImportOptions& options, const ImportPlan& plan,
                              std::function<void(const std::filesystem::path&)> begin_pair);
@@ -45,22 +43,14 @@ public:
     Result<std::vector<Failure>> save(const std::filesystem::path& file, const EarlierProject& earlier);
 
 private:
-    /// The plug-in's operation with its compiled C++ signature: lists and strings are those of the C++
-    /// library.
-    using ImportFunction = int(std::string, std::string, double, double, int, bool, bool, int,
-                               const std::vector<std::string>&, std::vector<std::string>&);
-
     ImportSession(std::unique_ptr<workstation::Workstation> workstation, workstation::PluginLibrary plugin,
-                  ImportFunction* import, OutputGuard& guard);
+                  OutputGuard& guard);
 
-    std::string call_import(const ImportOptions& options, const ImportPlan& plan,
-                            std::vector<std::string>& unmatched) const;
     std::vector<report::ImportedGroup> groups_of(const std::vector<std::string>& names,
                                                  const std::vector<report::ImportedPair>& pairs) const;
 
     std::unique_ptr<workstation::Workstation> workstation_;
     workstation::PluginLibrary plugin_; // after the workstation: destroyed before it
-    ImportFunction* import_;
     OutputGuard* guard_;
     std::vector<std::filesystem::path> renders_;
 };

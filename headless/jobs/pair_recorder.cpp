@@ -8,6 +8,7 @@
 #include <array>
 #include <cmath>
 #include <cstdio>
+#include <iterator>
 #include <utility>
 
 namespace headless::jobs {
@@ -24,7 +25,7 @@ report::ImportedLine line_of(const std::filesystem::path& file, const project::I
             .length_seconds = item->length_seconds()};
 }
 
-/// The track that a file is put on is a child of its group's track.
+/// The group whose tracks are filled at the moment: a line is put on a child of the group's track.
 std::string group_of(const project::Project& project) {
     const project::Track* track = project.selected_tracks().at(0);
     return track != nullptr && track->parent() != nullptr ? track->parent()->name : "";
@@ -38,7 +39,7 @@ std::string distance_text(double lu) {
     return text.data();
 }
 
-/// Why the level was not matched, or how far from the target it ended.
+/// Why the level was not matched, or how far from the base line's it is in the end.
 std::string level_remark(const report::ImportedPair& pair) {
     if (is_short(pair.base))
         return "not levelled: its base line is shorter than 0.4 s";
@@ -52,7 +53,7 @@ std::string level_remark(const report::ImportedPair& pair) {
         return "not levelled: its base line is silent";
     if (!std::isfinite(*subject))
         return "not levelled: silent";
-    return pair.is_levelled() ? "" : distance_text(*subject - *base);
+    return pair.is_matched() ? "" : distance_text(*subject - *base);
 }
 
 void add(std::string& remarks, const std::string& remark) {
@@ -60,8 +61,9 @@ void add(std::string& remarks, const std::string& remark) {
         remarks.append(remarks.empty() ? "" : "; ").append(remark);
 }
 
-/// The reading of a subject line before it is changed. A failure is reported, unless the line is too short.
-std::optional<double> read_before(workstation::Workstation& workstation, const report::ImportedLine& line) {
+/// The level of a subject line as recorded. A failure is reported, unless the line is too short.
+std::optional<double> level_as_recorded(workstation::Workstation& workstation,
+                                        const report::ImportedLine& line) {
     const auto level = workstation::recorded_momentary_maximum(workstation, line.file);
     if (level)
         return *level;
@@ -70,22 +72,35 @@ std::optional<double> read_before(workstation::Workstation& workstation, const r
     return std::nullopt;
 }
 
-/// The reading of a placed line. A line that is too short has none, which is not a failure.
-std::optional<double> read_level(workstation::Workstation& workstation, const project::Item& item,
-                                 std::vector<Failure>& reports) {
+/// The level of a placed line. A line that is too short has none, which is not a failure. The plug-in has measured
+/// the line too, so the same failure may be among the reports already.
+std::optional<double> level_as_placed(workstation::Workstation& workstation, const project::Item& item,
+                                      std::vector<Failure>& reports) {
     const auto level = workstation::heard_momentary_maximum(workstation, *item.active_take());
     if (level)
         return *level;
-    std::erase_if(reports, [&](const Failure& report) { return report.message == level.error().message; });
+    std::erase(reports, level.error());
     if (item.length_seconds() >= momentary_window_seconds)
         reports.push_back(level.error());
     return std::nullopt;
 }
 
+/// Removes the failures that concern `file` from `reports` and returns them.
+std::vector<Failure> extract(std::vector<Failure>& reports, const std::filesystem::path& file) {
+    const auto others =
+        std::ranges::stable_partition(reports, [&](const Failure& report) { return report.path != file; });
+    std::vector<Failure> result(std::move_iterator(others.begin()), std::move_iterator(others.end()));
+    reports.erase(others.begin(), others.end());
+    return result;
+}
+
 } // namespace
 
-PairRecorder::PairRecorder(workstation::Workstation& workstation, OutputGuard& guard, Settings settings)
+PairRecorder::PairRecorder(workstation::Workstation& workstation, OutputGuard& guard,
+                           std::span<const matching::LinePair> planned, Settings settings)
     : workstation_(workstation), guard_(guard), settings_(std::move(settings)) {
+    for (const matching::LinePair& pair : planned)
+        planned_[pair.base.native()].push_back(pair.subject);
     workstation_.on_insertion = [this](const std::filesystem::path& file, project::Item* item) {
         inserted(file, item);
     };
@@ -95,24 +110,29 @@ PairRecorder::~PairRecorder() { workstation_.on_insertion = nullptr; }
 
 void PairRecorder::finish() {
     settle(workstation_.take_failures());
-    if (awaits_subject_)
+    if (!awaited_subject_.empty())
         add(pairs_.back().remark, "the import ended before its subject line");
 }
 
 void PairRecorder::inserted(const std::filesystem::path& file, project::Item* item) {
-    awaits_subject_ ? complete(file, item) : begin(file, item);
-    awaits_subject_ = !awaits_subject_;
+    if (file == awaited_subject_)
+        return complete(file, item);
+    if (const auto subjects = planned_.find(file.native());
+        subjects != planned_.end() && !subjects->second.empty()) {
+        awaited_subject_ = std::move(subjects->second.front());
+        subjects->second.pop_front();
+        return begin(file, item);
+    }
+    failures_.push_back(path_failure(file, "was inserted out of turn, so no pair of the report has it"));
 }
 
 void PairRecorder::begin(const std::filesystem::path& base, project::Item* item) {
     std::vector<Failure> reports = workstation_.take_failures();
-    std::vector<Failure> refusal; // the last report is about this file, the rest are about the previous pair
-    if (item == nullptr && !reports.empty()) {
-        refusal.push_back(std::move(reports.back()));
-        reports.pop_back();
-    }
-    settle(std::move(reports));
-    pairs_.push_back({.group = group_of(workstation_.project()), .base = line_of(base, item)});
+    std::vector<Failure> refusal = item == nullptr ? extract(reports, base) : std::vector<Failure>();
+    settle(std::move(reports)); // what is left concerns the previous pair
+    pairs_.push_back({.group = group_of(workstation_.project()),
+                      .base = line_of(base, item),
+                      .subject = {.file = awaited_subject_}});
     base_ = item;
     subject_ = nullptr;
     refuse("base", std::move(refusal));
@@ -124,10 +144,11 @@ void PairRecorder::complete(const std::filesystem::path& subject, project::Item*
     report::ImportedPair& pair = pairs_.back();
     pair.subject = line_of(subject, item);
     subject_ = item;
+    awaited_subject_.clear();
     if (item == nullptr)
         refuse("subject", workstation_.take_failures());
     else if (settings_.match)
-        pair.subject_before_lufs = read_before(workstation_, pair.subject);
+        pair.subject_before_lufs = level_as_recorded(workstation_, pair.subject);
 }
 
 void PairRecorder::refuse(const char* side, std::vector<Failure> reports) {
@@ -170,8 +191,8 @@ void PairRecorder::read_levels(report::ImportedPair& pair, std::vector<Failure>&
             renders_.push_back(render);
         guard_.wrote(render);
     }
-    pair.base.momentary_max_lufs = read_level(workstation_, *base_, reports);
-    pair.subject.momentary_max_lufs = read_level(workstation_, *subject_, reports);
+    pair.base.momentary_max_lufs = level_as_placed(workstation_, *base_, reports);
+    pair.subject.momentary_max_lufs = level_as_placed(workstation_, *subject_, reports);
     add(pair.remark, level_remark(pair));
     if (settings_.ride && !was_ridden)
         add(pair.remark, "not ridden");

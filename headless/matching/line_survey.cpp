@@ -36,22 +36,18 @@ bool is_there(const fs::path& file, std::error_code& error) {
     return found;
 }
 
-Failure failure(const fs::path& path, const std::error_code& error) {
-    return {path.string() + ": " + error.message()};
-}
-
 /// Appends the lines in a folder and below it; links to folders are not followed.
 Result<void> append_lines(const fs::path& folder, Paths& lines) {
     std::error_code error;
     const std::vector<folder_entries::Entry> entries = folder_entries::read(folder, error);
     if (error)
-        return tl::unexpected(failure(folder, error));
+        return tl::unexpected(system_failure(folder, error.value()));
     for (const auto& entry : entries) {
         const fs::path path = folder / entry.name;
         if (is_wav(path) && is_there(path, error))
             lines.push_back(path);
         if (error)
-            return tl::unexpected(failure(path, error));
+            return tl::unexpected(system_failure(path, error.value()));
         if (!entry.is_folder)
             continue;
         if (auto appended = append_lines(path, lines); !appended)
@@ -60,19 +56,24 @@ Result<void> append_lines(const fs::path& folder, Paths& lines) {
     return {};
 }
 
+std::string name_of(const fs::path& file) { return file.filename().string(); }
+
 PathsByName by_name(const Paths& files) {
     PathsByName names;
     names.reserve(files.size());
     for (const fs::path& file : files)
-        names[file.filename().string()].push_back(file);
+        names[name_of(file)].push_back(file);
     return names;
 }
 
-std::vector<SameName> standing_twice(const PathsByName& names) {
+std::vector<SameName> duplicates(PathsByName& names) {
     std::vector<SameName> result;
-    for (const auto& [name, files] : names)
-        if (files.size() > 1)
+    for (auto& [name, files] : names) {
+        if (files.size() > 1) {
+            std::ranges::sort(files, {}, &fs::path::native);
             result.push_back({name, files});
+        }
+    }
     std::ranges::sort(result, {}, &SameName::name);
     return result;
 }
@@ -80,14 +81,22 @@ std::vector<SameName> standing_twice(const PathsByName& names) {
 Paths without_names(const Paths& files, const PathsByName& names) {
     Paths result;
     std::ranges::copy_if(files, std::back_inserter(result),
-                         [&](const fs::path& file) { return !names.contains(file.filename().string()); });
+                         [&](const fs::path& file) { return !names.contains(name_of(file)); });
     return result;
+}
+
+std::vector<LinePair> pair_lines(const Paths& subjects, const PathsByName& bases) {
+    std::vector<LinePair> pairs;
+    for (const fs::path& subject : subjects)
+        if (const auto partners = bases.find(name_of(subject)); partners != bases.end())
+            pairs.push_back({subject, partners->second.front()});
+    return pairs;
 }
 
 PathsByName by_loose_key(const Paths& files) {
     PathsByName keys;
     for (const fs::path& file : files) {
-        Paths& candidates = keys[loose_key(file.filename().string())];
+        Paths& candidates = keys[loose_key(name_of(file))];
         if (candidates.size() < max_candidates)
             candidates.push_back(file);
     }
@@ -98,7 +107,7 @@ PathsByName by_loose_key(const Paths& files) {
 NearLine nearest(const fs::path& subject, const Paths& candidates) {
     NearLine result{subject, {}, {}};
     for (const fs::path& base : candidates) {
-        auto differences = differences_between(subject.filename().string(), base.filename().string());
+        auto differences = differences_between(name_of(subject), name_of(base));
         const bool is_nearer = result.base.empty() || differences.size() < result.differences.size();
         if (!differences.empty() && is_nearer) {
             result.base = base;
@@ -112,7 +121,7 @@ std::vector<NearLine> near_lines(const Paths& subjects, const Paths& bases) {
     const PathsByName candidates = by_loose_key(bases);
     std::vector<NearLine> result;
     for (const fs::path& subject : subjects) {
-        const auto found = candidates.find(loose_key(subject.filename().string()));
+        const auto found = candidates.find(loose_key(name_of(subject)));
         if (found == candidates.end())
             continue;
         NearLine near = nearest(subject, found->second);
@@ -126,22 +135,21 @@ std::vector<NearLine> near_lines(const Paths& subjects, const Paths& bases) {
 
 Result<std::vector<fs::path>> find_lines(const fs::path& folder) {
     Paths lines;
-    return append_lines(folder, lines).map([&] {
-        std::ranges::sort(lines, {}, &fs::path::native);
-        return std::move(lines);
-    });
+    return append_lines(folder, lines).map([&] { return std::move(lines); });
 }
 
-LineSurvey survey_lines(const Paths& subjects, const Paths& bases) {
-    const PathsByName subject_names = by_name(subjects);
-    const PathsByName base_names = by_name(bases);
-    const Paths unmatched = without_names(subjects, base_names);
+LineSurvey survey_lines(Paths subjects, Paths bases) {
+    PathsByName subject_names = by_name(subjects);
+    PathsByName base_names = by_name(bases);
+    std::ranges::sort(subjects, {}, &fs::path::native);
+    std::ranges::sort(bases, {}, &fs::path::native);
     LineSurvey survey;
-    survey.pairs = subjects.size() - unmatched.size();
-    survey.unused_bases = without_names(bases, subject_names);
-    survey.near_lines = near_lines(unmatched, survey.unused_bases);
-    survey.same_subject_names = standing_twice(subject_names);
-    survey.same_base_names = standing_twice(base_names);
+    survey.pairs = pair_lines(subjects, base_names); // before the duplicates are sorted
+    survey.unpaired_subjects = without_names(subjects, base_names);
+    survey.unpaired_bases = without_names(bases, subject_names);
+    survey.near_lines = near_lines(survey.unpaired_subjects, survey.unpaired_bases);
+    survey.same_subject_names = duplicates(subject_names);
+    survey.same_base_names = duplicates(base_names);
     return survey;
 }
 

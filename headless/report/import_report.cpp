@@ -13,7 +13,7 @@ namespace {
 using figures::decibels;
 using nlohmann::ordered_json;
 
-constexpr double level_tolerance_lu = 0.1;
+constexpr double match_tolerance_lu = 0.1;
 
 std::optional<double> distance(std::optional<double> from_lufs, std::optional<double> to_lufs) {
     const bool is_finite = from_lufs && to_lufs && std::isfinite(*to_lufs - *from_lufs);
@@ -95,9 +95,9 @@ std::optional<double> ImportedPair::distance_lu() const {
     return distance(base.momentary_max_lufs, subject.momentary_max_lufs);
 }
 
-bool ImportedPair::is_levelled() const {
+bool ImportedPair::is_matched() const {
     const auto lu = distance_lu();
-    return lu && std::abs(*lu) <= level_tolerance_lu;
+    return lu && std::abs(*lu) <= match_tolerance_lu;
 }
 
 double ImportReport::length_seconds() const {
@@ -114,8 +114,8 @@ double ImportReport::length_seconds() const {
     return std::max(end - start, 0.0);
 }
 
-std::size_t ImportReport::levelled_pairs() const {
-    return static_cast<std::size_t>(std::ranges::count_if(pairs, &ImportedPair::is_levelled));
+std::size_t ImportReport::matched_pairs() const {
+    return static_cast<std::size_t>(std::ranges::count_if(pairs, &ImportedPair::is_matched));
 }
 
 std::string json_summary(const ImportReport& report) {
@@ -124,7 +124,7 @@ std::string json_summary(const ImportReport& report) {
         groups.push_back({{"name", group.name}, {"pairs", group.pairs}});
     ordered_json pairs = ordered_json::array();
     for (const ImportedPair& pair : report.pairs)
-        pairs.push_back(object_of(pair, report.is_matched));
+        pairs.push_back(object_of(pair, report.has_levels));
     return figures::line_of(
         {{"subject_folder", report.subject_folder.string()},
          {"base_folder", report.base_folder.string()},
@@ -133,8 +133,8 @@ std::string json_summary(const ImportReport& report) {
          {"length_seconds", report.length_seconds()},
          {"groups", groups},
          {"pairs", pairs},
-         {"unmatched_subjects", texts(report.unmatched)},
-         {"unused_bases", texts(report.survey.unused_bases)},
+         {"unmatched_subjects", texts(report.survey.unpaired_subjects)},
+         {"unused_bases", texts(report.survey.unpaired_bases)},
          {"near_names", list_of(report.survey.near_lines)},
          {"same_subject_names", list_of(report.survey.same_subject_names)},
          {"same_base_names", list_of(report.survey.same_base_names)},

@@ -34,8 +34,8 @@ struct ImportedPair {
     std::optional<double> distance_before_lu() const;
     std::optional<double> distance_lu() const;
 
-    /// Whether their final levels are within 0.1 LU.
-    bool is_levelled() const;
+    /// Whether their levels match in the end, within 0.1 LU.
+    bool is_matched() const;
 };
 
 struct ImportedGroup {
@@ -48,17 +48,17 @@ struct ImportReport {
     std::filesystem::path base_folder{};
     std::filesystem::path project{}; ///< empty: none was written
     bool is_dry_run = false;
-    bool is_matched = false;             ///< levels were requested, so there are readings
+    bool has_levels = false;             ///< the levels were to be matched, so there are readings
     std::vector<ImportedGroup> groups{}; ///< in the order of their tracks
     std::vector<ImportedPair> pairs{};   ///< in the order of the timeline
-    std::vector<std::filesystem::path> unmatched{};
     matching::LineSurvey survey{};
+    std::vector<std::string> notices{};  ///< messages that are no failures
     std::vector<std::string> failures{}; ///< messages
 
     /// From the first item's start to the last one's end.
     double length_seconds() const;
 
-    std::size_t levelled_pairs() const;
+    std::size_t matched_pairs() const;
 };
 
 /// The summary for the terminal: all pairs if they fit a few screens or for a dry run, otherwise the ones

@@ -50,10 +50,10 @@ public:
         add_pairs();
         add_same_names("subject", report_.survey.same_subject_names, report_.subject_folder);
         add_same_names("base", report_.survey.same_base_names, report_.base_folder);
-        add_list("Base lines that no subject line asked for", report_.survey.unused_bases,
+        add_list("Base lines that no subject line asked for", report_.survey.unpaired_bases,
                  report_.base_folder);
         add_near_matches();
-        add_list("Subject lines without a partner", report_.unmatched, report_.subject_folder);
+        add_list("Subject lines without a partner", report_.survey.unpaired_subjects, report_.subject_folder);
         add_remarks();
         add_groups();
         add_closing_line();
@@ -67,7 +67,7 @@ private:
         for (const ImportedPair& pair : report_.pairs)
             shown.push_back(&pair);
         if (shown.size() > max_pairs_in_full && !report_.is_dry_run) {
-            if (!report_.is_matched)
+            if (!report_.has_levels)
                 return;
             keep_farthest(shown);
             text_ += formatted("The %zu pairs of %zu that were farthest apart:\n", shown.size(),
@@ -75,9 +75,9 @@ private:
         }
         if (shown.empty())
             return;
-        text_ += report_.is_matched ? "    base  before   after  " : "   start     base  subject  ";
+        text_ += report_.has_levels ? "    base  before   after  " : "   start     base  subject  ";
         text_ += padded("group", group_columns_) + "  line\n";
-        text_ += report_.is_matched ? "    LUFS    LUFS    LUFS\n" : "       s        s        s\n";
+        text_ += report_.has_levels ? "    LUFS    LUFS    LUFS\n" : "       s        s        s\n";
         for (const ImportedPair* pair : shown)
             add_pair(*pair);
         text_ += '\n';
@@ -94,7 +94,7 @@ private:
         const auto seconds = [](const ImportedLine& line, double value) {
             return line.is_placed ? formatted("%.2f", value) : std::string("-");
         };
-        text_ += report_.is_matched
+        text_ += report_.has_levels
                      ? formatted("%8s%8s%8s  ", loudness_text(pair.base.momentary_max_lufs).c_str(),
                                  loudness_text(pair.subject_before_lufs).c_str(),
                                  loudness_text(pair.subject.momentary_max_lufs).c_str())
@@ -120,7 +120,8 @@ private:
         text_ += counted(report_.pairs.size(), "pair", "pairs") + " in " +
                  counted(report_.groups.size(), "group", "groups") + ", " +
                  clock_time(report_.length_seconds()) + " long, " +
-                 counted(report_.unmatched.size(), "subject line", "subject lines") + " without a partner";
+                 counted(report_.survey.unpaired_subjects.size(), "subject line", "subject lines") +
+                 " without a partner";
         if (report_.is_dry_run)
             text_ += "; nothing was written";
         else if (!report_.project.empty())
@@ -130,7 +131,7 @@ private:
 
     /// Distances of the subject lines below (-) or above their base lines.
     void add_levels() {
-        if (!report_.is_matched || report_.pairs.empty())
+        if (!report_.has_levels || report_.pairs.empty())
             return;
         std::vector<double> distances;
         for (const ImportedPair& pair : report_.pairs)
@@ -142,8 +143,8 @@ private:
                                "them below %+.1f LU.\n",
                                distances.front(), distances.back(), distances[distances.size() / 2]);
         }
-        text_ += formatted("Now %zu of %zu stand within 0.1 LU.\n", report_.levelled_pairs(),
-                           report_.pairs.size());
+        text_ +=
+            formatted("Now %zu of %zu stand within 0.1 LU.\n", report_.matched_pairs(), report_.pairs.size());
     }
 
     void add_remarks() {

@@ -98,9 +98,8 @@ private:
 
     /// The renders of a project that will not be written are not needed.
     Result<report::ImportReport> import_pairs() {
-        report::ImportReport report = session_->run(options_, plan_, [&](const fs::path& base) {
-            begin_pair_(base, plan_.survey.pairs.size());
-        });
+        report::ImportReport report = session_->run(
+            options_, plan_, [&](const fs::path& base) { begin_pair_(base, plan_.survey.pairs.size()); });
         if (interruption::signal_number() == 0)
             return report;
         session_->remove_renders();
@@ -141,9 +140,8 @@ private:
 
 Result<report::ImportReport> run_import(const ImportOptions& options, const Result<fs::path>& plugin,
                                         const BeginPair& begin_pair) {
-    return plan_import(options).and_then([&](ImportPlan&& plan) {
-        return ImportJob(options, std::move(plan), begin_pair).run(plugin);
-    });
+    return plan_import(options).and_then(
+        [&](ImportPlan&& plan) { return ImportJob(options, std::move(plan), begin_pair).run(plugin); });
 }
 
 } // namespace headless::jobs

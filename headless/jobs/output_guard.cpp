@@ -3,9 +3,11 @@
 #include "headless/audio/render.hpp"
 #include "headless/base/atomic_file.hpp"
 #include "headless/base/file_reading.hpp"
+#include "headless/base/folder.hpp"
 #include "headless/report/import_report.hpp"
 #include "headless/rpp/rpp.hpp"
 
+#include <optional>
 #include <sstream>
 #include <string>
 #include <string_view>
@@ -15,11 +17,13 @@
 namespace headless::jobs {
 namespace {
 
-Failure refusal(const std::filesystem::path& target, const std::string& reason) {
-    return path_failure(target, "not overwritten, as it " + reason, FailureKind::refused);
+Result<void> refuse_if(bool is_refused, const std::filesystem::path& target, const std::string& reason) {
+    if (!is_refused)
+        return {};
+    return tl::unexpected(path_failure(target, "not overwritten, as it " + reason, FailureKind::refused));
 }
 
-/// A broken link is a name that is taken, too.
+/// Also true for a broken link.
 bool is_taken(const std::filesystem::path& target) {
     std::error_code error;
     return std::filesystem::exists(std::filesystem::symlink_status(target, error));
@@ -38,7 +42,7 @@ bool is_path_of_wav(std::string_view line) {
            strncasecmp(line.end() - ending.size(), ending.data(), ending.size()) == 0;
 }
 
-/// It has no mark of its own: its form must do, absolute paths of wav files and nothing else.
+/// A list has no heading: it is known by its form, absolute paths of wav files and nothing else.
 Result<bool> is_own_list(const std::filesystem::path& file) {
     return text_of(file).map([](const std::optional<std::string>& text) {
         std::istringstream lines(text.value_or(""));
@@ -51,51 +55,48 @@ Result<bool> is_own_list(const std::filesystem::path& file) {
 
 } // namespace
 
-Result<std::optional<Failure>> OutputGuard::objection_to_audio(const std::filesystem::path& target) const {
-    if (!is_taken(target))
-        return std::nullopt;
-    if (const auto place = resolve_links(target); !place)
-        return place.error();
-    if (inputs_.contains(target))
-        return refusal(target, "is one of the recordings");
-    if (written_.contains(target))
-        return refusal(target, "was written for another recording of that name");
-    return audio::is_own_file(target).map([&](bool is_own) -> std::optional<Failure> {
-        return is_own ? std::nullopt : std::optional(refusal(target, "was not made by this command"));
-    });
+Result<void> OutputGuard::spares_inputs(const std::filesystem::path& target) const {
+    return resolve_links(target)
+        .map_error([](Failure failure) {
+            failure.kind = FailureKind::refused;
+            return failure;
+        })
+        .and_then([&](const std::filesystem::path&) {
+            return refuse_if(inputs_.contains(target), target, "is one of the recordings");
+        });
 }
 
 Result<void> OutputGuard::permits_audio(const std::filesystem::path& target) const {
-    return objection_to_audio(target).and_then([](const std::optional<Failure>& objection) {
-        return objection ? tl::unexpected(*objection) : Result<void>();
-    });
+    if (!is_taken(target))
+        return {};
+    return spares_inputs(target)
+        .and_then([&] {
+            return refuse_if(written_.contains(target), target,
+                             "was written for another recording of that name");
+        })
+        .and_then([&] { return audio::is_own_file(target); })
+        .and_then([&](bool is_own) { return refuse_if(!is_own, target, "was not made by this command"); });
 }
 
 Result<workstation::ExistingRender> OutputGuard::judge_render(const std::filesystem::path& target) const {
-    return objection_to_audio(target).map([&](const std::optional<Failure>& objection) {
-        return objection                  ? workstation::ExistingRender::avoid
-               : spared_.contains(target) ? workstation::ExistingRender::use_if_same
-                                          : workstation::ExistingRender::replace;
-    });
+    const auto permitted = permits_audio(target);
+    if (permitted)
+        return spared_.contains(target) ? workstation::ExistingRender::use_if_same
+                                        : workstation::ExistingRender::replace;
+    if (permitted.error().kind == FailureKind::refused)
+        return workstation::ExistingRender::avoid;
+    return tl::unexpected(permitted.error());
 }
 
 Result<void> OutputGuard::permits_in_folder(const std::filesystem::path& target, IsOwn* is_own,
-                                            const char* kind) const {
-    const std::filesystem::path folder = target.has_parent_path() ? target.parent_path() : ".";
+                                            const std::string& kind) const {
     std::error_code error;
-    if (!std::filesystem::is_directory(folder, error))
-        return tl::unexpected(
-            path_failure(target, std::string("the folder for the ") + kind + " does not exist"));
+    if (!std::filesystem::is_directory(folder_of(target), error))
+        return tl::unexpected(path_failure(target, "the folder for the " + kind + " does not exist"));
     if (!is_taken(target))
         return {};
-    if (const auto place = resolve_links(target); !place)
-        return tl::unexpected(place.error());
-    if (inputs_.contains(target))
-        return tl::unexpected(refusal(target, "is one of the recordings"));
-    return is_own(target).and_then([&](bool is_ours) -> Result<void> {
-        if (is_ours)
-            return {};
-        return tl::unexpected(refusal(target, std::string("is no ") + kind + " made by this command"));
+    return spares_inputs(target).and_then([&] { return is_own(target); }).and_then([&](bool is_ours) {
+        return refuse_if(!is_ours, target, "is no " + kind + " made by this command");
     });
 }
 

@@ -16,8 +16,8 @@ public:
         std::error_code error;
         const bool is_new = std::filesystem::create_directories(folder, error);
         if (error) {
-            return tl::unexpected(path_failure(folder, "cannot make the folder for renders: " + error.message(),
-                                               FailureKind::system));
+            return tl::unexpected(path_failure(
+                folder, "cannot make the folder for renders: " + error.message(), FailureKind::system));
         }
         return RenderFolder(is_new ? folder : std::filesystem::path());
     }

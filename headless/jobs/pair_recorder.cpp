@@ -119,25 +119,26 @@ void PairRecorder::inserted(const std::filesystem::path& file, project::Item* it
         return complete(file, item);
     if (const auto subjects = planned_.find(file.native());
         subjects != planned_.end() && !subjects->second.empty()) {
-        awaited_subject_ = std::move(subjects->second.front());
+        const std::filesystem::path subject = subjects->second.front();
         subjects->second.pop_front();
-        return begin(file, item);
+        return begin({subject, file}, item);
     }
     failures_.push_back(path_failure(file, "was inserted out of turn, so no pair of the report has it"));
 }
 
-void PairRecorder::begin(const std::filesystem::path& base, project::Item* item) {
+void PairRecorder::begin(const matching::LinePair& pair, project::Item* item) {
     std::vector<Failure> reports = workstation_.take_failures();
-    std::vector<Failure> refusal = item == nullptr ? extract(reports, base) : std::vector<Failure>();
+    std::vector<Failure> refusal = item == nullptr ? extract(reports, pair.base) : std::vector<Failure>();
     settle(std::move(reports)); // what is left concerns the previous pair
     pairs_.push_back({.group = group_of(workstation_.project()),
-                      .base = line_of(base, item),
-                      .subject = {.file = awaited_subject_}});
+                      .base = line_of(pair.base, item),
+                      .subject = {.file = pair.subject}});
     base_ = item;
     subject_ = nullptr;
+    awaited_subject_ = pair.subject;
     refuse("base", std::move(refusal));
     if (settings_.begin_pair)
-        settings_.begin_pair(base);
+        settings_.begin_pair(pair.base);
 }
 
 void PairRecorder::complete(const std::filesystem::path& subject, project::Item* item) {

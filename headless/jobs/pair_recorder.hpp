@@ -48,7 +48,7 @@ public:
 
 private:
     void inserted(const std::filesystem::path& file, project::Item* item);
-    void begin(const std::filesystem::path& base, project::Item* item);
+    void begin(const matching::LinePair& pair, project::Item* item);
     void complete(const std::filesystem::path& subject, project::Item* item);
     void refuse(const char* side, std::vector<Failure> reports);
     void settle(std::vector<Failure> reports);

@@ -42,8 +42,8 @@ tl::unexpected<Failure> out_of_memory(const std::filesystem::path& file) {
     return tl::unexpected(path_failure(file, "there is not enough memory to ride it"));
 }
 
-/// Some failures of host functions name no file.
-Failure with_name(const Failure& failure, const std::filesystem::path& file) {
+/// Some failures of host functions concern no file.
+Failure with_path(const Failure& failure, const std::filesystem::path& file) {
     return failure.path.empty() ? path_failure(file, failure.message) : failure;
 }
 
@@ -75,12 +75,12 @@ RideSession::RideSession(std::unique_ptr<workstation::Workstation> workstation,
 Result<RideSession> RideSession::open(const std::filesystem::path& plugin, OutputGuard& guard) {
     auto workstation = std::make_unique<workstation::Workstation>(functions::all_functions());
     auto library = workstation::PluginLibrary::load(plugin, *workstation);
-    if (!library)
-        return tl::unexpected(library.error());
     auto* ride = workstation->function_as<RideFunction>("MK_SetMediaItemRIDESCRIBER");
-    if (ride == nullptr)
+    if (library && ride == nullptr)
         return tl::unexpected(path_failure(plugin, "registers no MK_SetMediaItemRIDESCRIBER"));
-    return RideSession(std::move(workstation), std::move(*library), ride, guard);
+    return std::move(library).map([&](workstation::PluginLibrary&& loaded) {
+        return RideSession(std::move(workstation), std::move(loaded), ride, guard);
+    });
 }
 
 void RideSession::set_folder(const std::filesystem::path& folder) {
@@ -141,7 +141,7 @@ Result<report::RideReport> RideSession::ride_item(project::Item& item, const std
     const bool ridden = ride_(workstation::Workstation::handle(item), ratio);
     const std::vector<Failure> failures = workstation_->take_failures();
     if (!failures.empty())
-        return tl::unexpected(with_name(failures.front(), file));
+        return tl::unexpected(with_path(failures.front(), file));
     const project::Take& rendered = *item.active_take();
     if (!ridden || &rendered == &recorded)
         return tl::unexpected(path_failure(file, "the plug-in did not ride it"));

@@ -1,4 +1,4 @@
-// An import of two small folders end to end: the project, the levels, what is told, and what is left alone.
+// Imports of two small folders: the project, the levels, the messages, and files that must not change.
 
 #include "headless/rpp/rpp.hpp"
 #include "tests/headless/cli/command_runner.hpp"
@@ -17,13 +17,13 @@ using testing::UnorderedElementsAre;
 namespace fs = std::filesystem;
 
 struct ImportCommand : FelsparCommand {
-    /// A tone of 1 kHz: of two such lines the louder one is louder by the ratio of the peaks.
+    /// A tone of 1 kHz, so the levels of two lines differ by the ratio of their peaks.
     void line(const std::string& name, double peak, double length_seconds = 1.0) const {
         fs::create_directories((folder / name).parent_path());
         write_sound(folder / name, tone(length_seconds, peak, 16000), 16000);
     }
 
-    /// A pair of each kind that an import has to leave as it is, beside a good one.
+    /// A good pair, and one of each kind that cannot be matched.
     void write_difficult_pairs() const {
         line("fr/good.wav", 0.1);
         line("en/good.wav", 0.5);
@@ -46,8 +46,8 @@ struct ImportCommand : FelsparCommand {
         ASSERT_TRUE(rpp::load_project(project, folder / name));
     }
 
-    /// Everything in the test's folder but what the runner itself writes, with the bytes of files.
-    std::vector<std::string> all_there_is() const {
+    /// Paths and bytes of everything in the folder except the runner's own files.
+    std::vector<std::string> snapshot() const {
         std::vector<std::string> found;
         for (const auto& entry : fs::recursive_directory_iterator(folder.path)) {
             if (!entry.path().filename().string().starts_with("std"))
@@ -71,7 +71,7 @@ std::vector<std::string> outline(const project::Project& project) {
     return lines;
 }
 
-TEST_F(ImportCommand, LaysPairsOutByGroupAndTellsWhatHasNoPartner) {
+TEST_F(ImportCommand, PlacesPairsByGroup) {
     line("fr/scene/Bob_2.wav", 0.1, 0.5);
     line("fr/bob_1.WAV", 0.1, 0.5);
     line("fr/bob_alone.wav", 0.1);
@@ -99,7 +99,7 @@ TEST_F(ImportCommand, LaysPairsOutByGroupAndTellsWhatHasNoPartner) {
                             "/en/deep/er/bob_1.WAV,2.000000,0.250000,3.250000,0.500000,,,,\r");
 }
 
-TEST_F(ImportCommand, BringsEachRiddenLineToTheLevelOfItsBaseLine) {
+TEST_F(ImportCommand, MatchesEachRiddenLineToItsBaseLine) {
     line("fr/a.wav", 0.1);
     line("en/a.wav", 0.5);
     line("fr/twice/a.wav", 0.05);
@@ -124,32 +124,32 @@ TEST_F(ImportCommand, BringsEachRiddenLineToTheLevelOfItsBaseLine) {
     const auto peak_of = [](const project::Item& item) {
         return std::ranges::max(read_sound(item.active_take()->source.file).samples) * item.volume;
     };
-    EXPECT_NEAR(peak_of(*subjects[0]), 0.5, 0.005) << "as the base line's own";
+    EXPECT_NEAR(peak_of(*subjects[0]), 0.5, 0.005) << "the base line's peak";
     EXPECT_NEAR(peak_of(*subjects[2]), 0.5, 0.005);
     EXPECT_THAT(names_in(folder / "fr-takes"), UnorderedElementsAre("a.wav", "a-001.wav", "b.wav"));
     EXPECT_EQ(project.record_path, "fr-takes");
 }
 
-TEST_F(ImportCommand, NamesTheLinesThatItLeavesAsTheyAre) {
+TEST_F(ImportCommand, ReportsLinesThatItCannotMatch) {
     write_difficult_pairs();
     const Outcome outcome = import({"--match"});
     EXPECT_EQ(outcome.status, 1) << "two files were refused";
     EXPECT_THAT(lines_of(outcome.errors),
                 UnorderedElementsAre(HasSubstr("en/text.wav: is no audio"), HasSubstr("en/pipe.wav: ")));
-    for (const char* told : {"\n  short.wav: not levelled: shorter than 0.4 s\n",
-                             "\n  quiet.wav: not levelled: its base line is silent\n",
-                             "\n  text.wav: base file refused\n", "\n  pipe.wav: base file refused\n"})
-        EXPECT_THAT(outcome.output, HasSubstr(told));
+    for (const char* message : {"\n  short.wav: not levelled: shorter than 0.4 s\n",
+                                "\n  quiet.wav: not levelled: its base line is silent\n",
+                                "\n  text.wav: base file refused\n", "\n  pipe.wav: base file refused\n"})
+        EXPECT_THAT(outcome.output, HasSubstr(message));
     EXPECT_THAT(outcome.output, Not(HasSubstr("good.wav: ")));
     project::Project project;
     load(project, "fr.rpp");
     for (const auto& item : project.track(2)->items()) {
-        const bool is_levelled = item->active_take()->name == "good.wav";
-        EXPECT_NEAR(item->volume, is_levelled ? 5.0 : 1.0, 0.01) << item->active_take()->name;
+        const bool is_matched = item->active_take()->name == "good.wav";
+        EXPECT_NEAR(item->volume, is_matched ? 5.0 : 1.0, 0.01) << item->active_take()->name;
     }
 }
 
-TEST_F(ImportCommand, RemarksOnRecordingsThatAreShorterThanTheirHeadersClaim) {
+TEST_F(ImportCommand, ReportsTruncatedRecordings) {
     line("fr/a.wav", 0.1);
     line("en/a.wav", 0.5);
     fs::resize_file(folder / "en/a.wav", fs::file_size(folder / "en/a.wav") - 32000);
@@ -161,7 +161,7 @@ TEST_F(ImportCommand, RemarksOnRecordingsThatAreShorterThanTheirHeadersClaim) {
     EXPECT_THAT(import({}).output, HasSubstr("a.wav: " + remark));
 }
 
-TEST_F(ImportCommand, RendersAnewBesideWhatTheEarlierProjectPlays) {
+TEST_F(ImportCommand, KeepsRendersThatTheEarlierProjectPlays) {
     for (const char* side : {"fr", "en"}) {
         fs::create_directory(folder / side);
         write_speech(folder / side / "a.wav", 3.0);
@@ -179,7 +179,7 @@ TEST_F(ImportCommand, RendersAnewBesideWhatTheEarlierProjectPlays) {
     EXPECT_THAT(renders_with("0"), ElementsAre("a.wav"));
 }
 
-TEST_F(ImportCommand, GoesOnWithAProjectWhoseGroupIsNestedAndNotWhole) {
+TEST_F(ImportCommand, CompletesAGroupOfAnExistingProject) {
     line("fr/bob.wav", 0.1);
     line("en/bob.wav", 0.1);
     project::Project before;
@@ -202,10 +202,10 @@ TEST_F(ImportCommand, GoesOnWithAProjectWhoseGroupIsNestedAndNotWhole) {
     const auto children = outline(after);
     EXPECT_THAT(children, testing::Contains("-base bob.wav@4.500"));
     EXPECT_THAT(children, testing::Contains("-unique bob.wav@5.500"));
-    EXPECT_FALSE(fs::exists(folder / "all.rpp-bak")) << "it was our own";
+    EXPECT_FALSE(fs::exists(folder / "all.rpp-bak")) << "the project was ours";
 }
 
-TEST_F(ImportCommand, KeepsAForeignProjectBesideTheOneThatItGoesOnWith) {
+TEST_F(ImportCommand, BacksUpAForeignProject) {
     line("fr/bob.wav", 0.1);
     line("en/bob.wav", 0.1);
     const std::string theirs = "<REAPER_PROJECT 0.1 \"6.19/linux-x86_64\" 1700000000\n>\n";
@@ -217,31 +217,31 @@ TEST_F(ImportCommand, KeepsAForeignProjectBesideTheOneThatItGoesOnWith) {
     EXPECT_TRUE(fs::is_symlink(folder / "link.rpp"));
 }
 
-TEST_F(ImportCommand, WritesTheSameBytesAgainInAnyLocale) {
+TEST_F(ImportCommand, WritesTheSameBytesInAnyLocale) {
     write_difficult_pairs();
     const std::vector<std::string> options{"--match",   "--ride",      "--csv",
                                            "pairs.csv", "--unmatched", "alone.txt"};
     const Outcome first = import(options);
-    const auto files = all_there_is();
+    const auto files = snapshot();
     setenv("LC_ALL", "de_DE.UTF-8", 1);
     const Outcome second = import(options);
     unsetenv("LC_ALL");
     EXPECT_EQ(second.output, first.output);
-    EXPECT_EQ(all_there_is(), files);
+    EXPECT_EQ(snapshot(), files);
 }
 
-TEST_F(ImportCommand, TouchesNothingInADryRunOrWhenItRefuses) {
+TEST_F(ImportCommand, WritesNothingInADryRunOrWhenItRefuses) {
     write_difficult_pairs();
     line("fr/EN/more.wav", 0.1);
     write_bytes(folder / "note.rpp", "a note");
     fs::create_directory_symlink("fr", folder / "link");
-    const auto before = all_there_is();
+    const auto before = snapshot();
     EXPECT_THAT(felspar({"import", "fr", "en", "--dry-run", "--match", "--ride"}).output,
                 HasSubstr("5 pairs in 1 group"));
     struct Refusal {
         std::vector<std::string> arguments;
         int status;
-        const char* told;
+        const char* message;
     };
     const Refusal refusals[] = {{{"fr", "en", "--ride"}, 2, "needs --match"},
                                 {{"fr", "en", "--dry-run", "--csv", "a.csv"}, 2, "writes nothing"},
@@ -257,14 +257,14 @@ TEST_F(ImportCommand, TouchesNothingInADryRunOrWhenItRefuses) {
                                 {{"fr", "en", "-o", "/proc/p.rpp"}, 1, "/proc/p.rpp: "},
                                 {{"fr", "en", "--onto", "note.rpp"}, 1, "note.rpp: "},
                                 {{"fr", "en", "--match", "--ride", "-o", "fr/p.rpp"}, 1, "would lie in"}};
-    for (const auto& [arguments, status, told] : refusals) {
+    for (const auto& [arguments, status, message] : refusals) {
         std::vector<std::string> words{"import"};
         words.insert(words.end(), arguments.begin(), arguments.end());
         const Outcome outcome = felspar(words);
-        EXPECT_EQ(outcome.status, status) << told;
-        EXPECT_THAT(outcome.errors, HasSubstr(told));
+        EXPECT_EQ(outcome.status, status) << message;
+        EXPECT_THAT(outcome.errors, HasSubstr(message));
     }
-    EXPECT_EQ(all_there_is(), before);
+    EXPECT_EQ(snapshot(), before);
 }
 
 } // namespace

@@ -16,7 +16,7 @@ struct ReferenceCommand : FelsparCommand {
     }
 };
 
-TEST_F(ReferenceCommand, TellsEachDoorInTheTermsOfThoseWhoComeByIt) {
+TEST_F(ReferenceCommand, ShowsEachFunctionInTheTermsOfItsLanguage) {
     const std::string text = felspar({"api"}).output;
     for (const char* part :
          {"Functions of the library (105)", "Functions of the Lua module (18)", "Functions for Python (54)",
@@ -32,14 +32,14 @@ TEST_F(ReferenceCommand, TellsEachDoorInTheTermsOfThoseWhoComeByIt) {
     EXPECT_EQ(felspar({"api", "--format", "pdf"}).status, 2);
 }
 
-TEST_F(ReferenceCommand, IsAPageInWhichEveryFunctionCanBeLinkedTo) {
+TEST_F(ReferenceCommand, GivesEveryFunctionAnAnchor) {
     const std::string page = reference("html");
     EXPECT_THAT(page, HasSubstr("<article id=\"3-py_GetPathInfo\"><h3><a href=\"#3-py_GetPathInfo\">"));
     EXPECT_THAT(page, HasSubstr("such as {&quot;MediaItem*&quot;: 93824}"));
     EXPECT_THAT(page, Not(HasSubstr("<pre></pre>")));
 }
 
-TEST_F(ReferenceCommand, GivesEditorsJustWhatScriptsFind) {
+TEST_F(ReferenceCommand, GivesEditorsTheFunctionsThatScriptsFind) {
     write_bytes(folder / "stub.lua", reference("luals"));
     write_bytes(folder / "compare.lua", R"(
         local stub = {}

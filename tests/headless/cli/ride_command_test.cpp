@@ -1,5 +1,4 @@
-// What a ride of whole files gives: figures, rendered files, the project, and what becomes of files that are
-// none.
+// Rides of whole files: figures, renders, the project, and files that are no recordings.
 
 #include "headless/rpp/rpp.hpp"
 #include "tests/headless/cli/command_runner.hpp"
@@ -15,7 +14,7 @@ using testing::ElementsAre;
 using testing::HasSubstr;
 namespace fs = std::filesystem;
 
-/// Lowest and highest gain in decibels that was given to the samples that are loud enough to tell.
+/// Lowest and highest gain in decibels, of the samples that are loud enough to tell.
 std::pair<double, double> gains_between(const Sound& before, const Sound& after) {
     std::pair<double, double> range{0.0, 0.0};
     for (std::size_t i = 0; i < before.samples.size(); ++i) {
@@ -27,7 +26,7 @@ std::pair<double, double> gains_between(const Sound& before, const Sound& after)
     return range;
 }
 
-TEST_F(RideCommand, ReportsTheGainsThatTheRenderedFileWasGiven) {
+TEST_F(RideCommand, ReportsTheGainsOfTheRender) {
     write_speech(folder / "line.wav", 6.0, 2);
     const Outcome outcome = felspar({"ride", "line.wav", "--json"});
     EXPECT_EQ(outcome.errors, "");
@@ -48,7 +47,7 @@ TEST_F(RideCommand, ReportsTheGainsThatTheRenderedFileWasGiven) {
     EXPECT_LT(report["momentary_max_after_lufs"], report["momentary_max_before_lufs"]);
 }
 
-TEST_F(RideCommand, LeavesLowerPeaksWithRatio3ThanWithRatio0) {
+TEST_F(RideCommand, CutsMoreWithAHigherRatio) {
     write_speech(folder / "line.wav", 3.0);
     fs::create_directory(folder / "hard");
     ASSERT_EQ(felspar({"ride", "line.wav"}).status, 0);
@@ -58,7 +57,7 @@ TEST_F(RideCommand, LeavesLowerPeaksWithRatio3ThanWithRatio0) {
     EXPECT_EQ(felspar({"ride", "line.wav", "--ratio", "5"}).status, 2) << "a usage error";
 }
 
-TEST_F(RideCommand, SavesAProjectOfItemsASecondApartWithTheRideToEdit) {
+TEST_F(RideCommand, SavesAProjectWithEditableRides) {
     write_speech(folder / "a.wav", 0.3);
     write_speech(folder / "b.wav", 2.0);
     const Outcome outcome = felspar({"ride", "a.wav", "missing.wav", "b.wav", "--project", "ride.rpp"});
@@ -81,7 +80,7 @@ TEST_F(RideCommand, SavesAProjectOfItemsASecondApartWithTheRideToEdit) {
     EXPECT_GT(volume->points().size(), 2U);
 }
 
-TEST_F(RideCommand, SaysInOneLineWhyAFileIsNoRecordingAndRidesTheOthers) {
+TEST_F(RideCommand, SkipsFilesThatAreNoRecordings) {
     fs::create_directory(folder / "a folder");
     mkfifo((folder / "a pipe").c_str(), 0600);
     fs::create_symlink("/dev/zero", folder / "a device");
@@ -107,9 +106,9 @@ TEST_F(RideCommand, SaysInOneLineWhyAFileIsNoRecordingAndRidesTheOthers) {
     EXPECT_THAT(ridden_names(), ElementsAre("truncated.wav"));
 }
 
-// A recording whose path the project file cannot hold is lost in it, but its render is not. The name with a
-// line break is that of both takes.
-TEST_F(RideCommand, GivesARenderedFileARowAndAnItemForEveryKindOfFileName) {
+// A project file cannot hold every path, so a recording may be lost in it, but its render is not. The name with the
+// line break belongs to both takes.
+TEST_F(RideCommand, RendersFilesOfAnyName) {
     const std::vector<std::string> names{
         "lost\nb\r\x1b[2J.wav", "lost \"'`.wav", "caf\xe9.wav", "-o.wav", "%s%n.wav", "a.b.WAV", " "};
     std::vector<std::string> arguments{"ride", "--project", "p.rpp", "--"};

@@ -1,4 +1,4 @@
-// What a ride may write, and what it says when it can't.
+// The files that a ride may write, and its messages when it cannot.
 
 #include "headless/rpp/rpp.hpp"
 #include "tests/headless/cli/command_runner.hpp"
@@ -18,7 +18,7 @@ struct RideOutputs : FelsparCommand {
     std::filesystem::path rendered = folder / "ridden/a.wav";
 };
 
-TEST_F(RideOutputs, AreTheSameBytesWhenMadeAgain) {
+TEST_F(RideOutputs, HaveTheSameBytesInASecondRun) {
     ASSERT_EQ(felspar({"ride", "a.wav", "--project", "p.rpp"}).status, 0);
     const std::string first_sound = bytes_of(rendered);
     const std::string first_project = bytes_of(folder / "p.rpp");
@@ -27,7 +27,7 @@ TEST_F(RideOutputs, AreTheSameBytesWhenMadeAgain) {
     EXPECT_EQ(bytes_of(folder / "p.rpp"), first_project);
 }
 
-TEST_F(RideOutputs, ThatAProjectPlaysStayUntilTheNewProjectStands) {
+TEST_F(RideOutputs, StayUntilTheNewProjectIsSaved) {
     ASSERT_EQ(felspar({"ride", "a.wav", "--project", "p.rpp"}).status, 0);
     const std::string lightly_ridden = bytes_of(rendered);
     std::filesystem::copy_file(folder / "p.rpp", folder / "kept.rpp");
@@ -43,10 +43,10 @@ TEST_F(RideOutputs, ThatAProjectPlaysStayUntilTheNewProjectStands) {
     EXPECT_THAT(ridden_names(), testing::UnorderedElementsAre("a.wav", "a-001.wav"));
     std::filesystem::remove(folder / "other.RPP");
     ASSERT_EQ(felspar({"ride", "a.wav", "--ratio", "3", "--project", "p.rpp"}).status, 0);
-    EXPECT_THAT(ridden_names(), ElementsAre("a-001.wav")) << "and now none";
+    EXPECT_THAT(ridden_names(), ElementsAre("a-001.wav")) << "no project plays the other one any more";
 }
 
-TEST_F(RideOutputs, OfAProjectBehindALinkAreWrittenThere) {
+TEST_F(RideOutputs, FollowTheLinkOfAProject) {
     std::filesystem::create_directory(folder / "far");
     std::filesystem::create_symlink("far/real.rpp", folder / "p.rpp");
     const std::vector<std::string> ride{"ride", "a.wav", "--ratio", "3", "--project", "p.rpp"};
@@ -61,8 +61,8 @@ TEST_F(RideOutputs, OfAProjectBehindALinkAreWrittenThere) {
     EXPECT_EQ(project.item(0)->active_take()->source.file.filename(), "a-001.wav");
 }
 
-// A memory that holds the program and the small recordings, but not what the large one is decoded to.
-TEST_F(RideOutputs, OfOtherRecordingsAreMadeWhenTheMemoryDoesNotSufficeForOne) {
+// The memory suffices for the program and the small recordings, but not for the large one when it is decoded.
+TEST_F(RideOutputs, SurviveARecordingThatIsTooLargeForTheMemory) {
 #ifdef __SANITIZE_ADDRESS__
     GTEST_SKIP() << "the sanitizer needs more memory than that";
 #endif
@@ -81,7 +81,7 @@ TEST_F(RideOutputs, OfOtherRecordingsAreMadeWhenTheMemoryDoesNotSufficeForOne) {
     EXPECT_THAT(ridden_names(), testing::UnorderedElementsAre("a.wav", "b.wav"));
 }
 
-TEST_F(RideOutputs, NeverReplaceAFileThatTheUserMade) {
+TEST_F(RideOutputs, NeverReplaceFilesOfTheUser) {
     std::filesystem::create_directory(folder / "ridden");
     write_speech(rendered, 0.5);
     const std::string theirs = bytes_of(rendered);
@@ -92,7 +92,7 @@ TEST_F(RideOutputs, NeverReplaceAFileThatTheUserMade) {
     EXPECT_THAT(ridden_names(), ElementsAre("a.wav"));
 }
 
-TEST_F(RideOutputs, NeverReplaceWhatTheRunReads) {
+TEST_F(RideOutputs, NeverReplaceInputs) {
     ASSERT_EQ(felspar({"ride", "a.wav"}).status, 0);
     const std::string first = bytes_of(rendered);
     std::filesystem::create_symlink("ridden", folder / "link");
@@ -102,17 +102,17 @@ TEST_F(RideOutputs, NeverReplaceWhatTheRunReads) {
     EXPECT_THAT(ridden_names(), ElementsAre("a.wav"));
 }
 
-TEST_F(RideOutputs, NeverReplaceWhatTheRunHasWritten) {
+TEST_F(RideOutputs, NeverReplaceOutputsOfTheSameRun) {
     std::filesystem::create_directory(folder / "take2");
     std::filesystem::create_directory(folder / "ridden");
     write_speech(folder / "take2/a.wav", 2.0);
     const Outcome outcome = felspar({"ride", "a.wav", "take2/a.wav", "--project", "ridden/a.wav"});
     EXPECT_EQ(outcome.status, 1);
     EXPECT_THAT(outcome.errors, HasSubstr("another recording of that name"));
-    EXPECT_EQ(read_sound(rendered).samples.size(), 16000U) << "nor with the project";
+    EXPECT_EQ(read_sound(rendered).samples.size(), 16000U) << "the project does not replace it either";
 }
 
-TEST_F(RideOutputs, LeaveAForeignProjectAloneAndThenDoNoWorkAtAll) {
+TEST_F(RideOutputs, NeverReplaceAForeignProject) {
     write_bytes(folder / "theirs.rpp", "<REAPER_PROJECT 0.1 \"6.19/linux-x86_64\" 1700000000\n>\n");
     write_bytes(folder / "empty.rpp", "");
     for (const char* project : {"theirs.rpp", "empty.rpp", "a.wav", "missing/p.rpp"}) {
@@ -125,7 +125,7 @@ TEST_F(RideOutputs, LeaveAForeignProjectAloneAndThenDoNoWorkAtAll) {
     }
 }
 
-TEST_F(RideOutputs, FailTheRunWithOneLineThatSaysWhyWhenTheyCannotBeMade) {
+TEST_F(RideOutputs, FailWithOneMessage) {
     write_bytes(folder / "note.txt", "no library");
     const std::pair<std::vector<std::string>, const char*> runs[] = {
         {{"-o", "nowhere"}, "nowhere: the output folder does not exist"},

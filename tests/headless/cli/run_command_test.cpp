@@ -22,7 +22,7 @@ constexpr const char* add_track = R"(
     reaper.GetSetMediaTrackInfo_String(reaper.GetTrack(0, 0), "P_NAME", arg[1], true)
 )";
 
-TEST_F(RunCommand, OpensAProjectAndSavesItInPlaceOrElsewhere) {
+TEST_F(RunCommand, SavesAProjectInPlaceOrElsewhere) {
     EXPECT_EQ(run(add_track, {"--save", "a.rpp", "--", "--first"}).status, 0);
     EXPECT_EQ(run(add_track, {"--project", "a.rpp", "--save", "a.rpp", "--", "second"}).status, 0);
     const std::string both = bytes_of(folder / "a.rpp");
@@ -33,7 +33,7 @@ TEST_F(RunCommand, OpensAProjectAndSavesItInPlaceOrElsewhere) {
     EXPECT_EQ(bytes_of(folder / "a.rpp"), both);
 }
 
-TEST_F(RunCommand, LeavesTheProjectAsItWasWhenTheScriptDoesNotEndWell) {
+TEST_F(RunCommand, SavesNothingAfterAnError) {
     ASSERT_EQ(run(add_track, {"--save", "a.rpp", "--", "first"}).status, 0);
     const std::string before = bytes_of(folder / "a.rpp");
     for (const auto& [ending, status] : {std::pair{"error('boom')", 1}, {"os.exit(3)", 3}, {"x = = 1", 1}}) {
@@ -46,13 +46,13 @@ TEST_F(RunCommand, LeavesTheProjectAsItWasWhenTheScriptDoesNotEndWell) {
                 ContainsRegex("script.lua:2: attempt to perform.*\nstack traceback:\n    "));
 }
 
-TEST_F(RunCommand, SavesBeforeFinalizersWhichMayNeverEnd) {
+TEST_F(RunCommand, SavesBeforeFinalizersRun) {
     const Outcome outcome = run(R"(kept = setmetatable({}, {__gc = function() print(io.open("a.rpp")) end}))",
                                 {"--save", "a.rpp"});
     EXPECT_THAT(outcome.output, HasSubstr("file ("));
 }
 
-TEST_F(RunCommand, ShowsControlBytesOfErrorsArgumentsAndLostNames) {
+TEST_F(RunCommand, EscapesControlBytesInMessages) {
     EXPECT_THAT(run("error('a\\0b\\x1b[2J')").errors, HasSubstr("a\\x00b\\x1b[2J\n"));
     EXPECT_THAT(felspar({"run", "\x1b[2J"}).errors, HasSubstr("\\x1b[2J"));
     const Outcome outcome = run(add_track, {"--save", "a.rpp", "--", "a\nb"});
@@ -61,7 +61,7 @@ TEST_F(RunCommand, ShowsControlBytesOfErrorsArgumentsAndLostNames) {
               "felspar: a.rpp: cannot hold the name of track 1: \"a\\nb\" is written as \"a b\"\n");
 }
 
-TEST_F(RunCommand, ReadsTheSourcesOfALoadedProjectAndTellsThoseThatAreGone) {
+TEST_F(RunCommand, ReportsMissingSourcesOfAProject) {
     write_speech(folder / "a.wav", 1.5, 2);
     write_speech(folder / "b.wav", 1.0);
     run("reaper.InsertMedia('a.wav', 1) reaper.InsertMedia('b.wav', 1)", {"--save", "a.rpp"});
@@ -78,7 +78,7 @@ TEST_F(RunCommand, ReadsTheSourcesOfALoadedProjectAndTellsThoseThatAreGone) {
     EXPECT_THAT(lines_of(outcome.errors), testing::ElementsAre(HasSubstr("b.wav: No such file")));
 }
 
-TEST_F(RunCommand, KeepsAProjectOfOthersWhenItSavesInItsPlaceAndElseDoesNotTouchIt) {
+TEST_F(RunCommand, BacksUpAForeignProject) {
     const std::string theirs = "<REAPER_PROJECT 0.1 \"6.19/linux-x86_64\" 1700000000\n>\n";
     write_bytes(folder / "a.rpp", theirs);
     EXPECT_EQ(run("print(1)", {"--save", "a.rpp"}).output, "") << "refused before the script runs";
@@ -88,7 +88,7 @@ TEST_F(RunCommand, KeepsAProjectOfOthersWhenItSavesInItsPlaceAndElseDoesNotTouch
     EXPECT_EQ(run("", {"--save", "script.lua"}).status, 1);
 }
 
-TEST_F(RunCommand, FailsWhenTheWorkstationCouldNotDoSomethingButSavesWhatItDid) {
+TEST_F(RunCommand, SavesTheRestWhenAFunctionFails) {
     const Outcome outcome = run("reaper.InsertMedia('none.wav', 0)", {"--save", "a.rpp"});
     EXPECT_EQ(outcome.status, 1);
     EXPECT_THAT(outcome.errors, HasSubstr("none.wav: No such file"));
@@ -116,7 +116,7 @@ struct ExampleScript : RunCommand {
     std::string project() const { return bytes_of(folder / "a.rpp"); }
 };
 
-TEST_F(ExampleScript, ImportsDialogueAndMarksLinesWithoutAPartner) {
+TEST_F(ExampleScript, ImportsDialogue) {
     const Outcome outcome = example("import_dialogue.lua", {"--save", "a.rpp", "--", "subject", "base"});
     EXPECT_EQ(outcome.errors, "");
     EXPECT_EQ(outcome.output, "Lines without a partner: 1\n");
@@ -129,7 +129,7 @@ TEST_F(ExampleScript, ImportsDialogueAndMarksLinesWithoutAPartner) {
     EXPECT_EQ(project(), by_arguments);
 }
 
-TEST_F(ExampleScript, ColoursAndNamesTracksByTheirSpeakers) {
+TEST_F(ExampleScript, ColoursTracksBySpeaker) {
     example("import_dialogue.lua", {"--save", "a.rpp", "--", "subject", "base"});
     const Outcome outcome = example("colour_tracks.lua", {"--project", "a.rpp", "--save", "a.rpp"});
     EXPECT_EQ(outcome.output, "Speakers: 2\n");

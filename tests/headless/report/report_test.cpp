@@ -11,7 +11,7 @@
 namespace headless {
 namespace {
 
-TEST(Printable, ShowsWhatWouldNotStandInItsLineAndKeepsTheRest) {
+TEST(Printable, EscapesCharactersThatDisturbTheLine) {
     const std::pair<std::string, std::string> texts[] = {
         {"say \"line\" `1` it's.wav", "say \"line\" `1` it's.wav"},
         {"台詞_こんにちは \xf0\x9f\x8e\x99.wav", "台詞_こんにちは \xf0\x9f\x8e\x99.wav"},
@@ -27,7 +27,7 @@ TEST(Printable, ShowsWhatWouldNotStandInItsLineAndKeepsTheRest) {
         EXPECT_EQ(report::printable(given), shown);
 }
 
-TEST(Progress, RewritesOneLineCutToTheTerminalAndErasesItInTheEnd) {
+TEST(Progress, RewritesOneLineThatFitsTheTerminal) {
     int screen = -1;
     int terminal = -1;
     const winsize size{.ws_row = 2, .ws_col = 20, .ws_xpixel = 0, .ws_ypixel = 0};
@@ -45,7 +45,7 @@ TEST(Progress, RewritesOneLineCutToTheTerminalAndErasesItInTheEnd) {
     close(screen);
 }
 
-TEST(Progress, ReckonsTheTimeLeftFromWhatIsDone) {
+TEST(Progress, EstimatesTheTimeLeft) {
     EXPECT_EQ(report::time_left_text(5.0, 0, 40), "");
     EXPECT_EQ(report::time_left_text(10.0, 10, 75), "1:05 left");
     EXPECT_EQ(report::time_left_text(10.0, 1, 722), "2:00:10 left");
@@ -62,7 +62,7 @@ const report::RideReport long_take{.file = "in/a\nb.wav",
                                    .momentary_max_before_lufs = -20.04,
                                    .momentary_max_after_lufs = -std::numeric_limits<double>::infinity()};
 
-TEST(RideReport, IsARowUnderItsHeadingWhoseLastColumnIsTheName) {
+TEST(RideReport, PrintsAHeadingAndRows) {
     EXPECT_EQ(report::text_heading() + report::text_row(long_take) +
                   report::text_row({.file = "caf\xe9.wav", .largest_cut_db = -0.01}),
               "  length  windows  written    kept     cut   boost   before   after  file\n"
@@ -71,7 +71,7 @@ TEST(RideReport, IsARowUnderItsHeadingWhoseLastColumnIsTheName) {
               "    0.00        0        0       0     0.0     0.0        -       -  caf\\xe9.wav\n");
 }
 
-TEST(RideReport, IsOneLineOfJsonWithNullForWhatHasNoFiniteValueAndNoBytesButUtf8) {
+TEST(RideReport, PrintsValidJsonForAnyValue) {
     const std::string line = report::json_line(long_take);
     EXPECT_EQ(line.find('\n'), line.size() - 1);
     EXPECT_EQ(nlohmann::json::parse(line), nlohmann::json::parse(R"({

@@ -1,4 +1,4 @@
-// The import of two folders of lines: groups, pairs, tracks, timeline, and what it goes on without.
+// The import of two folders of lines: pairs, groups, tracks, the timeline, and failures that it survives.
 
 #include "dialogue/lingomat.hpp"
 #include "tests/headless/support/sound_files.hpp"
@@ -20,7 +20,7 @@ protected:
         headless::test::write_sound(folder / name, headless::test::tone(seconds, peak, sample_rate),
                                     sample_rate);
     }
-    /// With 0.5 s behind every item. @returns the files without a partner, behind what the list held before
+    /// Leaves a gap of 0.5 s. @returns the names of files without a partner, after what the list held before
     Texts import(double start, int start_end_type, bool match, bool ride, const Texts& fragments = {}) const {
         Texts unmatched{"kept"};
         EXPECT_EQ(mk_api::LINGOMAT::LINGOMAT_InsertMediaItems(folder / "fr", folder / "en", start, 0.5,
@@ -31,7 +31,7 @@ protected:
             path = fs::path(path).filename();
         return unmatched;
     }
-    /// The tracks, each behind its depth, and behind it the positions and files of its items.
+    /// A text for each track: depth, name, then position and file of each item.
     Texts tracks() const {
         Texts lines;
         for (const auto& track : project.tracks()) {
@@ -45,7 +45,7 @@ protected:
     headless::project::Project& project = workstation.project();
 };
 
-TEST_F(Import, GroupsByTheFirstFragmentInANameAndPairsByTheExactName) {
+TEST_F(Import, PairsByNameAndGroupsByFragment) {
     for (const char* name :
          {"fr/x/Bob_alice.WAV", "en/Bob_alice.WAV", "en/Line.wav", "en/line.WAV", "fr/line.wav"})
         write(name);
@@ -54,10 +54,10 @@ TEST_F(Import, GroupsByTheFirstFragmentInANameAndPairsByTheExactName) {
     std::ranges::sort(found);
     EXPECT_EQ(found, (Texts{"0ALICE", "0None", "1base", "1base 0:en/Bob_alice.WAV", "1unique",
                             "1unique 1.5:fr/x/Bob_alice.WAV"}))
-        << "a group without a pair is made too";
+        << "a group without pairs has its tracks, too";
 }
 
-TEST_F(Import, LaysPairsOutInTheByteOrderOfTheSubjectPathsOnOneTimeline) {
+TEST_F(Import, PlacesPairsInOrderOfTheirPaths) {
     write("en/a.wav", 2.0);
     write("fr/a.wav", 1.0);
     write("fr/a/a.wav", 1.5);
@@ -65,7 +65,7 @@ TEST_F(Import, LaysPairsOutInTheByteOrderOfTheSubjectPathsOnOneTimeline) {
     write("en/0/a.wav", 2.0);
     const std::string first =
         (*fs::directory_iterator(folder / "en")).is_directory() ? "en/0/a.wav" : "en/a.wav";
-    headless::test::write_bytes(folder / "en/B.wav", "refused, and so takes no time");
+    headless::test::write_bytes(folder / "en/B.wav", "refused, so it takes no time");
     project.markers.add({false, 5.0});
     EXPECT_EQ(import(10.0, 2, false, true), Texts{"kept"}) << "any type but 1 counts from the start";
     const Texts expected{"0None", "1base 10.75:" + first + " 14.75:" + first,
@@ -77,7 +77,7 @@ TEST_F(Import, LaysPairsOutInTheByteOrderOfTheSubjectPathsOnOneTimeline) {
         << "18.75 + 2.5 s";
 }
 
-TEST_F(Import, TakesOverANestedMasterTrackAndTheChildThatItHas) {
+TEST_F(Import, ReusesExistingTracks) {
     for (const auto& [name, change] :
          {std::pair("top", 1), {"None", 1}, {"Base", 0}, {"base", -2}, {"last", 0}}) {
         project.insert_track(99).name = name;
@@ -92,7 +92,7 @@ TEST_F(Import, TakesOverANestedMasterTrackAndTheChildThatItHas) {
     EXPECT_EQ(project.track(3), base);
 }
 
-TEST_F(Import, LevelsAndRidesWhatItCanAndTellsOnceOfAMissingExtension) {
+TEST_F(Import, MatchesAndRidesSubjectLines) {
     for (const char* name : {"a.wav", "b silent.wav", "c brief.wav"}) {
         write(std::string("fr/") + name);
         write(std::string("en/") + name, name[0] == 'c' ? 0.3 : 1.0, name[0] == 'b' ? 0.0 : 0.5);
@@ -100,17 +100,19 @@ TEST_F(Import, LevelsAndRidesWhatItCanAndTellsOnceOfAMissingExtension) {
     import(0.0, 0, true, false);
     const auto& subjects = project.track(2)->items();
     EXPECT_NEAR(subjects.at(0)->volume, 2.0, 0.001);
-    EXPECT_TRUE(subjects.at(1)->volume == 1.0 && subjects.at(2)->volume == 1.0) << "no target";
+    EXPECT_EQ(subjects.at(1)->volume, 1.0) << "its base line is silent";
+    EXPECT_EQ(subjects.at(2)->volume, 1.0) << "its base line is too short";
     import(0.0, 1, true, true);
     for (const std::size_t i : {3u, 4u, 5u})
         EXPECT_EQ(subjects.at(i)->takes().size(), 2u) << "a ride renders to a new take";
     overrule("NF_AnalyzeTakeLoudness2", static_cast<void*>(nullptr));
     overrule("BR_EnvAlloc", static_cast<void*>(nullptr));
     import(0.0, 1, true, true);
-    EXPECT_TRUE(messages.size() == 2 && subjects.size() == 9) << "one message for each";
+    EXPECT_EQ(messages.size(), 2U) << "one for each missing function";
+    EXPECT_EQ(subjects.size(), 9U);
 }
 
-TEST_F(Import, AddsFirstTheLengthThenTheInterval) {
+TEST_F(Import, AddsTheLengthBeforeTheInterval) {
     write("fr/a.wav", 0.2);
     write("en/a.wav", 0.2);
     Texts unmatched;
@@ -119,7 +121,7 @@ TEST_F(Import, AddsFirstTheLengthThenTheInterval) {
     EXPECT_EQ(project.item(1)->position_seconds(), (0.1 + 0.2) + 0.3);
 }
 
-TEST_F(Import, TellsOnceOfAnyOneFunctionThatTheRideMisses) {
+TEST_F(Import, ReportsAMissingRideFunctionOnce) {
     for (const char* name : {"fr/a.wav", "fr/b.wav", "en/a.wav", "en/b.wav"})
         write(name, 0.5);
     for (const char* function :
@@ -134,7 +136,7 @@ TEST_F(Import, TellsOnceOfAnyOneFunctionThatTheRideMisses) {
     }
 }
 
-TEST_F(Import, SurvivesTheFailureOfEverySingleAllocation) {
+TEST_F(Import, SurvivesTheFailureOfEachAllocation) {
     for (const char* name : {"fr/a line with a partner.wav", "en/a line with a partner.wav", "fr/other.wav"})
         write(name, 0.5);
     Texts unmatched;
@@ -148,7 +150,7 @@ TEST_F(Import, SurvivesTheFailureOfEverySingleAllocation) {
     EXPECT_EQ(unmatched, (Texts{"kept", "other.wav"})) << "once all memory was there";
 }
 
-TEST_F(Import, ByAHostWithoutAnyFunctionStillNamesWhatHasNoPartner) {
+TEST_F(Import, ListsUnpairedLinesWithoutAnyHostFunction) {
     for (const char* name : {"fr/a.wav", "fr/b.wav", "en/a.wav"})
         write(name);
     std::ifstream names(TEST_DATA "/entry/host_functions.txt");

@@ -50,9 +50,9 @@ public:
         guard_.protect(plan_.base_lines);
     }
 
-    Result<report::ImportReport> run(const Result<fs::path>& plugin) {
+    Result<report::ImportReport> run(Result<fs::path> plugin) {
         return check_outputs()
-            .and_then([&] { return plugin; })
+            .and_then([&] { return std::move(plugin); })
             .and_then([&](const fs::path& file) { return ImportSession::open(file, guard_); })
             .and_then([&](ImportSession&& session) {
                 session_.emplace(std::move(session));
@@ -138,10 +138,11 @@ private:
 
 } // namespace
 
-Result<report::ImportReport> run_import(const ImportOptions& options, const Result<fs::path>& plugin,
+Result<report::ImportReport> run_import(const ImportOptions& options, Result<fs::path> plugin,
                                         const BeginPair& begin_pair) {
-    return plan_import(options).and_then(
-        [&](ImportPlan&& plan) { return ImportJob(options, std::move(plan), begin_pair).run(plugin); });
+    return plan_import(options).and_then([&](ImportPlan&& plan) {
+        return ImportJob(options, std::move(plan), begin_pair).run(std::move(plugin));
+    });
 }
 
 } // namespace headless::jobs

@@ -18,8 +18,7 @@ using BeginPair = std::function<void(const std::filesystem::path& base, std::siz
 /// @param plugin  the plug-in's library, or why it was not found, which counts once the options are checked
 /// @returns what was done, with the failures of single lines and outputs; a failure if the import could not begin,
 /// or of the kind `interrupted` if a signal ended it. After a failure all files are as they were before
-Result<report::ImportReport> run_import(const ImportOptions& options,
-                                        const Result<std::filesystem::path>& plugin,
+Result<report::ImportReport> run_import(const ImportOptions& options, Result<std::filesystem::path> plugin,
                                         const BeginPair& begin_pair);
 
 } // namespace headless::jobs

@@ -87,10 +87,10 @@ std::optional<double> level_as_placed(workstation::Workstation& workstation, con
 
 /// Removes the failures that concern `file` from `reports` and returns them.
 std::vector<Failure> extract(std::vector<Failure>& reports, const std::filesystem::path& file) {
-    const auto others =
-        std::ranges::stable_partition(reports, [&](const Failure& report) { return report.path != file; });
-    std::vector<Failure> result(std::move_iterator(others.begin()), std::move_iterator(others.end()));
-    reports.erase(others.begin(), others.end());
+    const auto first = std::stable_partition(reports.begin(), reports.end(),
+                                             [&](const Failure& report) { return report.path != file; });
+    std::vector<Failure> result(std::make_move_iterator(first), std::make_move_iterator(reports.end()));
+    reports.erase(first, reports.end());
     return result;
 }
 

@@ -1,5 +1,6 @@
 #pragma once
-// An expected failure in the headless host: a value with its kind, the file concerned, and a text for the user.
+// An expected failure in the headless host: a value with its kind, the file concerned, and a text for the
+// user.
 
 #include <tl/expected.hpp>
 
@@ -17,8 +18,8 @@ enum class FailureKind {
     interrupted, ///< a signal ended the work
 };
 
-/// Why something could not be done. `message` is one line that names the path or object and can be shown; code
-/// decides by the other members.
+/// Why something could not be done. `message` is one line that names the path or object and can be shown;
+/// code decides by the other members.
 struct Failure {
     std::string message;
     std::filesystem::path path{}; ///< the file or folder concerned; empty if there is none

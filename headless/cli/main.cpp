@@ -16,7 +16,7 @@ namespace {
 
 constexpr int usage_error = 2;
 
-/// The message repeats what was typed, whatever bytes those are.
+/// The message repeats arguments, which may hold any bytes.
 std::string usage_message(const CLI::App* app, const CLI::Error& error) {
     const CLI::Error visible(error.get_name(), headless::report::printable(error.what()),
                              error.get_exit_code());

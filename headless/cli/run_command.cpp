@@ -85,7 +85,7 @@ Result<std::vector<Failure>> save(const RunOptions& options, workstation::Workst
     });
 }
 
-/// The script may not have noticed its failures, as many functions have no result to report them.
+/// The script may not have noticed failures, as many functions cannot report them.
 /// @returns whether everything was done and saved
 bool finish(const RunOptions& options, workstation::Workstation& workstation,
             const script::ScriptOutcome& outcome, bool& is_saved) {

@@ -1,6 +1,6 @@
 #pragma once
-// The plug-in's dialogue import. It is called as scripts call it, through the plug-in's Lua module: Lua strings
-// carry file names in any encoding, and the module is found by a C name.
+// The plug-in's dialogue import. It is called as scripts call it, through the plug-in's Lua module: Lua
+// strings carry file names in any encoding, and the module is found by a C name.
 
 #include "headless/workstation/plugin_library.hpp"
 
@@ -27,8 +27,8 @@ struct DialogueImport {
 bool offers_dialogue_import(const workstation::PluginLibrary& plugin);
 
 /// Imports into the project of the current workstation.
-/// @returns whether the operation ran to its end; if it did not, memory ran out or a folder could not be read,
-/// and what it did until then stays in the project
+/// @returns whether the operation ran to its end; if it did not, memory ran out or a folder could not be
+/// read, and what it did until then stays in the project
 bool run_dialogue_import(const workstation::PluginLibrary& plugin, const DialogueImport& import);
 
 } // namespace headless::jobs

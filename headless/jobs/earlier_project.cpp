@@ -27,7 +27,7 @@ void for_each_item(const project::Project& project, Visit visit) {
             visit(*item);
 }
 
-/// Recordings that were rendered for the project: first takes of items that have others.
+/// Recordings that were rendered for the project: the first takes of items with several takes.
 std::vector<fs::path> rendered_recordings(const project::Project& project) {
     std::vector<fs::path> files;
     for_each_item(project, [&](const project::Item& item) {
@@ -38,11 +38,11 @@ std::vector<fs::path> rendered_recordings(const project::Project& project) {
 }
 
 bool is_named_as_project(const std::string& name) {
-    constexpr std::string_view extension = ".rpp"; // of backups and others only the beginning
+    constexpr std::string_view extension = ".rpp"; // ".rpp-bak" is a backup
     return strncasecmp(fs::path(name).extension().c_str(), extension.data(), extension.size()) == 0;
 }
 
-/// The other project files of the folder, backups among them, one behind the other.
+/// The texts of the other project files in the folder, including backups, joined.
 Result<std::string> text_of_projects_beside(const fs::path& project) {
     const fs::path folder = folder_of(project);
     std::error_code error;

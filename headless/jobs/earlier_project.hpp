@@ -1,6 +1,6 @@
 #pragma once
-// The project that a run is going to replace. What it plays stays until the new one stands, so that whatever
-// stops the run, one of the two is whole with its audio. Renders that differ get other names meanwhile.
+// The project that a run is going to replace. Its audio stays until the new project is saved, so whatever
+// stops the run, one of the two projects is complete. New renders that differ get other names.
 
 #include "headless/base/failure.hpp"
 #include "headless/project/project.hpp"
@@ -11,23 +11,23 @@
 
 namespace headless::jobs {
 
-/// All that the project's takes play, heard or not.
+/// The files of all takes of the project, active or not.
 std::vector<std::filesystem::path> audio_of(const project::Project& project);
 
 class EarlierProject {
 public:
-    /// Nothing was there.
+    /// There is no earlier project.
     EarlierProject() = default;
 
-    /// Looks at a project of ours that lies at `file`; any other file, or none, is as nothing. Fails, naming
-    /// the file, when it cannot be read: what it plays could not be spared.
+    /// Reads the project in `file` if this program wrote it; any other file counts as no project.
+    /// @returns a failure that names the file if it cannot be read, since its audio could not be protected
     static Result<EarlierProject> read(const std::filesystem::path& file);
 
     const std::vector<std::filesystem::path>& audio() const { return audio_; }
 
-    /// Removes renders that `present`, which has been saved in this one's place, has replaced: it plays
-    /// another render of their recording, and no project beside it names them.
-    /// @returns what could not be removed
+    /// Removes the renders that `present`, which has replaced this project, does not need: it plays another
+    /// render of the same recording, and no other project file in the folder names them.
+    /// @returns a failure for each file that could not be removed
     std::vector<Failure> remove_replaced_renders(const project::Project& present) const;
 
 private:

@@ -15,9 +15,11 @@ namespace headless::jobs {
 using BeginPair = std::function<void(const std::filesystem::path& base, std::size_t pairs)>;
 
 /// Imports as the options say. A dry run writes nothing.
-/// @param plugin  the plug-in's library, or why it was not found, which counts once the options are checked
-/// @returns what was done, with the failures of single lines and outputs; a failure if the import could not begin,
-/// or of the kind `interrupted` if a signal ended it. After a failure all files are as they were before
+/// @param plugin  the plug-in's library, or why it was not found; that failure comes after those of the
+/// options
+/// @returns what was done, with the failures of single lines and outputs; a failure if the import could not
+/// begin, or of the kind `interrupted` if a signal ended it. After a failure all files are as they were
+/// before
 Result<report::ImportReport> run_import(const ImportOptions& options, Result<std::filesystem::path> plugin,
                                         const BeginPair& begin_pair);
 

@@ -23,8 +23,8 @@ public:
     /// @returns a failure if the plug-in cannot be loaded or offers no import
     static Result<ImportSession> open(const std::filesystem::path& plugin, OutputGuard& guard);
 
-    /// Begins a project that will be saved as `plan.project`, with its renders in "<stem>-takes" beside it, or
-    /// continues the project `options.onto`. The guard protects the files that its items play.
+    /// Begins a project that will be saved as `plan.project`, with its renders in "<stem>-takes" beside it,
+    /// or continues the project `options.onto`. The guard protects the files that its items play.
     Result<void> open_project(const ImportOptions& options, const ImportPlan& plan);
 
     /// The folder for renders.

@@ -12,8 +12,8 @@
 
 namespace headless::jobs {
 
-/// Every `permits_` function fails with the kind `refused` if the file must stay as it is, and with another kind
-/// if the file in the way cannot be examined.
+/// Every `permits_` function fails with the kind `refused` if the file must stay as it is, and with another
+/// kind if the file in the way cannot be examined.
 class OutputGuard {
 public:
     explicit OutputGuard(std::span<const std::filesystem::path> inputs) : inputs_(inputs) {}
@@ -31,8 +31,8 @@ public:
     /// @returns a failure if the file cannot be examined
     Result<workstation::ExistingRender> judge_render(const std::filesystem::path& target) const;
 
-    /// Whether the render of an abandoned work may be removed. False for a spared file, which the render turned
-    /// out to equal.
+    /// Whether the render of an abandoned work may be removed. False for a spared file, which the render
+    /// turned out to equal.
     bool may_remove(const std::filesystem::path& render) const {
         return !inputs_.contains(render) && !spared_.contains(render) && !written_.contains(render);
     }

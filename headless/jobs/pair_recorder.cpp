@@ -72,8 +72,8 @@ std::optional<double> level_as_recorded(workstation::Workstation& workstation,
     return std::nullopt;
 }
 
-/// The level of a placed line. A line that is too short has none, which is not a failure. The plug-in has measured
-/// the line too, so the same failure may be among the reports already.
+/// The level of a placed line. A line that is too short has none, which is not a failure. The plug-in has
+/// measured the line too, so the same failure may be among the reports already.
 std::optional<double> level_as_placed(workstation::Workstation& workstation, const project::Item& item,
                                       std::vector<Failure>& reports) {
     const auto level = workstation::heard_momentary_maximum(workstation, *item.active_take());

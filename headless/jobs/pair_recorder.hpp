@@ -1,6 +1,6 @@
 #pragma once
-// Observes an import from the host's side: what became of each planned pair, and how loud its lines were before
-// and after.
+// Observes an import from the host's side: what became of each planned pair, and how loud its lines were
+// before and after.
 
 #include "headless/base/failure.hpp"
 #include "headless/jobs/output_guard.hpp"
@@ -18,8 +18,9 @@
 
 namespace headless::jobs {
 
-/// Observes the workstation's insertions as long as it exists. Each inserted file is looked up among the planned
-/// pairs. All work on a pair is done before the next one begins; its lines are put on the only selected track.
+/// Observes the workstation's insertions as long as it exists. Each inserted file is looked up among the
+/// planned pairs. All work on a pair is done before the next one begins; its lines are put on the only
+/// selected track.
 class PairRecorder {
 public:
     struct Settings {

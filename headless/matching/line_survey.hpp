@@ -1,6 +1,6 @@
 #pragma once
-// The lines of two folders: which are pairs, and what the pairing leaves over. File names must be equal byte for
-// byte, so lines that were meant as a pair are easily missed.
+// The lines of two folders: which are pairs, and what the pairing leaves over. File names must be equal byte
+// for byte, so lines that were meant as a pair are easily missed.
 
 #include "headless/base/failure.hpp"
 

@@ -16,7 +16,7 @@ namespace fs = std::filesystem;
 
 constexpr std::size_t max_pairs_in_full = 40;
 constexpr std::size_t farthest_pairs = 12; ///< shown instead if there are more
-constexpr std::size_t max_names = 20;      ///< of a list that is no failure
+constexpr std::size_t max_names = 20;      ///< shown of a list
 
 std::string below(const fs::path& folder, const fs::path& file) {
     const fs::path relative = file.lexically_relative(folder);

@@ -23,7 +23,7 @@ struct Lead {
     unsigned char mask;
     unsigned char pattern;
     std::size_t bytes;
-    char32_t smallest; ///< below it the same character has a shorter form
+    char32_t smallest; ///< smaller codes have a shorter form
 };
 
 constexpr std::array<Lead, 4> leads{

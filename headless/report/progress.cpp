@@ -47,7 +47,7 @@ void Progress::show(std::size_t number, std::size_t total, std::string_view name
         time_left_text(elapsed.count(), number - first_number_, total + 1 - first_number_);
     const std::string line = std::to_string(number) + "/" + std::to_string(total) + "  " + left +
                              (left.empty() ? "" : "  ") + printable(name);
-    // Some terminals wrap after a full last column, and the line could no longer be erased.
+    // Some terminals wrap after a full last column, so that the line could no longer be erased.
     write(std::string(erase_line) + std::string(fitting(line, columns_of(descriptor_) - 1)));
     shown_ = true;
 }

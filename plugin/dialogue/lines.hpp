@@ -1,5 +1,5 @@
 #pragma once
-// The recorded lines of a language folder, and how their names distinguish them.
+// The recorded lines of a language folder. Their names tell group and partner.
 
 #include <string>
 #include <unordered_map>

@@ -106,8 +106,8 @@ TEST_F(RideCommand, SkipsFilesThatAreNoRecordings) {
     EXPECT_THAT(ridden_names(), ElementsAre("truncated.wav"));
 }
 
-// A project file cannot hold every path, so a recording may be lost in it, but its render is not. The name with the
-// line break belongs to both takes.
+// A project file cannot hold every path, so a recording may be lost in it, but its render is not. The name
+// with the line break belongs to both takes.
 TEST_F(RideCommand, RendersFilesOfAnyName) {
     const std::vector<std::string> names{
         "lost\nb\r\x1b[2J.wav", "lost \"'`.wav", "caf\xe9.wav", "-o.wav", "%s%n.wav", "a.b.WAV", " "};

@@ -1,5 +1,5 @@
-#include "tests/headless/audio/published_render.hpp"
 #include "tests/headless/support/failures.hpp"
+#include "tests/headless/support/published_render.hpp"
 #include "tests/headless/support/sound_files.hpp"
 
 #include <algorithm>
@@ -55,8 +55,9 @@ TEST_F(Render, AppliesTheEnvelopeWithoutClipping) {
     for (const int rate : {8000, 11025, 44100, 192000}) {
         SCOPED_TRACE(rate);
         const auto source = write_sound(folder / "source.wav", samples, rate, 3);
-        const auto format = test::render(cache, source, {-10, 20020}, audio::GainCurve(envelope, 0.01, 2.0),
-                                         target, ExistingFile::replace);
+        const auto format =
+            test::render_published(cache, source, {-10, 20020}, audio::GainCurve(envelope, 0.01, 2.0), target,
+                                   ExistingFile::replace);
         EXPECT_EQ(format, (audio::AudioFormat{rate, 3, 20020}));
         EXPECT_EQ(cache.format(target), (audio::AudioFormat{rate, 3, 20020}));
         const auto rendered = read_sound(target).samples;
@@ -74,8 +75,10 @@ TEST_F(Render, IsReproducibleAndMarked) {
     const auto source =
         write_sound(folder / "source.flac", noise(40000, 0.9), 8000, 1, SF_FORMAT_FLAC | SF_FORMAT_PCM_16);
     audio::AudioCache streaming(0);
-    ASSERT_TRUE(test::render(cache, source, {0, 40000}, audio::GainCurve(0.3), folder / "first.wav"));
-    ASSERT_TRUE(test::render(streaming, source, {0, 40000}, audio::GainCurve(0.3), folder / "second.wav"));
+    ASSERT_TRUE(
+        test::render_published(cache, source, {0, 40000}, audio::GainCurve(0.3), folder / "first.wav"));
+    ASSERT_TRUE(
+        test::render_published(streaming, source, {0, 40000}, audio::GainCurve(0.3), folder / "second.wav"));
     EXPECT_EQ(bytes_of(folder / "first.wav"), bytes_of(folder / "second.wav"));
     EXPECT_EQ(bytes_of(folder / "first.wav").find("PEAK"), std::string::npos) << "it holds the time";
     EXPECT_EQ(audio::is_own_file(folder / "first.wav"), true);
@@ -85,10 +88,11 @@ TEST_F(Render, IsReproducibleAndMarked) {
 TEST_F(Render, ReplacesAnExistingFileOnRequestOnly) {
     const auto source = write_sound(folder / "source.wav", {0.5F, 0.25F}, 8000);
     write_bytes(target, "precious");
-    EXPECT_THAT(test::render(cache, source, {0, 2}, audio::GainCurve(), target),
+    EXPECT_THAT(test::render_published(cache, source, {0, 2}, audio::GainCurve(), target),
                 fails_telling(target.string()));
     EXPECT_EQ(bytes_of(target), "precious");
-    EXPECT_TRUE(test::render(cache, source, {0, 2}, audio::GainCurve(), target, ExistingFile::replace));
+    EXPECT_TRUE(
+        test::render_published(cache, source, {0, 2}, audio::GainCurve(), target, ExistingFile::replace));
     EXPECT_EQ(read_sound(target).samples, (std::vector{0.5F, 0.25F}));
     EXPECT_EQ(names_in(folder.path).size(), 2U);
 }
@@ -96,16 +100,16 @@ TEST_F(Render, ReplacesAnExistingFileOnRequestOnly) {
 // Writing past the limit fails as on a full disk.
 TEST_F(Render, LeavesNothingBehindOnFailure) {
     const auto source = write_sound(folder / "source.wav", noise(50000, 0.5), 8000);
-    EXPECT_THAT(test::render(cache, source, {0, 1}, audio::GainCurve(), folder / "none/target.wav"),
+    EXPECT_THAT(test::render_published(cache, source, {0, 1}, audio::GainCurve(), folder / "none/target.wav"),
                 fails_telling("none/target.wav: No such file"));
-    EXPECT_FALSE(test::render(cache, folder / "missing.wav", {0, 1}, audio::GainCurve(), target));
-    EXPECT_FALSE(test::render(cache, source, {0, 0}, audio::GainCurve(), target));
+    EXPECT_FALSE(test::render_published(cache, folder / "missing.wav", {0, 1}, audio::GainCurve(), target));
+    EXPECT_FALSE(test::render_published(cache, source, {0, 0}, audio::GainCurve(), target));
     rlimit whole{};
     getrlimit(RLIMIT_FSIZE, &whole);
     const rlimit small{100000, whole.rlim_max};
     const auto old_handler = std::signal(SIGXFSZ, SIG_IGN);
     setrlimit(RLIMIT_FSIZE, &small);
-    const auto rendered = test::render(cache, source, {0, 50000}, audio::GainCurve(), target);
+    const auto rendered = test::render_published(cache, source, {0, 50000}, audio::GainCurve(), target);
     setrlimit(RLIMIT_FSIZE, &whole);
     std::signal(SIGXFSZ, old_handler);
     EXPECT_THAT(rendered, fails_telling("File too large"));

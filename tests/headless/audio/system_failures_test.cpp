@@ -1,8 +1,8 @@
 // Reads, writes and syncs that fail in the middle of an audio file: this program's own calls of the system
 // fail on demand.
 
-#include "tests/headless/audio/published_render.hpp"
 #include "tests/headless/support/failures.hpp"
+#include "tests/headless/support/published_render.hpp"
 #include "tests/headless/support/sound_files.hpp"
 
 #include <cerrno>
@@ -79,7 +79,8 @@ TEST_F(SystemFailures, OfWritesLeaveNoRender) {
     write_sound(source, noise(50000, 0.5), 48000);
     audio::AudioCache cache;
     const auto render_it = [&] {
-        return test::render(cache, source, {0, 50000}, audio::GainCurve(0.5), folder / "target.wav");
+        return test::render_published(cache, source, {0, 50000}, audio::GainCurve(0.5),
+                                      folder / "target.wav");
     };
     int failures = 0;
     for (bool is_whole = false; !is_whole; ++failures) {

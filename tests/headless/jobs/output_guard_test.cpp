@@ -1,8 +1,8 @@
-#include "headless/audio/render.hpp"
 #include "headless/jobs/output_guard.hpp"
 #include "headless/report/import_report.hpp"
 #include "headless/rpp/rpp.hpp"
 #include "tests/headless/support/failures.hpp"
+#include "tests/headless/support/published_render.hpp"
 #include "tests/headless/support/sound_files.hpp"
 
 namespace headless::test {
@@ -14,10 +14,10 @@ using workstation::ExistingRender;
 /// A recording that the run reads, a render of an earlier run, and a guard that knows the recording.
 struct OutputGuard : testing::Test {
     OutputGuard() {
-        audio::AudioCache store;
+        audio::AudioCache cache;
         write_sound(recording, tone(0.1, 0.5, 8000), 8000);
         guard.protect({&recording, 1});
-        EXPECT_TRUE(audio::render(store, recording, {0, 800}, audio::GainCurve(), render));
+        EXPECT_TRUE(render_published(cache, recording, {0, 800}, audio::GainCurve(), render));
     }
 
     ScratchFolder folder;

@@ -3,6 +3,8 @@
 // them, and the headless host has them for its own functions. The types are derived from the C++ signature at
 // compile time; parameter names and help are written where the function is listed.
 
+#include "common/plugin_abi.hpp"
+
 #include <algorithm>
 #include <array>
 #include <cstddef>
@@ -95,3 +97,8 @@ DEFINITION_TYPE_WORD(double)
 DEFINITION_TYPE_WORD(double*)
 DEFINITION_TYPE_WORD(char*)
 DEFINITION_TYPE_WORD(const char*)
+DEFINITION_TYPE_WORD(const char**)
+
+#define HANDLE_TYPE(type, python_class) DEFINITION_TYPE_WORD(type*)
+#include "common/handle_types.inc"
+#undef HANDLE_TYPE

@@ -28,14 +28,10 @@ constexpr auto type_words = std::to_array<TypeWords>({
     {"const char**", "POINTER(c_char_p)", "str"},
     {"unsigned long long", "c_ulonglong", "int"},
     {"unsigned long long*", "POINTER(c_ulonglong)", "int"},
-    {"ReaProject*", "c_void_p", "Project"},
-    {"MediaTrack*", "c_void_p", "Track"},
-    {"MediaItem*", "c_void_p", "Item"},
-    {"MediaItem_Take*", "c_void_p", "Take"},
-    {"TrackEnvelope*", "c_void_p", "Envelope"},
-    {"BR_Envelope*", "c_void_p", "EditedEnvelope"},
-    {"PCM_source*", "c_void_p", "Source"},
     {"void*", "c_void_p", "Handle"},
+#define HANDLE_TYPE(type, python_class) {#type "*", "c_void_p", #python_class},
+#include "common/handle_types.inc"
+#undef HANDLE_TYPE
 });
 
 std::string name_of(std::string_view name) {
@@ -50,6 +46,18 @@ std::string name_of(std::string_view name) {
 const TypeWords* find_words(std::string_view type) {
     const auto* found = std::ranges::find(type_words, type, &TypeWords::type);
     return found == type_words.end() ? nullptr : found;
+}
+
+/// "EditedEnvelope, Envelope, Handle, ...", in the order of the alphabet.
+std::string handle_classes() {
+    std::vector<std::string> classes{
+        "Handle",
+#define HANDLE_TYPE(type, python_class) #python_class,
+#include "common/handle_types.inc"
+#undef HANDLE_TYPE
+    };
+    std::ranges::sort(classes);
+    return join(classes, ", ");
 }
 
 std::string python_type(const script::Parameter& parameter) {
@@ -116,10 +124,8 @@ from __future__ import annotations
 from array import array
 from ctypes import POINTER, c_bool, c_char, c_char_p, c_double, c_int, c_ulonglong, c_void_p
 
-from meridek_felspar.handles import EditedEnvelope, Envelope, Handle, Item, Project, Source, Take, Track
-
-# Exported by the library, for ctypes.
-)";
+from meridek_felspar.handles import )" +
+                       handle_classes() + "\n\n# Exported by the library, for ctypes.\n";
     for (const CatalogueEntry& function : catalogue.python)
         if (is_known(function))
             text += exported_function(function);

@@ -51,13 +51,9 @@ constexpr auto meanings = std::to_array<TypeMeaning>({
     {"const char*", ValueKind::text},
     {"const char**", ValueKind::text, true},
     {"void*", ValueKind::handle},
-    {"ReaProject*", ValueKind::handle},
-    {"MediaTrack*", ValueKind::handle},
-    {"MediaItem*", ValueKind::handle},
-    {"MediaItem_Take*", ValueKind::handle},
-    {"TrackEnvelope*", ValueKind::handle},
-    {"BR_Envelope*", ValueKind::handle},
-    {"PCM_source*", ValueKind::handle},
+#define HANDLE_TYPE(type, python_class) {#type "*", ValueKind::handle},
+#include "common/handle_types.inc"
+#undef HANDLE_TYPE
 });
 
 TypeMeaning meaning_of(std::string_view type) {

@@ -2,8 +2,8 @@
 // Copies of envelopes for editing: a plug-in changes a copy point by point and writes it back, or discards
 // it.
 
+#include "common/plugin_abi.hpp"
 #include "headless/base/gap_buffer.hpp"
-#include "headless/base/handles.hpp"
 #include "headless/workstation/workstation.hpp"
 
 #include <memory>

@@ -8,7 +8,6 @@
 // function writes to and that is not an `Out` is both argument and result.
 
 #include "common/definition_text.hpp"
-#include "headless/base/handles.hpp"
 
 #include <cstdint>
 #include <type_traits>
@@ -35,12 +34,3 @@ void* to_word(R result) {
 }
 
 } // namespace headless::workstation
-
-DEFINITION_TYPE_WORD_AS(headless::ReaProject*, "ReaProject*")
-DEFINITION_TYPE_WORD_AS(headless::MediaTrack*, "MediaTrack*")
-DEFINITION_TYPE_WORD_AS(headless::MediaItem*, "MediaItem*")
-DEFINITION_TYPE_WORD_AS(headless::MediaItem_Take*, "MediaItem_Take*")
-DEFINITION_TYPE_WORD_AS(headless::TrackEnvelope*, "TrackEnvelope*")
-DEFINITION_TYPE_WORD_AS(headless::BR_Envelope*, "BR_Envelope*")
-DEFINITION_TYPE_WORD_AS(headless::PCM_source*, "PCM_source*")
-DEFINITION_TYPE_WORD(const char**)

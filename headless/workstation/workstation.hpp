@@ -2,8 +2,8 @@
 // The workstation that plug-ins see: one project, its audio, the functions that GetFunc returns, the commands
 // behind Main_OnCommandEx, and the names that plug-ins have registered.
 
+#include "common/plugin_abi.hpp"
 #include "headless/base/failure.hpp"
-#include "headless/base/handles.hpp"
 #include "headless/project/project.hpp"
 #include "headless/workstation/dialogs.hpp"
 #include "headless/workstation/script_form.hpp"

@@ -1,6 +1,6 @@
 // Plug-ins may hold handles longer than the objects live, and hand over anything at all.
 
-#include "headless/workstation/plugin_abi.hpp"
+#include "common/plugin_abi.hpp"
 #include "tests/headless/workstation/host_fixture.hpp"
 
 #include <initializer_list>

@@ -1,6 +1,6 @@
 #pragma once
 // Parses the definition text of a function: what a script passes, what it gets back, and what the bridge
-// supplies in between (headless/workstation/script_form.hpp explains the rules for names).
+// supplies in between (headless/workstation/script_call.hpp explains the rules for names).
 
 #include <string_view>
 #include <vector>

@@ -6,7 +6,7 @@
 #include "headless/base/failure.hpp"
 #include "headless/project/project.hpp"
 #include "headless/workstation/dialogs.hpp"
-#include "headless/workstation/script_form.hpp"
+#include "headless/workstation/script_call.hpp"
 
 #include <cstddef>
 #include <filesystem>
@@ -32,6 +32,7 @@ namespace headless::workstation {
 class EnvelopeObjects;
 struct EnvelopeObject;
 class SourceHandles;
+struct EntryPoints;
 struct HostFunction;
 
 /// The changes to the envelope that was written back last.
@@ -42,7 +43,7 @@ struct EnvelopeEdit {
     std::size_t points_kept = 0; ///< in the envelope that was written back
 };
 
-/// A function as script engines see it (script_form.hpp).
+/// A function as script engines see it (script_call.hpp).
 struct ScriptFunction {
     std::string name;
     const char* definition; ///< lives as long as the function is registered
@@ -129,6 +130,7 @@ public:
     static TrackEnvelope* handle(project::Envelope& envelope) {
         return reinterpret_cast<TrackEnvelope*>(&envelope);
     }
+    static BR_Envelope* handle(EnvelopeObject& object) { return reinterpret_cast<BR_Envelope*>(&object); }
 
     /// The object of a handle from outside; null if the handle is null, stale or foreign. A null project is
     /// this one.
@@ -150,8 +152,8 @@ public:
 
     // For host functions and commands.
     void report(Failure failure);
-    /// Records that a host function failed for an unexpected reason.
-    void report_escaped(const char* reason) noexcept;
+    /// Reports that the host function with that entry point was ended by an exception.
+    void report_exception(const void* entry_point, const char* reason) noexcept;
     /// A host function ended early, and whoever called it may go on with half of what it wanted.
     void note_broken_call() { has_broken_call_ = true; }
     /// Whether one has since failures were taken last.
@@ -168,12 +170,15 @@ public:
     SourceHandles& source_handles() { return *source_handles_; }
 
 private:
+    /// One of the names of the host function with that entry point.
+    std::string_view name_of(const void* entry_point) const;
+
     std::unique_ptr<project::Project> project_;
     std::unique_ptr<audio::AudioCache> audio_;
     std::unique_ptr<audio::LoudnessCache> loudness_; // reads from the audio
     std::unique_ptr<EnvelopeObjects> envelope_objects_;
     std::unique_ptr<SourceHandles> source_handles_;
-    std::unordered_map<std::string, HostFunction> host_functions_;
+    std::unordered_map<std::string, EntryPoints> host_functions_;
     std::unordered_map<std::string, void*> registered_;
     std::vector<Failure> failures_;
     bool has_broken_call_ = false;

@@ -59,6 +59,17 @@ TEST_F(Handles, GetFailureValuesWhenTheyAreNullForeignOrStale) {
     EXPECT_TRUE(workstation.take_failures().empty());
 }
 
+TEST_F(Handles, OfNoProjectKeepFailureValuesOtherThanZero) {
+    int no_object = 0;
+    int markers = 1;
+    auto* handle = reinterpret_cast<ReaProject*>(&no_object);
+    EXPECT_EQ((function<int(ReaProject*, bool, double, double, const char*, int)>("AddProjectMarker")(
+                  handle, false, 1.0, 0.0, "", -1)),
+              -1);
+    function<int(ReaProject*, int*, int*)>("CountProjectMarkers")(handle, &markers, nullptr);
+    EXPECT_EQ(markers, 0) << "written for a project that is not there, too";
+}
+
 TEST_F(Handles, OfSourcesOutliveTheirTake) {
     project::Item& item = insert_item();
     PCM_source* source = function<PCM_source*(MediaItem_Take*)>("GetMediaItemTake_Source")(

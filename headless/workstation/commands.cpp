@@ -3,7 +3,6 @@
 #include "headless/workstation/render_take.hpp"
 #include "headless/workstation/workstation.hpp"
 
-#include <iostream>
 #include <string>
 
 namespace headless::workstation {
@@ -57,9 +56,7 @@ void run_command(Workstation& workstation, int number) {
             return;
         }
     }
-    const std::string message = "command " + std::to_string(number) + " is not known and was not run";
-    std::cerr << message << '\n';
-    workstation.report(Failure{message});
+    workstation.report(Failure{"command " + std::to_string(number) + " is not known and was not run"});
 }
 
 } // namespace headless::workstation

@@ -54,7 +54,7 @@ TEST_F(EveryFunction, IsThereAndTakesPlainArgumentsByItsDefinition) {
     for (const workstation::ScriptFunction& function : functions) {
         std::string arguments;
         std::ptrdiff_t results = 0;
-        const script::Definition definition = script::parse_definition(function.definition);
+        const script::ParsedDefinition definition = script::parse_definition(function.definition);
         EXPECT_FALSE(definition.help.empty()) << function.name;
         for (const script::Parameter& parameter : definition.parameters) {
             if (parameter.is_argument())

@@ -1,5 +1,6 @@
 // Host functions that look up, read, change and select items.
 
+#include "common/native_color.hpp"
 #include "headless/functions/adapter.hpp"
 #include "headless/functions/attributes.hpp"
 #include "headless/functions/c_values.hpp"
@@ -66,9 +67,8 @@ constexpr Attribute<project::Item> rows[] = {
     {"P_TRACK", [](const project::Item& item) { return address_of(&item.track()); }, nullptr},
     {"IP_ITEMNUMBER", number_on_track, nullptr},
     {"I_CURTAKE", active_take_number, set_active_take_number},
-    {"I_CUSTOMCOLOR",
-     [](const project::Item& item) { return static_cast<double>(workstation::used_color(item.color)); },
-     [](project::Item& item, double value) { item.color = workstation::used_color(to_int(value)); }},
+    {"I_CUSTOMCOLOR", [](const project::Item& item) { return static_cast<double>(used_color(item.color)); },
+     [](project::Item& item, double value) { item.color = used_color(to_int(value)); }},
     {"D_POSITION", [](const project::Item& item) { return item.position_seconds(); },
      [](project::Item& item, double value) { item.set_position_seconds(value); }},
     {"D_LENGTH", [](const project::Item& item) { return item.length_seconds(); },

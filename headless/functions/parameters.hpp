@@ -31,7 +31,9 @@ struct HandleOf;
 #undef HANDLE_TYPE
 
 template <class T>
-concept HasHandle = requires { typename HandleOf<std::remove_const_t<T>>::type; };
+concept HasHandle = requires {
+    typename HandleOf<std::remove_const_t<T>>::type;
+};
 
 /// The type that callers see of a parameter or result.
 template <class T>

@@ -1,5 +1,6 @@
 // Host functions that look up, read, change, insert and delete tracks.
 
+#include "common/native_color.hpp"
 #include "headless/functions/adapter.hpp"
 #include "headless/functions/attributes.hpp"
 #include "headless/functions/c_values.hpp"
@@ -89,7 +90,7 @@ constexpr Attribute<project::Track> rows[] = {
      [](const project::Track& track) { return static_cast<double>(track.folder_depth_change()); },
      [](project::Track& track, double value) { track.set_folder_depth_change(to_int(value)); }},
     {"I_CUSTOMCOLOR", [](const project::Track& track) { return static_cast<double>(track.color); },
-     [](project::Track& track, double value) { track.color = workstation::used_color(to_int(value)); }},
+     [](project::Track& track, double value) { track.color = used_color(to_int(value)); }},
     {"D_VOL", [](const project::Track& track) { return track.volume; },
      [](project::Track& track, double value) { track.volume = value; }},
     {"D_PAN", [](const project::Track& track) { return track.pan; },
@@ -100,7 +101,7 @@ constexpr Attributes<project::Track> attributes{"GetMediaTrackInfo_Value", "SetM
 
 int get_track_color(const project::Track& track) { return track.color; }
 
-void set_track_color(project::Track& track, int color) { track.color = color | workstation::color_in_use; }
+void set_track_color(project::Track& track, int color) { track.color = color | color_in_use; }
 
 void set_track_selected(project::Track& track, bool selected) { track.set_selected(selected); }
 

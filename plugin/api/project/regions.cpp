@@ -1,7 +1,7 @@
 #include "api/project/regions.hpp"
 
+#include "common/native_color.hpp"
 #include "host_api/host_functions.hpp"
-#include "host_api/native_color.hpp"
 #include "host_api/output.hpp"
 #include "utility/mk_utility.hpp"
 

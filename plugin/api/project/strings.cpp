@@ -1,7 +1,7 @@
 #include "api/project/strings.hpp"
 
+#include "common/letter_case.hpp"
 #include "host_api/output.hpp"
-#include "utility/ascii_case.hpp"
 #include "utility/mk_utility.hpp"
 #include "utility/safe_regex.hpp"
 
@@ -13,11 +13,7 @@ namespace {
 
 std::string_view text_of(const char* text) { return text ? text : ""; }
 
-std::string fold_case(const char* text) {
-    std::string folded(text_of(text));
-    std::ranges::transform(folded, folded.begin(), mk_utility::lower_case);
-    return folded;
-}
+std::string fold_case(const char* text) { return letter_case::lowered(text_of(text)); }
 
 } // namespace
 

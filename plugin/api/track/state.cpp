@@ -1,8 +1,8 @@
 #include "api/track/state.hpp"
 
 #include "api/track/on_track.hpp"
+#include "common/native_color.hpp"
 #include "host_api/host_functions.hpp"
-#include "host_api/native_color.hpp"
 #include "host_api/output.hpp"
 
 namespace MK_FELSPAR {

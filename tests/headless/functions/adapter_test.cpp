@@ -11,7 +11,7 @@ double throw_bad_alloc(const char*) { throw std::bad_alloc(); }
 const workstation::HostFunction table[] = {
     {"Throw", functions::host_function<throw_bad_alloc>("text", "Help")}};
 
-TEST(Adapter, ReportsAnExceptionWithTheNameOfTheFunction) {
+TEST(Adapter, ReportsExceptionsByFunctionName) {
     workstation::Workstation workstation{table};
     const auto failure = test::tells("the host function Throw failed: std::bad_alloc");
     EXPECT_EQ(workstation.function_as<double(const char*)>("Throw")("text"), 0.0);
@@ -21,7 +21,7 @@ TEST(Adapter, ReportsAnExceptionWithTheNameOfTheFunction) {
     EXPECT_THAT(workstation.take_failures(), testing::ElementsAre(failure));
 }
 
-TEST(Adapter, TakesNoScriptCallWithTooFewArguments) {
+TEST(Adapter, RefusesScriptCallsWithTooFewArguments) {
     workstation::Workstation workstation{table};
     EXPECT_EQ(workstation.script_functions().at(0).call(nullptr, 0), nullptr);
     EXPECT_FALSE(workstation.has_broken_call());

@@ -45,7 +45,7 @@ struct EveryFunction : ScriptTest {
     std::vector<workstation::ScriptFunction> functions = workstation.script_functions();
 };
 
-TEST_F(EveryFunction, IsThereAndTakesPlainArgumentsByItsDefinition) {
+TEST_F(EveryFunction, AcceptsPlainArguments) {
     const auto registered = std::ranges::count_if(functions, [](const workstation::ScriptFunction& function) {
         return function.name.starts_with("MK_");
     });
@@ -81,7 +81,7 @@ TEST_F(EveryFunction, IsThereAndTakesPlainArgumentsByItsDefinition) {
     }
 }
 
-TEST_F(EveryFunction, ReturnsOrRaisesWhateverItIsGiven) {
+TEST_F(EveryFunction, SurvivesAnyArguments) {
     const auto outcome = run(R"(
         local stale = reaper.GetTrack(0, 0)
         local item = reaper.GetMediaItem(0, 0)

@@ -28,7 +28,7 @@ protected:
     std::vector<void*> bad_addresses;
 };
 
-TEST_F(Handles, GetFailureValuesWhenTheyAreNullForeignOrStale) {
+TEST_F(Handles, InvalidOnesGetFailureValues) {
     int no_object = 0;
     project::Track& track = project.insert_track(0);
     project.erase_track(track);
@@ -59,7 +59,7 @@ TEST_F(Handles, GetFailureValuesWhenTheyAreNullForeignOrStale) {
     EXPECT_TRUE(workstation.take_failures().empty());
 }
 
-TEST_F(Handles, OfNoProjectKeepFailureValuesOtherThanZero) {
+TEST_F(Handles, ForeignProjectGetsSpecificFailureValues) {
     int no_object = 0;
     int markers = 1;
     auto* handle = reinterpret_cast<ReaProject*>(&no_object);
@@ -70,7 +70,7 @@ TEST_F(Handles, OfNoProjectKeepFailureValuesOtherThanZero) {
     EXPECT_EQ(markers, 0) << "written for a project that is not there, too";
 }
 
-TEST_F(Handles, OfSourcesOutliveTheirTake) {
+TEST_F(Handles, SourcesOutliveTheirTake) {
     project::Item& item = insert_item();
     PCM_source* source = function<PCM_source*(MediaItem_Take*)>("GetMediaItemTake_Source")(
         workstation::Workstation::handle(*item.active_take()));

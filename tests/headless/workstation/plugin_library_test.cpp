@@ -23,7 +23,7 @@ TEST_F(PluginLibraryTest, EntersAndLeavesAPlugin) {
     EXPECT_EQ(workstation.function("Tracks"), nullptr) << "unregistered by the entry with no record";
 }
 
-TEST_F(PluginLibraryTest, TellsWhyALibraryCannotBeUsed) {
+TEST_F(PluginLibraryTest, ReportsWhyALibraryCannotBeLoaded) {
     test::write_bytes(folder / "text.so", "no library");
     const std::pair<std::filesystem::path, const char*> libraries[] = {
         {"missing.so", "missing.so: "},

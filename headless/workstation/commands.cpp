@@ -10,9 +10,9 @@ namespace {
 
 void crop_to_active_take(Workstation&, project::Item& item) { item.crop_to_active_take(); }
 
-/// Not after a call that broke off: a ride would be rendered that is none.
+/// Renders nothing after a failed call: the envelope may hold only part of a ride.
 void render_to_new_take(Workstation& workstation, project::Item& item) {
-    if (workstation.has_broken_call()) {
+    if (workstation.has_failed_call()) {
         workstation.report(Failure{"nothing is rendered, as a host function failed before"});
         return;
     }

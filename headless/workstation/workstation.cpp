@@ -70,7 +70,7 @@ std::vector<ScriptFunction> Workstation::script_functions() const {
 }
 
 std::vector<Failure> Workstation::take_failures() {
-    has_broken_call_ = false;
+    has_failed_call_ = false;
     return std::exchange(failures_, {});
 }
 
@@ -121,7 +121,7 @@ std::string_view Workstation::name_of(const void* entry_point) const {
 }
 
 void Workstation::report_exception(const void* entry_point, const char* reason) noexcept {
-    note_broken_call();
+    note_failed_call();
     try {
         report(Failure{"the host function " + std::string(name_of(entry_point)) + " failed: " + reason});
     } catch (...) { // no memory even for the report; the caller still gets its failure value

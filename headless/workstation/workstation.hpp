@@ -154,11 +154,11 @@ public:
     void report(Failure failure);
     /// Reports that the host function with that entry point was ended by an exception.
     void report_exception(const void* entry_point, const char* reason) noexcept;
-    /// A host function ended early, and whoever called it may go on with half of what it wanted.
-    void note_broken_call() { has_broken_call_ = true; }
-    /// Whether one has since failures were taken last.
-    bool has_broken_call() const { return has_broken_call_; }
-    /// Reports, but not again when these words have been reported so before.
+    /// Records that a host function ended early: its caller may go on with incomplete data.
+    void note_failed_call() { has_failed_call_ = true; }
+    /// Whether a host function has ended early since failures were last taken.
+    bool has_failed_call() const { return has_failed_call_; }
+    /// Reports the failure unless one with the same message has been reported this way before.
     void report_once(Failure failure);
     void set_last_envelope_edit(const EnvelopeEdit& edit) { last_envelope_edit_ = edit; }
     /// The number appended to the last render of that name, 0 at first: thousands of lines may share one
@@ -181,7 +181,7 @@ private:
     std::unordered_map<std::string, EntryPoints> host_functions_;
     std::unordered_map<std::string, void*> registered_;
     std::vector<Failure> failures_;
-    bool has_broken_call_ = false;
+    bool has_failed_call_ = false;
     std::set<std::string> reported_once_;
     EnvelopeEdit last_envelope_edit_;
     std::unordered_map<std::string, std::size_t> render_numbers_;

@@ -24,7 +24,7 @@ TEST(Adapter, ReportsExceptionsByFunctionName) {
 TEST(Adapter, RefusesScriptCallsWithTooFewArguments) {
     workstation::Workstation workstation{table};
     EXPECT_EQ(workstation.script_functions().at(0).call(nullptr, 0), nullptr);
-    EXPECT_FALSE(workstation.has_broken_call());
+    EXPECT_FALSE(workstation.has_failed_call());
 }
 
 } // namespace

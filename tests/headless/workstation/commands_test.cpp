@@ -88,7 +88,7 @@ TEST_F(Commands, KeepItemsThatCannotBeRendered) {
         item.set_selected(false);
     }
     insert_selected_item();
-    workstation.note_broken_call();
+    workstation.note_failed_call();
     run(render);
     EXPECT_THAT(workstation.take_failures(), ElementsAre(tells("a host function failed before")));
     run(render);

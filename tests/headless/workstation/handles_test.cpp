@@ -3,7 +3,6 @@
 #include "common/plugin_abi.hpp"
 #include "tests/headless/workstation/host_fixture.hpp"
 
-#include <initializer_list>
 #include <type_traits>
 
 namespace headless {
@@ -13,15 +12,13 @@ class Handles : public HostTest {
 protected:
     /// Calls with each bad address as the handle, and zeros as everything else.
     template <class R, class Handle, class... Rest>
-    void fail(std::initializer_list<const char*> names) {
-        for (const char* name : names) {
-            for (void* address : bad_addresses) {
-                auto* handle = static_cast<Handle*>(address);
-                if constexpr (std::is_void_v<R>)
-                    function<R(Handle*, Rest...)>(name)(handle, Rest()...);
-                else
-                    EXPECT_EQ(function<R(Handle*, Rest...)>(name)(handle, Rest()...), R()) << name;
-            }
+    void fail(const char* name) {
+        for (void* address : bad_addresses) {
+            auto* handle = static_cast<Handle*>(address);
+            if constexpr (std::is_void_v<R>)
+                function<R(Handle*, Rest...)>(name)(handle, Rest()...);
+            else
+                EXPECT_EQ(function<R(Handle*, Rest...)>(name)(handle, Rest()...), R()) << name;
         }
     }
 
@@ -33,29 +30,14 @@ TEST_F(Handles, InvalidOnesGetFailureValues) {
     project::Track& track = project.insert_track(0);
     project.erase_track(track);
     bad_addresses = {nullptr, &no_object, &track};
-    fail<int, ReaProject>(
-        {"CountTracks", "CountSelectedTracks", "CountMediaItems", "CountSelectedMediaItems"});
-    fail<MediaTrack*, ReaProject, int>({"GetTrack", "GetSelectedTrack"});
-    fail<MediaItem*, ReaProject, int>({"GetMediaItem", "GetSelectedMediaItem"});
-    fail<int, MediaTrack>({"GetTrackDepth", "GetTrackColor", "CountTrackMediaItems"});
-    fail<void, MediaTrack>({"SetOnlyTrackSelected", "DeleteTrack"});
-    fail<bool, MediaTrack, char*, int>({"GetTrackName"});
-    fail<double, MediaTrack, const char*>({"GetMediaTrackInfo_Value"});
-    fail<bool, MediaTrack, const char*, double>({"SetMediaTrackInfo_Value"});
-    fail<ReaProject*, MediaItem>({"GetItemProjectContext"});
-    fail<void, MediaItem, bool>({"SetMediaItemSelected"});
-    fail<int, MediaItem>({"CountTakes"});
-    fail<MediaItem_Take*, MediaItem>({"GetActiveTake"});
-    fail<const char*, MediaItem_Take>({"GetTakeName"});
-    fail<PCM_source*, MediaItem_Take>({"GetMediaItemTake_Source"});
-    fail<void, PCM_source, char*, int>({"GetMediaSourceType"});
-    fail<TrackEnvelope*, MediaItem_Take, int>({"GetTakeEnvelope"});
-    fail<BR_Envelope*, TrackEnvelope, bool>({"BR_EnvAlloc"});
-    fail<bool, BR_Envelope, bool>({"BR_EnvFree"});
-    fail<int, BR_Envelope>({"BR_EnvCountPoints"});
-    fail<bool, BR_Envelope, int>({"BR_EnvDeletePoint"});
-    fail<bool, MediaItem_Take, bool, double*, double*, double*, double*, double*, double*, double*, double*>(
-        {"NF_AnalyzeTakeLoudness2"});
+    fail<MediaTrack*, ReaProject, int>("GetTrack");
+    fail<void, MediaTrack>("SetOnlyTrackSelected"); // is called with null
+    fail<double, MediaTrack, const char*>("GetMediaTrackInfo_Value");
+    fail<MediaItem_Take*, MediaItem>("GetActiveTake");
+    fail<const char*, MediaItem_Take>("GetTakeName");
+    fail<double, PCM_source, bool*>("GetMediaSourceLength"); // is called with null
+    fail<BR_Envelope*, TrackEnvelope, bool>("BR_EnvAlloc");
+    fail<bool, BR_Envelope, bool>("BR_EnvFree");
     EXPECT_TRUE(workstation.take_failures().empty());
 }
 

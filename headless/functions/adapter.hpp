@@ -8,7 +8,6 @@
 
 #include <cstddef>
 #include <exception>
-#include <span>
 #include <string>
 #include <string_view>
 #include <utility>

@@ -39,7 +39,7 @@ struct TypeKind {
     bool by_address = false;
 };
 
-constexpr auto types = std::to_array<TypeKind>({
+constexpr auto type_kinds = std::to_array<TypeKind>({
     {"void", ValueKind::nothing},
     {"int", ValueKind::integer},
     {"bool", ValueKind::boolean},
@@ -57,7 +57,7 @@ constexpr auto types = std::to_array<TypeKind>({
 });
 
 TypeKind find_type(std::string_view type) {
-    for (const TypeKind& candidate : types)
+    for (const TypeKind& candidate : type_kinds)
         if (candidate.name == type)
             return candidate;
     return {type, ValueKind::other};

@@ -3,10 +3,14 @@
 // them, and the headless host has them for its own functions. The types are derived from the C++ signature at
 // compile time; parameter names and help are written where the function is listed.
 
+#include "common/plugin_abi.hpp"
+
 #include <algorithm>
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <initializer_list>
+#include <string>
 #include <string_view>
 #include <type_traits>
 
@@ -69,18 +73,31 @@ consteval auto make() {
     return text;
 }
 
-/// Converts the word that a script engine passes for an argument: an int or bool is in its bits, a double is
-/// passed by address, and anything else is a pointer.
+/// The same at run time, for a signature given by its type names.
+inline std::string compose(std::string_view result, std::initializer_list<std::string_view> parameters,
+                           std::string_view names, std::string_view help) {
+    std::string text(result);
+    char separator = '\0';
+    for (const std::string_view parameter : parameters) {
+        text.append(1, separator).append(parameter);
+        separator = ',';
+    }
+    text.append(parameters.size() == 0 ? 2 : 1, '\0').append(names);
+    return text.append(1, '\0').append(help);
+}
+
+/// Converts an argument from the form in which script engines pass it: an int or bool is in the bits of the
+/// pointer, a double is passed by address, and anything else is the pointer itself.
 template <class T>
-T from_word(void* word) {
+T decode_argument(void* argument) {
     if constexpr (std::is_same_v<T, int>)
-        return static_cast<int>(reinterpret_cast<std::intptr_t>(word)); // the low 32 bits
+        return static_cast<int>(reinterpret_cast<std::intptr_t>(argument)); // the low 32 bits
     else if constexpr (std::is_same_v<T, bool>)
-        return word != nullptr;
+        return argument != nullptr;
     else if constexpr (std::is_same_v<T, double>)
-        return word ? *static_cast<const double*>(word) : 0.0;
+        return argument ? *static_cast<const double*>(argument) : 0.0;
     else
-        return static_cast<T>(word);
+        return static_cast<T>(argument);
 }
 
 } // namespace definition_text
@@ -95,3 +112,8 @@ DEFINITION_TYPE_WORD(double)
 DEFINITION_TYPE_WORD(double*)
 DEFINITION_TYPE_WORD(char*)
 DEFINITION_TYPE_WORD(const char*)
+DEFINITION_TYPE_WORD(const char**)
+
+#define HANDLE_TYPE(type, python_class) DEFINITION_TYPE_WORD(type*)
+#include "common/handle_types.inc"
+#undef HANDLE_TYPE

@@ -10,6 +10,10 @@
 
 namespace headless::audio {
 
+/// The window of a momentary reading, which is also the shortest range that has one.
+constexpr int momentary_window_milliseconds = 400;
+constexpr double momentary_window_seconds = momentary_window_milliseconds / 1000.0;
+
 /// The readings to measure. Each costs time; the momentary maximum alone is the cheapest.
 struct LoudnessRequest {
     bool integrated = false;

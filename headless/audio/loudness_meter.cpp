@@ -10,7 +10,6 @@ namespace {
 constexpr int lowest_sample_rate = 4000;     // below it the weighting filter's shelf is outside the spectrum
 constexpr int highest_sample_rate = 2822400; // both are the library's limits
 constexpr int max_channels = 64;
-constexpr double momentary_seconds = 0.4;
 constexpr double short_term_seconds = 3.0;
 
 int mode_for(const LoudnessRequest& request) {
@@ -51,7 +50,8 @@ Result<LoudnessMeter> LoudnessMeter::create(int sample_rate, int channels, const
 
 LoudnessMeter::LoudnessMeter(std::unique_ptr<ebur128_state, EburCloser> state, const LoudnessRequest& request)
     : state_(std::move(state)), request_(request),
-      momentary_(400, request.hop_milliseconds, state_->samplerate, ebur128_loudness_momentary),
+      momentary_(momentary_window_milliseconds, request.hop_milliseconds, state_->samplerate,
+                 ebur128_loudness_momentary),
       short_term_(3000, request.hop_milliseconds, state_->samplerate, ebur128_loudness_shortterm) {}
 
 // Rounded from the start each time, so that hops that are not a whole number of frames do not drift.
@@ -111,7 +111,7 @@ double LoudnessMeter::seconds_processed() const {
 
 Loudness LoudnessMeter::readings() const {
     Loudness loudness;
-    if (request_.integrated && seconds_processed() >= momentary_seconds)
+    if (request_.integrated && seconds_processed() >= momentary_window_seconds)
         loudness.integrated_lufs = ask(ebur128_loudness_global, state_.get());
     if (request_.loudness_range && seconds_processed() >= short_term_seconds)
         loudness.loudness_range_lu = ask(ebur128_loudness_range, state_.get());

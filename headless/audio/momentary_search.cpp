@@ -9,8 +9,7 @@
 namespace headless::audio {
 namespace {
 
-constexpr int window_milliseconds = 400;
-constexpr std::size_t hops_of_a_stretch = (window_milliseconds + weighting_memory_milliseconds) /
+constexpr std::size_t hops_of_a_stretch = (momentary_window_milliseconds + weighting_memory_milliseconds) /
                                               LoudnessRequest::momentary_only().hop_milliseconds +
                                           1;
 constexpr double margin = 1.001; // for float sums, and the library's rounded shelf coefficients
@@ -25,7 +24,7 @@ float shelf_slope(int sample_rate) {
 }
 
 // The library makes a window of tenths of a second in whole frames.
-int window_frames(int sample_rate) { return sample_rate / 10 * (window_milliseconds / 100); }
+int window_frames(int sample_rate) { return sample_rate / 10 * (momentary_window_milliseconds / 100); }
 
 // The gain of the high pass, which the library does not normalise, and the weight of surround channels.
 double other_gain(int sample_rate, int channels) {

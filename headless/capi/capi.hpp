@@ -29,7 +29,7 @@ FELSPAR_CAPI bool felspar_answer(const char* title, const char* answer);
 /// The functions that scripts may call, in the order of their names: those of the workstation and those that
 /// the plug-in has registered. The pointers stay valid until the workstation is closed.
 /// @param definition  return type, parameter types, parameter names and help; each ends with a NUL
-/// @param call        takes one word per argument, as headless/workstation/script_form.hpp explains
+/// @param call        takes one pointer per argument, as headless/workstation/script_call.hpp explains
 /// @returns false if the index is out of range
 FELSPAR_CAPI bool felspar_function(int index, const char** name, const char** definition,
                                    void* (**call)(void** words, int count));

@@ -1,7 +1,7 @@
 #pragma once
 // Attributes by key, as in the Get...Info_Value and Set...Info_Value functions: one row each.
 
-#include "headless/workstation/workstation.hpp"
+#include "headless/functions/parameters.hpp"
 
 #include <algorithm>
 #include <cmath>
@@ -20,49 +20,48 @@ struct Attribute {
     void (*write)(T&, double); ///< null: read-only
 };
 
-template <class T>
-const Attribute<T>* find_attribute(std::span<const Attribute<T>> attributes, const char* key) {
-    for (const Attribute<T>& attribute : attributes)
-        if (key && std::strcmp(attribute.key, key) == 0)
-            return &attribute;
-    return nullptr;
-}
-
 /// Reports once that `function` was called with a key that this host does not know.
-inline void report_unknown_key(workstation::Workstation& workstation, const std::string& function,
-                               const char* key) {
+inline void report_unknown_key(Workstation& workstation, const std::string& function, const char* key) {
     workstation.report_once({function + ": the key \"" + (key ? key : "") + "\" is not known"});
 }
 
 /// The attributes that one pair of functions reads and writes.
 template <class T>
 struct Attributes {
+    using Object = T;
+
     const char* reader; ///< the function's name
     const char* writer;
     std::span<const Attribute<T>> rows;
+
+    /// Null for an unknown key, which is reported.
+    const Attribute<T>* find(Workstation& workstation, const char* function, const char* key) const {
+        for (const Attribute<T>& attribute : rows)
+            if (key && std::strcmp(attribute.key, key) == 0)
+                return &attribute;
+        report_unknown_key(workstation, function, key);
+        return nullptr;
+    }
 };
 
-/// Returns 0 if there is no object, and for an unknown key, which is reported.
-template <class T>
-double read_attribute(workstation::Workstation& workstation, const Attributes<T>& attributes, const T* object,
-                      const char* key) {
-    const Attribute<T>* attribute = find_attribute(attributes.rows, key);
-    if (object && !attribute)
-        report_unknown_key(workstation, attributes.reader, key);
-    return object && attribute ? attribute->read(*object) : 0.0;
+template <const auto& Table>
+using ObjectOfTable = typename std::remove_cvref_t<decltype(Table)>::Object;
+
+/// Returns 0 for an unknown key, which is reported.
+template <const auto& Table>
+double get_value(Workstation& workstation, const ObjectOfTable<Table>& object, const char* key) {
+    const auto* attribute = Table.find(workstation, Table.reader, key);
+    return attribute ? attribute->read(object) : 0.0;
 }
 
-/// Returns false and changes nothing if there is no object, if the key is unknown (which is reported) or
-/// read-only, and if the value is not finite.
-template <class T>
-bool write_attribute(workstation::Workstation& workstation, const Attributes<T>& attributes, T* object,
-                     const char* key, double value) {
-    const Attribute<T>* attribute = find_attribute(attributes.rows, key);
-    if (object && !attribute)
-        report_unknown_key(workstation, attributes.writer, key);
-    if (!object || !attribute || !attribute->write || !std::isfinite(value))
+/// Returns false and changes nothing if the key is unknown (which is reported) or read-only, and if the value
+/// is not finite.
+template <const auto& Table>
+bool set_value(Workstation& workstation, ObjectOfTable<Table>& object, const char* key, double value) {
+    const auto* attribute = Table.find(workstation, Table.writer, key);
+    if (!attribute || !attribute->write || !std::isfinite(value))
         return false;
-    attribute->write(*object, value);
+    attribute->write(object, value);
     return true;
 }
 

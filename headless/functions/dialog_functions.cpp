@@ -1,7 +1,7 @@
 // Host functions that ask the user. The answer is the one given in advance, otherwise it comes from the
 // terminal if there is one, otherwise it is a default, which is reported.
 
-#include "headless/functions/door.hpp"
+#include "headless/functions/adapter.hpp"
 #include "headless/functions/tables.hpp"
 #include "headless/workstation/dialogs.hpp"
 #include "headless/workstation/text.hpp"
@@ -26,12 +26,11 @@ std::string on_one_line(std::string text) {
     return text;
 }
 
-void report_misfit(workstation::Workstation& workstation, const std::string& title,
-                   const std::string& answer) {
+void report_misfit(Workstation& workstation, const std::string& title, const std::string& answer) {
     workstation.report(Failure{"the answer \"" + answer + "\" does not fit the dialog \"" + title + '"'});
 }
 
-int show_message_box(workstation::Workstation& workstation, const char* text, const char* title, int type) {
+int show_message_box(Workstation& workstation, const char* text, const char* title, int type) {
     if (const auto answer = workstation.dialog_answers.next(workstation::to_string(title))) {
         const auto button = workstation::button_for(*answer, type);
         if (!button)
@@ -95,8 +94,7 @@ std::string values_of(const Form& form) {
 }
 
 // Fields without a value in the answer keep their value.
-void fill(workstation::Workstation& workstation, const std::string& title, Form& form,
-          const std::string& answer) {
+void fill(Workstation& workstation, const std::string& title, Form& form, const std::string& answer) {
     const auto values = split(answer, form.separator);
     if (values.size() > form.fields.size())
         report_misfit(workstation, title, answer);
@@ -104,7 +102,7 @@ void fill(workstation::Workstation& workstation, const std::string& title, Form&
         form.fields[index].value = values[index];
 }
 
-bool answer_form(workstation::Workstation& workstation, const std::string& title, Form& form) {
+bool answer_form(Workstation& workstation, const std::string& title, Form& form) {
     if (const auto answer = workstation.dialog_answers.next(title)) {
         fill(workstation, title, form, *answer);
         return true;
@@ -115,8 +113,8 @@ bool answer_form(workstation::Workstation& workstation, const std::string& title
     return false;
 }
 
-bool get_user_inputs(workstation::Workstation& workstation, const char* title, int field_count,
-                     const char* captions_csv, char* values_csv, int values_size) {
+bool get_user_inputs(Workstation& workstation, const char* title, int field_count, const char* captions_csv,
+                     char* values_csv, int values_size) {
     if (field_count < 1 || field_count > max_fields || !values_csv || values_size < 1)
         return false;
     Form form = read_form(static_cast<std::size_t>(field_count), captions_csv, values_csv);
@@ -130,13 +128,15 @@ bool get_user_inputs(workstation::Workstation& workstation, const char* title, i
 
 std::span<const workstation::HostFunction> dialog_functions() {
     static const workstation::HostFunction table[] = {
-        host_function<show_message_box, "msg,title,type",
-                      "Asks with buttons; 1 OK, 2 Cancel, 3 Abort, 4 Retry, 5 Ignore, 6 Yes, 7 No">(
-            "ShowMessageBox"),
-        host_function<show_message_box, "msg,title,type",
-                      "Asks with buttons; 1 OK, 2 Cancel, 3 Abort, 4 Retry, 5 Ignore, 6 Yes, 7 No">("MB"),
-        host_function<get_user_inputs, "title,num_inputs,captions_csv,retvals_csv,retvals_csv_sz",
-                      "Asks for up to 16 values; false when cancelled">("GetUserInputs"),
+        {"ShowMessageBox",
+         host_function<show_message_box>(
+             "msg,title,type", "Asks with buttons; 1 OK, 2 Cancel, 3 Abort, 4 Retry, 5 Ignore, 6 Yes, 7 No")},
+        {"MB",
+         host_function<show_message_box>(
+             "msg,title,type", "Asks with buttons; 1 OK, 2 Cancel, 3 Abort, 4 Retry, 5 Ignore, 6 Yes, 7 No")},
+        {"GetUserInputs",
+         host_function<get_user_inputs>("title,num_inputs,captions_csv,retvals_csv,retvals_csv_sz",
+                                        "Asks for up to 16 values; false when cancelled")},
     };
     return table;
 }

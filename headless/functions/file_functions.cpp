@@ -1,10 +1,9 @@
 // Host functions for files and folders, with which scripts find their inputs.
 
 #include "common/folder_entries.hpp"
-#include "headless/functions/door.hpp"
+#include "headless/functions/adapter.hpp"
 #include "headless/functions/tables.hpp"
 #include "headless/workstation/text.hpp"
-#include "headless/workstation/workstation.hpp"
 
 #include <algorithm>
 #include <filesystem>
@@ -20,7 +19,7 @@ namespace fs = std::filesystem;
 /// kept until its first name is requested again.
 class Listing {
 public:
-    const char* name(workstation::Workstation& workstation, const char* folder, int index,
+    const char* name(Workstation& workstation, const char* folder, int index,
                      bool (*is_wanted)(const fs::path&)) {
         if (index <= 0 || folder_ != workstation::to_string(folder))
             read(workstation, workstation::to_string(folder), is_wanted);
@@ -30,7 +29,7 @@ public:
 
 private:
     /// A folder that is not there has no names; one that cannot be read is reported.
-    void read(workstation::Workstation& workstation, std::string folder, bool (*is_wanted)(const fs::path&)) {
+    void read(Workstation& workstation, std::string folder, bool (*is_wanted)(const fs::path&)) {
         folder_ = std::move(folder);
         names_.clear();
         std::error_code error;
@@ -53,23 +52,23 @@ bool is_folder(const fs::path& path) {
 
 bool is_file(const fs::path& path) { return !is_folder(path); }
 
-const char* enumerate_files(workstation::Workstation& workstation, const char* folder, int index) {
+const char* enumerate_files(Workstation& workstation, const char* folder, int index) {
     static thread_local Listing listing;
     return listing.name(workstation, folder, index, is_file);
 }
 
-const char* enumerate_folders(workstation::Workstation& workstation, const char* folder, int index) {
+const char* enumerate_folders(Workstation& workstation, const char* folder, int index) {
     static thread_local Listing listing;
     return listing.name(workstation, folder, index, is_folder);
 }
 
-int make_folders(workstation::Workstation&, const char* path, int) {
+int make_folders(const char* path, int) {
     std::error_code error;
     fs::create_directories(workstation::to_string(path), error);
     return fs::is_directory(workstation::to_string(path), error) ? 1 : 0;
 }
 
-bool file_exists(workstation::Workstation&, const char* path) {
+bool file_exists(const char* path) {
     std::error_code error;
     return fs::is_regular_file(workstation::to_string(path), error);
 }
@@ -78,15 +77,18 @@ bool file_exists(workstation::Workstation&, const char* path) {
 
 std::span<const workstation::HostFunction> file_functions() {
     static const workstation::HostFunction table[] = {
-        host_function<enumerate_files, "path,fileindex",
-                      "The name of the file of that index in the folder, counted from 0; nil past the end">(
-            "EnumerateFiles"),
-        host_function<enumerate_folders, "path,subdirindex",
-                      "The name of the folder of that index in the folder, counted from 0; nil past the end">(
-            "EnumerateSubdirectories"),
-        host_function<make_folders, "path,ignored", "Makes a folder and those around it; 0 when that fails">(
-            "RecursiveCreateDirectory"),
-        host_function<file_exists, "path", "Whether there is a regular file of that path">("file_exists"),
+        {"EnumerateFiles",
+         host_function<enumerate_files>(
+             "path,fileindex",
+             "The name of the file of that index in the folder, counted from 0; nil past the end")},
+        {"EnumerateSubdirectories",
+         host_function<enumerate_folders>(
+             "path,subdirindex",
+             "The name of the folder of that index in the folder, counted from 0; nil past the end")},
+        {"RecursiveCreateDirectory",
+         host_function<make_folders>("path,ignored",
+                                     "Makes a folder and those around it; 0 when that fails")},
+        {"file_exists", host_function<file_exists>("path", "Whether there is a regular file of that path")},
     };
     return table;
 }

@@ -1,6 +1,6 @@
 // Host functions that insert audio files as items.
 
-#include "headless/functions/door.hpp"
+#include "headless/functions/adapter.hpp"
 #include "headless/functions/tables.hpp"
 #include "headless/workstation/audio_source.hpp"
 #include "headless/workstation/take_audio.hpp"
@@ -33,7 +33,7 @@ project::Track* track_for(project::Project& project, int mode) {
     return selected ? selected : &last_track_or_new(project);
 }
 
-Result<project::Item*> insert_item(workstation::Workstation& workstation, const fs::path& file, int mode) {
+Result<project::Item*> insert_item(Workstation& workstation, const fs::path& file, int mode) {
     project::Project& project = workstation.project();
     if (const Result<audio::AudioFormat> format = workstation::decoded_format(workstation.audio(), file);
         !format)
@@ -50,7 +50,7 @@ Result<project::Item*> insert_item(workstation::Workstation& workstation, const 
     return item;
 }
 
-Result<project::Item*> insert_takes(workstation::Workstation& workstation, const fs::path& file) {
+Result<project::Item*> insert_takes(Workstation& workstation, const fs::path& file) {
     const Result<project::Source> source = workstation::open_source(workstation.audio(), file);
     if (!source)
         return tl::unexpected(source.error());
@@ -60,7 +60,7 @@ Result<project::Item*> insert_takes(workstation::Workstation& workstation, const
     return selected.at(0);
 }
 
-Result<project::Item*> insert_in_mode(workstation::Workstation& workstation, const fs::path& file, int mode) {
+Result<project::Item*> insert_in_mode(Workstation& workstation, const fs::path& file, int mode) {
     if (const auto& is_interrupted = workstation.audio().is_interrupted; is_interrupted && is_interrupted())
         return tl::unexpected( // without opening the file, as thousands may follow
             path_failure(file, "interrupted", FailureKind::interrupted));
@@ -72,7 +72,7 @@ Result<project::Item*> insert_in_mode(workstation::Workstation& workstation, con
     return (mode & place_bits) == 3 ? insert_takes(workstation, file) : insert_item(workstation, file, mode);
 }
 
-int insert_media(workstation::Workstation& workstation, const char* name, int mode) {
+int insert_media(Workstation& workstation, const char* name, int mode) {
     const fs::path file = workstation::to_string(name);
     const Result<project::Item*> inserted = insert_in_mode(workstation, file, mode);
     if (!inserted)
@@ -86,8 +86,8 @@ int insert_media(workstation::Workstation& workstation, const char* name, int mo
 
 std::span<const workstation::HostFunction> insertion_functions() {
     static const workstation::HostFunction table[] = {
-        host_function<insert_media, "file,mode",
-                      "Inserts an audio file at the edit cursor; 1 when it was done">("InsertMedia")};
+        {"InsertMedia", host_function<insert_media>(
+                            "file,mode", "Inserts an audio file at the edit cursor; 1 when it was done")}};
     return table;
 }
 

@@ -1,69 +1,46 @@
 // Host functions that look up, read, change and select items.
 
+#include "common/native_color.hpp"
+#include "headless/functions/adapter.hpp"
 #include "headless/functions/attributes.hpp"
-#include "headless/functions/door.hpp"
+#include "headless/functions/c_values.hpp"
 #include "headless/functions/tables.hpp"
-#include "headless/workstation/text.hpp"
 
 #include <algorithm>
 
 namespace headless::functions {
 namespace {
 
-MediaItem* handle_or_null(project::Item* item) {
-    return item ? workstation::Workstation::handle(*item) : nullptr;
+int count_items(const project::Project& project) { return static_cast<int>(project.item_count()); }
+
+project::Item* get_item(const project::Project& project, int index) {
+    return project.item(static_cast<std::size_t>(index));
 }
 
-int count_items(workstation::Workstation& workstation, ReaProject* handle) {
-    const project::Project* project = workstation.live(handle);
-    return project ? static_cast<int>(project->item_count()) : 0;
+int count_selected_items(const project::Project& project) {
+    return static_cast<int>(project.selected_items().size());
 }
 
-MediaItem* get_item(workstation::Workstation& workstation, ReaProject* handle, int index) {
-    const project::Project* project = workstation.live(handle);
-    return handle_or_null(project ? project->item(static_cast<std::size_t>(index)) : nullptr);
+project::Item* get_selected_item(const project::Project& project, int index) {
+    return project.selected_items().at(static_cast<std::size_t>(index));
 }
 
-int count_selected_items(workstation::Workstation& workstation, ReaProject* handle) {
-    const project::Project* project = workstation.live(handle);
-    return project ? static_cast<int>(project->selected_items().size()) : 0;
+int count_track_items(const project::Track& track) { return static_cast<int>(track.items().size()); }
+
+project::Item* get_track_item(const project::Track& track, int index) {
+    return element(track.items(), index);
 }
 
-MediaItem* get_selected_item(workstation::Workstation& workstation, ReaProject* handle, int index) {
-    const project::Project* project = workstation.live(handle);
-    return handle_or_null(project ? project->selected_items().at(static_cast<std::size_t>(index)) : nullptr);
-}
+project::Track* get_item_track(const project::Item& item) { return &item.track(); }
 
-int count_track_items(workstation::Workstation& workstation, MediaTrack* handle) {
-    const project::Track* track = workstation.live(handle);
-    return track ? static_cast<int>(track->items().size()) : 0;
-}
-
-MediaItem* get_track_item(workstation::Workstation& workstation, MediaTrack* handle, int index) {
-    const project::Track* track = workstation.live(handle);
-    const bool exists = track && index >= 0 && static_cast<std::size_t>(index) < track->items().size();
-    return exists ? workstation::Workstation::handle(*track->items()[static_cast<std::size_t>(index)])
-                  : nullptr;
-}
-
-MediaTrack* get_item_track(workstation::Workstation& workstation, MediaItem* handle) {
-    const project::Item* item = workstation.live(handle);
-    return item ? workstation::Workstation::handle(item->track()) : nullptr;
-}
-
-bool delete_item(workstation::Workstation& workstation, MediaTrack* track_handle, MediaItem* item_handle) {
-    project::Track* track = workstation.live(track_handle);
-    const project::Item* item = workstation.live(item_handle);
-    if (!track || !item || &item->track() != track)
+bool delete_item(project::Track& track, const project::Item& item) {
+    if (&item.track() != &track)
         return false;
-    track->erase_item(*item);
+    track.erase_item(item);
     return true;
 }
 
-ReaProject* get_item_project(workstation::Workstation& workstation, MediaItem* handle) {
-    const project::Item* item = workstation.live(handle);
-    return item ? workstation::Workstation::handle(item->track().project()) : nullptr;
-}
+project::Project* get_item_project(const project::Item& item) { return &item.track().project(); }
 
 double number_on_track(const project::Item& item) {
     const auto& items = item.track().items();
@@ -91,9 +68,8 @@ constexpr Attribute<project::Item> rows[] = {
     {"P_TRACK", [](const project::Item& item) { return address_of(&item.track()); }, nullptr},
     {"IP_ITEMNUMBER", number_on_track, nullptr},
     {"I_CURTAKE", active_take_number, set_active_take_number},
-    {"I_CUSTOMCOLOR",
-     [](const project::Item& item) { return static_cast<double>(workstation::used_color(item.color)); },
-     [](project::Item& item, double value) { item.color = workstation::used_color(to_int(value)); }},
+    {"I_CUSTOMCOLOR", [](const project::Item& item) { return static_cast<double>(used_color(item.color)); },
+     [](project::Item& item, double value) { item.color = used_color(to_int(value)); }},
     {"D_POSITION", [](const project::Item& item) { return item.position_seconds(); },
      [](project::Item& item, double value) { item.set_position_seconds(value); }},
     {"D_LENGTH", [](const project::Item& item) { return item.length_seconds(); },
@@ -116,100 +92,75 @@ constexpr Attribute<project::Item> rows[] = {
 
 constexpr Attributes<project::Item> attributes{"GetMediaItemInfo_Value", "SetMediaItemInfo_Value", rows};
 
-double get_item_value(workstation::Workstation& workstation, MediaItem* handle, const char* key) {
-    return read_attribute(workstation, attributes, workstation.live(handle), key);
+void set_item_selected(project::Item& item, bool selected) { item.set_selected(selected); }
+
+bool is_item_selected(const project::Item& item) { return item.selected(); }
+
+bool set_item_position(Workstation& workstation, project::Item& item, double seconds, bool) {
+    return set_value<attributes>(workstation, item, "D_POSITION", seconds);
 }
 
-bool set_item_value(workstation::Workstation& workstation, MediaItem* handle, const char* key, double value) {
-    return write_attribute(workstation, attributes, workstation.live(handle), key, value);
+bool set_item_length(Workstation& workstation, project::Item& item, double seconds, bool) {
+    return set_value<attributes>(workstation, item, "D_LENGTH", seconds);
 }
 
-void set_item_selected(workstation::Workstation& workstation, MediaItem* handle, bool selected) {
-    if (project::Item* item = workstation.live(handle))
-        item->set_selected(selected);
+void select_all_items(project::Project& project, bool selected) { project.select_all_items(selected); }
+
+int count_takes(const project::Item& item) { return static_cast<int>(item.takes().size()); }
+
+project::Take* get_take(const project::Item& item, int index) {
+    return item.take(static_cast<std::size_t>(index));
 }
 
-bool is_item_selected(workstation::Workstation& workstation, MediaItem* handle) {
-    const project::Item* item = workstation.live(handle);
-    return item && item->selected();
-}
-
-bool set_item_position(workstation::Workstation& workstation, MediaItem* handle, double seconds, bool) {
-    return set_item_value(workstation, handle, "D_POSITION", seconds);
-}
-
-bool set_item_length(workstation::Workstation& workstation, MediaItem* handle, double seconds, bool) {
-    return set_item_value(workstation, handle, "D_LENGTH", seconds);
-}
-
-void select_all_items(workstation::Workstation& workstation, ReaProject* handle, bool selected) {
-    if (project::Project* project = workstation.live(handle))
-        project->select_all_items(selected);
-}
-
-int count_takes(workstation::Workstation& workstation, MediaItem* handle) {
-    const project::Item* item = workstation.live(handle);
-    return item ? static_cast<int>(item->takes().size()) : 0;
-}
-
-MediaItem_Take* get_take(workstation::Workstation& workstation, MediaItem* handle, int index) {
-    const project::Item* item = workstation.live(handle);
-    project::Take* take = item ? item->take(static_cast<std::size_t>(index)) : nullptr;
-    return take ? workstation::Workstation::handle(*take) : nullptr;
-}
-
-MediaItem_Take* get_active_take(workstation::Workstation& workstation, MediaItem* handle) {
-    const project::Item* item = workstation.live(handle);
-    project::Take* take = item ? item->active_take() : nullptr;
-    return take ? workstation::Workstation::handle(*take) : nullptr;
-}
+project::Take* get_active_take(const project::Item& item) { return item.active_take(); }
 
 /// An index below 0 is the active take.
-MediaItem_Take* get_take_or_active(workstation::Workstation& workstation, MediaItem* handle, int index) {
-    return index < 0 ? get_active_take(workstation, handle) : get_take(workstation, handle, index);
+project::Take* get_take_or_active(const project::Item& item, int index) {
+    return index < 0 ? item.active_take() : get_take(item, index);
 }
 
 } // namespace
 
 std::span<const workstation::HostFunction> item_functions() {
     static const workstation::HostFunction table[] = {
-        host_function<count_items, "proj", "Number of items">("CountMediaItems"),
-        host_function<get_item, "proj,itemidx", "The item of that index, counted from 0, track by track">(
-            "GetMediaItem"),
-        host_function<count_selected_items, "proj", "Number of selected items">("CountSelectedMediaItems"),
-        host_function<get_selected_item, "proj,selitem", "The selected item of that index, counted from 0">(
-            "GetSelectedMediaItem"),
-        host_function<count_track_items, "track", "Number of items on the track">("CountTrackMediaItems"),
-        host_function<get_track_item, "tr,itemidx", "The track's item of that index, counted from 0">(
-            "GetTrackMediaItem"),
-        host_function<count_track_items, "track", "Number of items on the track">("GetTrackNumMediaItems"),
-        host_function<get_item_track, "item", "The track that the item is on">("GetMediaItem_Track"),
-        host_function<get_item_track, "item", "The track that the item is on">("GetMediaItemTrack"),
-        host_function<delete_item, "tr,it", "Deletes the track's item">("DeleteTrackMediaItem"),
-        host_function<get_item_project, "item", "The project of the item">("GetItemProjectContext"),
-        host_function<get_item_value, "item,parmname",
-                      "D_POSITION, D_LENGTH, D_SNAPOFFSET, D_VOL, B_MUTE, B_MUTE_ACTUAL, B_LOOPSRC, "
-                      "B_ALLTAKESPLAY, B_UISEL, "
-                      "I_CURTAKE, I_CUSTOMCOLOR, IP_ITEMNUMBER, P_TRACK or P_PROJECT">(
-            "GetMediaItemInfo_Value"),
-        host_function<set_item_value, "item,parmname,newvalue",
-                      "Sets what GetMediaItemInfo_Value gives, but for the keys with P">(
-            "SetMediaItemInfo_Value"),
-        host_function<set_item_selected, "item,selected", "Selects or deselects the item">(
-            "SetMediaItemSelected"),
-        host_function<is_item_selected, "item", "Whether the item is selected">("IsMediaItemSelected"),
-        host_function<set_item_position, "item,position,refreshUI", "Moves the item, to a time in seconds">(
-            "SetMediaItemPosition"),
-        host_function<set_item_length, "item,length,refreshUI", "Sets the item's length in seconds">(
-            "SetMediaItemLength"),
-        host_function<select_all_items, "proj,selected", "Selects or deselects every item">(
-            "SelectAllMediaItems"),
-        host_function<count_takes, "item", "Number of takes">("CountTakes"),
-        host_function<count_takes, "item", "Number of takes">("GetMediaItemNumTakes"),
-        host_function<get_take, "item,takeidx", "The take of that index, counted from 0">("GetTake"),
-        host_function<get_take_or_active, "item,tk",
-                      "The take of that index, counted from 0, or the active one for -1">("GetMediaItemTake"),
-        host_function<get_active_take, "item", "The active take, nil for an empty item">("GetActiveTake"),
+        {"CountMediaItems", host_function<count_items>("proj", "Number of items")},
+        {"GetMediaItem",
+         host_function<get_item>("proj,itemidx", "The item of that index, counted from 0, track by track")},
+        {"CountSelectedMediaItems", host_function<count_selected_items>("proj", "Number of selected items")},
+        {"GetSelectedMediaItem",
+         host_function<get_selected_item>("proj,selitem", "The selected item of that index, counted from 0")},
+        {"CountTrackMediaItems", host_function<count_track_items>("track", "Number of items on the track")},
+        {"GetTrackMediaItem",
+         host_function<get_track_item>("tr,itemidx", "The track's item of that index, counted from 0")},
+        {"GetTrackNumMediaItems", host_function<count_track_items>("track", "Number of items on the track")},
+        {"GetMediaItem_Track", host_function<get_item_track>("item", "The track that the item is on")},
+        {"GetMediaItemTrack", host_function<get_item_track>("item", "The track that the item is on")},
+        {"DeleteTrackMediaItem", host_function<delete_item>("tr,it", "Deletes the track's item")},
+        {"GetItemProjectContext", host_function<get_item_project>("item", "The project of the item")},
+        {"GetMediaItemInfo_Value",
+         host_function<get_value<attributes>>(
+             "item,parmname", "D_POSITION, D_LENGTH, D_SNAPOFFSET, D_VOL, B_MUTE, B_MUTE_ACTUAL, B_LOOPSRC, "
+                              "B_ALLTAKESPLAY, B_UISEL, "
+                              "I_CURTAKE, I_CUSTOMCOLOR, IP_ITEMNUMBER, P_TRACK or P_PROJECT")},
+        {"SetMediaItemInfo_Value",
+         host_function<set_value<attributes>>(
+             "item,parmname,newvalue", "Sets what GetMediaItemInfo_Value gives, but for the keys with P")},
+        {"SetMediaItemSelected",
+         host_function<set_item_selected>("item,selected", "Selects or deselects the item")},
+        {"IsMediaItemSelected", host_function<is_item_selected>("item", "Whether the item is selected")},
+        {"SetMediaItemPosition",
+         host_function<set_item_position>("item,position,refreshUI", "Moves the item, to a time in seconds")},
+        {"SetMediaItemLength",
+         host_function<set_item_length>("item,length,refreshUI", "Sets the item's length in seconds")},
+        {"SelectAllMediaItems",
+         host_function<select_all_items>("proj,selected", "Selects or deselects every item")},
+        {"CountTakes", host_function<count_takes>("item", "Number of takes")},
+        {"GetMediaItemNumTakes", host_function<count_takes>("item", "Number of takes")},
+        {"GetTake", host_function<get_take>("item,takeidx", "The take of that index, counted from 0")},
+        {"GetMediaItemTake",
+         host_function<get_take_or_active>(
+             "item,tk", "The take of that index, counted from 0, or the active one for -1")},
+        {"GetActiveTake", host_function<get_active_take>("item", "The active take, nil for an empty item")},
     };
     return table;
 }

@@ -1,9 +1,9 @@
 // Host functions for takes: names, values, and access to their envelopes.
 
+#include "headless/functions/adapter.hpp"
 #include "headless/functions/attributes.hpp"
-#include "headless/functions/door.hpp"
+#include "headless/functions/c_values.hpp"
 #include "headless/functions/tables.hpp"
-#include "headless/workstation/text.hpp"
 
 #include <algorithm>
 #include <cstring>
@@ -11,31 +11,21 @@
 namespace headless::functions {
 namespace {
 
-const char* get_take_name(workstation::Workstation& workstation, MediaItem_Take* handle) {
-    const project::Take* take = workstation.live(handle);
-    return take ? take->name.c_str() : nullptr;
-}
+const char* get_take_name(const project::Take& take) { return take.name.c_str(); }
 
-bool get_set_take_string(workstation::Workstation& workstation, MediaItem_Take* handle, const char* key,
-                         char* text, bool is_set) {
-    project::Take* take = workstation.live(handle);
-    if (!take || !key || !text)
+bool get_set_take_string(Workstation& workstation, project::Take& take, const char* key, char* text,
+                         bool is_set) {
+    if (!key || !text)
         return false;
     if (std::strcmp(key, "P_NAME") != 0) {
         report_unknown_key(workstation, "GetSetMediaItemTakeInfo_String", key);
         return false;
     }
-    if (is_set)
-        take->name = text;
-    else
-        workstation::copy_text(take->name, text, workstation::unsized_buffer_bytes);
+    get_or_set(take.name, text, is_set);
     return true;
 }
 
-MediaItem* get_take_item(workstation::Workstation& workstation, MediaItem_Take* handle) {
-    const project::Take* take = workstation.live(handle);
-    return take ? workstation::Workstation::handle(take->item()) : nullptr;
-}
+project::Item* get_take_item(const project::Take& take) { return &take.item(); }
 
 double number_in_item(const project::Take& take) {
     const auto& takes = take.item().takes();
@@ -66,60 +56,41 @@ constexpr Attribute<project::Take> rows[] = {
 constexpr Attributes<project::Take> attributes{"GetMediaItemTakeInfo_Value", "SetMediaItemTakeInfo_Value",
                                                rows};
 
-double get_take_value(workstation::Workstation& workstation, MediaItem_Take* handle, const char* key) {
-    return read_attribute(workstation, attributes, workstation.live(handle), key);
+void set_active_take(const project::Take& take) { take.item().set_active_take(take); }
+
+int count_take_envelopes(const project::Take& take) { return static_cast<int>(take.envelopes().size()); }
+
+project::Envelope* get_take_envelope(const project::Take& take, int index) {
+    return element(take.envelopes(), index);
 }
 
-bool set_take_value(workstation::Workstation& workstation, MediaItem_Take* handle, const char* key,
-                    double value) {
-    return write_attribute(workstation, attributes, workstation.live(handle), key, value);
-}
-
-void set_active_take(workstation::Workstation& workstation, MediaItem_Take* handle) {
-    if (const project::Take* take = workstation.live(handle))
-        take->item().set_active_take(*take);
-}
-
-int count_take_envelopes(workstation::Workstation& workstation, MediaItem_Take* handle) {
-    const project::Take* take = workstation.live(handle);
-    return take ? static_cast<int>(take->envelopes().size()) : 0;
-}
-
-TrackEnvelope* get_take_envelope(workstation::Workstation& workstation, MediaItem_Take* handle, int index) {
-    const project::Take* take = workstation.live(handle);
-    const bool exists = take && index >= 0 && static_cast<std::size_t>(index) < take->envelopes().size();
-    return exists ? workstation::Workstation::handle(*take->envelopes()[static_cast<std::size_t>(index)])
-                  : nullptr;
-}
-
-TrackEnvelope* get_take_envelope_by_name(workstation::Workstation& workstation, MediaItem_Take* handle,
-                                         const char* name) {
-    const project::Take* take = workstation.live(handle);
-    project::Envelope* envelope = take && name ? take->envelope(name) : nullptr;
-    return envelope ? workstation::Workstation::handle(*envelope) : nullptr;
+project::Envelope* get_take_envelope_by_name(const project::Take& take, const char* name) {
+    return name ? take.envelope(name) : nullptr;
 }
 
 } // namespace
 
 std::span<const workstation::HostFunction> take_functions() {
     static const workstation::HostFunction table[] = {
-        host_function<get_take_name, "take", "The take's name">("GetTakeName"),
-        host_function<get_set_take_string, "tk,parmname,stringNeedBig,setNewValue", "Gets or sets P_NAME">(
-            "GetSetMediaItemTakeInfo_String"),
-        host_function<get_take_item, "take", "The item that the take belongs to">("GetMediaItemTake_Item"),
-        host_function<
-            get_take_value, "take,parmname",
-            "D_VOL, D_PAN, D_STARTOFFS, D_PLAYRATE, D_PITCH, B_PPITCH, I_CHANMODE, IP_TAKENUMBER, P_TRACK "
-            "or P_ITEM">("GetMediaItemTakeInfo_Value"),
-        host_function<set_take_value, "take,parmname,newvalue",
-                      "Sets what GetMediaItemTakeInfo_Value gives, but for the keys with P">(
-            "SetMediaItemTakeInfo_Value"),
-        host_function<set_active_take, "take", "Makes the take the one that is heard">("SetActiveTake"),
-        host_function<count_take_envelopes, "take", "Number of the take's envelopes">("CountTakeEnvelopes"),
-        host_function<get_take_envelope, "take,envidx", "The take's envelope of that index, counted from 0">(
-            "GetTakeEnvelope"),
-        host_function<get_take_envelope_by_name, "take,envname",
-                      "The take's envelope of that name, such as Volume">("GetTakeEnvelopeByName"),
+        {"GetTakeName", host_function<get_take_name>("take", "The take's name")},
+        {"GetSetMediaItemTakeInfo_String",
+         host_function<get_set_take_string>("tk,parmname,stringNeedBig,setNewValue", "Gets or sets P_NAME")},
+        {"GetMediaItemTake_Item", host_function<get_take_item>("take", "The item that the take belongs to")},
+        {"GetMediaItemTakeInfo_Value",
+         host_function<get_value<attributes>>(
+             "take,parmname",
+             "D_VOL, D_PAN, D_STARTOFFS, D_PLAYRATE, D_PITCH, B_PPITCH, I_CHANMODE, IP_TAKENUMBER, P_TRACK "
+             "or P_ITEM")},
+        {"SetMediaItemTakeInfo_Value",
+         host_function<set_value<attributes>>(
+             "take,parmname,newvalue",
+             "Sets what GetMediaItemTakeInfo_Value gives, but for the keys with P")},
+        {"SetActiveTake", host_function<set_active_take>("take", "Makes the take the one that is heard")},
+        {"CountTakeEnvelopes", host_function<count_take_envelopes>("take", "Number of the take's envelopes")},
+        {"GetTakeEnvelope", host_function<get_take_envelope>(
+                                "take,envidx", "The take's envelope of that index, counted from 0")},
+        {"GetTakeEnvelopeByName", host_function<get_take_envelope_by_name>(
+                                      "take,envname", "The take's envelope of that name, such as Volume")},
     };
     return table;
 }

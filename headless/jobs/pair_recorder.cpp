@@ -1,6 +1,7 @@
 #include "headless/jobs/pair_recorder.hpp"
 
 #include "headless/audio/audio_cache.hpp"
+#include "headless/audio/loudness.hpp"
 #include "headless/report/remarks.hpp"
 #include "headless/workstation/take_loudness.hpp"
 
@@ -13,8 +14,6 @@
 
 namespace headless::jobs {
 namespace {
-
-constexpr double momentary_window_seconds = 0.4;
 
 report::ImportedLine line_of(const std::filesystem::path& file, const project::Item* item) {
     if (item == nullptr)
@@ -31,7 +30,9 @@ std::string group_of(const project::Project& project) {
     return track != nullptr && track->parent() != nullptr ? track->parent()->name : "";
 }
 
-bool is_short(const report::ImportedLine& line) { return line.length_seconds < momentary_window_seconds; }
+bool is_short(const report::ImportedLine& line) {
+    return line.length_seconds < audio::momentary_window_seconds;
+}
 
 std::string distance_text(double lu) {
     std::array<char, 64> text{};
@@ -80,7 +81,7 @@ std::optional<double> level_as_placed(workstation::Workstation& workstation, con
     if (level)
         return *level;
     std::erase(reports, level.error());
-    if (item.length_seconds() >= momentary_window_seconds)
+    if (item.length_seconds() >= audio::momentary_window_seconds)
         reports.push_back(level.error());
     return std::nullopt;
 }

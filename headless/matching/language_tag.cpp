@@ -1,5 +1,7 @@
 #include "headless/matching/language_tag.hpp"
 
+#include "common/letter_case.hpp"
+
 #include <algorithm>
 #include <array>
 #include <string>
@@ -38,13 +40,7 @@ constexpr std::array regions = {"419"sv, "ae"sv,   "ar"sv,   "at"sv, "au"sv, "be
                                 "kr"sv,  "la"sv,   "mx"sv,   "nl"sv, "nz"sv, "pt"sv, "ru"sv, "sa"sv,
                                 "se"sv,  "sg"sv,   "tw"sv,   "uk"sv, "us"sv};
 
-char lowered(char letter) { return letter >= 'A' && letter <= 'Z' ? static_cast<char>(letter + 32) : letter; }
-
-std::string lowered(std::string_view text) {
-    std::string result(text);
-    std::ranges::transform(result, result.begin(), [](char letter) { return lowered(letter); });
-    return result;
-}
+using letter_case::lowered;
 
 bool is_language(std::string_view word) { return std::ranges::binary_search(languages, lowered(word)); }
 

@@ -1,6 +1,7 @@
 #include "headless/matching/line_survey.hpp"
 
 #include "common/folder_entries.hpp"
+#include "common/letter_case.hpp"
 #include "headless/matching/near_match.hpp"
 
 #include <algorithm>
@@ -21,12 +22,7 @@ using PathsByName = std::unordered_map<std::string, Paths>;
 /// lines have the same name.
 constexpr std::size_t max_candidates = 8;
 
-bool is_wav(const fs::path& file) {
-    std::string extension = file.extension().string();
-    std::ranges::transform(extension, extension.begin(),
-                           [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c + 32) : c; });
-    return extension == ".wav";
-}
+bool is_wav(const fs::path& file) { return letter_case::lowered(file.extension().native()) == ".wav"; }
 
 /// False for a file that no longer exists, and for a link without a target.
 bool is_there(const fs::path& file, std::error_code& error) {

@@ -1,5 +1,6 @@
 #include "headless/matching/near_match.hpp"
 
+#include "common/letter_case.hpp"
 #include "headless/matching/language_tag.hpp"
 
 #include <algorithm>
@@ -31,16 +32,9 @@ bool is_ascii(std::string_view text) {
     return std::ranges::all_of(text, [](char c) { return static_cast<unsigned char>(c) < 0x80; });
 }
 
-std::string in_small_letters(std::string_view ascii) {
-    std::string result(ascii);
-    for (char& letter : result)
-        letter = static_cast<char>(letter >= 'A' && letter <= 'Z' ? letter + ('a' - 'A') : letter);
-    return result;
-}
-
 std::string mapped(std::string_view text, int options) {
     if (is_ascii(text)) // most names are
-        return (options & UTF8PROC_CASEFOLD) != 0 ? in_small_letters(text) : std::string(text);
+        return (options & UTF8PROC_CASEFOLD) != 0 ? letter_case::lowered(text) : std::string(text);
     utf8proc_uint8_t* result = nullptr;
     const auto length = utf8proc_map(reinterpret_cast<const utf8proc_uint8_t*>(text.data()),
                                      static_cast<utf8proc_ssize_t>(text.size()), &result,

@@ -19,24 +19,24 @@ std::string lua_object(std::string_view type) {
 
 } // namespace
 
-std::string join(const std::vector<std::string>& words, std::string_view separator) {
+std::string join(const std::vector<std::string>& parts, std::string_view separator) {
     std::string text;
-    for (const std::string& word : words)
-        text.append(text.empty() ? "" : separator).append(word);
+    for (const std::string& part : parts)
+        text.append(text.empty() ? "" : separator).append(part);
     return text;
 }
 
-std::vector<std::string> words_of(const script::Definition& definition,
-                                  bool (script::Parameter::*chosen)() const,
-                                  const std::function<std::string(const script::Parameter&)>& word) {
-    std::vector<std::string> words;
+std::vector<std::string>
+describe_parameters(const script::ParsedDefinition& definition, bool (script::Parameter::*chosen)() const,
+                    const std::function<std::string(const script::Parameter&)>& describe) {
+    std::vector<std::string> descriptions;
     for (const script::Parameter& parameter : definition.parameters)
         if ((parameter.*chosen)())
-            words.push_back(word(parameter));
-    return words;
+            descriptions.push_back(describe(parameter));
+    return descriptions;
 }
 
-std::string lua_type(script::ValueKind kind, std::string_view type) {
+std::string lua_type_name(script::ValueKind kind, std::string_view type) {
     switch (kind) {
     case script::ValueKind::integer:
         return "integer";
@@ -56,15 +56,15 @@ std::string lua_type(script::ValueKind kind, std::string_view type) {
 namespace {
 
 std::string call_in(std::string_view table, const CatalogueEntry& function) {
-    const script::Definition& definition = function.definition;
+    const script::ParsedDefinition& definition = function.definition;
     const auto typed_name = [](const script::Parameter& parameter) {
-        return lua_type(parameter.kind, parameter.type) + ' ' + std::string(parameter.name);
+        return lua_type_name(parameter.kind, parameter.type) + ' ' + std::string(parameter.name);
     };
-    auto results = words_of(definition, &script::Parameter::is_result, typed_name);
+    auto results = describe_parameters(definition, &script::Parameter::is_result, typed_name);
     if (definition.result != script::ValueKind::nothing)
-        results.insert(results.begin(), lua_type(definition.result, definition.result_type));
-    const auto arguments =
-        words_of(definition, &script::Parameter::is_argument, [&](const script::Parameter& parameter) {
+        results.insert(results.begin(), lua_type_name(definition.result, definition.result_type));
+    const auto arguments = describe_parameters(
+        definition, &script::Parameter::is_argument, [&](const script::Parameter& parameter) {
             return (parameter.is_optional ? "optional " : "") + typed_name(parameter);
         });
     return join(results, ", ") + (results.empty() ? "" : " = ") + std::string(table) + '.' + function.name +
@@ -87,11 +87,11 @@ std::string c_prototype(const CatalogueEntry& function) {
 std::string field_list(const CatalogueEntry& record) {
     std::vector<std::string> fields;
     for (const script::Parameter& field : record.definition.parameters)
-        fields.push_back(std::string(field.name) + " (" + lua_type(field.kind, field.type) + ')');
+        fields.push_back(std::string(field.name) + " (" + lua_type_name(field.kind, field.type) + ')');
     return join(fields, ", ");
 }
 
-std::string help_of(const script::Definition& definition) {
+std::string help_of(const script::ParsedDefinition& definition) {
     constexpr std::string_view mark = "[MK:API]";
     std::string_view help = definition.help;
     if (help.starts_with(mark))

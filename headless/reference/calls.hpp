@@ -10,16 +10,16 @@
 
 namespace headless::reference {
 
-/// The strings in `words`, joined with `separator`.
-std::string join(const std::vector<std::string>& words, std::string_view separator);
+/// The parts, with the separator between them.
+std::string join(const std::vector<std::string>& parts, std::string_view separator);
 
-/// One string for each chosen parameter.
-std::vector<std::string> words_of(const script::Definition& definition,
-                                  bool (script::Parameter::*chosen)() const,
-                                  const std::function<std::string(const script::Parameter&)>& word);
+/// What `describe` gives for each chosen parameter.
+std::vector<std::string>
+describe_parameters(const script::ParsedDefinition& definition, bool (script::Parameter::*chosen)() const,
+                    const std::function<std::string(const script::Parameter&)>& describe);
 
 /// A type as Lua scripts see it: "integer", "MediaTrack", "TrackDetail[]".
-std::string lua_type(script::ValueKind kind, std::string_view type);
+std::string lua_type_name(script::ValueKind kind, std::string_view type);
 
 /// "boolean, string buf = reaper.GetTrackName(MediaTrack track)"
 std::string lua_call(const CatalogueEntry& function);
@@ -34,6 +34,6 @@ std::string c_prototype(const CatalogueEntry& function);
 std::string field_list(const CatalogueEntry& record);
 
 /// The help without the mark that only the workstation's own list uses.
-std::string help_of(const script::Definition& definition);
+std::string help_of(const script::ParsedDefinition& definition);
 
 } // namespace headless::reference

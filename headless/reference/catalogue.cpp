@@ -46,8 +46,8 @@ Catalogue read_catalogue(const workstation::Workstation& workstation,
                          const workstation::PluginLibrary& library) {
     Catalogue catalogue;
     for (const workstation::ScriptFunction& function : workstation.script_functions()) {
-        auto& door = function.is_registered ? catalogue.registered : catalogue.workstation;
-        door.push_back({function.name, script::parse_definition(function.definition)});
+        auto& group = function.is_registered ? catalogue.registered : catalogue.workstation;
+        group.push_back({function.name, script::parse_definition(function.definition)});
     }
     catalogue.lua = read_table(library, "felspar_lua_functions", catalogue.registered);
     catalogue.python = read_table(library, "felspar_python_functions", catalogue.registered);

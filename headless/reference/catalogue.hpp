@@ -16,7 +16,7 @@ namespace headless::reference {
 
 struct CatalogueEntry {
     std::string name;
-    script::Definition definition; ///< its strings belong to the plug-in or the workstation
+    script::ParsedDefinition definition; ///< its strings belong to the plug-in or the workstation
 };
 
 struct Catalogue {

@@ -57,14 +57,14 @@ std::string escaped(std::string_view text) {
 }
 
 /// Names occur in more than one section, so anchors contain both section and name.
-std::string place_of(std::size_t section, const CatalogueEntry* entry = nullptr) {
+std::string anchor_of(std::size_t section, const CatalogueEntry* entry = nullptr) {
     return std::to_string(section + 1) + (entry ? '-' + entry->name : "");
 }
 
 std::string article(std::size_t index, const Catalogue& catalogue, const CatalogueEntry& entry) {
     const Section& section = sections[index];
-    const std::string place = place_of(index, &entry);
-    return "<article id=\"" + place + "\"><h3><a href=\"#" + place + "\">" + escaped(entry.name) +
+    const std::string anchor = anchor_of(index, &entry);
+    return "<article id=\"" + anchor + "\"><h3><a href=\"#" + anchor + "\">" + escaped(entry.name) +
            "</a></h3><pre>" + escaped(section.line(entry)) + "</pre><p>" +
            escaped(help_in(section, catalogue, entry)) + "</p></article>\n";
 }
@@ -75,10 +75,10 @@ std::string html_form(const Catalogue& catalogue) {
     std::string html(head);
     html += "<ul>\n";
     for (std::size_t i = 0; i < sections.size(); ++i)
-        html += "<li><a href=\"#" + place_of(i) + "\">" + title_of(sections[i], catalogue) + "</a></li>\n";
+        html += "<li><a href=\"#" + anchor_of(i) + "\">" + title_of(sections[i], catalogue) + "</a></li>\n";
     html += "</ul>\n<input type=\"search\" placeholder=\"Search\" aria-label=\"Search\">\n";
     for (std::size_t i = 0; i < sections.size(); ++i) {
-        html += "<h2 id=\"" + place_of(i) + "\">" + title_of(sections[i], catalogue) + "</h2>\n<p>" +
+        html += "<h2 id=\"" + anchor_of(i) + "\">" + title_of(sections[i], catalogue) + "</h2>\n<p>" +
                 escaped(sections[i].introduction) + "</p>\n";
         for (const CatalogueEntry& entry : catalogue.*sections[i].entries)
             html += article(i, catalogue, entry);

@@ -19,20 +19,20 @@ std::string lua_name(std::string_view name) {
 
 /// Whether scripts may omit the argument or pass nil.
 bool may_be_nil(const script::Parameter& parameter) {
-    return parameter.is_optional || parameter.type == "ReaProject*";
+    return parameter.is_optional || parameter.is_project();
 }
 
 std::string argument_type(const script::Parameter& parameter) {
-    const std::string type = lua_type(parameter.kind, parameter.type);
-    return parameter.type == "ReaProject*" ? type + "|0" : type; // 0 is the active project
+    const std::string type = lua_type_name(parameter.kind, parameter.type);
+    return parameter.is_project() ? type + "|0" : type; // 0 is the active project
 }
 
 std::string result_type(script::ValueKind kind, std::string_view type) {
-    return lua_type(kind, type) + (kind == script::ValueKind::handle ? "|nil" : "");
+    return lua_type_name(kind, type) + (kind == script::ValueKind::handle ? "|nil" : "");
 }
 
 void append_function(std::string& text, const CatalogueEntry& function, std::string_view table = "reaper.") {
-    const script::Definition& definition = function.definition;
+    const script::ParsedDefinition& definition = function.definition;
     text += "\n---" + help_of(definition) + '\n';
     for (const script::Parameter& parameter : definition.parameters) {
         if (parameter.is_argument()) {
@@ -48,8 +48,9 @@ void append_function(std::string& text, const CatalogueEntry& function, std::str
                     lua_name(parameter.name) + '\n';
         }
     }
-    const auto names = words_of(definition, &script::Parameter::is_argument,
-                                [](const script::Parameter& parameter) { return lua_name(parameter.name); });
+    const auto names =
+        describe_parameters(definition, &script::Parameter::is_argument,
+                            [](const script::Parameter& parameter) { return lua_name(parameter.name); });
     text += "function " + std::string(table) + function.name + '(' + join(names, ", ") + ") end\n";
 }
 
@@ -59,10 +60,10 @@ std::set<std::string> handle_types(const Catalogue& catalogue) {
     for (const auto* functions : {&catalogue.registered, &catalogue.workstation}) {
         for (const CatalogueEntry& function : *functions) {
             if (function.definition.result == script::ValueKind::handle)
-                types.insert(lua_type(script::ValueKind::handle, function.definition.result_type));
+                types.insert(lua_type_name(script::ValueKind::handle, function.definition.result_type));
             for (const script::Parameter& parameter : function.definition.parameters)
                 if (parameter.kind == script::ValueKind::handle)
-                    types.insert(lua_type(script::ValueKind::handle, parameter.type));
+                    types.insert(lua_type_name(script::ValueKind::handle, parameter.type));
         }
     }
     return types;
@@ -74,7 +75,8 @@ void append_types(std::string& text, const Catalogue& catalogue) {
     for (const CatalogueEntry& record : catalogue.records) {
         text += "\n---" + help_of(record.definition) + "\n---@class " + record.name + '\n';
         for (const script::Parameter& field : record.definition.parameters)
-            text += "---@field " + std::string(field.name) + "? " + lua_type(field.kind, field.type) + '\n';
+            text +=
+                "---@field " + std::string(field.name) + "? " + lua_type_name(field.kind, field.type) + '\n';
     }
 }
 

@@ -9,13 +9,13 @@
 namespace headless::reference {
 namespace {
 
-struct TypeWords {
+struct TypeNames {
     std::string_view type;
     std::string_view for_ctypes;
     std::string_view for_python; ///< as the package's workstation takes and gives it
 };
 
-constexpr auto type_words = std::to_array<TypeWords>({
+constexpr auto type_names = std::to_array<TypeNames>({
     {"void", "None", "None"},
     {"int", "c_int", "int"},
     {"int*", "POINTER(c_int)", "int"},
@@ -28,14 +28,10 @@ constexpr auto type_words = std::to_array<TypeWords>({
     {"const char**", "POINTER(c_char_p)", "str"},
     {"unsigned long long", "c_ulonglong", "int"},
     {"unsigned long long*", "POINTER(c_ulonglong)", "int"},
-    {"ReaProject*", "c_void_p", "Project"},
-    {"MediaTrack*", "c_void_p", "Track"},
-    {"MediaItem*", "c_void_p", "Item"},
-    {"MediaItem_Take*", "c_void_p", "Take"},
-    {"TrackEnvelope*", "c_void_p", "Envelope"},
-    {"BR_Envelope*", "c_void_p", "EditedEnvelope"},
-    {"PCM_source*", "c_void_p", "Source"},
     {"void*", "c_void_p", "Handle"},
+#define HANDLE_TYPE(type, python_class) {#type "*", "c_void_p", #python_class},
+#include "common/handle_types.inc"
+#undef HANDLE_TYPE
 });
 
 std::string name_of(std::string_view name) {
@@ -47,35 +43,47 @@ std::string name_of(std::string_view name) {
     return std::string(name) + (std::ranges::find(keywords, name) != keywords.end() ? "_" : "");
 }
 
-const TypeWords* find_words(std::string_view type) {
-    const auto* found = std::ranges::find(type_words, type, &TypeWords::type);
-    return found == type_words.end() ? nullptr : found;
+const TypeNames* find_type(std::string_view type) {
+    const auto* found = std::ranges::find(type_names, type, &TypeNames::type);
+    return found == type_names.end() ? nullptr : found;
+}
+
+/// "EditedEnvelope, Envelope, Handle, ...", in the order of the alphabet.
+std::string handle_classes() {
+    std::vector<std::string> classes{
+        "Handle",
+#define HANDLE_TYPE(type, python_class) #python_class,
+#include "common/handle_types.inc"
+#undef HANDLE_TYPE
+    };
+    std::ranges::sort(classes);
+    return join(classes, ", ");
 }
 
 std::string python_type(const script::Parameter& parameter) {
     return parameter.kind == script::ValueKind::array ? "array"
-                                                      : std::string(find_words(parameter.type)->for_python);
+                                                      : std::string(find_type(parameter.type)->for_python);
 }
 
 bool is_known(const CatalogueEntry& function) {
-    return find_words(function.definition.result_type) &&
+    return find_type(function.definition.result_type) &&
            std::ranges::all_of(function.definition.parameters, [](const script::Parameter& parameter) {
-               return find_words(parameter.type) != nullptr;
+               return find_type(parameter.type) != nullptr;
            });
 }
 
-std::string result_of(const script::Definition& definition) {
-    auto results = words_of(definition, &script::Parameter::is_result, python_type);
+std::string result_of(const script::ParsedDefinition& definition) {
+    auto results = describe_parameters(definition, &script::Parameter::is_result, python_type);
     if (definition.result != script::ValueKind::nothing) {
         const bool may_be_none =
             definition.result == script::ValueKind::handle || definition.result == script::ValueKind::text;
-        results.insert(results.begin(), std::string(find_words(definition.result_type)->for_python) +
+        results.insert(results.begin(), std::string(find_type(definition.result_type)->for_python) +
                                             (may_be_none ? " | None" : ""));
     }
     return results.empty() ? "None" : results.size() == 1 ? results[0] : "tuple[" + join(results, ", ") + ']';
 }
 
-std::string docstring(const script::Definition& definition) {
+std::string docstring(const script::ParsedDefinition& definition) {
     std::string text;
     for (const char letter : help_of(definition))
         text += letter == '\\' || letter == '"' ? std::string("\\") + letter : std::string(1, letter);
@@ -83,13 +91,13 @@ std::string docstring(const script::Definition& definition) {
 }
 
 std::string method(const CatalogueEntry& function) {
-    auto parameters = words_of(function.definition, &script::Parameter::is_argument,
-                               [](const script::Parameter& parameter) {
-                                   return name_of(parameter.name) + ": " + python_type(parameter) +
-                                          (parameter.is_optional             ? " | None = None"
-                                           : parameter.type == "ReaProject*" ? " | None"
-                                                                             : "");
-                               });
+    auto parameters = describe_parameters(function.definition, &script::Parameter::is_argument,
+                                          [](const script::Parameter& parameter) {
+                                              return name_of(parameter.name) + ": " + python_type(parameter) +
+                                                     (parameter.is_optional    ? " | None = None"
+                                                      : parameter.is_project() ? " | None"
+                                                                               : "");
+                                          });
     parameters.insert(parameters.begin(), "self");
     return "\n    def " + function.name + '(' + join(parameters, ", ") + ") -> " +
            result_of(function.definition) + ":\n        " + docstring(function.definition);
@@ -99,10 +107,10 @@ std::string exported_function(const CatalogueEntry& function) {
     std::vector<std::string> parameters;
     for (const script::Parameter& parameter : function.definition.parameters) {
         parameters.push_back(name_of(parameter.written_name) + ": " +
-                             std::string(find_words(parameter.type)->for_ctypes));
+                             std::string(find_type(parameter.type)->for_ctypes));
     }
     return "\n\ndef " + function.name + '(' + join(parameters, ", ") + ") -> " +
-           std::string(find_words(function.definition.result_type)->for_ctypes) + ":\n    " +
+           std::string(find_type(function.definition.result_type)->for_ctypes) + ":\n    " +
            docstring(function.definition);
 }
 
@@ -116,10 +124,8 @@ from __future__ import annotations
 from array import array
 from ctypes import POINTER, c_bool, c_char, c_char_p, c_double, c_int, c_ulonglong, c_void_p
 
-from meridek_felspar.handles import EditedEnvelope, Envelope, Handle, Item, Project, Source, Take, Track
-
-# Exported by the library, for ctypes.
-)";
+from meridek_felspar.handles import )" +
+                       handle_classes() + "\n\n# Exported by the library, for ctypes.\n";
     for (const CatalogueEntry& function : catalogue.python)
         if (is_known(function))
             text += exported_function(function);

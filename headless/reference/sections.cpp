@@ -7,9 +7,9 @@ std::string title_of(const Section& section, const Catalogue& catalogue) {
 }
 
 std::string help_in(const Section& section, const Catalogue& catalogue, const CatalogueEntry& entry) {
-    const bool only_tells =
+    const bool is_documentation_only =
         section.entries == &Catalogue::registered && catalogue.is_of_lua_module(entry.name);
-    return help_of(entry.definition) + (only_tells ? ". Works once the Lua module is loaded" : "");
+    return help_of(entry.definition) + (is_documentation_only ? ". Works once the Lua module is loaded" : "");
 }
 
 } // namespace headless::reference

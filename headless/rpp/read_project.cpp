@@ -1,3 +1,4 @@
+#include "common/native_color.hpp"
 #include "headless/rpp/chunk_reader.hpp"
 #include "headless/rpp/rpp.hpp"
 #include "headless/rpp/words.hpp"
@@ -196,10 +197,7 @@ struct TrackInProgress {
     const std::filesystem::path& folder;
 };
 
-int track_color(ChunkReader& in) {
-    const int color = in.integer(0, rpp::no_track_color);
-    return (color & rpp::color_in_use) != 0 ? color : 0;
-}
+int track_color(ChunkReader& in) { return used_color(in.integer(0, rpp::no_track_color)); }
 
 constexpr Rule<TrackInProgress> track_rules[] = {
     {"NAME", [](ChunkReader& in, TrackInProgress& target) { read_name(in, target.track.name); }},

@@ -12,7 +12,6 @@ inline constexpr std::string_view own_beginning = R"(<REAPER_PROJECT 0.1 "6.19/f
 
 /// The value for "no colour of its own" in tracks.
 inline constexpr int no_track_color = 16576;
-inline constexpr int color_in_use = 0x1000000;
 
 struct EnvelopeKind {
     std::string_view name;  ///< as the model and the host's functions know it

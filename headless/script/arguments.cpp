@@ -66,13 +66,14 @@ const char* read_text(lua_State* L, const BridgedFunction& function, int index) 
     return lua_tostring(L, index);
 }
 
-bool stands_for_no_project(lua_State* L, int index) {
+bool is_active_project(lua_State* L, int index) {
     return lua_isnoneornil(L, index) ||
            (lua_type(L, index) == LUA_TNUMBER && lua_tonumberx(L, index, nullptr) == 0.0);
 }
 
-void* read_handle(lua_State* L, const BridgedFunction& function, int index, std::string_view type) {
-    if (type == "ReaProject*" && stands_for_no_project(L, index))
+void* read_handle(lua_State* L, const BridgedFunction& function, int index, const Parameter& parameter) {
+    const std::string_view type = parameter.type;
+    if (parameter.is_project() && is_active_project(L, index))
         return nullptr;
     if (type == "void*" && lua_isnoneornil(L, index))
         return nullptr;
@@ -92,53 +93,54 @@ char* find_buffer(const BridgedFunction& function, std::size_t parameter, std::s
 
 /// A buffer that begins with the string and has space for what may come back.
 void prepare_buffer(lua_State* L, const BridgedFunction& function, std::size_t parameter, const char* text,
-                    Cell& cell) {
+                    ArgumentValue& value) {
     const std::size_t wanted = function.definition.parameters[parameter].needs_big_buffer
                                    ? TextBuffers::big_bytes
                                    : TextBuffers::ordinary_bytes;
     const std::size_t length = std::strlen(text);
     const std::size_t bytes = std::max(wanted, length + 1);
-    cell.buffer =
+    value.buffer =
         bytes <= std::numeric_limits<int>::max() ? find_buffer(function, parameter, bytes) : nullptr;
-    if (!cell.buffer) {
+    if (!value.buffer) {
         luaL_error(L, "'%s': no memory for a text of %f bytes", function.name.c_str(),
                    static_cast<double>(bytes));
     }
-    std::memcpy(cell.buffer, text, length + 1);
-    cell.size = static_cast<int>(bytes);
+    std::memcpy(value.buffer, text, length + 1);
+    value.size = static_cast<int>(bytes);
 }
 
-void* address_of(const Parameter& parameter, Cell& cell) {
+void* address_of(const Parameter& parameter, ArgumentValue& value) {
     switch (parameter.kind) {
     case ValueKind::integer:
-        return &cell.integer;
+        return &value.integer;
     case ValueKind::boolean:
-        return &cell.truth;
+        return &value.boolean;
     case ValueKind::number:
-        return &cell.number;
+        return &value.number;
     default:
-        return &cell.text;
+        return &value.text;
     }
 }
 
-void read_value(lua_State* L, const BridgedFunction& function, std::size_t parameter, int index, Cell& cell) {
-    switch (const Parameter& what = function.definition.parameters[parameter]; what.kind) {
+void read_value(lua_State* L, const BridgedFunction& function, std::size_t parameter, int index,
+                ArgumentValue& value) {
+    switch (function.definition.parameters[parameter].kind) {
     case ValueKind::integer:
-        cell.integer = read_integer(L, function, index);
+        value.integer = read_integer(L, function, index);
         break;
     case ValueKind::boolean:
-        cell.truth = read_boolean(L, function, index);
+        value.boolean = read_boolean(L, function, index);
         break;
     case ValueKind::number:
-        cell.number = read_number(L, function, index);
+        value.number = read_number(L, function, index);
         break;
     case ValueKind::text:
-        cell.text = read_text(L, function, index);
+        value.text = read_text(L, function, index);
         break;
     case ValueKind::array:
         if (NumberArray* array = to_number_array(L, index)) {
-            cell.buffer = reinterpret_cast<char*>(array->numbers());
-            cell.size = static_cast<int>(array->size);
+            value.buffer = reinterpret_cast<char*>(array->numbers());
+            value.size = static_cast<int>(array->size);
         } else {
             refuse(L, function, index, "reaper.array");
         }
@@ -148,22 +150,22 @@ void read_value(lua_State* L, const BridgedFunction& function, std::size_t param
     }
 }
 
-void* word_of_bits(std::intptr_t bits) { return reinterpret_cast<void*>(bits); }
+void* pointer_of_bits(std::intptr_t bits) { return reinterpret_cast<void*>(bits); }
 
-void* word_of(const Parameter& parameter, Cell& cell) {
+void* encode_argument(const Parameter& parameter, ArgumentValue& value) {
     if (parameter.by_address && parameter.kind != ValueKind::array)
-        return address_of(parameter, cell);
+        return address_of(parameter, value);
     switch (parameter.kind) {
     case ValueKind::integer:
-        return word_of_bits(cell.integer);
+        return pointer_of_bits(value.integer);
     case ValueKind::boolean:
-        return word_of_bits(cell.truth ? 1 : 0);
+        return pointer_of_bits(value.boolean ? 1 : 0);
     case ValueKind::number:
-        return &cell.number;
+        return &value.number;
     case ValueKind::text:
-        return cell.buffer ? cell.buffer : const_cast<char*>(cell.text);
+        return value.buffer ? value.buffer : const_cast<char*>(value.text);
     case ValueKind::array:
-        return cell.buffer;
+        return value.buffer;
     default:
         return nullptr;
     }
@@ -176,10 +178,10 @@ void read_arguments(lua_State* L, const BridgedFunction& function, Arguments& ar
     const auto& parameters = function.definition.parameters;
     for (std::size_t i = 0; i < parameters.size(); ++i) {
         const Parameter& parameter = parameters[i];
-        Cell& cell = arguments.cells[i];
-        void*& word = arguments.words[i];
+        ArgumentValue& value = arguments.values[i];
+        void*& pointer = arguments.pointers[i];
         if (parameter.kind == ValueKind::size) {
-            word = word_of_bits(arguments.cells[i - 1].size);
+            pointer = pointer_of_bits(arguments.values[i - 1].size);
             continue;
         }
         if (parameter.is_argument()) {
@@ -187,14 +189,14 @@ void read_arguments(lua_State* L, const BridgedFunction& function, Arguments& ar
             if (parameter.is_optional && lua_isnoneornil(L, index))
                 continue;
             if (parameter.kind == ValueKind::handle) {
-                word = read_handle(L, function, index, parameter.type);
+                pointer = read_handle(L, function, index, parameter);
                 continue;
             }
-            read_value(L, function, i, index, cell);
+            read_value(L, function, i, index, value);
         }
         if (parameter.kind == ValueKind::text && parameter.type == "char*")
-            prepare_buffer(L, function, i, cell.text ? cell.text : "", cell);
-        word = word_of(parameter, cell);
+            prepare_buffer(L, function, i, value.text ? value.text : "", value);
+        pointer = encode_argument(parameter, value);
     }
 }
 

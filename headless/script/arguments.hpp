@@ -1,5 +1,5 @@
 #pragma once
-// Converts the arguments of one call from Lua's stack to the words that a function takes.
+// Converts the arguments of one call from Lua's stack to the pointers that a ScriptCall takes.
 
 #include "headless/script/definition.hpp"
 
@@ -19,10 +19,10 @@ namespace headless::script {
 /// Functions with more parameters are not offered to scripts.
 constexpr std::size_t max_parameters = 24;
 
-/// Storage of one argument or result during a call.
-struct Cell {
+/// The value of one argument or result during a call.
+struct ArgumentValue {
     int integer;
-    bool truth;
+    bool boolean;
     double number;
     const char* text;
     char* buffer; ///< of a string that the function writes to
@@ -31,8 +31,8 @@ struct Cell {
 
 /// Owns nothing, since Lua errors skip destructors.
 struct Arguments {
-    std::array<void*, max_parameters> words;
-    std::array<Cell, max_parameters> cells;
+    std::array<void*, max_parameters> pointers;
+    std::array<ArgumentValue, max_parameters> values;
 };
 
 /// Buffers for strings that a call returns. Only one call uses them at a time.
@@ -57,13 +57,13 @@ private:
 /// A function as the bridge calls it.
 struct BridgedFunction {
     std::string name;
-    Definition definition;
-    void* (*call)(void** words, int count);
+    ParsedDefinition definition;
+    void* (*call)(void** arguments, int count);
     workstation::Workstation* workstation;
     TextBuffers* buffers;
 };
 
-/// Fills the words from the stack, which holds the arguments from index 1. Raises the Lua error "bad argument
+/// Fills the pointers from the stack, which holds the arguments from index 1. Raises the Lua error "bad argument
 /// #1 to 'X' (MediaTrack expected)" if an argument is missing, has another type, or is a stale handle.
 void read_arguments(lua_State* L, const BridgedFunction& function, Arguments& arguments);
 

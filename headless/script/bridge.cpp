@@ -12,7 +12,7 @@ namespace {
 bool call(const BridgedFunction& function, Arguments& arguments, void*& result) noexcept {
     try {
         result =
-            function.call(arguments.words.data(), static_cast<int>(function.definition.parameters.size()));
+            function.call(arguments.pointers.data(), static_cast<int>(function.definition.parameters.size()));
         return true;
     } catch (...) {
         return false;
@@ -33,7 +33,7 @@ int call_bridged(lua_State* L) {
 
 Bridge::Bridge(workstation::Workstation& workstation) {
     for (workstation::ScriptFunction& function : workstation.script_functions()) {
-        Definition definition = parse_definition(function.definition);
+        ParsedDefinition definition = parse_definition(function.definition);
         if (definition.parameters.size() <= max_parameters) {
             functions_.push_back(
                 {std::move(function.name), std::move(definition), function.call, &workstation, &buffers_});

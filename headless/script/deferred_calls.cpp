@@ -10,9 +10,9 @@ namespace {
 
 constexpr const char* deferred_key = "felspar.deferred";
 constexpr const char* at_exit_key = "felspar.at_exit";
-constexpr auto turn = std::chrono::milliseconds(33);
+constexpr auto cycle = std::chrono::milliseconds(33);
 
-int keep_in(lua_State* L, const char* key) {
+int append_to(lua_State* L, const char* key) {
     luaL_checktype(L, 1, LUA_TFUNCTION);
     luaL_getsubtable(L, LUA_REGISTRYINDEX, key);
     lua_pushvalue(L, 1);
@@ -21,17 +21,17 @@ int keep_in(lua_State* L, const char* key) {
     return 1;
 }
 
-int defer(lua_State* L) { return keep_in(L, deferred_key); }
-int at_exit(lua_State* L) { return keep_in(L, at_exit_key); }
+int defer(lua_State* L) { return append_to(L, deferred_key); }
+int at_exit(lua_State* L) { return append_to(L, at_exit_key); }
 
-#define LATER(name, call, help)                                                                              \
+#define DEFERRAL(name, call, help)                                                                           \
     { name, call, "bool\0function*\0callback\0" help }
 constexpr LuaFunction functions[] = {
-    LATER("defer", defer, "Calls the function in the next turn, once the script has ended"),
-    LATER("runloop", defer, "Calls the function in the next turn, once the script has ended"),
-    LATER("atexit", at_exit, "Calls the function when all has ended"),
+    DEFERRAL("defer", defer, "Calls the function in the next turn, once the script has ended"),
+    DEFERRAL("runloop", defer, "Calls the function in the next turn, once the script has ended"),
+    DEFERRAL("atexit", at_exit, "Calls the function when all has ended"),
 };
-#undef LATER
+#undef DEFERRAL
 
 /// Takes the list and runs it. Functions that it adds go into a new list.
 /// @returns whether the list had any functions
@@ -50,11 +50,11 @@ bool run_list(lua_State* L, const char* key) {
 
 } // namespace
 
-std::span<const LuaFunction> turn_functions() { return functions; }
+std::span<const LuaFunction> deferral_functions() { return functions; }
 
 void run_deferred(lua_State* L) {
     while (interruption::signal_number() == 0 && run_list(L, deferred_key))
-        std::this_thread::sleep_for(turn);
+        std::this_thread::sleep_for(cycle);
 }
 
 void run_at_exit(lua_State* L) { run_list(L, at_exit_key); }

@@ -9,7 +9,7 @@
 namespace headless::script {
 
 /// defer, runloop (the same under its older name) and atexit.
-std::span<const LuaFunction> turn_functions();
+std::span<const LuaFunction> deferral_functions();
 
 /// Runs the deferred functions, in order, about thirty times per second as the workstation does, until no
 /// function is deferred or a signal asks for the end. Raises the first error.

@@ -33,13 +33,13 @@ std::optional<Direction> drop_direction(std::string_view& name) {
     return drop_ending(name, "In") ? std::optional(Direction::in) : std::nullopt;
 }
 
-struct TypeMeaning {
-    std::string_view word;
+struct TypeKind {
+    std::string_view name;
     ValueKind kind;
     bool by_address = false;
 };
 
-constexpr auto meanings = std::to_array<TypeMeaning>({
+constexpr auto type_kinds = std::to_array<TypeKind>({
     {"void", ValueKind::nothing},
     {"int", ValueKind::integer},
     {"bool", ValueKind::boolean},
@@ -51,29 +51,22 @@ constexpr auto meanings = std::to_array<TypeMeaning>({
     {"const char*", ValueKind::text},
     {"const char**", ValueKind::text, true},
     {"void*", ValueKind::handle},
-    {"ReaProject*", ValueKind::handle},
-    {"MediaTrack*", ValueKind::handle},
-    {"MediaItem*", ValueKind::handle},
-    {"MediaItem_Take*", ValueKind::handle},
-    {"TrackEnvelope*", ValueKind::handle},
-    {"BR_Envelope*", ValueKind::handle},
-    {"PCM_source*", ValueKind::handle},
+#define HANDLE_TYPE(type, python_class) {#type "*", ValueKind::handle},
+#include "common/handle_types.inc"
+#undef HANDLE_TYPE
 });
 
-TypeMeaning meaning_of(std::string_view type) {
-    for (const TypeMeaning& meaning : meanings)
-        if (meaning.word == type)
-            return meaning;
+TypeKind find_type(std::string_view type) {
+    for (const TypeKind& candidate : type_kinds)
+        if (candidate.name == type)
+            return candidate;
     return {type, ValueKind::other};
 }
 
 Parameter parse_parameter(std::string_view type, std::string_view name) {
-    const TypeMeaning meaning = meaning_of(type);
-    Parameter parameter{.type = type,
-                        .written_name = name,
-                        .name = name,
-                        .kind = meaning.kind,
-                        .by_address = meaning.by_address};
+    const TypeKind found = find_type(type);
+    Parameter parameter{
+        .type = type, .written_name = name, .name = name, .kind = found.kind, .by_address = found.by_address};
     // "NeedBig" and "Optional" come in either order.
     for (bool dropped = true; dropped;) {
         const bool big = drop_ending(parameter.name, "NeedBig");
@@ -99,13 +92,13 @@ bool is_size_of(std::string_view name, std::string_view name_before) {
 
 } // namespace
 
-Definition parse_definition(const char* text) {
+ParsedDefinition parse_definition(const char* text) {
     std::array<std::string_view, 4> parts;
     for (std::string_view& part : parts) {
         part = text;
         text += part.size() + 1;
     }
-    Definition definition{parts[0], meaning_of(parts[0]).kind, {}, parts[3]};
+    ParsedDefinition definition{parts[0], find_type(parts[0]).kind, {}, parts[3]};
     const auto types = split(parts[1]);
     auto names = split(parts[2]);
     names.resize(types.size());

@@ -1,6 +1,6 @@
 #pragma once
 // Parses the definition text of a function: what a script passes, what it gets back, and what the bridge
-// supplies in between (headless/workstation/script_form.hpp explains the rules for names).
+// supplies in between (headless/workstation/script_call.hpp explains the rules for names).
 
 #include <string_view>
 #include <vector>
@@ -31,11 +31,13 @@ struct Parameter {
     bool is_optional = false;
     bool needs_big_buffer = false;
 
+    /// Whether the parameter is a project: without one it means the active project.
+    bool is_project() const { return type == "ReaProject*"; }
     bool is_argument() const { return kind != ValueKind::size && direction != Direction::out; }
     bool is_result() const { return kind != ValueKind::size && direction != Direction::in; }
 };
 
-struct Definition {
+struct ParsedDefinition {
     std::string_view result_type;
     ValueKind result = ValueKind::nothing;
     std::vector<Parameter> parameters;
@@ -43,6 +45,6 @@ struct Definition {
 };
 
 /// Parses the four NUL-terminated strings at `text`, which must outlive the result. Missing names are empty.
-Definition parse_definition(const char* text);
+ParsedDefinition parse_definition(const char* text);
 
 } // namespace headless::script

@@ -1,6 +1,7 @@
 #pragma once
 // The debug library of a script, without access to the variables of C functions: C functions trust them, so a
-// script that changed one could crash the program.
+// script that changed one could crash the program. Other interpreters that load the plug-in keep their own
+// debug library.
 
 #include <lua.hpp>
 

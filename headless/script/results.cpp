@@ -13,22 +13,22 @@ void push_handle(lua_State* L, void* handle) {
         lua_pushnil(L);
 }
 
-void push_return_value(lua_State* L, ValueKind kind, void* word) {
+void push_return_value(lua_State* L, ValueKind kind, void* result) {
     switch (kind) {
     case ValueKind::integer:
-        lua_pushinteger(L, static_cast<int>(reinterpret_cast<std::intptr_t>(word)));
+        lua_pushinteger(L, static_cast<int>(reinterpret_cast<std::intptr_t>(result)));
         break;
     case ValueKind::boolean:
-        lua_pushboolean(L, word ? 1 : 0);
+        lua_pushboolean(L, result ? 1 : 0);
         break;
     case ValueKind::number:
-        lua_pushnumber(L, word ? *static_cast<const double*>(word) : 0.0);
+        lua_pushnumber(L, result ? *static_cast<const double*>(result) : 0.0);
         break;
     case ValueKind::text:
-        lua_pushstring(L, static_cast<const char*>(word));
+        lua_pushstring(L, static_cast<const char*>(result));
         break; // null becomes nil
     case ValueKind::handle:
-        push_handle(L, word);
+        push_handle(L, result);
         break;
     default:
         lua_pushnil(L);
@@ -36,23 +36,23 @@ void push_return_value(lua_State* L, ValueKind kind, void* word) {
     }
 }
 
-void push_cell(lua_State* L, ValueKind kind, const Cell& cell) {
+void push_output(lua_State* L, ValueKind kind, const ArgumentValue& value) {
     switch (kind) {
     case ValueKind::integer:
-        lua_pushinteger(L, cell.integer);
+        lua_pushinteger(L, value.integer);
         break;
     case ValueKind::boolean:
-        lua_pushboolean(L, cell.truth ? 1 : 0);
+        lua_pushboolean(L, value.boolean ? 1 : 0);
         break;
     case ValueKind::number:
-        lua_pushnumber(L, cell.number);
+        lua_pushnumber(L, value.number);
         break;
     case ValueKind::text:
-        if (cell.buffer) {
-            const auto size = static_cast<std::size_t>(cell.size);
-            lua_pushlstring(L, cell.buffer, strnlen(cell.buffer, size));
+        if (value.buffer) {
+            const auto size = static_cast<std::size_t>(value.size);
+            lua_pushlstring(L, value.buffer, strnlen(value.buffer, size));
         } else {
-            lua_pushstring(L, cell.text ? cell.text : "");
+            lua_pushstring(L, value.text ? value.text : "");
         }
         break;
     default:
@@ -62,8 +62,8 @@ void push_cell(lua_State* L, ValueKind kind, const Cell& cell) {
 }
 
 /// In C such a function returns a number for every key; scripts get a handle if the key names an object.
-bool gives_object(const BridgedFunction& function, const Arguments& arguments) {
-    const char* key = arguments.cells[1].text;
+bool returns_object(const BridgedFunction& function, const Arguments& arguments) {
+    const char* key = arguments.values[1].text;
     return function.definition.result == ValueKind::number && function.name.ends_with("Info_Value") && key &&
            std::strncmp(key, "P_", 2) == 0;
 }
@@ -76,10 +76,10 @@ void* address_in(const void* number) {
 } // namespace
 
 int push_results(lua_State* L, const BridgedFunction& function, const Arguments& arguments, void* result) {
-    const Definition& definition = function.definition;
+    const ParsedDefinition& definition = function.definition;
     luaL_checkstack(L, static_cast<int>(max_parameters) + 1, "results");
     int count = 0;
-    if (gives_object(function, arguments)) {
+    if (returns_object(function, arguments)) {
         push_handle(L, address_in(result));
         ++count;
     } else if (definition.result != ValueKind::nothing) {
@@ -88,7 +88,7 @@ int push_results(lua_State* L, const BridgedFunction& function, const Arguments&
     }
     for (std::size_t i = 0; i < definition.parameters.size(); ++i) {
         if (definition.parameters[i].is_result()) {
-            push_cell(L, definition.parameters[i].kind, arguments.cells[i]);
+            push_output(L, definition.parameters[i].kind, arguments.values[i]);
             ++count;
         }
     }

@@ -1,5 +1,5 @@
 #pragma once
-// Converts the results of one call from a function's word and cells to Lua's stack.
+// Converts the results of one call to Lua's stack.
 
 #include "headless/script/arguments.hpp"
 

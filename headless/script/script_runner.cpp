@@ -40,19 +40,19 @@ Run& run_of(lua_State* L) { return *static_cast<Run*>(lua_touserdata(L, lua_upva
 }
 
 /// Code that catches the error of os.exit gets it again at its next instruction.
-void keep_leaving(lua_State* L) {
+void keep_raising_exit(lua_State* L) {
     lua_sethook(
         L, [](lua_State* state, lua_Debug*) { raise_exit(state); }, LUA_MASKCOUNT, 1);
 }
 
-int leave(lua_State* L) {
+int exit_script(lua_State* L) {
     Run& run = run_of(L);
     constexpr int status_bits = 0xFF;
     const int status = lua_isboolean(L, 1) ? (lua_toboolean(L, 1) ? EXIT_SUCCESS : EXIT_FAILURE)
                                            : static_cast<int>(luaL_optinteger(L, 1, EXIT_SUCCESS));
     run.exit_status = status & status_bits;
-    keep_leaving(run.main_thread);
-    keep_leaving(L);
+    keep_raising_exit(run.main_thread);
+    keep_raising_exit(L);
     raise_exit(L);
 }
 
@@ -74,7 +74,7 @@ constexpr LuaFunction context_functions[] = {
      "The script's file, and what action has called it, of which there is none here"},
 };
 
-void set_closure(lua_State* L, const char* name, lua_CFunction function, Run& run) {
+void set_function(lua_State* L, const char* name, lua_CFunction function, Run& run) {
     lua_pushlightuserdata(L, &run);
     lua_pushcclosure(L, function, 1);
     lua_setfield(L, -2, name);
@@ -86,7 +86,7 @@ void open_reaper(lua_State* L, Run& run) {
     lua_getglobal(L, "reaper");
     for (const auto functions : functions_for_lua())
         for (const LuaFunction& function : functions)
-            set_closure(L, function.name, function.call, run);
+            set_function(L, function.name, function.call, run);
     lua_pop(L, 1);
 }
 
@@ -95,7 +95,7 @@ void open_environment(lua_State* L, Run& run) {
     guard_debug_library(L);
     open_reaper(L, run);
     lua_getglobal(L, "os");
-    set_closure(L, "exit", leave, run);
+    set_function(L, "exit", exit_script, run);
     luaL_getsubtable(L, LUA_REGISTRYINDEX, "_PRELOAD");
     if (run.open_module) {
         lua_pushcfunction(L, run.open_module);
@@ -123,7 +123,7 @@ int push_arguments(lua_State* L, const Run& run) {
     return count;
 }
 
-int run_to_the_end(lua_State* L) {
+int run_main(lua_State* L) {
     Run& run = *static_cast<Run*>(lua_touserdata(L, 1));
     open_environment(L, run);
     if (luaL_loadfilex(L, run.file.c_str(), "t") != LUA_OK)
@@ -133,13 +133,13 @@ int run_to_the_end(lua_State* L) {
     return 0;
 }
 
-int run_the_end(lua_State* L) {
+int run_exit_functions(lua_State* L) {
     run_at_exit(L);
     return 0;
 }
 
 /// Formats an error of any type as the stand-alone interpreter does. A string is kept whole, even with NULs.
-int tell(lua_State* L) {
+int format_error(lua_State* L) {
     const bool is_text =
         lua_tostring(L, 1) || (luaL_callmeta(L, 1, "__tostring") != 0 && lua_type(L, -1) == LUA_TSTRING);
     if (!is_text)
@@ -160,7 +160,7 @@ std::string error_text(lua_State* L) {
 /// @returns the error's text, empty if there was none
 std::string call_protected(lua_State* L, lua_CFunction function, Run& run) {
     lua_settop(L, 0);
-    lua_pushcfunction(L, tell);
+    lua_pushcfunction(L, format_error);
     lua_pushcfunction(L, function);
     lua_pushlightuserdata(L, &run);
     if (lua_pcall(L, 1, 0, 1) == LUA_OK)
@@ -173,8 +173,8 @@ std::string call_protected(lua_State* L, lua_CFunction function, Run& run) {
 /// A script that is ended by a signal has no error of its own to report.
 std::string run_stoppable(Run& run) {
     const ScriptStop stop(run.main_thread);
-    std::string error = call_protected(run.main_thread, run_to_the_end, run);
-    run.is_stopped = stop.has_struck();
+    std::string error = call_protected(run.main_thread, run_main, run);
+    run.is_stopped = stop.has_raised();
     return run.is_stopped ? "" : error;
 }
 
@@ -182,7 +182,7 @@ ScriptOutcome run_in_state(Run& run) {
     std::string error = run_stoppable(run);
     if (run.exit_status)
         return {*run.exit_status, ""};
-    const std::string error_at_exit = call_protected(run.main_thread, run_the_end, run);
+    const std::string error_at_exit = call_protected(run.main_thread, run_exit_functions, run);
     if (run.exit_status && error.empty())
         return {*run.exit_status, ""};
     error += error.empty() || error_at_exit.empty() ? error_at_exit : '\n' + error_at_exit;
@@ -192,7 +192,7 @@ ScriptOutcome run_in_state(Run& run) {
 } // namespace
 
 std::array<std::span<const LuaFunction>, 3> functions_for_lua() {
-    return {turn_functions(), number_array_functions(), context_functions};
+    return {deferral_functions(), number_array_functions(), context_functions};
 }
 
 ScriptOutcome run_script(workstation::Workstation& workstation, const workstation::PluginLibrary& plugin,

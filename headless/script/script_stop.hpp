@@ -20,7 +20,7 @@ public:
     explicit ScriptStop(lua_State* L);
     ~ScriptStop();
     /// Whether it has raised an error.
-    bool has_struck() const;
+    bool has_raised() const;
 
     ScriptStop(const ScriptStop&) = delete;
     ScriptStop& operator=(const ScriptStop&) = delete;

@@ -3,7 +3,6 @@
 #include "headless/workstation/render_take.hpp"
 #include "headless/workstation/workstation.hpp"
 
-#include <iostream>
 #include <string>
 
 namespace headless::workstation {
@@ -11,9 +10,9 @@ namespace {
 
 void crop_to_active_take(Workstation&, project::Item& item) { item.crop_to_active_take(); }
 
-/// Not after a call that broke off: a ride would be rendered that is none.
+/// Renders nothing after a failed call: the envelope may hold only part of a ride.
 void render_to_new_take(Workstation& workstation, project::Item& item) {
-    if (workstation.has_broken_call()) {
+    if (workstation.has_failed_call()) {
         workstation.report(Failure{"nothing is rendered, as a host function failed before"});
         return;
     }
@@ -57,9 +56,7 @@ void run_command(Workstation& workstation, int number) {
             return;
         }
     }
-    const std::string message = "command " + std::to_string(number) + " is not known and was not run";
-    std::cerr << message << '\n';
-    workstation.report(Failure{message});
+    workstation.report(Failure{"command " + std::to_string(number) + " is not known and was not run"});
 }
 
 } // namespace headless::workstation

@@ -1,10 +1,9 @@
 #include "headless/workstation/dialogs.hpp"
 
-#include "headless/workstation/text.hpp"
+#include "common/letter_case.hpp"
 
 #include <algorithm>
 #include <array>
-#include <cctype>
 #include <istream>
 #include <ostream>
 #include <span>
@@ -38,9 +37,7 @@ const BoxType& box_type(int type) {
 }
 
 bool begins_like(std::string_view name, std::string_view answer) {
-    const auto lower = [](char letter) { return std::tolower(static_cast<unsigned char>(letter)); };
-    return !answer.empty() && answer.size() <= name.size() &&
-           std::ranges::equal(name.substr(0, answer.size()), answer, {}, lower, lower);
+    return !answer.empty() && letter_case::lowered(name).starts_with(letter_case::lowered(answer));
 }
 
 std::string choices(const BoxType& type) {

@@ -12,8 +12,8 @@
 
 namespace headless::workstation {
 
-/// The button for "go no further than needed": the answer of a message box if nobody can be asked. OK for
-/// type 0, Ignore for 2, No for 4, Cancel for all others.
+/// The answer of a message box if nobody can be asked: the button that changes least. OK for type 0, Ignore
+/// for 2, No for 4, Cancel for all others.
 int default_button(int type);
 
 /// "OK", "Cancel", ...

@@ -4,12 +4,12 @@
 
 namespace headless::workstation {
 
-BR_Envelope* EnvelopeObjects::take_out(project::Envelope& envelope, double zero_seconds) {
+EnvelopeObject& EnvelopeObjects::take_out(project::Envelope& envelope, double zero_seconds) {
     auto object = std::make_unique<EnvelopeObject>(
         EnvelopeObject{&envelope, zero_seconds, envelope.properties, EnvelopePoints(envelope.points()), {}});
-    auto* handle = reinterpret_cast<BR_Envelope*>(object.get());
-    objects_.emplace(handle, std::move(object));
-    return handle;
+    EnvelopeObject& added = *object;
+    objects_.emplace(&added, std::move(object));
+    return added;
 }
 
 EnvelopeObject* EnvelopeObjects::find(BR_Envelope* handle) const {

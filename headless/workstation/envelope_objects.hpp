@@ -2,8 +2,8 @@
 // Copies of envelopes for editing: a plug-in changes a copy point by point and writes it back, or discards
 // it.
 
+#include "common/plugin_abi.hpp"
 #include "headless/base/gap_buffer.hpp"
-#include "headless/base/handles.hpp"
 #include "headless/workstation/workstation.hpp"
 
 #include <deque>
@@ -27,15 +27,15 @@ struct EnvelopeObject {
 class EnvelopeObjects {
 public:
     /// @param zero_seconds position 0 of the points that are read and set, in seconds from the take's start
-    BR_Envelope* take_out(project::Envelope& envelope, double zero_seconds);
+    EnvelopeObject& take_out(project::Envelope& envelope, double zero_seconds);
 
     /// Null for a null, released or foreign handle.
     EnvelopeObject* find(BR_Envelope* handle) const;
 
-    void release(BR_Envelope* handle) { objects_.erase(handle); }
+    void release(const EnvelopeObject& object) { objects_.erase(&object); }
 
 private:
-    std::unordered_map<BR_Envelope*, std::unique_ptr<EnvelopeObject>> objects_;
+    std::unordered_map<const void*, std::unique_ptr<EnvelopeObject>> objects_; // by address
 };
 
 } // namespace headless::workstation

@@ -1,6 +1,6 @@
 #include "headless/workstation/plugin_library.hpp"
 
-#include "headless/workstation/plugin_abi.hpp"
+#include "common/plugin_abi.hpp"
 #include "headless/workstation/workstation.hpp"
 
 #include <dlfcn.h>
@@ -9,6 +9,12 @@
 
 namespace headless::workstation {
 namespace {
+
+/// The version of the plug-in interface, which plug-ins compare with their own.
+constexpr int plugin_interface_version = 0x20E;
+
+using PluginEntry = int(void* instance, reaper_plugin_info_t* record);
+constexpr const char* plugin_entry_name = "ReaperPluginEntry";
 
 int register_name(const char* name, void* value) {
     Workstation* workstation = Workstation::current();
@@ -43,8 +49,8 @@ Result<PluginLibrary> PluginLibrary::load(const std::filesystem::path& file, Wor
     if (!library)
         return failure_of(file, loader_error(absolute));
     auto* entry = reinterpret_cast<PluginEntry*>(dlsym(library, plugin_entry_name));
-    auto record = std::make_unique<PluginRecord>(
-        PluginRecord{plugin_interface_version, nullptr, register_name, get_function});
+    auto record = std::make_unique<reaper_plugin_info_t>(
+        reaper_plugin_info_t{plugin_interface_version, nullptr, register_name, get_function});
     if (!entry || entry(library, record.get()) != 1) {
         dlclose(library);
         return failure_of(file, entry ? "declined to be loaded" : "has no ReaperPluginEntry");
@@ -52,7 +58,7 @@ Result<PluginLibrary> PluginLibrary::load(const std::filesystem::path& file, Wor
     return PluginLibrary(library, std::move(record));
 }
 
-PluginLibrary::PluginLibrary(void* library, std::unique_ptr<PluginRecord> record)
+PluginLibrary::PluginLibrary(void* library, std::unique_ptr<reaper_plugin_info_t> record)
     : library_(library), record_(std::move(record)) {}
 
 PluginLibrary::PluginLibrary(PluginLibrary&& other) noexcept

@@ -6,10 +6,11 @@
 #include <filesystem>
 #include <memory>
 
+struct reaper_plugin_info_t;
+
 namespace headless::workstation {
 
 class Workstation;
-struct PluginRecord;
 
 /// Must be destroyed before the workstation that it was loaded into.
 class PluginLibrary {
@@ -30,10 +31,10 @@ public:
     void* symbol(const char* name) const;
 
 private:
-    PluginLibrary(void* library, std::unique_ptr<PluginRecord> record);
+    PluginLibrary(void* library, std::unique_ptr<reaper_plugin_info_t> record);
 
     void* library_ = nullptr;
-    std::unique_ptr<PluginRecord> record_; // at a fixed address, which the plug-in keeps
+    std::unique_ptr<reaper_plugin_info_t> record_; // at a fixed address, which the plug-in keeps
 };
 
 } // namespace headless::workstation

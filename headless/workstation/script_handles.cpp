@@ -13,15 +13,14 @@ bool is_alive(const Workstation& workstation, void* handle) {
 }
 
 struct HandleType {
-    std::string_view word;
+    std::string_view name;
     bool (*is_live)(const Workstation&, void*);
 };
 
 constexpr HandleType handle_types[] = {
-    {"ReaProject*", is_alive<ReaProject>},       {"MediaTrack*", is_alive<MediaTrack>},
-    {"MediaItem*", is_alive<MediaItem>},         {"MediaItem_Take*", is_alive<MediaItem_Take>},
-    {"TrackEnvelope*", is_alive<TrackEnvelope>}, {"BR_Envelope*", is_alive<BR_Envelope>},
-    {"PCM_source*", is_alive<PCM_source>},
+#define HANDLE_TYPE(type, python_class) {#type "*", is_alive<type>},
+#include "common/handle_types.inc"
+#undef HANDLE_TYPE
 };
 
 } // namespace
@@ -31,9 +30,9 @@ EnvelopeObject* Workstation::live(BR_Envelope* handle) const { return envelope_o
 project::Source* Workstation::live(PCM_source* handle) const { return source_handles_->live(handle); }
 
 std::optional<bool> Workstation::is_live(std::string_view type, void* handle) const {
-    for (const HandleType& known : handle_types)
-        if (known.word == type)
-            return known.is_live(*this, handle);
+    for (const HandleType& handle_type : handle_types)
+        if (handle_type.name == type)
+            return handle_type.is_live(*this, handle);
     return std::nullopt;
 }
 

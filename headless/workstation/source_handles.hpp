@@ -1,8 +1,8 @@
 #pragma once
 // The audio source objects that plug-ins read file names from, one for each take whose source was requested.
 
+#include "common/plugin_abi.hpp"
 #include "headless/project/project.hpp"
-#include "headless/workstation/plugin_abi.hpp"
 
 #include <memory>
 #include <unordered_map>

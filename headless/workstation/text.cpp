@@ -1,5 +1,7 @@
 #include "headless/workstation/text.hpp"
 
+#include "common/letter_case.hpp"
+
 #include <algorithm>
 #include <array>
 #include <cstring>
@@ -13,10 +15,6 @@ constexpr std::array<std::string_view, 14> audio_extensions{
     "wav", "wave", "bwf", "aif", "aiff", "aifc", "flac", "ogg", "oga", "opus", "mp3", "w64", "caf", "au"};
 
 bool is_continuation(char byte) { return (static_cast<unsigned char>(byte) & 0xC0U) == 0x80U; }
-
-char lower(char letter) {
-    return letter >= 'A' && letter <= 'Z' ? static_cast<char>(letter - 'A' + 'a') : letter;
-}
 
 bool is_safe_in_file_names(char byte) {
     return byte != '/' && byte != 0x7F && static_cast<unsigned char>(byte) >= 0x20U;
@@ -47,10 +45,8 @@ std::string_view without_audio_extension(std::string_view name) {
     const std::size_t dot = name.rfind('.');
     if (dot == std::string_view::npos || dot == 0)
         return name;
-    const std::string_view ending = name.substr(dot + 1);
-    const bool is_audio = std::ranges::any_of(audio_extensions, [&](std::string_view known) {
-        return std::ranges::equal(ending, known, {}, lower);
-    });
+    const std::string extension = letter_case::lowered(name.substr(dot + 1));
+    const bool is_audio = std::ranges::find(audio_extensions, extension) != audio_extensions.end();
     return is_audio ? name.substr(0, dot) : name;
 }
 

@@ -1,5 +1,5 @@
 #pragma once
-// Strings written to buffers of a given size, and the colours and file names that go with names.
+// Strings written to buffers of a given size, and file names made from names.
 
 #include <cstddef>
 #include <string>
@@ -9,12 +9,6 @@ namespace headless::workstation {
 
 /// Buffers passed without a size hold at least this many bytes.
 constexpr int unsized_buffer_bytes = 1024;
-
-/// Set in a native colour that is in use.
-constexpr int color_in_use = 0x1000000;
-
-/// A colour without the flag counts as no colour.
-constexpr int used_color(int color) { return (color & color_in_use) != 0 ? color : 0; }
 
 /// The longest prefix of `text` that has at most `bytes` bytes and does not end inside a UTF-8 character.
 std::string_view utf8_prefix(std::string_view text, std::size_t bytes);

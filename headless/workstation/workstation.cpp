@@ -34,7 +34,7 @@ Workstation::Workstation(std::span<const HostFunction> functions)
     if (living_workstation)
         throw std::logic_error("there is a workstation already");
     for (const HostFunction& function : functions)
-        host_functions_.emplace(function.name, function);
+        host_functions_.emplace(function.name, function.entry_points);
     living_workstation = this;
 }
 
@@ -54,8 +54,8 @@ void* Workstation::function(const char* name) const {
 std::vector<ScriptFunction> Workstation::script_functions() const {
     std::vector<ScriptFunction> functions;
     for (const auto& [name, function] : host_functions_)
-        if (function.definition)
-            functions.push_back({name, function.definition, function.script_call});
+        if (function.script_call)
+            functions.push_back({name, function.definition.c_str(), function.script_call});
     constexpr std::string_view mark = "APIdef_";
     for (const auto& [key, definition] : registered_) {
         const std::string name = key.starts_with(mark) ? key.substr(mark.size()) : "";
@@ -70,7 +70,7 @@ std::vector<ScriptFunction> Workstation::script_functions() const {
 }
 
 std::vector<Failure> Workstation::take_failures() {
-    has_broken_call_ = false;
+    has_failed_call_ = false;
     return std::exchange(failures_, {});
 }
 
@@ -112,10 +112,18 @@ bool Workstation::register_name(const std::string& name, void* value) {
 
 void Workstation::report(Failure failure) { failures_.push_back(std::move(failure)); }
 
-void Workstation::report_escaped(const char* reason) noexcept {
-    note_broken_call();
+std::string_view Workstation::name_of(const void* entry_point) const {
+    for (const auto& [name, function] : host_functions_)
+        if (function.address == entry_point ||
+            reinterpret_cast<const void*>(function.script_call) == entry_point)
+            return name;
+    return "of no name";
+}
+
+void Workstation::report_exception(const void* entry_point, const char* reason) noexcept {
+    note_failed_call();
     try {
-        report(Failure{std::string("a host function failed: ") + reason});
+        report(Failure{"the host function " + std::string(name_of(entry_point)) + " failed: " + reason});
     } catch (...) { // no memory even for the report; the caller still gets its failure value
         return;
     }

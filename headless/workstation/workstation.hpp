@@ -2,11 +2,11 @@
 // The workstation that plug-ins see: one project, its audio, the functions that GetFunc returns, the commands
 // behind Main_OnCommandEx, and the names that plug-ins have registered.
 
+#include "common/plugin_abi.hpp"
 #include "headless/base/failure.hpp"
-#include "headless/base/handles.hpp"
 #include "headless/project/project.hpp"
 #include "headless/workstation/dialogs.hpp"
-#include "headless/workstation/script_form.hpp"
+#include "headless/workstation/script_call.hpp"
 
 #include <cstddef>
 #include <filesystem>
@@ -32,6 +32,7 @@ namespace headless::workstation {
 class EnvelopeObjects;
 struct EnvelopeObject;
 class SourceHandles;
+struct EntryPoints;
 struct HostFunction;
 
 /// The changes to the envelope that was written back last.
@@ -42,7 +43,7 @@ struct EnvelopeEdit {
     std::size_t points_kept = 0; ///< in the envelope that was written back
 };
 
-/// A function as script engines see it (script_form.hpp).
+/// A function as script engines see it (script_call.hpp).
 struct ScriptFunction {
     std::string name;
     const char* definition; ///< lives as long as the function is registered
@@ -129,6 +130,7 @@ public:
     static TrackEnvelope* handle(project::Envelope& envelope) {
         return reinterpret_cast<TrackEnvelope*>(&envelope);
     }
+    static BR_Envelope* handle(EnvelopeObject& object) { return reinterpret_cast<BR_Envelope*>(&object); }
 
     /// The object of a handle from outside; null if the handle is null, stale or foreign. A null project is
     /// this one.
@@ -150,13 +152,13 @@ public:
 
     // For host functions and commands.
     void report(Failure failure);
-    /// Records that a host function failed for an unexpected reason.
-    void report_escaped(const char* reason) noexcept;
-    /// A host function ended early, and whoever called it may go on with half of what it wanted.
-    void note_broken_call() { has_broken_call_ = true; }
-    /// Whether one has since failures were taken last.
-    bool has_broken_call() const { return has_broken_call_; }
-    /// Reports, but not again when these words have been reported so before.
+    /// Reports that the host function with that entry point was ended by an exception.
+    void report_exception(const void* entry_point, const char* reason) noexcept;
+    /// Records that a host function ended early: its caller may go on with incomplete data.
+    void note_failed_call() { has_failed_call_ = true; }
+    /// Whether a host function has ended early since failures were last taken.
+    bool has_failed_call() const { return has_failed_call_; }
+    /// Reports the failure unless one with the same message has been reported this way before.
     void report_once(Failure failure);
     void set_last_envelope_edit(const EnvelopeEdit& edit) { last_envelope_edit_ = edit; }
     /// The number appended to the last render of that name, 0 at first: thousands of lines may share one
@@ -168,15 +170,18 @@ public:
     SourceHandles& source_handles() { return *source_handles_; }
 
 private:
+    /// One of the names of the host function with that entry point.
+    std::string_view name_of(const void* entry_point) const;
+
     std::unique_ptr<project::Project> project_;
     std::unique_ptr<audio::AudioCache> audio_;
     std::unique_ptr<audio::LoudnessCache> loudness_; // reads from the audio
     std::unique_ptr<EnvelopeObjects> envelope_objects_;
     std::unique_ptr<SourceHandles> source_handles_;
-    std::unordered_map<std::string, HostFunction> host_functions_;
+    std::unordered_map<std::string, EntryPoints> host_functions_;
     std::unordered_map<std::string, void*> registered_;
     std::vector<Failure> failures_;
-    bool has_broken_call_ = false;
+    bool has_failed_call_ = false;
     std::set<std::string> reported_once_;
     EnvelopeEdit last_envelope_edit_;
     std::unordered_map<std::string, std::size_t> render_numbers_;

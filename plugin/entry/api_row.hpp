@@ -43,7 +43,7 @@ struct ApiFunction<Function> {
     static void* vararg(void** argv) {
         return [argv]<std::size_t... I>(std::index_sequence<I...>) {
             try {
-                return result_word(Function(definition_text::from_word<A>(argv[I])...));
+                return result_word(Function(definition_text::decode_argument<A>(argv[I])...));
             } catch (...) {
                 return result_word(failure<R>);
             }

@@ -4,10 +4,6 @@
 #include "common/definition_text.hpp"
 #include "host_api/host_types.hpp"
 
-DEFINITION_TYPE_WORD(ReaProject*)
-DEFINITION_TYPE_WORD(MediaTrack*)
-DEFINITION_TYPE_WORD(MediaItem*)
-
 using definition_text::Text;
 
 /// True for a parameter that the function writes through. The name of such a parameter ends in "Out" or

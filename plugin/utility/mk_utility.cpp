@@ -1,6 +1,6 @@
 #include "utility/mk_utility.hpp"
 
-#include "utility/ascii_case.hpp"
+#include "common/letter_case.hpp"
 #include "utility/message_catalogue.hpp"
 #include "utility/safe_regex.hpp"
 
@@ -36,7 +36,9 @@ void mk_utility::strcpy(char* dest, int size, std::string src) {
 }
 
 bool mk_utility::Stricmp(const char* a, const char* b) {
-    return a && b && std::ranges::equal(std::string_view(a), std::string_view(b), {}, lower_case, lower_case);
+    return a && b &&
+           std::ranges::equal(std::string_view(a), std::string_view(b), {}, letter_case::to_lower,
+                              letter_case::to_lower);
 }
 
 double mk_utility::round(double value, int digits) {

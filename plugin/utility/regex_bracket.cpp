@@ -1,6 +1,6 @@
 #include "utility/regex_bracket.hpp"
 
-#include "utility/ascii_case.hpp"
+#include "common/letter_case.hpp"
 
 #include <optional>
 #include <string_view>
@@ -14,7 +14,7 @@ using namespace std::regex_constants;
 
 std::size_t value_of_hex_digit(char digit) {
     constexpr std::string_view digits = "0123456789abcdef";
-    const std::size_t value = digits.find(lower_case(digit));
+    const std::size_t value = digits.find(letter_case::to_lower(digit));
     return value != std::string_view::npos ? value : throw std::regex_error(error_escape);
 }
 
@@ -29,7 +29,7 @@ char read_hex(PatternText& text, int digits) {
 /// Returns the bytes of \d, \s or \w, or all others if the letter is a capital.
 Escape set_escape(char letter) {
     Escape escape{.kind = Escape::Kind::set, .set = class_named({&letter, 1}).value()};
-    if (letter != lower_case(letter))
+    if (letter != letter_case::to_lower(letter))
         escape.set.flip();
     return escape;
 }
@@ -109,7 +109,7 @@ private:
     static ByteSet both_cases_of(char byte) {
         ByteSet bytes;
         for (std::size_t other = 0; other < bytes.size(); ++other)
-            bytes[other] = lower_case(static_cast<char>(other)) == lower_case(byte);
+            bytes[other] = letter_case::to_lower(static_cast<char>(other)) == letter_case::to_lower(byte);
         return bytes;
     }
 

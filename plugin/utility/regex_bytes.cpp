@@ -1,6 +1,6 @@
 #include "utility/regex_bytes.hpp"
 
-#include "utility/ascii_case.hpp"
+#include "common/letter_case.hpp"
 
 #include <algorithm>
 #include <cstddef>
@@ -48,13 +48,14 @@ constexpr std::string_view names_after_upper_case[] = {
 constexpr std::string_view names_after_lower_case[] = {"left-curly-bracket", "vertical-line",
                                                        "right-curly-bracket", "tilde", "DEL"};
 
-bool is_letter(char byte) { return lower_case(byte) >= 'a' && lower_case(byte) <= 'z'; }
+bool is_letter(char byte) { return letter_case::to_lower(byte) >= 'a' && letter_case::to_lower(byte) <= 'z'; }
 
 bool is_alphanumeric(char byte) { return is_letter(byte) || (byte >= '0' && byte <= '9'); }
 
 bool same_but_for_case(std::string_view a, std::string_view b) {
-    return std::equal(a.begin(), a.end(), b.begin(), b.end(),
-                      [](char left, char right) { return lower_case(left) == lower_case(right); });
+    return std::equal(a.begin(), a.end(), b.begin(), b.end(), [](char left, char right) {
+        return letter_case::to_lower(left) == letter_case::to_lower(right);
+    });
 }
 
 template <std::size_t Count>

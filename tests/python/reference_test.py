@@ -8,6 +8,7 @@ import subprocess
 from support import WorkstationCase
 from meridek_felspar import library
 from meridek_felspar._library import described_prototypes
+from meridek_felspar.handles import KINDS, Handle
 
 
 class Reference(WorkstationCase):
@@ -34,3 +35,13 @@ class Reference(WorkstationCase):
             with self.subTest(name):
                 self.assertEqual([p.name.rstrip("_") for p in told], [p.name for p in taken])
                 self.assertEqual([p.default is None for p in told], [p.is_optional for p in taken])
+
+    def test_classes_of_handles_are_those_of_the_host(self):
+        told = {value for value in self.told.values() if isinstance(value, type) and issubclass(value, Handle)}
+        self.assertEqual(told, set(KINDS.values()))
+        for name, method in inspect.getmembers(self.told["Workstation"], inspect.isfunction):
+            told = [parameter.annotation for parameter in inspect.signature(method).parameters.values()][1:]
+            taken = [p.type_name for p in getattr(self.reaper, name).parameters if p.is_argument]
+            for annotation, type_name in zip(told, taken):
+                if type_name in KINDS:
+                    self.assertEqual(annotation.removesuffix(" | None"), KINDS[type_name].__name__)

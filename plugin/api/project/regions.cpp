@@ -1,8 +1,8 @@
 #include "api/project/regions.hpp"
 
+#include "common/native_color.hpp"
 #include "host_api/arguments.hpp"
 #include "host_api/host_functions.hpp"
-#include "host_api/native_color.hpp"
 #include "utility/mk_utility.hpp"
 
 namespace MK_FELSPAR {

@@ -1,7 +1,7 @@
 #include "api/project/strings.hpp"
 
+#include "common/letter_case.hpp"
 #include "host_api/arguments.hpp"
-#include "utility/ascii_case.hpp"
 #include "utility/mk_utility.hpp"
 #include "utility/safe_regex.hpp"
 
@@ -11,11 +11,7 @@
 
 namespace {
 
-std::string fold_case(const char* text) {
-    std::string folded(text_or_empty(text));
-    std::ranges::transform(folded, folded.begin(), mk_utility::lower_case);
-    return folded;
-}
+std::string fold_case(const char* text) { return letter_case::lowered(text_or_empty(text)); }
 
 } // namespace
 

@@ -1,9 +1,9 @@
 #include "api/track/state.hpp"
 
 #include "api/track/on_track.hpp"
+#include "common/native_color.hpp"
 #include "host_api/arguments.hpp"
 #include "host_api/host_functions.hpp"
-#include "host_api/native_color.hpp"
 
 namespace MK_FELSPAR {
 

@@ -7,7 +7,7 @@ namespace {
 
 using AudioFunctions = HostTest;
 
-TEST_F(AudioFunctions, PlacePeaksByProjectTimeWithinTheFile) {
+TEST_F(AudioFunctions, PeaksAreOfTheFileAtProjectTime) {
     std::vector<float> samples; // 0.00, 0.01, 0.02, ... for a millisecond each, in both directions
     for (int frame = 0; frame < 800; ++frame) {
         const int level = frame % 2 == 0 ? frame / 8 : -(frame / 8);
@@ -24,7 +24,7 @@ TEST_F(AudioFunctions, PlacePeaksByProjectTimeWithinTheFile) {
                 testing::Pointwise(testing::DoubleNear(1e-6), {0.30, 0.31, 0.32, -0.30, -0.31, -0.32}));
 }
 
-TEST_F(AudioFunctions, MeasureLoudnessAsHeardAndInProjectTime) {
+TEST_F(AudioFunctions, LoudnessIsMeasuredAsHeard) {
     using test::operator+;
     project::Item& item = insert_item(test::silence(3.0, 8000) + test::tone(1.0, 0.1, 8000), 100.0);
     item.volume = 0.5;
@@ -47,7 +47,7 @@ TEST_F(AudioFunctions, MeasureLoudnessAsHeardAndInProjectTime) {
     EXPECT_THAT(workstation.take_failures(), ElementsAre(tells("too short")));
 }
 
-TEST_F(AudioFunctions, MeasureALevelledTakeAtItsTargetUntilItsFileChanges) {
+TEST_F(AudioFunctions, LevelledTakeMeasuresItsTarget) {
     using test::operator+;
     const auto speech = test::silence(0.2, 8000) + test::tone(0.4, 0.1, 8000) + test::silence(0.6, 8000);
     project::Item& item = insert_item(speech);

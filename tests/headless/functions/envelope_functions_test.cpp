@@ -34,7 +34,7 @@ protected:
     project::Envelope* envelope;
 };
 
-TEST_F(EnvelopeFunctions, NumberPointsByCreationUntilTheyAreSorted) {
+TEST_F(EnvelopeFunctions, PointsKeepTheirIndicesUntilSorted) {
     const auto remove = function<bool(BR_Envelope*, int)>("BR_EnvDeletePoint");
     BR_Envelope* object = take_out();
     EXPECT_TRUE(set(object, 1, 1.0, 4.0)) << "before the last one is created, so not counted";
@@ -55,7 +55,7 @@ TEST_F(EnvelopeFunctions, NumberPointsByCreationUntilTheyAreSorted) {
     EXPECT_THAT((std::vector{created, rewritten, deleted, kept}), ElementsAre(1, 1, 1, 2));
 }
 
-TEST_F(EnvelopeFunctions, WriteOnlyWhatIsCommittedAndHasChanged) {
+TEST_F(EnvelopeFunctions, OnlyCommittedChangesAreWritten) {
     BR_Envelope* dropped = take_out();
     set(dropped, 0, 0.0, 7.0);
     EXPECT_FALSE(free(dropped, false));
@@ -72,12 +72,15 @@ TEST_F(EnvelopeFunctions, WriteOnlyWhatIsCommittedAndHasChanged) {
                                                                  project::PointShape::bezier, false, -1}));
 }
 
-TEST_F(EnvelopeFunctions, CountFromTheProjectStartWhenAskedToAndDropWhatHasNoEnvelope) {
+TEST_F(EnvelopeFunctions, PositionsMayBeProjectTime) {
     BR_Envelope* object = take_out(true);
     EXPECT_EQ(position_of(object, 1), 11.0);
     EXPECT_TRUE(set(object, 1, 10.25, 0.5));
     EXPECT_TRUE(free(object, true));
     EXPECT_EQ(envelope->points()[1].position_seconds, 0.25);
+}
+
+TEST_F(EnvelopeFunctions, CopyOfADeletedEnvelopeIsDropped) {
     BR_Envelope* orphan = take_out();
     set(orphan, 0, 0.0, 7.0);
     project.erase_track(*project.track(0));

@@ -11,7 +11,7 @@ protected:
         test::write_sound(folder / "line.final.wav", std::vector<float>(8000, 0.5F), 8000, 2);
 };
 
-TEST_F(Insertion, PutsTheFileAtTheCursorOfTheSelectedTrack) {
+TEST_F(Insertion, InsertsAtTheCursorOfTheSelectedTrack) {
     project.insert_track(0).add_item(0.0, 1.0).set_selected(true);
     project.insert_track(1).set_selected(true);
     project.cursor_seconds = 2.0;
@@ -29,7 +29,7 @@ TEST_F(Insertion, PutsTheFileAtTheCursorOfTheSelectedTrack) {
     EXPECT_EQ(item.takes().size(), 2U);
 }
 
-TEST_F(Insertion, FindsOrMakesATrack) {
+TEST_F(Insertion, FindsOrCreatesATrack) {
     EXPECT_EQ(insert(0), 1);
     EXPECT_EQ(insert(1), 1);
     EXPECT_EQ(insert(512 + (1 << 16)), 1);
@@ -37,7 +37,7 @@ TEST_F(Insertion, FindsOrMakesATrack) {
     EXPECT_EQ(project.track(1)->items().size(), 2U);
 }
 
-TEST_F(Insertion, GoesByWhatCanBeDecodedRatherThanByTheHeader) {
+TEST_F(Insertion, UsesTheDecodableLength) {
     const auto cut = test::write_sound(folder / "cut.flac", test::noise(80000, 0.5), 8000, 1,
                                        SF_FORMAT_FLAC | SF_FORMAT_PCM_16);
     std::filesystem::resize_file(cut, std::filesystem::file_size(cut) / 2);
@@ -45,7 +45,7 @@ TEST_F(Insertion, GoesByWhatCanBeDecodedRatherThanByTheHeader) {
     EXPECT_NEAR(item.length_seconds(), 5.0, 1.0);
 }
 
-TEST_F(Insertion, RefusesWhatIsNoAudioModesItHasNotAndTracksThatAreNotThere) {
+TEST_F(Insertion, RefusesUnusableFilesModesAndTracks) {
     EXPECT_EQ(insert(4), 0);
     EXPECT_EQ(insert(512 + (2 << 16)), 0);
     test::write_bytes(file, "no audio at all");

@@ -13,7 +13,7 @@ constexpr double infinity = std::numeric_limits<double>::infinity();
 
 using ProjectFunctions = HostTest;
 
-TEST_F(ProjectFunctions, TellTheFolderThatRendersGoTo) {
+TEST_F(ProjectFunctions, RecordPathIsTheRenderFolder) {
     const auto info = function<bool(ReaProject*, const char*, char*, bool)>("GetSetProjectInfo_String");
     std::array<char, 1024> path{"takes"};
     EXPECT_TRUE(info(nullptr, "RECORD_PATH", path.data(), true));
@@ -26,7 +26,7 @@ TEST_F(ProjectFunctions, TellTheFolderThatRendersGoTo) {
     EXPECT_EQ(std::filesystem::path(path.data()), folder / "takes");
 }
 
-TEST_F(ProjectFunctions, KeepWhatPluginsRegisterUntilItIsWithdrawn) {
+TEST_F(ProjectFunctions, RegisteredFunctionsAreFoundUntilUnregistered) {
     const auto enroll = function<int(const char*, void*)>("plugin_register");
     int payload = 0;
     EXPECT_EQ(enroll("API_Mine", &payload), 1);
@@ -37,11 +37,11 @@ TEST_F(ProjectFunctions, KeepWhatPluginsRegisterUntilItIsWithdrawn) {
     EXPECT_EQ(workstation.function("Mine"), nullptr);
 }
 
-TEST_F(ProjectFunctions, ServeOneWorkstationAtATime) {
+TEST_F(ProjectFunctions, OnlyOneWorkstationMayExist) {
     EXPECT_THROW(workstation::Workstation({}), std::logic_error);
 }
 
-TEST_F(ProjectFunctions, AnswerBoxesByDefaultWhenThereIsNoTerminal) {
+TEST_F(ProjectFunctions, BoxesGetTheDefaultAnswerWithoutATerminal) {
     testing::internal::CaptureStderr();
     const int answer =
         function<int(const char*, const char*, int)>("ShowMessageBox")("Open the\nweb page?", "Question", 4);
@@ -50,14 +50,14 @@ TEST_F(ProjectFunctions, AnswerBoxesByDefaultWhenThereIsNoTerminal) {
     EXPECT_EQ(answer, 7);
 }
 
-TEST_F(ProjectFunctions, NameATrackWithoutANameByItsNumber) {
+TEST_F(ProjectFunctions, UnnamedTrackIsCalledByItsNumber) {
     char name[8] = "";
     function<bool(MediaTrack*, char*, int)>("GetTrackName")(
         workstation::Workstation::handle(project.insert_track(0)), name, 8);
     EXPECT_STREQ(name, "Track 1");
 }
 
-TEST_F(ProjectFunctions, KeepOrRefuseTheValuesOfATrack) {
+TEST_F(ProjectFunctions, TrackValuesAreLimited) {
     struct Value {
         const char* key;
         double written, read;
@@ -76,7 +76,7 @@ TEST_F(ProjectFunctions, KeepOrRefuseTheValuesOfATrack) {
     }
 }
 
-TEST_F(ProjectFunctions, ReportEachKeyThatIsNotKnownOnce) {
+TEST_F(ProjectFunctions, UnknownKeysAreReportedOnce) {
     insert_item();
     project::Item& item = insert_item();
     MediaTrack* track = workstation::Workstation::handle(item.track());
@@ -115,7 +115,7 @@ TEST_F(ProjectFunctions, ReportEachKeyThatIsNotKnownOnce) {
                             tells("GUID")));
 }
 
-TEST_F(ProjectFunctions, ClampTheCursorToTheTimelineAndSendItToTheProjectsEnd) {
+TEST_F(ProjectFunctions, CursorStaysOnTheTimeline) {
     const auto set = function<void(ReaProject*, double, bool, bool)>("SetEditCurPos2");
     const auto get = function<double(ReaProject*)>("GetCursorPositionEx");
     set(nullptr, 3.0, false, false);
@@ -129,7 +129,7 @@ TEST_F(ProjectFunctions, ClampTheCursorToTheTimelineAndSendItToTheProjectsEnd) {
     EXPECT_EQ(get(nullptr), 7.0);
 }
 
-TEST_F(ProjectFunctions, CountEnumerateChangeAndDeleteMarkers) {
+TEST_F(ProjectFunctions, MarkersAreAddedChangedAndDeleted) {
     const auto add =
         function<int(ReaProject*, bool, double, double, const char*, int, int)>("AddProjectMarker2");
     const auto enumerate = function<int(ReaProject*, int, bool*, double*, double*, const char**, int*, int*)>(
@@ -159,7 +159,8 @@ TEST_F(ProjectFunctions, CountEnumerateChangeAndDeleteMarkers) {
     EXPECT_EQ(project.markers.all().front(), moved);
     EXPECT_FALSE(set(nullptr, 7, false, 0.0, 0.0, "", 0));
     EXPECT_TRUE(erase(nullptr, 1));
-    EXPECT_FALSE(erase(nullptr, 2) || erase(nullptr, -1));
+    EXPECT_FALSE(erase(nullptr, 2));
+    EXPECT_FALSE(erase(nullptr, -1));
     EXPECT_EQ(count(), 2);
     EXPECT_THAT((std::array{markers, regions}), ElementsAre(1, 1));
     EXPECT_EQ(project.markers.all().back().name, "last");

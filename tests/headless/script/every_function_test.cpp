@@ -45,7 +45,7 @@ struct EveryFunction : ScriptTest {
     std::vector<workstation::ScriptFunction> functions = workstation.script_functions();
 };
 
-TEST_F(EveryFunction, IsThereAndTakesPlainArgumentsByItsDefinition) {
+TEST_F(EveryFunction, AcceptsPlainArguments) {
     const auto registered = std::ranges::count_if(functions, [](const workstation::ScriptFunction& function) {
         return function.name.starts_with("MK_");
     });
@@ -54,7 +54,7 @@ TEST_F(EveryFunction, IsThereAndTakesPlainArgumentsByItsDefinition) {
     for (const workstation::ScriptFunction& function : functions) {
         std::string arguments;
         std::ptrdiff_t results = 0;
-        const script::Definition definition = script::parse_definition(function.definition);
+        const script::ParsedDefinition definition = script::parse_definition(function.definition);
         EXPECT_FALSE(definition.help.empty()) << function.name;
         for (const script::Parameter& parameter : definition.parameters) {
             if (parameter.is_argument())
@@ -81,7 +81,7 @@ TEST_F(EveryFunction, IsThereAndTakesPlainArgumentsByItsDefinition) {
     }
 }
 
-TEST_F(EveryFunction, ReturnsOrRaisesWhateverItIsGiven) {
+TEST_F(EveryFunction, SurvivesAnyArguments) {
     const auto outcome = run(R"(
         local stale = reaper.GetTrack(0, 0)
         local item = reaper.GetMediaItem(0, 0)

@@ -15,7 +15,7 @@ struct Ending {
 
 struct ScriptEnding : ScriptTest, testing::WithParamInterface<Ending> {};
 
-TEST_P(ScriptEnding, GivesItsStatusAndErrorAndLeavesTheProjectWhole) {
+TEST_P(ScriptEnding, ReportsStatusAndError) {
     const auto outcome = run(std::string("reaper.InsertTrackAtIndex(9, false)\n") + GetParam().script);
     EXPECT_EQ(outcome.status, GetParam().status);
     if (*GetParam().error)
@@ -51,7 +51,7 @@ INSTANTIATE_TEST_SUITE_P(
                ""}),
     [](const auto& ending) { return std::string(ending.param.name); });
 
-TEST_F(ScriptTest, CannotChangeWhatFunctionsOfTheWorkstationTrust) {
+TEST_F(ScriptTest, DebugLibraryCannotCrashTheHost) {
     const auto outcome = run(R"(
         require "reaper_MERIDEK_FELSPAR"
         local track, array = reaper.GetTrack(0, 0), reaper.new_array(3)
@@ -60,7 +60,8 @@ TEST_F(ScriptTest, CannotChangeWhatFunctionsOfTheWorkstationTrust) {
             for i = 1, 3 do debug.setupvalue(f, i, track) end
         end
         for _, f in pairs {reaper.get_action_context, array.clear, reaper.GetTrackName, os.exit} do
-            assert(debug.setupvalue(f, 1, nil) == nil and debug.getinfo(f, "S").what == "C")
+            assert(debug.setupvalue(f, 1, nil) == nil)
+            assert(debug.getinfo(f, "S").what == "C")
         end
         array.clear(2)
 
@@ -68,7 +69,8 @@ TEST_F(ScriptTest, CannotChangeWhatFunctionsOfTheWorkstationTrust) {
         debug.setmetatable(io.stdout, array_type)
         debug.setmetatable(track, array_type)
         for _, value in pairs {io.stdout, track} do
-            assert(not pcall(array_type.__index, value, 1) and not pcall(array_type.clear, value))
+            assert(not pcall(array_type.__index, value, 1))
+            assert(not pcall(array_type.clear, value))
             assert(not pcall(reaper.new_array, value))
         end
         debug.setmetatable(track, nil)
@@ -77,17 +79,20 @@ TEST_F(ScriptTest, CannotChangeWhatFunctionsOfTheWorkstationTrust) {
         debug.sethook(function()
             for i = 1, 3 do debug.setlocal(2, i, nil) end
         end, "cr")
-        local ok, list = reaper.MK_GetStringSplitList("a,b", ",")
+        local _, list = reaper.MK_GetStringSplitList("a,b", ",")
         reaper.GetTrackName(track)
         debug.sethook()
-        assert(ok and #list == 2)
+        assert(#list == 2)
         local function change() for i = 1, 3 do debug.setlocal(2, i, 7) end end
         reaper.defer(change) reaper.defer(change)
         local own = 1
-        assert(debug.setlocal(1, 1, 5) == "track" and track == 5 and not pcall(debug.setlocal, 99, 1, 1))
+        assert(debug.setlocal(1, 1, 5) == "track")
+        assert(track == 5)
+        assert(not pcall(debug.setlocal, 99, 1, 1))
         local thread = coroutine.create(function(a) coroutine.yield() return a end)
         coroutine.resume(thread, 1)
-        assert(debug.setlocal(thread, 1, 1, "new") == "a" and select(2, coroutine.resume(thread)) == "new")
+        assert(debug.setlocal(thread, 1, 1, "new") == "a")
+        assert(select(2, coroutine.resume(thread)) == "new")
         assert(debug.setupvalue(change, 1, _ENV) == "_ENV")
 
         -- what is kept in the registry
@@ -101,7 +106,7 @@ TEST_F(ScriptTest, CannotChangeWhatFunctionsOfTheWorkstationTrust) {
     EXPECT_EQ(outcome.error, "");
 }
 
-TEST_F(ScriptTest, TellsErrorsWholeAndBeforeTheFinalizersOfItsValues) {
+TEST_F(ScriptTest, ErrorsAreReportedBeforeFinalizersRun) {
     write_bytes(folder / "script.lua", R"(
         kept = setmetatable({}, {__gc = function() reaper.DeleteTrack(reaper.GetTrack(0, 0)) end})
         error("a\0b"))");
@@ -115,18 +120,18 @@ TEST_F(ScriptTest, TellsErrorsWholeAndBeforeTheFinalizersOfItsValues) {
     EXPECT_EQ(project.tracks().size(), 0U);
 }
 
-TEST_F(ScriptTest, KnowsItsArgumentsItsFileAndItsGlobals) {
+TEST_F(ScriptTest, KnowsItsArgumentsAndItsFile) {
     const auto outcome = run(R"(
-        local first, second, third = ...
-        assert(first == "one" and second == "-2" and third == nil)
-        assert(arg[1] == "one" and arg[2] == "-2" and #arg == 2)
+        assert(select("#", ...) == 2)
+        assert(table.concat({...}, " ") == "one -2")
+        assert(table.concat(arg, " ") == "one -2")
         local path = debug.getinfo(1, "S").source:match("^@(.*[/\\])script.lua$")
-        assert(path and arg[0] == path .. "script.lua")
+        assert(arg[0] == path .. "script.lua")
         assert(select(2, reaper.get_action_context()) == arg[0]))");
     EXPECT_EQ(outcome.error, "");
 }
 
-TEST_F(ScriptTest, RunsDeferredFunctionsInTurnsAndTheLastOnesEvenAfterAnError) {
+TEST_F(ScriptTest, DeferredAndExitFunctionsRunInOrder) {
     const auto outcome = run(R"(
         local log = {}
         local function note(what) log[#log + 1] = what end
@@ -138,7 +143,7 @@ TEST_F(ScriptTest, RunsDeferredFunctionsInTurnsAndTheLastOnesEvenAfterAnError) {
     EXPECT_EQ(bytes_of(folder / "log"), "script a b c");
 }
 
-TEST_F(ScriptTest, EndsInOrderWhereverMemoryRunsOut) {
+TEST_F(ScriptTest, EndsCleanlyWhereverMemoryRunsOut) {
     std::size_t runs = 0;
     script::ScriptOutcome outcome{1};
     for (std::size_t bytes = 1000; outcome.status != 0; bytes += 500, ++runs) {
@@ -155,7 +160,7 @@ TEST_F(ScriptTest, EndsInOrderWhereverMemoryRunsOut) {
     EXPECT_GT(runs, 50U);
 }
 
-TEST_F(ScriptTest, TellsAScriptThatCannotBeRead) {
+TEST_F(ScriptTest, ReportsAnUnreadableScript) {
     const auto outcome = script::run_script(workstation, plugin, {folder / "none.lua", {}});
     EXPECT_EQ(outcome.status, 1);
     EXPECT_THAT(outcome.error, HasSubstr("none.lua: No such file"));

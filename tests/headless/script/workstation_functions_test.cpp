@@ -17,41 +17,52 @@ struct WorkstationFunctions : ScriptTest {
     }
 };
 
-TEST_F(WorkstationFunctions, ListFilesAndFoldersApartInTheOrderOfTheirNames) {
+TEST_F(WorkstationFunctions, ListFilesAndFoldersByName) {
     std::filesystem::create_directories(folder / "in/b.wav");
     for (const char* file : {"c.wav", "a.wav"})
         write_bytes(folder / "in" / file, "");
     expect_runs(R"(
-        assert(reaper.EnumerateFiles("in", 1) == "c.wav" and reaper.EnumerateFiles("in", 0) == "a.wav")
-        assert(reaper.EnumerateFiles("in", 2) == nil and reaper.EnumerateFiles("none", 0) == nil)
+        assert(reaper.EnumerateFiles("in", 1) == "c.wav")
+        assert(reaper.EnumerateFiles("in", 0) == "a.wav")
+        assert(reaper.EnumerateFiles("in", 2) == nil)
+        assert(reaper.EnumerateFiles("none", 0) == nil)
         assert(reaper.EnumerateFiles("in", -1) == nil)
         assert(reaper.EnumerateSubdirectories("in", 0) == "b.wav")
         assert(reaper.RecursiveCreateDirectory("in/d/e", 0) == 1)
-        assert(reaper.EnumerateSubdirectories("in", 0) == "b.wav" and reaper.EnumerateSubdirectories("in", 1) == "d")
+        assert(reaper.EnumerateSubdirectories("in", 0) == "b.wav")
+        assert(reaper.EnumerateSubdirectories("in", 1) == "d")
         assert(reaper.RecursiveCreateDirectory("in/a.wav/e", 0) == 0))");
 }
 
-TEST_F(WorkstationFunctions, KeepTextsBySectionAndKey) {
+TEST_F(WorkstationFunctions, KeepExtensionStates) {
     expect_runs(R"(
-        assert(reaper.GetExtState("a", "b") == "" and not reaper.HasExtState("a", "b"))
+        assert(reaper.GetExtState("a", "b") == "")
+        assert(not reaper.HasExtState("a", "b"))
         reaper.SetExtState("a", "b", "one", false)
         reaper.SetExtState("a", "c", "", true)
-        assert(reaper.GetExtState("a", "b") == "one" and reaper.HasExtState("a", "c"))
+        assert(reaper.GetExtState("a", "b") == "one")
+        assert(reaper.HasExtState("a", "c"))
         reaper.DeleteExtState("a", "b", true)
-        assert(not reaper.HasExtState("a", "b") and not reaper.HasExtState("b", "c"))
-        assert(reaper.APIExists("GetTrack") and reaper.APIExists("MK_InsertTrackId"))
+        assert(not reaper.HasExtState("a", "b"))
+        assert(not reaper.HasExtState("b", "c"))
+        assert(reaper.APIExists("GetTrack"))
+        assert(reaper.APIExists("MK_InsertTrackId"))
         assert(not reaper.APIExists("NoSuchFunction")))");
 }
 
-TEST_F(WorkstationFunctions, ReadAndWriteItemsTakesAndTheirSources) {
+TEST_F(WorkstationFunctions, ReadAndWriteItemsTakesAndSources) {
     expect_runs(R"(
-        assert(reaper.SetMediaItemPosition(item, 2.5, true) and reaper.SetMediaItemLength(item, 0.25, false))
+        assert(reaper.SetMediaItemPosition(item, 2.5, true))
+        assert(reaper.SetMediaItemLength(item, 0.25, false))
         assert(reaper.GetMediaItemInfo_Value(item, "D_POSITION") == 2.5)
         assert(not reaper.SetMediaItemPosition(item, 0/0, true))
         reaper.SetMediaItemSelected(item, true)
-        assert(reaper.IsMediaItemSelected(item) and not reaper.IsTrackSelected(track))
-        assert(reaper.GetTrackNumMediaItems(track) == 1 and reaper.GetMediaItemTrack(item) == track)
-        assert(reaper.GetMediaItemTake(item, -1) == take and reaper.GetMediaItemTake(item, 1) == nil)
+        assert(reaper.IsMediaItemSelected(item))
+        assert(not reaper.IsTrackSelected(track))
+        assert(reaper.GetTrackNumMediaItems(track) == 1)
+        assert(reaper.GetMediaItemTrack(item) == track)
+        assert(reaper.GetMediaItemTake(item, -1) == take)
+        assert(reaper.GetMediaItemTake(item, 1) == nil)
         for key, value in pairs {D_VOL = 0.5, D_PAN = -1, D_STARTOFFS = 0.125, D_PITCH = 2, B_PPITCH = 0, I_CHANMODE = 3} do
             assert(reaper.SetMediaItemTakeInfo_Value(take, key, value))
             assert(reaper.GetMediaItemTakeInfo_Value(take, key) == value, key)
@@ -60,21 +71,27 @@ TEST_F(WorkstationFunctions, ReadAndWriteItemsTakesAndTheirSources) {
         assert(reaper.GetMediaItemTakeInfo_Value(take, "D_PLAYRATE") == 1)
         local source = reaper.GetMediaItemTake_Source(take)
         local length, is_in_quarter_notes = reaper.GetMediaSourceLength(source)
-        assert(length == 0.5 and is_in_quarter_notes == false)
-        assert(reaper.GetMediaSourceSampleRate(source) == 8000 and reaper.GetMediaSourceNumChannels(source) == 1)
+        assert(length == 0.5)
+        assert(not is_in_quarter_notes)
+        assert(reaper.GetMediaSourceSampleRate(source) == 8000)
+        assert(reaper.GetMediaSourceNumChannels(source) == 1)
         reaper.SetActiveTake(take))");
 }
 
-TEST_F(WorkstationFunctions, ChangeAndDeleteMarkersByTheirNumbers) {
+TEST_F(WorkstationFunctions, ChangeAndDeleteMarkersByNumber) {
     expect_runs(R"(
         reaper.AddProjectMarker2(0, true, 1, 2, "region", 5, 0x1000012)
         reaper.AddProjectMarker2(0, false, 0.5, 0, "marker", 5, 0)
         assert(reaper.SetProjectMarker(5, true, 3, 4, "moved"))
-        local _, is_region, begin, _, name, number, colour = reaper.EnumProjectMarkers3(0, 1)
-        assert(is_region and begin == 3 and name == "moved" and number == 5 and colour == 0x1000012)
-        assert(not reaper.DeleteProjectMarker(0, 6, true) and reaper.DeleteProjectMarker(0, 5, true))
-        assert(reaper.CountProjectMarkers(0) == 1 and reaper.DeleteProjectMarker(0, 5, false))
-        assert(reaper.GetProjectName(0) == "" and reaper.GetNumTracks() == 1))");
+        local shown = {}
+        for i, value in ipairs {reaper.EnumProjectMarkers3(0, 1)} do shown[i] = tostring(value) end
+        assert(table.concat(shown, " ") == "2 true 3.0 4.0 moved 5 16777234")
+        assert(not reaper.DeleteProjectMarker(0, 6, true))
+        assert(reaper.DeleteProjectMarker(0, 5, true))
+        assert(reaper.CountProjectMarkers(0) == 1)
+        assert(reaper.DeleteProjectMarker(0, 5, false))
+        assert(reaper.GetProjectName(0) == "")
+        assert(reaper.GetNumTracks() == 1))");
 }
 
 } // namespace

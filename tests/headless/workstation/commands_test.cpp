@@ -24,7 +24,7 @@ protected:
     }
 };
 
-TEST_F(Commands, RenderWhatIsHeardOfTheSelectedItems) {
+TEST_F(Commands, RenderSelectedItemsAsHeard) {
     project::Item& item = insert_item(std::vector<float>(8000, 0.5F), 3.0);
     project::Item& other = insert_item({0.5F}, 0.0, "other.wav");
     project::Take& source = *item.active_take();
@@ -58,7 +58,7 @@ TEST_F(Commands, RenderWhatIsHeardOfTheSelectedItems) {
     EXPECT_EQ(test::read_sound(rendered_again(item)).samples.at(1000), 1.0F) << "an envelope that is off";
 }
 
-TEST_F(Commands, NeverOverwriteAFileUnasked) {
+TEST_F(Commands, KeepExistingFilesUnlessAllowed) {
     project::Item& item = insert_selected_item();
     EXPECT_EQ(rendered_again(item), folder / "line-001.wav") << "line.wav is the source";
     EXPECT_EQ(rendered_again(item), folder / "line-002.wav");
@@ -71,7 +71,7 @@ TEST_F(Commands, NeverOverwriteAFileUnasked) {
     EXPECT_TRUE(workstation.take_failures().empty());
 }
 
-TEST_F(Commands, LeaveAnItemThatCannotBeRenderedAsItWas) {
+TEST_F(Commands, KeepItemsThatCannotBeRendered) {
     const std::pair<const char*, void (*)(project::Item&)> causes[] = {
         {"'line.wav': a play rate", [](project::Item& item) { item.active_take()->play_rate = 2.0; }},
         {"no usable length", [](project::Item& item) { item.set_length_seconds(1e300); }},
@@ -88,7 +88,7 @@ TEST_F(Commands, LeaveAnItemThatCannotBeRenderedAsItWas) {
         item.set_selected(false);
     }
     insert_selected_item();
-    workstation.note_broken_call();
+    workstation.note_failed_call();
     run(render);
     EXPECT_THAT(workstation.take_failures(), ElementsAre(tells("a host function failed before")));
     run(render);
@@ -96,7 +96,7 @@ TEST_F(Commands, LeaveAnItemThatCannotBeRenderedAsItWas) {
         << "asked about, it is tried again";
 }
 
-TEST_F(Commands, ToggleTheVolumeEnvelopeOfTheActiveTake) {
+TEST_F(Commands, ToggleTheVolumeEnvelope) {
     project::Item& item = insert_selected_item();
     for (const bool is_on : {true, false, true}) {
         run(toggle_volume);
@@ -108,13 +108,16 @@ TEST_F(Commands, ToggleTheVolumeEnvelopeOfTheActiveTake) {
     }
 }
 
-TEST_F(Commands, CropToTheActiveTakeAndReportWhatTheyAreNot) {
+TEST_F(Commands, CropToTheActiveTake) {
     project::Item& item = insert_selected_item();
     project::Take& second = item.add_take({}, "second");
     item.set_active_take(second);
     run(crop);
     EXPECT_EQ(item.takes().size(), 1U);
     EXPECT_EQ(item.active_take(), &second);
+}
+
+TEST_F(Commands, ReportUnknownNumbers) {
     run(40001);
     EXPECT_THAT(workstation.take_failures(), ElementsAre(tells("40001")));
 }

@@ -7,7 +7,7 @@
 namespace headless {
 namespace {
 
-TEST(Button, IsFoundByTheBeginningOfItsNameAndElseTheDefaultOne) {
+TEST(Button, IsFoundByItsFirstLetters) {
     const std::tuple<const char*, int, int> answers[] = {
         {"YES\n", 4, 6}, {"maybe\n\nc\n", 3, 2}, {"yesterday\n", 4, 7}, {"", 5, 2},
         {"", 2, 5},      {"o\n", 9, 1}};
@@ -20,7 +20,7 @@ TEST(Button, IsFoundByTheBeginningOfItsNameAndElseTheDefaultOne) {
     }
 }
 
-TEST(Form, KeepsTheInitialValueForAnEmptyAnswer) {
+TEST(Form, KeepsValuesForEmptyAnswers) {
     std::vector<workstation::FormField> fields{{"Name", "line"}, {"Count", "3"}};
     std::istringstream input("\n5\n");
     std::ostringstream output;

@@ -1,4 +1,4 @@
-#include "headless/workstation/plugin_abi.hpp"
+#include "common/plugin_abi.hpp"
 #include "headless/workstation/plugin_library.hpp"
 #include "tests/headless/workstation/host_fixture.hpp"
 
@@ -8,9 +8,9 @@ namespace headless {
 namespace {
 
 // What compiled plug-ins rely on.
-static_assert(sizeof(workstation::PluginRecord) == 32 && offsetof(workstation::PluginRecord, hwnd_main) == 8);
-static_assert(offsetof(workstation::PluginRecord, Register) == 16 &&
-              offsetof(workstation::PluginRecord, GetFunc) == 24);
+static_assert(sizeof(reaper_plugin_info_t) == 32 && offsetof(reaper_plugin_info_t, hwnd_main) == 8);
+static_assert(offsetof(reaper_plugin_info_t, Register) == 16 &&
+              offsetof(reaper_plugin_info_t, GetFunc) == 24);
 
 using PluginLibraryTest = HostTest;
 
@@ -23,7 +23,7 @@ TEST_F(PluginLibraryTest, EntersAndLeavesAPlugin) {
     EXPECT_EQ(workstation.function("Tracks"), nullptr) << "unregistered by the entry with no record";
 }
 
-TEST_F(PluginLibraryTest, TellsWhyALibraryCannotBeUsed) {
+TEST_F(PluginLibraryTest, ReportsWhyALibraryCannotBeLoaded) {
     test::write_bytes(folder / "text.so", "no library");
     const std::pair<std::filesystem::path, const char*> libraries[] = {
         {"missing.so", "missing.so: "},

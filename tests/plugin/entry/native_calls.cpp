@@ -26,7 +26,7 @@ struct Native<R (*)(A...)> {
     static void call(void* address, void** words) {
         [&]<std::size_t... I>(std::index_sequence<I...>) {
             static_cast<void>(
-                reinterpret_cast<R (*)(A...)>(address)(definition_text::from_word<A>(words[I])...));
+                reinterpret_cast<R (*)(A...)>(address)(definition_text::decode_argument<A>(words[I])...));
         }
         (std::index_sequence_for<A...>{});
     }

@@ -4,3 +4,6 @@
 
 /// Marks a native colour as a custom colour in use, including black.
 inline constexpr int color_in_use = 0x1000000;
+
+/// Returns 0, which is no colour, for a colour without the flag.
+constexpr int used_color(int color) { return (color & color_in_use) != 0 ? color : 0; }

@@ -9,7 +9,7 @@ import re
 import subprocess
 import sys
 
-from support import ScratchCase, WorkstationCase, pooled, resident_kib, write_tone
+from support import ScratchCase, WorkstationCase, pooled, write_tone
 from meridek_felspar import library, library_path
 from meridek_felspar._library import PROTOTYPES, Handle
 from meridek_felspar.records import fields_of
@@ -178,19 +178,3 @@ class Abuse(WorkstationCase):
         run = subprocess.run([sys.executable, "-c", code], cwd=folder, capture_output=True, text=True)
         self.assertEqual(run.returncode, 0, run.stderr)
         self.assertGreater(told(int(run.stdout)), 400)
-
-    def test_a_hundred_thousand_lists_leave_nothing_behind(self):
-        out = Handle()
-        self.add_tracks(("a", 1), ("b", -1))
-
-        def cycle(count):
-            for _ in range(count):
-                self.assertTrue(functions.py_GetStringSplitList(b"a,b", b",", out))
-                functions.py_release_obj(out.value)
-                self.assertTrue(functions.py_GetTrackDepthList(None, out))
-                functions.py_release_obj(out.value)
-
-        cycle(1000)
-        before = resident_kib()
-        cycle(50_000)
-        self.assertLess(resident_kib() - before, 2000)

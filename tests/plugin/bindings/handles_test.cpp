@@ -1,5 +1,5 @@
-// Arrays, maps and records by handle, made, read and released in all orders, rightly and wrongly: nothing is
-// left in the pools, and nothing that has gone is touched.
+// Arrays, maps and records by handle, made, read and released in any order, also wrongly: nothing is left in
+// the pools, and nothing that has gone is touched.
 
 #include "bindings/python/functions.hpp"
 #include "bindings/python/value_pools.hpp"
@@ -93,7 +93,7 @@ private:
     std::vector<Handle> known_;
 };
 
-TEST_F(Handles, LeaveNothingBehindInAHundredThousandCycles) {
+TEST_F(Handles, LeaveNothingInThePools) {
     MediaItem* item = handle(add_item(mk_test::babble(0.003, 1)));
     ASSERT_EQ(pooled(), 0U);
     std::size_t most = 0;

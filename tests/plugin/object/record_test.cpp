@@ -51,7 +51,7 @@ protected:
 using RecordClasses = ::testing::Types<TrackDetail, mk_Peak, mk_Midi, LINGOMAT_Tracks>;
 TYPED_TEST_SUITE(EveryRecord, RecordClasses);
 
-TYPED_TEST(EveryRecord, IsEmptyWhenFreshAndReadsZeros) {
+TYPED_TEST(EveryRecord, ReadsZerosWhenNew) {
     EXPECT_EQ(this->record.pool_key, reinterpret_cast<unsigned long long>(&this->record));
     EXPECT_TRUE(this->record.to_json().is_null());
     EXPECT_EQ(this->record.get_value("no such key"), mk_Value(0));
@@ -64,7 +64,7 @@ TYPED_TEST(EveryRecord, IsEmptyWhenFreshAndReadsZeros) {
     EXPECT_EQ(this->record.get_size(), 0u);
 }
 
-TYPED_TEST(EveryRecord, WalksItsPresentFieldsInOrderAndPassesThroughALuaTable) {
+TYPED_TEST(EveryRecord, KeepsItsFieldsThroughALuaTable) {
     const std::vector<Column>& keys = columns<TypeParam>;
     for (auto column = keys.rbegin(); column != keys.rend(); ++column) { // the order is the class's own
         this->record.set_value(column->first, value_of_type.at(column->second));
@@ -87,7 +87,7 @@ TYPED_TEST(EveryRecord, WalksItsPresentFieldsInOrderAndPassesThroughALuaTable) {
     }
 }
 
-TEST(Record, SharesItsCellsWithItsCopiesButNotItsKey) {
+TEST(Record, SharesItsCellsWithCopies) {
     TrackDetail source;
     TrackDetail copy = source;
     copy.set_value("Volume", 1.0);
@@ -101,7 +101,7 @@ TEST(Record, SharesItsCellsWithItsCopiesButNotItsKey) {
     EXPECT_EQ(assigned.get_size(), 1u);
 }
 
-TEST(Record, TakesTheZeroForAValueOfAnotherLuaTypeAndStopsAtAKeyThatIsNoString) {
+TEST(Record, ReadsMistypedLuaValuesAsZero) {
     const Lua L = new_lua();
     luaL_dostring(L.get(), "return {Volume = '1.5', Index = 2.5, Other = 1}, {'no string', Depth = 3}");
     TrackDetail record, unread;
@@ -115,7 +115,7 @@ TEST(Record, TakesTheZeroForAValueOfAnotherLuaTypeAndStopsAtAKeyThatIsNoString) 
     EXPECT_EQ(unread.get_key_info(0).first, "Track") << "null, but present";
 }
 
-TEST(Pool, OwnsTheRecordsOfAnArrayUntilItsRelease) {
+TEST(Pool, OwnsRecordsUntilTheirArrayIsReleased) {
     const auto handle = mk_List::create_mklist_array();
     mk_List* record = mk_List::create_mkobj_inarray<mk_Midi>(handle);
     mk_List::create_mkobj_inarray<TrackDetail>(handle);
@@ -137,7 +137,7 @@ struct Foreign : mk_List {
     std::vector<const mk_List*>& releases;
 };
 
-TEST(Pool, ReleasesEveryEntryOfAnArrayByItsOwnOperationAndInOrder) {
+TEST(Pool, ReleasesEntriesInOrder) {
     std::vector<const mk_List*> releases;
     Foreign first(releases), last(releases);
     auto group = std::make_shared<LINGOMAT_Tracks>();
@@ -160,7 +160,7 @@ TEST(Pool, ReleasesEveryEntryOfAnArrayByItsOwnOperationAndInOrder) {
     EXPECT_TRUE(LINGOMAT_Tracks::pool.empty());
 }
 
-TEST(Pool, NeverTakesANewRecordForOneThatWasReleasedAtItsAddress) {
+TEST(Pool, TellsRecordsAtOneAddressApart) {
     const auto old_array = mk_List::create_mklist_array();
     const auto new_array = mk_List::create_mklist_array();
     for (int i = 0; i < 100; ++i) { // the allocator gives the same block again
@@ -173,7 +173,7 @@ TEST(Pool, NeverTakesANewRecordForOneThatWasReleasedAtItsAddress) {
     EXPECT_TRUE(mk_Midi::pool.empty());
 }
 
-TEST(Pool, HoldsARecordOnceHoweverOftenItIsPutIn) {
+TEST(Pool, HoldsARecordOnce) {
     auto record = std::make_shared<TrackDetail>();
     mk_List::set_obj_topool(record);
     mk_List::set_obj_topool(record);
@@ -182,7 +182,7 @@ TEST(Pool, HoldsARecordOnceHoweverOftenItIsPutIn) {
     EXPECT_TRUE(TrackDetail::pool.empty());
 }
 
-TEST(Pool, KeepsAListAliveBeyondItsSource) {
+TEST(Pool, KeepsAListAlive) {
     std::vector<mk_List*>* array = nullptr;
     {
         std::vector<TrackDetail> list(2);

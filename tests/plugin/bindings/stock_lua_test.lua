@@ -66,6 +66,14 @@ expect("1 ", reaper.MK_Json_Serialize { "\xff" })
 expect("0 {1=1 3={k=true} 4=0.5 5={}}", reaper.MK_Json_Deserialize('[1,null,{"k":true,"none":null},0.5,{}]'))
 expect("0 -1294967296", reaper.MK_Json_Deserialize("3000000000"))
 expect("1 nil", reaper.MK_Json_Deserialize())
+for _, text in ipairs { "[1]\0x", "\xef\xbb\xbf[1]", "[1]\r\n\t " } do
+    expect("0 {1=1}", reaper.MK_Json_Deserialize(text))
+end
+expect("0 {1=\u{1f600} 2=1e+300 3=0.0}", reaper.MK_Json_Deserialize('["\\ud83d\\ude00",1e300,1e-400]'))
+for _, text in ipairs { "", " ", "nul", "[01]", "[-]", "[1,]", "[1]x", "[NaN]", "[1e400]", "{1:2}", "['a']", '["\t"]',
+                        '["\0"]', '["\\x"]', '["\\ud800"]', '{"a"}', "[1}", '["a' } do
+    expect("1 nil", reaper.MK_Json_Deserialize(text))
+end
 for _, no_utf8 in ipairs { "\xff", "\xc0\xaf", "\xed\xa0\x80", "\xe3\x81", "\xf4\xbf\xbf\xbf" } do
     expect("1 nil", reaper.MK_Json_Deserialize('["' .. no_utf8 .. '"]'))
 end

@@ -23,6 +23,11 @@ DEFERS = "local function turn() ready() reaper.defer(turn) end turn()"
 LOOPS_AND_CATCHES = "ready() while true do pcall(function() while true do end end) end"
 LOOPS_OUT_OF_REACH = "coroutine.wrap(function() ready() while true do end end)()"
 SIGNALS_ITSELF_AND_ENDS = "ready() os.execute('kill -TERM $PPID')"
+SIGNALS = {signal.SIGINT: 130, signal.SIGTERM: 143, signal.SIGHUP: 129}  # and the status that they give
+
+# Whoever started the tests may ignore them (nohup, a shell's background), and the commands would inherit that.
+for number in SIGNALS:
+    signal.signal(number, signal.SIG_DFL)
 
 
 def handles(process, number):
@@ -39,7 +44,9 @@ class Interruption(unittest.TestCase):
 
     def start(self, *words, **options):
         streams = {"stdin": subprocess.DEVNULL, "stdout": subprocess.PIPE, "stderr": subprocess.PIPE}
-        return subprocess.Popen([PROGRAM, *words], cwd=self.folder, text=True, **(streams | options))
+        process = subprocess.Popen([PROGRAM, *words], cwd=self.folder, text=True, **(streams | options))
+        self.addCleanup(process.kill)
+        return process
 
     def start_script(self, text, **options):
         """Returns when the script says that it is ready."""
@@ -61,7 +68,7 @@ class Interruption(unittest.TestCase):
         return (self.folder / "out.rpp").exists()
 
     def test_deferred_script_runs_its_end_and_is_saved(self):
-        for number, status in [(signal.SIGINT, 130), (signal.SIGTERM, 143), (signal.SIGHUP, 129)]:
+        for number, status in SIGNALS.items():
             with self.subTest(number=number):
                 (self.folder / "out.rpp").unlink(missing_ok=True)
                 process = self.start_script(DEFERS)

@@ -9,8 +9,7 @@ build_needs=(cmake:cmake ninja:ninja-build c++:g++ pkg-config:pkg-config libsndf
 speech_needs=(asterisk-core-sounds-en-wav asterisk-core-sounds-fr-wav)
 test_needs=(node:nodejs npm:npm ffmpeg:ffmpeg lua5.3:lua5.3)
 format_needs=(clang-format-14:clang-format-14)
-check_needs=(clang++:clang clang-tidy-14:clang-tidy-14 run-clang-tidy-14:clang-tidy-14 libc++-dev
-             libc++abi-dev locales)
+check_needs=(clang++:clang clang-tidy-14:clang-tidy-14 run-clang-tidy-14:clang-tidy-14 locales)
 
 # is_missing NEED: neither the command is found nor the package installed.
 is_missing() {

@@ -67,7 +67,7 @@ class Interruption(unittest.TestCase):
     def is_saved(self):
         return (self.folder / "out.rpp").exists()
 
-    def test_deferred_script_runs_its_end_and_is_saved(self):
+    def test_waiting_script_is_saved(self):
         for number, status in SIGNALS.items():
             with self.subTest(number=number):
                 (self.folder / "out.rpp").unlink(missing_ok=True)
@@ -79,13 +79,13 @@ class Interruption(unittest.TestCase):
                 self.assertTrue(output.endswith("end\n"))
                 self.assertTrue(self.is_saved())
 
-    def test_script_that_ends_within_the_grace_is_saved(self):
+    def test_script_that_ends_in_time_is_saved(self):
         process = self.start_script(SIGNALS_ITSELF_AND_ENDS)
         self.assertEqual(process.communicate(timeout=60)[0], "end\n")
         self.assertEqual(process.returncode, 143)
         self.assertTrue(self.is_saved())
 
-    def test_script_in_an_endless_loop_runs_its_end_and_is_not_saved(self):
+    def test_endless_script_is_not_saved(self):
         process = self.start_script(LOOPS_AND_CATCHES)
         process.send_signal(signal.SIGTERM)
         output, errors = process.communicate(timeout=60)
@@ -109,7 +109,7 @@ class Interruption(unittest.TestCase):
         process.communicate(timeout=60)
         self.assertEqual(process.returncode, 130)
 
-    def test_ride_keeps_what_is_whole(self):
+    def test_ride_keeps_finished_renders(self):
         write_speech(self.folder / "first.wav", 60, 1, 300)
         names = ["first.wav", *(f"{number}.wav" for number in range(40))]
         for name in names[1:]:
@@ -127,7 +127,7 @@ class Interruption(unittest.TestCase):
         self.assertIn("first.wav", ridden)
         self.assertFalse(self.is_saved())
 
-    def test_import_leaves_all_as_it_was(self):
+    def test_import_changes_nothing(self):
         make_inputs(self.folder)
         for number in range(400):
             for side in ["subject", "base"]:
@@ -147,7 +147,7 @@ class Interruption(unittest.TestCase):
         self.assertEqual(Contents(self.folder).keys(), before.keys())
         self.assertEqual(Contents(self.folder), before)
 
-    def test_output_whose_reader_has_gone_costs_no_project(self):
+    def test_closed_output_costs_no_project(self):
         make_inputs(self.folder)
         for command in ["import", "ride", "run"]:
             with self.subTest(command=command):

@@ -29,12 +29,12 @@ def read(function, *arguments):
 
 
 class Functions(ScratchCase):
-    def test_all_are_declared_and_no_other(self):
+    def test_prototypes_match_exports(self):
         symbols = subprocess.check_output(["nm", "-D", "--defined-only", library_path()], text=True)
         self.assertEqual(sorted(PROTOTYPES), sorted(re.findall(r"\bpy_\w+", symbols)))
         self.assertEqual(len(PROTOTYPES), 54)
 
-    def test_an_array_gives_each_value_back_by_its_type_and_the_zero_by_another(self):
+    def test_arrays_return_zero_for_other_types(self):
         handle = functions.py_create_array()
         for kind, value in VALUES.items():
             getattr(functions, f"py_set_array_{kind}")(handle, value)
@@ -48,7 +48,7 @@ class Functions(ScratchCase):
         functions.py_release_obj(handle)
         self.assertEqual(functions.py_get_obj_size(handle), 0)
 
-    def test_a_deep_release_ends_the_arrays_within(self):
+    def test_deep_release_frees_inner_arrays(self):
         outer, inner = functions.py_create_array(), functions.py_create_array()
         for pointer in (inner, 1):
             functions.py_set_array_ptr(outer, pointer)
@@ -56,7 +56,7 @@ class Functions(ScratchCase):
         functions.py_release_obj2(outer)
         self.assertEqual([functions.py_get_obj_size(handle) for handle in (outer, inner)], [0, 0])
 
-    def test_records_take_values_of_their_fields_types_alone(self):
+    def test_records_drop_mistyped_values(self):
         array = functions.py_create_mkList_array()
         record = functions.py_create_mkObj_inarray(array, b"TrackDetail")
         self.assertEqual(functions.py_get_ptr_inarray(array, 0), record)
@@ -128,7 +128,7 @@ def told(calls):
 
 
 class JsonTexts(WorkstationCase):
-    def test_items_to_ride_are_objects_with_an_address(self):
+    def test_items_to_ride_are_json_objects(self):
         address = int(self.add_item())
         for text, code in [
             (f'[{{"MediaItem*":{address}}}]', 0),
@@ -143,7 +143,7 @@ class JsonTexts(WorkstationCase):
             with self.subTest(text):
                 self.assertEqual(functions.py_SetMediaItemListRIDESCRIBER(text and text.encode(), 0), code)
 
-    def test_lines_without_a_partner_come_as_typed_values(self):
+    def test_unmatched_lines_are_typed_values(self):
         for line in ("a one.wav", "b two.wav"):
             (self.folder / "subject").mkdir(exist_ok=True)
             write_tone(self.folder / "subject" / line)
@@ -159,7 +159,7 @@ class JsonTexts(WorkstationCase):
         self.assertEqual(out.value, whole[:20])
         self.assertEqual(functions.py_LINGOMAT_InsertMediaItems(*arguments, b"[", out, 1024), 1)
 
-    def test_a_path_is_taken_apart_and_none_is_null(self):
+    def test_path_info_is_null_without_a_path(self):
         out = ctypes.create_string_buffer(1024)
         self.assertEqual(functions.py_GetPathInfo(b"/etc", out, 1024), 0)
         self.assertEqual(json.loads(out.value)["Type"], {"string": "Folder"})
@@ -167,12 +167,12 @@ class JsonTexts(WorkstationCase):
 
 
 class Abuse(WorkstationCase):
-    def test_every_function_returns_in_a_workstation(self):
+    def test_every_function_returns(self):
         self.add_tracks(("a", 0))
         self.add_item()
         self.assertGreater(told(call_everything()), 400)
 
-    def test_every_function_returns_where_there_is_no_host(self):
+    def test_every_function_returns_without_a_host(self):
         code = "import functions_test; print(functions_test.call_everything())"
         folder = pathlib.Path(__file__).parent
         run = subprocess.run([sys.executable, "-c", code], cwd=folder, capture_output=True, text=True)

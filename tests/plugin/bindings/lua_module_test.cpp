@@ -100,11 +100,15 @@ TEST_F(LuaModule, ReturnsForAnyArguments) {
 }
 
 TEST_F(LuaModule, FailsForUnreadableFolders) {
-    std::filesystem::create_directories(folder.path / "closed");
-    std::filesystem::permissions(folder.path / "closed", std::filesystem::perms::none);
-    const mk_test::Unprivileged while_reading;
-    EXPECT_EQ(results("(reaper.MK_GetFilePathList('" + folder.path.string() + "', 'wav'))"), "false");
-    EXPECT_EQ(results("reaper.MK_LINGOMAT_InsertMediaItems('" + folder.path.string() + "')"), "1 nil");
+    const std::filesystem::path closed = folder / "closed";
+    std::filesystem::create_directories(closed);
+    std::filesystem::permissions(closed, std::filesystem::perms::none);
+    {
+        const mk_test::Unprivileged while_reading;
+        EXPECT_EQ(results("(reaper.MK_GetFilePathList('" + folder.path.string() + "', 'wav'))"), "false");
+        EXPECT_EQ(results("reaper.MK_LINGOMAT_InsertMediaItems('" + folder.path.string() + "')"), "1 nil");
+    }
+    std::filesystem::permissions(closed, std::filesystem::perms::owner_all); // so that it can be removed
 }
 
 /// JSON values take memory while they are destroyed, which no program survives running out of; there only

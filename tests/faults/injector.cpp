@@ -1,12 +1,11 @@
-// Preloaded into a program, it counts the program's calls of each kind from `main` on and lets one of them
-// fail.
+// Preloaded into a program, it counts the program's calls of each kind from `main` on and fails one of them.
 //
-// FAULT_TALLY    a file of one 64-bit counter for each kind and one for failures, kept however the program
-// ends FAULT_KIND     the kind of the call to fail, by its index in Kind FAULT_NUMBER   which of them, from
-// 1; 0 fails none
+// FAULT_TALLY: a file of one 64-bit counter for each kind and one for failures, kept however the program ends
+// FAULT_KIND: the kind of the call to fail, by its index in Kind
+// FAULT_NUMBER: which of them, from 1; 0 fails none
 //
-// Neither counted nor failed are allocations that nobody else could do anything about: the dynamic loader's
-// own, and the table of chunks without which libsndfile 1.2 crashes.
+// Two kinds of allocations are neither counted nor failed, as no program could handle that: the dynamic
+// loader's own, and the table of chunks without which libsndfile 1.2 crashes.
 
 #include <algorithm>
 #include <atomic>
@@ -57,8 +56,14 @@ bool fails(Kind kind, int error_number) {
     return failed;
 }
 
-/// @returns whether the call is to fail; then the stream has its error mark, as after a write that it is not
-/// open for
+/// Makes the system call, or fails.
+template <class Result = ssize_t, class... Arguments>
+Result call_or_fail(Kind kind, int error_number, long number, Arguments... arguments) {
+    return static_cast<Result>(fails(kind, error_number) ? -1 : syscall(number, arguments...));
+}
+
+/// @returns whether the call is to fail; then the stream's error flag is set, as after a write to a stream
+/// opened for reading
 bool read_fails(FILE* stream) {
     if (!fails(reading))
         return false;
@@ -136,6 +141,7 @@ int __libc_start_main(Main* main, int argc, char** argv, void (*init)(), void (*
 }
 // NOLINTEND(bugprone-reserved-identifier)
 
+#define ALIAS(name) __attribute__((alias(name)))
 #define CALLER __builtin_extract_return_addr(__builtin_return_address(0))
 
 void* malloc(std::size_t bytes) noexcept { return allocation_fails(CALLER) ? nullptr : __libc_malloc(bytes); }
@@ -160,70 +166,56 @@ int posix_memalign(void** block, std::size_t alignment, std::size_t bytes) noexc
 }
 
 ssize_t read(int descriptor, void* buffer, std::size_t bytes) {
-    return fails(reading, EIO) ? -1 : syscall(SYS_read, descriptor, buffer, bytes);
+    return call_or_fail(reading, EIO, SYS_read, descriptor, buffer, bytes);
 }
 ssize_t pread(int descriptor, void* buffer, std::size_t bytes, off_t offset) {
-    return fails(reading, EIO) ? -1 : syscall(SYS_pread64, descriptor, buffer, bytes, offset);
+    return call_or_fail(reading, EIO, SYS_pread64, descriptor, buffer, bytes, offset);
 }
-ssize_t pread64(int descriptor, void* buffer, std::size_t bytes, off64_t offset) {
-    return pread(descriptor, buffer, bytes, offset);
-}
+ssize_t pread64(int descriptor, void* buffer, std::size_t bytes, off_t offset) ALIAS("pread");
 ssize_t readv(int descriptor, const iovec* buffers, int count) {
-    return fails(reading, EIO) ? -1 : syscall(SYS_readv, descriptor, buffers, count);
+    return call_or_fail(reading, EIO, SYS_readv, descriptor, buffers, count);
 }
 dirent* readdir(DIR* folder) {
     static auto* const real = next<dirent*(DIR*)>("readdir");
     return fails(reading, EIO) ? nullptr : real(folder);
 }
-dirent64* readdir64(DIR* folder) {
-    static auto* const real = next<dirent64*(DIR*)>("readdir64");
-    return fails(reading, EIO) ? nullptr : real(folder);
-}
+dirent64* readdir64(DIR* folder) ALIAS("readdir");
 
 ssize_t write(int descriptor, const void* buffer, std::size_t bytes) {
-    return fails(writing, ENOSPC) ? -1 : syscall(SYS_write, descriptor, buffer, bytes);
+    return call_or_fail(writing, ENOSPC, SYS_write, descriptor, buffer, bytes);
 }
 ssize_t pwrite(int descriptor, const void* buffer, std::size_t bytes, off_t offset) {
-    return fails(writing, ENOSPC) ? -1 : syscall(SYS_pwrite64, descriptor, buffer, bytes, offset);
+    return call_or_fail(writing, ENOSPC, SYS_pwrite64, descriptor, buffer, bytes, offset);
 }
-ssize_t pwrite64(int descriptor, const void* buffer, std::size_t bytes, off64_t offset) {
-    return pwrite(descriptor, buffer, bytes, offset);
-}
+ssize_t pwrite64(int descriptor, const void* buffer, std::size_t bytes, off_t offset) ALIAS("pwrite");
 ssize_t writev(int descriptor, const iovec* buffers, int count) {
-    return fails(writing, ENOSPC) ? -1 : syscall(SYS_writev, descriptor, buffers, count);
+    return call_or_fail(writing, ENOSPC, SYS_writev, descriptor, buffers, count);
 }
 ssize_t sendfile(int to, int from, off_t* offset, std::size_t bytes) noexcept {
-    return fails(writing, ENOSPC) ? -1 : syscall(SYS_sendfile, to, from, offset, bytes);
+    return call_or_fail(writing, ENOSPC, SYS_sendfile, to, from, offset, bytes);
 }
 int ftruncate(int descriptor, off_t bytes) noexcept {
-    return fails(writing, EIO) ? -1 : static_cast<int>(syscall(SYS_ftruncate, descriptor, bytes));
+    return call_or_fail<int>(writing, EIO, SYS_ftruncate, descriptor, bytes);
 }
-int ftruncate64(int descriptor, off64_t bytes) noexcept { return ftruncate(descriptor, bytes); }
+int ftruncate64(int descriptor, off_t bytes) noexcept ALIAS("ftruncate");
 
-int fsync(int descriptor) {
-    return fails(syncing, EIO) ? -1 : static_cast<int>(syscall(SYS_fsync, descriptor));
-}
-int fdatasync(int descriptor) {
-    return fails(syncing, EIO) ? -1 : static_cast<int>(syscall(SYS_fdatasync, descriptor));
-}
+int fsync(int descriptor) { return call_or_fail<int>(syncing, EIO, SYS_fsync, descriptor); }
+int fdatasync(int descriptor) { return call_or_fail<int>(syncing, EIO, SYS_fdatasync, descriptor); }
 
 int rename(const char* from, const char* to) noexcept {
-    return fails(renaming, EIO) ? -1 : static_cast<int>(syscall(SYS_rename, from, to));
+    return call_or_fail<int>(renaming, EIO, SYS_rename, from, to);
 }
 int renameat(int from_folder, const char* from, int to_folder, const char* to) noexcept {
-    return fails(renaming, EIO) ? -1
-                                : static_cast<int>(syscall(SYS_renameat, from_folder, from, to_folder, to));
+    return call_or_fail<int>(renaming, EIO, SYS_renameat, from_folder, from, to_folder, to);
 }
 int renameat2(int from_folder, const char* from, int to_folder, const char* to, unsigned flags) noexcept {
-    return fails(renaming, EIO)
-               ? -1
-               : static_cast<int>(syscall(SYS_renameat2, from_folder, from, to_folder, to, flags));
+    return call_or_fail<int>(renaming, EIO, SYS_renameat2, from_folder, from, to_folder, to, flags);
 }
 int link(const char* from, const char* to) noexcept {
-    return fails(renaming, EIO) ? -1 : static_cast<int>(syscall(SYS_link, from, to));
+    return call_or_fail<int>(renaming, EIO, SYS_link, from, to);
 }
 
-/// What a failed close has done with the descriptor nobody can know; on Linux it is gone.
+/// Nobody can know what a failed close did with the descriptor; on Linux it is gone.
 int close(int descriptor) {
     const auto result = static_cast<int>(syscall(SYS_close, descriptor));
     return fails(closing, EIO) ? -1 : result;
@@ -245,8 +237,8 @@ int open(const char* file, int flags, ...) {
     va_end(arguments);
     return openat(AT_FDCWD, file, flags, mode);
 }
-int open64(const char* file, int flags, ...) __attribute__((alias("open")));
-int openat64(int folder, const char* file, int flags, ...) __attribute__((alias("openat")));
+int open64(const char* file, int flags, ...) ALIAS("open");
+int openat64(int folder, const char* file, int flags, ...) ALIAS("openat");
 DIR* opendir(const char* folder) {
     static auto* const real = next<DIR*(const char*)>("opendir");
     return fails(opening, EMFILE) ? nullptr : real(folder);
@@ -259,10 +251,7 @@ FILE* fopen(const char* file, const char* mode) {
     static auto* const real = next<FILE*(const char*, const char*)>("fopen");
     return fails(opening, EMFILE) ? nullptr : real(file, mode);
 }
-FILE* fopen64(const char* file, const char* mode) {
-    static auto* const real = next<FILE*(const char*, const char*)>("fopen64");
-    return fails(opening, EMFILE) ? nullptr : real(file, mode);
-}
+FILE* fopen64(const char* file, const char* mode) ALIAS("fopen");
 
 // The C library's streams read and write by calls of their own.
 std::size_t fread(void* buffer, std::size_t bytes, std::size_t count, FILE* stream) {

@@ -10,7 +10,7 @@ from meridek_felspar import FelsparError, Item, Track, ValueArray, ValueMap, lib
 
 
 class Values(ScratchCase):
-    def test_an_array_gives_back_what_was_put_in(self):
+    def test_array_returns_its_values(self):
         inner = ValueArray(["x"])
         values = [True, 1, -0.5, "naïve \udcff", Track(2**63), inner]
         with ValueArray(values) as array:
@@ -22,14 +22,14 @@ class Values(ScratchCase):
                 array[6]
         self.assertEqual(inner[0], "x")
 
-    def test_a_map_is_read_by_key_and_ordered_by_bytes(self):
+    def test_map_is_ordered_by_bytes(self):
         with ValueMap({"b": 1, "é": "text", "a": Item(5), "ab": True}) as values:
             values["b"] = 2.5
             self.assertEqual(list(values.items()), [("a", 5), ("ab", True), ("b", 2.5), ("é", "text")])
             with self.assertRaises(KeyError):
                 values["c"]
 
-    def test_what_an_exception_leaves_is_released(self):
+    def test_exceptions_release_objects(self):
         with self.assertRaises(ZeroDivisionError), ValueArray([1]) as array, felspar.RecordArray() as records:
             records.append("mk_Peak", Time=1)
             handle = array.handle
@@ -39,11 +39,11 @@ class Values(ScratchCase):
             with self.assertRaises((FelsparError, TypeError)):
                 use()
 
-    def test_a_dropped_object_is_released(self):
+    def test_dropped_objects_are_released(self):
         felspar.RecordArray().append("mk_Midi", Pitch=60)
         self.assertEqual(pooled(), 0)
 
-    def test_records_are_mappings_of_their_fields(self):
+    def test_records_are_mappings(self):
         with felspar.RecordArray() as records:
             note = records.append("mk_Midi", Pitch=60, StartPos=1)
             note["Pitch"] += 1
@@ -55,7 +55,7 @@ class Values(ScratchCase):
             library().py_release_obj(note.handle)  # by itself
             self.assertEqual((len(records), dict(records[0])), (1, {}))
 
-    def test_a_long_text_comes_cut_and_with_a_warning(self):
+    def test_cut_strings_warn(self):
         with ValueArray(["é" * 512]) as array, self.assertWarns(felspar.CutTextWarning):
             self.assertEqual(array[0], "é" * 511 + "\udcc3")
 
@@ -74,12 +74,12 @@ class Tracks(WorkstationCase):
         self.assertEqual(felspar.tracks_named("line \udcff"), [felspar.TrackDetail(track=inner, index=1)])
         self.assertEqual([detail.track for detail in felspar.tracks_including("LINE")], [inner, outer])
 
-    def test_handles_are_what_the_workstation_s_own_functions_take(self):
+    def test_handles_print_like_the_workstations(self):
         (track,) = self.add_tracks(("a", 0))
         self.assertRegex(str(track), r"^\(MediaTrack\*\)0x[0-9A-F]{16}$")
         self.assertEqual(felspar.handles.address(str(track), Track), track)
 
-    def test_wrong_arguments_are_told(self):
+    def test_wrong_arguments_raise(self):
         calls = {
             "an item as a track": lambda: felspar.children(Item(1)),
             "the text of a project as a track": lambda: felspar.children("(ReaProject*)0x1"),
@@ -102,7 +102,7 @@ class Tracks(WorkstationCase):
 
 
 class Media(WorkstationCase):
-    def test_peaks_are_those_of_the_tone(self):
+    def test_reads_peaks(self):
         item = self.add_item(seconds=0.25, peak=0.5)
         peaks = felspar.peaks(item)
         self.assertEqual([peak.time for peak in peaks], [i * 0.001 for i in range(250)])
@@ -114,12 +114,12 @@ class Media(WorkstationCase):
         )
         self.assertEqual([felspar.peaks_at(0), felspar.peaks_of_selected(0)], [peaks, peaks])
 
-    def test_a_ride_renders_a_take(self):
+    def test_ride_renders_a_take(self):
         item = self.add_item()
         felspar.ride([item], ratio=2)
         self.assertEqual((self.reaper.CountTakes(item), self.reaper.failures()), (2, []))
 
-    def test_an_import_gives_every_unmatched_line_however_many(self):
+    def test_import_returns_every_unmatched_line(self):
         for side in ("subject", "base"):
             (self.folder / side).mkdir()
         tone = support.write_tone(self.folder / "base" / "both.wav")
@@ -136,12 +136,12 @@ class Media(WorkstationCase):
 
 
 class Texts(WorkstationCase):
-    def test_files_of_any_name(self):
+    def test_lists_files_of_any_name(self):
         for name in (b"a.wav", b"\xff.WAV", b"b.txt"):
             open(os.fsencode(self.folder) + b"/" + name, "w").close()
         self.assertEqual({path.name for path in felspar.files(self.folder, "wav")}, {"a.wav", "\udcff.WAV"})
 
-    def test_a_path_of_any_length_is_taken_apart(self):
+    def test_splits_paths_of_any_length(self):
         folder = self.folder.joinpath(*["d" * 200] * 8)
         folder.mkdir(parents=True)
         path = folder / "a.b.wav"
@@ -149,11 +149,11 @@ class Texts(WorkstationCase):
         info = felspar.path_info(path)
         self.assertEqual((info.path, info.stem, info.extension, info.type), (str(path), "a.b", "wav", "File"))
 
-    def test_splitting(self):
+    def test_splits_strings(self):
         self.assertEqual(felspar.split(",a;é,", ",;"), ["", "a", "é"])
         self.assertEqual(felspar.split("", ","), [])
 
-    def test_a_form_has_an_answer_for_each_caption(self):
+    def test_form_returns_an_answer_for_each_caption(self):
         for answer, expected in {"1,": ["1", ""], "é": ["é", "y"], ",2": ["", "2"]}.items():
             self.reaper.answer(answer, answer)
             self.assertEqual(felspar.ask(answer, ["a", "b"], ["x", "y"]), expected)

@@ -18,7 +18,7 @@ class Reference(WorkstationCase):
         self.told = {}
         exec(text, self.told)
 
-    def test_prototypes_are_those_of_the_library(self):
+    def test_prototypes_match_the_library(self):
         prototypes = {}
         for name, function in self.told.items():
             if name.startswith("py_"):
@@ -26,7 +26,7 @@ class Reference(WorkstationCase):
                 prototypes[name] = types.pop("return"), tuple(types.values())
         self.assertEqual(prototypes, described_prototypes(library()))
 
-    def test_methods_are_those_of_a_workstation(self):
+    def test_methods_match_the_headless_host(self):
         methods = dict(inspect.getmembers(self.told["Workstation"], inspect.isfunction))
         self.assertEqual(sorted(methods), sorted(self.reaper._functions))
         for name, method in methods.items():

@@ -22,11 +22,6 @@ def pooled():
     return sum((ctypes.c_size_t * 6).in_dll(library(), symbol)[5] for symbol in symbols)
 
 
-def resident_kib():
-    pages = int(pathlib.Path("/proc/self/statm").read_text().split()[1])
-    return pages * os.sysconf("SC_PAGESIZE") // 1024
-
-
 def write_tone(path, seconds=1.0, peak=0.5, rate=8000):
     """A mono sine of 100 Hz in 16 bits."""
     samples = (int(32767 * peak * math.sin(2 * math.pi * 100 * i / rate)) for i in range(int(seconds * rate)))

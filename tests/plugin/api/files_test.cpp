@@ -22,11 +22,23 @@ using headless::test::write_bytes;
 
 class Files : public mk_test::BoundPlugin {
 protected:
+    static bool is_folder(const std::string& path) { return fs::is_directory(path); }
+    bool write(const char* file, const std::string& text, int mode) const {
+        return WriteFile(made.c_str(), file, text.c_str(), mode);
+    }
+    std::string read(const char* file, int size = 70000) {
+        return ReadFile(made.c_str(), file, content.data(), size) ? content.c_str() : "refused";
+    }
+    bool copy(const std::string& from, const std::string& to) const {
+        return SetCopyFile((here + "/" + from).c_str(), (here + "/" + to).c_str());
+    }
+
     const std::string here = folder.path, made = here + "/made";
     char full[1024] = "", name[64] = "";
+    std::string content = std::string(70000, '?');
 };
 
-TEST_F(Files, MakeFoldersWithTheStampsOfTheLocalTime) {
+TEST_F(Files, MakeFoldersWithTimeStamps) {
     const char* formats[] = {"a/b", "a/b_%m%d_%H%M", "a/b_%m%d_%H%M%S", "a/b_%Y%m%d_%H%M%S", "a/b"};
     for (int type = 0; type < 5; ++type) {
         char before[64], after[64] = "";
@@ -39,59 +51,87 @@ TEST_F(Files, MakeFoldersWithTheStampsOfTheLocalTime) {
             EXPECT_TRUE(SetProjectPathFolder("a/b", type, full, sizeof full, name, sizeof name));
             print_now(after);
         } while (std::string(before) != after);
-        EXPECT_TRUE(full == here + "/" + name && name == std::string(before) && fs::is_directory(full))
-            << full;
+        EXPECT_STREQ(name, before);
+        EXPECT_EQ(full, here + "/" + name);
+        EXPECT_PRED1(is_folder, full);
     }
-    EXPECT_TRUE(SetResoucePathFolder("a", 0, full, 4, name, sizeof name) && full == here.substr(0, 3));
-    EXPECT_TRUE(SetPathFolder("/nowhere", made.c_str(), 0, full, sizeof full) && full == made);
-    EXPECT_TRUE(SetPathFolder(full, "", 0, full, sizeof full) && full == made + "/");
+}
+
+TEST_F(Files, MakeFoldersWhereTheyAreToldTo) {
+    EXPECT_TRUE(SetResoucePathFolder("a", 0, full, 4, name, sizeof name));
+    EXPECT_EQ(full, here.substr(0, 3)) << "cut to the buffer";
+    EXPECT_TRUE(SetPathFolder("/nowhere", made.c_str(), 0, full, sizeof full));
+    EXPECT_EQ(full, made) << "an absolute name stands alone";
+    EXPECT_TRUE(SetPathFolder(full, "", 0, full, sizeof full));
+    EXPECT_EQ(full, made + "/");
     write_bytes(folder / "file", "");
-    EXPECT_FALSE(SetPathFolder(here.c_str(), "file/below", 0, full, sizeof full) || full != made + "/");
-    EXPECT_TRUE(SetProjectInfoRecAddPath(nullptr, "day", full, sizeof full, name, 3) && full == here);
-    EXPECT_EQ(workstation.project().record_path, here.substr(0, 2)) << "as cut";
+    EXPECT_FALSE(SetPathFolder(here.c_str(), "file/below", 0, full, sizeof full));
+    EXPECT_EQ(full, made + "/") << "left alone";
+}
+
+TEST_F(Files, StoreTheRecordFolderAsTheBufferHoldsIt) {
+    EXPECT_TRUE(SetProjectInfoRecAddPath(nullptr, "day", full, sizeof full, name, 3));
+    EXPECT_EQ(full, here);
+    EXPECT_EQ(workstation.project().record_path, here.substr(0, 2)) << "cut to the buffer";
     char kept[] = "kept";
     EXPECT_TRUE(SetProjectInfoRecAddPath(nullptr, "day", full, sizeof full, kept, 0));
     EXPECT_FALSE(SetProjectInfoRecAddPath(nullptr, "day", full, sizeof full, nullptr, 9));
-    EXPECT_EQ(workstation.project().record_path, "kept") << "what the buffer held";
+    EXPECT_EQ(workstation.project().record_path, "kept");
 }
 
-TEST_F(Files, AreWrittenOverBesideOrBehindWhatIsThereAndReadWithEveryLineEnded) {
-    const auto write = [&](const char* file, const std::string& text, int mode) {
-        return WriteFile(made.c_str(), file, text.c_str(), mode);
-    };
-    const std::string block(65536, 'x');
-    EXPECT_TRUE(!write("x", "text", 3) && fs::is_empty(made)) << "only the folder is made";
-    EXPECT_TRUE(write("a.txt", "long text", 0) && write("a.txt", "new", 0) && write("a.txt", "\r\n\n", 2) &&
-                write("a.txt", "1", 1) && write("a.txt", "2", 1) && write("a(1).txt", "3", 1) &&
-                write("notes", "", 2) && write("notes", "4", 1) && write("block", block, 1));
-    ASSERT_EQ(mkfifo((made + "/pipe").c_str(), 0600), 0);
-    EXPECT_FALSE(write("pipe", "", 0) || write("pipe", "", 2) || write("block/below", "", 0));
-    std::string text(70000, '?');
-    const auto read = [&](const char* file, int size = 70000) {
-        return ReadFile(made.c_str(), file, text.data(), size) ? std::string(text.c_str()) : "refused";
-    };
+TEST_F(Files, AreWrittenOverAppendedToOrNumbered) {
+    EXPECT_FALSE(write("x", "text", 3)) << "an unknown mode";
+    EXPECT_TRUE(fs::is_empty(made)) << "only the folder is made";
+    const std::tuple<const char*, const char*, int> writes[] = {
+        {"a.txt", "long text", 0}, {"a.txt", "new", 0},  {"a.txt", "\r\n\n", 2}, {"a.txt", "1", 1},
+        {"a.txt", "2", 1},         {"a(1).txt", "3", 1}, {"notes", "", 2},       {"notes", "4", 1}};
+    for (const auto& [file, text, mode] : writes)
+        EXPECT_TRUE(write(file, text, mode)) << file << ' ' << text;
     EXPECT_EQ(read("a.txt") + read("a(1).txt") + read("a(2).txt") + read("a(1)(1).txt") + read("notes(1)."),
               "new\r\n\n1\n2\n3\n4\n");
-    EXPECT_TRUE(read("notes").empty() && read("block") == block + "\n");
-    EXPECT_TRUE(read("block", 4) == "xxx" && read("notes", 0) == "xxx" && read("notes", 1).empty());
+    EXPECT_EQ(read("notes"), "");
+    EXPECT_FALSE(write("notes/below", "", 0));
+}
+
+TEST_F(Files, AreReadIntoBuffersOfAnySize) {
+    const std::string block(65536, 'x');
+    EXPECT_TRUE(write("block", block, 1));
+    EXPECT_EQ(read("block"), block + "\n");
+    EXPECT_EQ(read("block", 4), "xxx");
+    EXPECT_EQ(read("block", 0), "xxx") << "left alone";
+    EXPECT_EQ(read("block", 1), "");
+}
+
+TEST_F(Files, NeverWaitForAnother) {
+    EXPECT_TRUE(write("file", "", 0));
+    ASSERT_EQ(mkfifo((made + "/pipe").c_str(), 0600), 0);
+    EXPECT_FALSE(write("pipe", "", 0));
+    EXPECT_FALSE(write("pipe", "", 2));
     const int terminal = posix_openpt(O_RDWR | O_NOCTTY);
-    ASSERT_TRUE(terminal >= 0 && grantpt(terminal) == 0 && unlockpt(terminal) == 0);
+    ASSERT_EQ(grantpt(terminal), 0);
+    ASSERT_EQ(unlockpt(terminal), 0);
     EXPECT_EQ(read("none") + read("pipe") + read(ptsname(terminal)), "refusedrefusedrefused");
     close(terminal);
     EXPECT_EQ(read(".") + read("/dev/null") + read("/dev/zero", 99), "") << "what opens and cannot block";
-    EXPECT_TRUE(SetCopyFile((made + "/block").c_str(), (made + "/notes").c_str()) && read("notes", 2) == "x");
-    EXPECT_FALSE(SetCopyFile((made + "/none").c_str(), (made + "/x").c_str()));
-    EXPECT_FALSE(SetCopyFile(here.c_str(), (made + "/again").c_str()) || fs::exists(made + "/again"));
-    EXPECT_FALSE(SetCopyFile(made.c_str(), (here + "/x").c_str())) << "the pipe";
-    fs::remove(made + "/pipe");
-    fs::create_directory(made + "/empty");
-    write_bytes(folder / "x/a.txt", "old");
-    EXPECT_TRUE(SetCopyFile(made.c_str(), (here + "/x").c_str()) && fs::is_directory(here + "/x/empty"));
-    EXPECT_EQ(read("../x/a.txt") + read("../x/notes(1)."), "new\r\n\n4\n");
-    EXPECT_FALSE(SetCopyFile((made + "/empty").c_str(), (made + "/a.txt").c_str())) << "a folder onto a file";
+    EXPECT_FALSE(copy("made", "copy")) << "the pipe";
 }
 
-TEST_F(Files, AreFoundByTheExtensionOfTheirNames) {
+TEST_F(Files, AreCopiedOverFilesAndFolders) {
+    EXPECT_TRUE(write("a.txt", "new", 0));
+    fs::create_directory(made + "/empty");
+    write_bytes(folder / "copy/a.txt", "an older one");
+    EXPECT_TRUE(copy("made", "copy"));
+    EXPECT_EQ(read("../copy/a.txt"), "new\n");
+    EXPECT_PRED1(is_folder, here + "/copy/empty");
+    EXPECT_TRUE(copy("made/a.txt", "copy/b.txt"));
+    EXPECT_EQ(read("../copy/b.txt"), "new\n");
+    EXPECT_FALSE(copy("made/none", "copy/x"));
+    EXPECT_FALSE(copy("made/empty", "made/a.txt")) << "a folder onto a file";
+    EXPECT_FALSE(copy("", "made/again")) << "a folder into itself";
+    EXPECT_FALSE(fs::exists(made + "/again"));
+}
+
+TEST_F(Files, AreFoundByExtension) {
     fs::create_directories(folder / "deep/x.wav");
     for (const char* file : {"b.WAV", "c.tar.wav", ".wav", "d.wave", "e.wav.", "wav", "deep/x.wav/g.wav"})
         write_bytes(folder / file, "");
@@ -102,7 +142,8 @@ TEST_F(Files, AreFoundByTheExtensionOfTheirNames) {
     std::ranges::sort(paths);
     EXPECT_EQ(paths, (std::vector{here + "/b.WAV", here + "/c.tar.wav", here + "/deep/x.wav",
                                   here + "/deep/x.wav/g.wav", here + "/link.wav"}));
-    EXPECT_TRUE(mk_api::path::GetFilePathList(here, "", paths) && paths.at(5) == here + "/e.wav.");
+    EXPECT_TRUE(mk_api::path::GetFilePathList(here, "", paths));
+    EXPECT_EQ(paths.at(5), here + "/e.wav.");
     EXPECT_FALSE(mk_api::path::GetFilePathList(here + "/b.WAV", "wav", paths));
     fs::permissions(folder / "deep", fs::perms::none);
     {
@@ -112,7 +153,7 @@ TEST_F(Files, AreFoundByTheExtensionOfTheirNames) {
     fs::permissions(folder / "deep", fs::perms::owner_all);
 }
 
-TEST_F(Files, SurviveTheFailureOfEverySingleAllocation) {
+TEST_F(Files, SurviveEveryFailedAllocation) {
     const std::string deep = here + "/a folder of some length/and one below it", file = deep + "/a line.wav";
     fs::create_directories(deep);
     write_bytes(file, "text");
@@ -134,7 +175,8 @@ TEST_F(Files, SurviveTheFailureOfEverySingleAllocation) {
                 is_done = false;
             }
         });
-        EXPECT_TRUE(is_done && failures > 0) << "once all memory was there";
+        EXPECT_TRUE(is_done) << "once all memory was there";
+        EXPECT_GT(failures, 0);
     }
 }
 

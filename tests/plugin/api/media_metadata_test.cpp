@@ -4,6 +4,8 @@
 #include "api/media/metadata.hpp"
 #include "tests/plugin/support/bound_plugin.hpp"
 
+#include <vector>
+
 namespace {
 
 using namespace mk_api::mediaItem;
@@ -20,7 +22,7 @@ protected:
     headless::project::Item& second = add_item(mk_test::babble(0.5, 2), 1.5, "second.wav");
 };
 
-TEST_F(Media, AppendsTheSelectionAndSelectsAList) {
+TEST_F(Media, ListsAndSelectsItems) {
     EXPECT_EQ(GetMediaItemSelect(nullptr, 0, 2), nullptr) << "neither all items nor the selected ones";
     std::vector<MediaItem*> items{handle(first)};
     EXPECT_EQ(GetSelectedMediaItems(nullptr, items), 0);
@@ -34,15 +36,18 @@ TEST_F(Media, AppendsTheSelectionAndSelectsAList) {
 template <class T>
 void expect_in_each_form(T expected, MediaItem* second, auto item, auto project, auto selected, auto track,
                          auto selected_track) {
-    T values[5] = {};
-    EXPECT_TRUE(item(second, &values[0]) && project(nullptr, 1, &values[1]) &&
-                selected(nullptr, 0, &values[2]) && track(nullptr, 1, 0, &values[3]) &&
-                selected_track(nullptr, 0, 0, &values[4]));
-    EXPECT_FALSE(item(nullptr, &values[0]) || project(nullptr, 2, &values[1]) ||
-                 selected(nullptr, 1, &values[2]) || track(nullptr, 0, 5, &values[3]) ||
-                 selected_track(nullptr, 1, 0, &values[4]));
-    for (const T value : values)
-        EXPECT_EQ(value, expected);
+    std::vector<T> values(5);
+    EXPECT_TRUE(item(second, &values[0]));
+    EXPECT_TRUE(project(nullptr, 1, &values[1]));
+    EXPECT_TRUE(selected(nullptr, 0, &values[2]));
+    EXPECT_TRUE(track(nullptr, 1, 0, &values[3]));
+    EXPECT_TRUE(selected_track(nullptr, 0, 0, &values[4]));
+    EXPECT_FALSE(item(nullptr, &values[0]));
+    EXPECT_FALSE(project(nullptr, 2, &values[1]));
+    EXPECT_FALSE(selected(nullptr, 1, &values[2]));
+    EXPECT_FALSE(track(nullptr, 0, 5, &values[3]));
+    EXPECT_FALSE(selected_track(nullptr, 1, 0, &values[4]));
+    EXPECT_EQ(values, std::vector<T>(5, expected));
 }
 
 TEST_F(Media, MeasuresTheSameItemInEachForm) {
@@ -56,7 +61,7 @@ TEST_F(Media, MeasuresTheSameItemInEachForm) {
                         GetTrackMediaLength, GetSelectedTrackMediaLength);
 }
 
-TEST_F(Media, LeavesItToTheHostWhatLiesOnNoTrack) {
+TEST_F(Media, AsksTheHostForItemsOfNoTrack) {
     GetTrackMediaItem = [](MediaTrack* track, int number) {
         return track || number != 7 ? nullptr : GetMediaItem(nullptr, 1);
     };
@@ -64,7 +69,7 @@ TEST_F(Media, LeavesItToTheHostWhatLiesOnNoTrack) {
     EXPECT_EQ(GetMediaTrackItemSelect(nullptr, 99, 7, 1), handle(second));
 }
 
-TEST_F(Media, ReadsNamesWithoutAnythingFromADotThatSomethingFollows) {
+TEST_F(Media, ReadsNamesUpToTheirFirstDot) {
     const std::string long_name(1500, 'n');
     char name[1100] = "";
     const std::pair<std::string, std::string> cases[] = {{"take.final.wav", "take"},
@@ -86,7 +91,7 @@ TEST_F(Media, ReadsNamesWithoutAnythingFromADotThatSomethingFollows) {
     EXPECT_STREQ(name, "nnn");
 }
 
-TEST_F(Media, CountsSourcesByTypeWhateverTheCase) {
+TEST_F(Media, CountsSourcesByType) {
     const std::pair<const char*, int> types[] = {{"", 3}, {"wav", 2}, {"Wave", 2}, {"MP3", 0}};
     workstation.project().tracks()[0]->add_item(5.0, 1.0); // without a take
     int all = -1, of_type = -1;

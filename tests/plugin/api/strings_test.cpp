@@ -1,26 +1,33 @@
-// Texts compared, replaced and split: bytes in, bytes out, whatever a script passes.
+// Strings compared, replaced and split: bytes in, bytes out, whatever a script passes.
 
 #include "api/project/strings.hpp"
 
 #include <gtest/gtest.h>
+
+#include <tuple>
 
 namespace {
 
 using namespace MK_FELSPAR;
 using Texts = std::vector<std::string>;
 
-/// Which tests the texts pass: s, whole; i, included; e, included byte for byte.
-std::string passed(const char* text, const char* check) {
-    bool same = false, included = false, exactly = false;
-    EXPECT_TRUE(CheckSameString(text, check, &same) && CheckIncludePerfectString(text, check, &exactly) &&
-                mk_api::string::CheckIncludeString(text, check, &included));
-    return std::string(same ? "s" : "") + (included ? "i" : "") + (exactly ? "e" : "");
-}
-
-TEST(Strings, CompareWithTheCaseOfAsciiLettersFoldedOrByteForByte) {
-    EXPECT_EQ((Texts{passed("ABC", "abc"), passed("ABC[", "abc{"), passed("Hello", "ELL"), passed("", ""),
-                     passed("Hello", "ell"), passed("\u00e9", "\u00c9"), passed("a", ""), passed("", "a")}),
-              (Texts{"si", "", "i", "sie", "ie", "", "ie", ""}));
+TEST(Strings, CompareInAnyCaseOrExactly) {
+    struct {
+        const char *text, *check;
+        bool same, included, included_exactly;
+    } const cases[] = {{"ABC", "abc", true, true, false},    {"ABC[", "abc{", false, false, false},
+                       {"Hello", "ELL", false, true, false}, {"Hello", "ell", false, true, true},
+                       {"", "", true, true, true},           {"\u00e9", "\u00c9", false, false, false},
+                       {"a", "", false, true, true},         {"", "a", false, false, false}};
+    for (const auto& each : cases) {
+        SCOPED_TRACE(std::string(each.text) + " and " + each.check);
+        bool same = false, included = false, exactly = false;
+        EXPECT_TRUE(CheckSameString(each.text, each.check, &same));
+        EXPECT_TRUE(CheckIncludePerfectString(each.text, each.check, &exactly));
+        EXPECT_TRUE(mk_api::string::CheckIncludeString(each.text, each.check, &included));
+        EXPECT_EQ(std::tuple(same, included, exactly),
+                  std::tuple(each.same, each.included, each.included_exactly));
+    }
 }
 
 /// The replaced text, or "refused" when the buffer stayed as it was.
@@ -32,7 +39,7 @@ std::string replaced(const std::string& text, const std::string& search, const c
     return buffer.c_str();
 }
 
-TEST(Strings, ReplaceEveryMatchOfAPatternOrRefuseIt) {
+TEST(Strings, ReplaceEveryMatch) {
     EXPECT_EQ(
         (Texts{replaced("abcabc", "(b)(c)", "$2$1"), replaced("a.b", "a.b", "[$&$$]"),
                replaced("abc", "x*", "-"), replaced("Aa\xff", "a", ""), replaced("abab", "(ab)\\1", "<$1>")}),
@@ -40,13 +47,14 @@ TEST(Strings, ReplaceEveryMatchOfAPatternOrRefuseIt) {
     EXPECT_EQ(replaced("cat category", "cat|category", "X"), "X Xegory");
     EXPECT_EQ(replaced("aa", "(", "x"), "refused");
     char buffer[] = "untouched";
-    EXPECT_TRUE(ReplaceSearchString("abc", "a", "b", buffer, 0) && DeleteBlankString("a b", buffer, 0));
+    EXPECT_TRUE(ReplaceSearchString("abc", "a", "b", buffer, 0));
+    EXPECT_TRUE(DeleteBlankString("a b", buffer, 0));
     EXPECT_STREQ(buffer, "untouched");
     EXPECT_TRUE(DeleteBlankString(" a b  \t\u3000cdefg", buffer, sizeof buffer));
     EXPECT_STREQ(buffer, "ab\t\u3000cde");
 }
 
-TEST(Strings, SplitAtEachSeparatorByte) {
+TEST(Strings, SplitAtEverySeparator) {
     Texts pieces;
     for (const char* text : {"a,b;c", "d,,e", ",f,", ""})
         EXPECT_TRUE(GetStringSplitList(text, ",;", pieces));

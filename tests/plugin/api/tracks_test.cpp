@@ -8,6 +8,7 @@
 #include <cmath>
 #include <cstring>
 #include <limits>
+#include <utility>
 
 namespace {
 
@@ -28,7 +29,7 @@ protected:
     MediaTrack* track(std::size_t i) { return handle(*workstation.project().track(i)); }
 };
 
-TEST_F(Tracks, AreFoundAndCountedAmongAllOrTheSelected) {
+TEST_F(Tracks, AreFoundAmongAllOrTheSelected) {
     EXPECT_EQ(GetTrackItemSelect(nullptr, 1, 0), track(1));
     EXPECT_EQ(GetTrackItemSelect(nullptr, 0, 1), track(2));
     EXPECT_EQ(GetTrackItemSelect(nullptr, 0, 2), nullptr);
@@ -40,19 +41,24 @@ TEST_F(Tracks, AreFoundAndCountedAmongAllOrTheSelected) {
     }
 }
 
-TEST_F(Tracks, AreSwitchedOnAndOffByEachMember) {
+TEST_F(Tracks, AreMutedAndSoloedByEachForm) {
     const auto switch_and_read = [&](const char* key, auto get_item, auto get_id, auto get_selected,
                                      auto set_item, auto set_id, auto set_selected, auto all_off) {
         const auto expect_all = [&](double value) {
             for (std::size_t i = 0; i < 3; ++i)
                 EXPECT_EQ(GetMediaTrackInfo_Value(track(i), key), value) << key << ' ' << i;
         };
-        bool on[] = {true, false, false};
-        EXPECT_FALSE(get_item(track(0), &on[0]) || on[0]) << "the result is the state";
-        EXPECT_TRUE(set_item(track(0), true) && set_id(nullptr, 1, true) && set_selected(nullptr, 0, true));
+        bool is_on = true;
+        EXPECT_FALSE(get_item(track(0), &is_on)) << "the result is the state";
+        EXPECT_FALSE(is_on);
+        EXPECT_TRUE(set_item(track(0), true));
+        EXPECT_TRUE(set_id(nullptr, 1, true));
+        EXPECT_TRUE(set_selected(nullptr, 0, true));
         expect_all(1.0);
-        EXPECT_TRUE(get_id(nullptr, 1, &on[1]) && on[1]);
-        EXPECT_TRUE(get_selected(nullptr, 0, &on[2]) && on[2]);
+        EXPECT_TRUE(get_id(nullptr, 1, &is_on));
+        EXPECT_TRUE(std::exchange(is_on, false));
+        EXPECT_TRUE(get_selected(nullptr, 0, &is_on));
+        EXPECT_TRUE(is_on);
         EXPECT_TRUE(all_off(nullptr));
         expect_all(0.0);
         EXPECT_FALSE(set_id(nullptr, 9, true)) << "the host's answer for no track";
@@ -65,7 +71,7 @@ TEST_F(Tracks, AreSwitchedOnAndOffByEachMember) {
 
 double delivered = 0.0;
 
-TEST_F(Tracks, ReadValuesBetweenOffAndOnAsNoState) {
+TEST_F(Tracks, AreNeitherMutedNorSoloedByOddValues) {
     using Reading = std::pair<bool, bool>; // result and output
     const auto read = [](auto get, auto... where) {
         bool out = true;
@@ -82,7 +88,7 @@ TEST_F(Tracks, ReadValuesBetweenOffAndOnAsNoState) {
     EXPECT_EQ(read(GetTrackItemSolo, track(0)), Reading(false, true));
 }
 
-TEST_F(Tracks, MarkAColourAsInUseButNotOneOfThreeParts) {
+TEST_F(Tracks, FlagWholeColoursAsInUse) {
     EXPECT_TRUE(SetTrackIdColor(nullptr, 0, 0));
     EXPECT_EQ(GetTrackColor(track(0)), 0x1000000);
     const int native = ColorToNative(10, 20, 30);
@@ -98,18 +104,19 @@ TEST_F(Tracks, MarkAColourAsInUseButNotOneOfThreeParts) {
     EXPECT_EQ(set_color, native);
 }
 
-TEST_F(Tracks, AreSelectedOrSelectedAlone) {
+TEST_F(Tracks, AreSelectedTogetherOrAlone) {
     EXPECT_TRUE(SetTrackIdSelected(nullptr, 0, true));
     EXPECT_EQ(CountSelectedTracks(nullptr), 2);
     EXPECT_TRUE(SetTrackIdOnlySelected(nullptr, 1));
     EXPECT_EQ(CountSelectedTracks(nullptr), 1);
     EXPECT_EQ(GetSelectedTrack(nullptr, 0), track(1));
-    EXPECT_FALSE(SetTrackItemOnlySelected(nullptr) || SetTrackIdOnlySelected(nullptr, 9));
+    EXPECT_FALSE(SetTrackItemOnlySelected(nullptr));
+    EXPECT_FALSE(SetTrackIdOnlySelected(nullptr, 9));
     EXPECT_FALSE(SetTrackIdSelected(nullptr, -1, true));
     EXPECT_EQ(GetSelectedTrack(nullptr, 0), track(1));
 }
 
-TEST_F(Tracks, ReadDecibelsAtTwoDigitsAndWriteAndAddThemUnrounded) {
+TEST_F(Tracks, RoundDecibelsOnlyWhenRead) {
     headless::project::Track& model = *workstation.project().track(2);
     double volume = 99.0;
     model.volume = 0.5;
@@ -125,16 +132,19 @@ TEST_F(Tracks, ReadDecibelsAtTwoDigitsAndWriteAndAddThemUnrounded) {
     EXPECT_EQ(volume, -std::numeric_limits<double>::infinity());
 }
 
-TEST_F(Tracks, ThatAreMissingChangeNothing) {
+TEST_F(Tracks, ChangeNothingWhenMissing) {
     double volume = 99.0;
-    EXPECT_FALSE(GetTrackIdVolume(nullptr, 3, &volume) || GetSelectedTrackIdVolume(nullptr, 3, &volume));
-    EXPECT_FALSE(SetTrackIdVolume(nullptr, 3, -6.0) || SetTrackIdAddVolume(nullptr, 3, -6.0));
-    EXPECT_FALSE(SetTrackIdName(nullptr, 3, "x") || SetTrackItemName(nullptr, "x"));
+    EXPECT_FALSE(GetTrackIdVolume(nullptr, 3, &volume));
+    EXPECT_FALSE(GetSelectedTrackIdVolume(nullptr, 3, &volume));
+    EXPECT_FALSE(SetTrackIdVolume(nullptr, 3, -6.0));
+    EXPECT_FALSE(SetTrackIdAddVolume(nullptr, 3, -6.0));
+    EXPECT_FALSE(SetTrackIdName(nullptr, 3, "x"));
+    EXPECT_FALSE(SetTrackItemName(nullptr, "x"));
     EXPECT_EQ(volume, 99.0);
     EXPECT_EQ(redraws, 0);
 }
 
-TEST_F(Tracks, TakeANameAndGiveItCutToTheBuffers) {
+TEST_F(Tracks, CutNamesToTheBuffer) {
     EXPECT_TRUE(SetSelectedTrackIdName(nullptr, 0, "Vocal"));
     char name[5000] = "";
     EXPECT_TRUE(GetTrackIdName(nullptr, 2, name, 4));

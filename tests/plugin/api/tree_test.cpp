@@ -5,6 +5,7 @@
 #include "tests/plugin/support/bound_plugin.hpp"
 
 #include <cmath>
+#include <tuple>
 
 namespace {
 
@@ -54,20 +55,21 @@ protected:
         build(before);
         int number = -1;
         MediaTrack* child = InsertChildTrack(GetTrack(nullptr, parent), &number);
-        EXPECT_TRUE(child == GetTrack(nullptr, number) && GetParentTrack(child) == GetTrack(nullptr, parent));
+        EXPECT_EQ(child, GetTrack(nullptr, number));
+        EXPECT_EQ(GetParentTrack(child), GetTrack(nullptr, parent));
         return std::to_string(number) + " " + writes + depths();
     }
     headless::project::Project& project = workstation.project();
 };
 
-TEST_F(Tree, MovesATrackWithItsSubtreeToADepth) {
+TEST_F(Tree, MovesATrackWithItsSubtree) {
     EXPECT_EQ(
         (Texts{moved("0110", 1, 0), moved("0121", 1, 0), moved("000", 1, 1), moved("0123", 3, 0),
                moved("0120", 3, 3), moved("000", 1, 2), moved("01", 0, 5), moved("01", 9, 1)}),
         (Texts{"0:0 1:1 0010", "0:0 2:0 0011", "0:1 1:-1 010", "2:-2 0120", "2:1 0123", "000", "01", "01"}));
 }
 
-TEST_F(Tree, TakesInANewChildBehindTheLastOneOrTheChildlessParent) {
+TEST_F(Tree, InsertsAChildAfterTheLastOne) {
     EXPECT_EQ((Texts{with_child("0110", 0), with_child("0120", 0), with_child("00", 1), with_child("00", 0),
                      with_child("0120", 2)}),
               (Texts{"3 2:0 3:-1 01110", "2 1:0 2:1 01120", "2 1:1 001", "1 0:1 1:-1 1:-1 010",
@@ -76,7 +78,7 @@ TEST_F(Tree, TakesInANewChildBehindTheLastOneOrTheChildlessParent) {
 
 std::string calls; ///< one letter each: Count, Get, Depth, Insert
 
-TEST_F(Tree, IsReadInTheOrderTold) {
+TEST_F(Tree, IsReadInAFixedOrder) {
     build("0110");
     CountTracks = [](ReaProject*) { return calls += "C", 4; };
     GetTrack = [](ReaProject*, int number) {
@@ -97,7 +99,7 @@ TEST_F(Tree, IsReadInTheOrderTold) {
     EXPECT_EQ(calls_before_insertion(1), "CG0G1G2G3CCG0G1G2DD") << "the track behind, then the parent";
 }
 
-TEST_F(Tree, MovesATrackThatTheHostListsTwiceWhereItStandsLast) {
+TEST_F(Tree, TakesTheLastOfTracksListedTwice) {
     build("000");
     GetTrack = [](ReaProject*, int number) {
         return reinterpret_cast<MediaTrack*>(headless::workstation::Workstation::handle(
@@ -108,22 +110,38 @@ TEST_F(Tree, MovesATrackThatTheHostListsTwiceWhereItStandsLast) {
     EXPECT_EQ(writes, "1:1 ");
 }
 
-TEST_F(Tree, FindsAndListsTracksOrInsertsTheMissingOne) {
+TEST_F(Tree, ListsChildrenByParentOrAtTheTop) {
+    build("01210");
+    int count = 9;
+    EXPECT_EQ(GetSelectedTrackFirstInfo(nullptr, &count), nullptr) << "nothing selected";
+    EXPECT_EQ(count, 9);
+    std::vector<MediaTrack*> children{nullptr};
+    EXPECT_TRUE(GetTrackIdChildList(nullptr, 0, children, count));
+    EXPECT_EQ(std::tuple(count, children.size()), std::tuple(3, 3u)) << "appended to, with the count of all";
+    EXPECT_TRUE(GetTrackIdChildList(nullptr, 9, children, count));
+    EXPECT_EQ(count, 5) << "no parent: the top";
+}
+
+TEST_F(Tree, FindsTracksByNameOrInsertsTheMissingOne) {
     build("01210");
     for (const std::size_t i : {1u, 3u, 4u})
         project.track(i)->name = i == 3 ? "bobby" : "Bob";
-    int number = 9;
-    EXPECT_TRUE(!GetSelectedTrackFirstInfo(nullptr, &number) && number == 9) << "nothing selected";
-    EXPECT_TRUE(InsertTrackSearchUniqueOnly(nullptr, "Bob", &number) == GetTrack(nullptr, 1) && number == 1);
-    std::vector<MediaTrack*> children{nullptr};
-    EXPECT_TRUE(GetTrackIdChildList(nullptr, 0, children, number) && number == 3 && children.size() == 3);
-    EXPECT_TRUE(GetTrackIdChildList(nullptr, 9, children, number) && number == 5) << "no parent: the top";
     std::vector<mk_object::TrackDetail> found;
-    EXPECT_TRUE(GetSamePerfectTrackNameList(nullptr, "Bob", found) && found.size() == 2);
-    EXPECT_TRUE(GetIncludePerfectTrackNameList(nullptr, "BOB", found) && found.size() == 5);
-    EXPECT_TRUE(found[3].Index->value == 3 && InsertTrackSearchUniqueOnly(nullptr, "bob", &number) &&
-                number == 5);
-    EXPECT_TRUE(InsertTrackId(nullptr, 99) == GetTrack(nullptr, 6) && project.track(5)->name == "bob");
+    EXPECT_TRUE(GetSamePerfectTrackNameList(nullptr, "Bob", found));
+    EXPECT_TRUE(GetIncludePerfectTrackNameList(nullptr, "BOB", found));
+    std::vector<int> numbers;
+    for (const mk_object::TrackDetail& track : found)
+        numbers.push_back(track.Index->value);
+    EXPECT_EQ(numbers, std::vector({1, 4, 1, 3, 4})) << "appended to";
+    int number = 9;
+    EXPECT_EQ(InsertTrackSearchUniqueOnly(nullptr, "Bob", &number), GetTrack(nullptr, 1));
+    EXPECT_EQ(number, 1);
+    const MediaTrack* bob = InsertTrackSearchUniqueOnly(nullptr, "bob", &number);
+    EXPECT_EQ(number, 5);
+    EXPECT_EQ(bob, GetTrack(nullptr, 5));
+    EXPECT_EQ(project.track(5)->name, "bob");
+    const MediaTrack* last = InsertTrackId(nullptr, 99);
+    EXPECT_EQ(last, GetTrack(nullptr, 6));
 }
 
 } // namespace

@@ -56,21 +56,36 @@ expect("1 {}", reaper.MK_GetPathInfo("/no such path"))
 
 expect('0 [1,2.5,"a",1]', reaper.MK_Json_Serialize { 1, 2.5, "a", true })
 expect('0 {"a":"x","k":null}', reaper.MK_Json_Serialize { k = {}, a = "x", f = print })
-expect("0 [3,5000000000.0]", reaper.MK_Json_Serialize { 3.0, 5000000000 })
+expect("0 [3,0,5000000000.0,null]", reaper.MK_Json_Serialize { 3.0, -0.0, 5000000000, 0 / 0 })
+expect('0 {"a":"x"}', reaper.MK_Json_Serialize { a = "x\0y", [print] = 1 })
+expect("0 [1]", reaper.MK_Json_Serialize { [7] = 1 })
+expect("0 null", reaper.MK_Json_Serialize {})
 expect("0 null", reaper.MK_Json_Serialize("no table"))
 expect("1 nil", reaper.MK_Json_Serialize { 1, a = 2 })
 expect("1 ", reaper.MK_Json_Serialize { "\xff" })
-expect("0 {1=1 3={k=true}}", reaper.MK_Json_Deserialize('[1,null,{"k":true}]'))
+expect("0 {1=1 3={k=true} 4=0.5 5={}}", reaper.MK_Json_Deserialize('[1,null,{"k":true,"none":null},0.5,{}]'))
 expect("0 -1294967296", reaper.MK_Json_Deserialize("3000000000"))
 expect("1 nil", reaper.MK_Json_Deserialize())
+for _, text in ipairs { "[1]\0x", "\xef\xbb\xbf[1]", "[1]\r\n\t " } do
+    expect("0 {1=1}", reaper.MK_Json_Deserialize(text))
+end
+expect("0 {1=\u{1f600} 2=1e+300 3=0.0}", reaper.MK_Json_Deserialize('["\\ud83d\\ude00",1e300,1e-400]'))
+for _, text in ipairs { "", " ", "nul", "[01]", "[-]", "[1,]", "[1]x", "[NaN]", "[1e400]", "{1:2}", "['a']", '["\t"]',
+                        '["\0"]', '["\\x"]', '["\\ud800"]', '{"a"}', "[1}", '["a' } do
+    expect("1 nil", reaper.MK_Json_Deserialize(text))
+end
 for _, no_utf8 in ipairs { "\xff", "\xc0\xaf", "\xed\xa0\x80", "\xe3\x81", "\xf4\xbf\xbf\xbf" } do
     expect("1 nil", reaper.MK_Json_Deserialize('["' .. no_utf8 .. '"]'))
 end
 local loop = {}
 loop.loop = loop
 expect("1 nil", reaper.MK_Json_Serialize(loop))
-for levels, wanted in pairs { [1000] = 0, [1001] = 1, [1000000] = 1 } do
-    expect(tostring(wanted), (reaper.MK_Json_Deserialize(("["):rep(levels) .. ("]"):rep(levels))))
+local nested = { 1 }
+for _ = 2, 1000 do nested = { nested } end
+expect("0", (reaper.MK_Json_Serialize(nested)))
+expect("1 nil", reaper.MK_Json_Serialize { nested })
+for levels, wanted in pairs { [1000] = "0", [1001] = "1", [1000000] = "1" } do
+    expect(wanted, (reaper.MK_Json_Deserialize(("["):rep(levels) .. ("]"):rep(levels))))
 end
 
 expect("false {}", reaper.MK_GetMediaItemPeakList(io.stdout))

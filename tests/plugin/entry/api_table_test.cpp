@@ -16,7 +16,7 @@ constexpr std::string_view documentation[] = {"MK_Json_Deserialize", "MK_Json_Se
                                               "MK_SetMediaItemListRIDESCRIBER",
                                               "MK_LINGOMAT_InsertMediaItems"};
 
-TEST(ApiTable, HoldsTheRowsOfTheListInTheirOrderByteForByte) {
+TEST(ApiTable, EqualsTheHandKeptList) {
     std::ifstream list(TEST_DATA "/entry/rows.txt");
     std::string line;
     std::size_t i = 0;
@@ -54,7 +54,7 @@ std::uintptr_t through_adapter(std::uintptr_t first, std::uintptr_t second = 0) 
     return reinterpret_cast<std::uintptr_t>(ApiFunction<Function>::vararg(argv));
 }
 
-TEST(Adapter, ConvertsWordsAsTheBridgePassesThem) {
+TEST(Adapter, ConvertsArgumentsAndResults) {
     EXPECT_EQ(through_adapter<&bool_of_bool>(0x100000000), 1u) << "only high bits set is still true";
     EXPECT_EQ(through_adapter<&bool_of_bool>(0), 0u);
     EXPECT_EQ(through_adapter<&int_is_minus_two>(0x7FFFFFFFE), 1u) << "the low 32 bits, signed";

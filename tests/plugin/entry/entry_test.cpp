@@ -9,6 +9,7 @@
 
 #include <cstdlib>
 #include <fstream>
+#include <new>
 #include <string>
 #include <tuple>
 #include <vector>
@@ -43,7 +44,7 @@ protected:
 };
 
 // Runs in a process of its own, as the loaded flag is never cleared.
-TEST(EntryDeathTest, UnloadsWithoutALoadInSilence) {
+TEST(EntryDeathTest, UnloadingWithoutALoadDoesNothing) {
     EXPECT_EXIT(
         {
             plugin_register = &log_registration;
@@ -53,7 +54,7 @@ TEST(EntryDeathTest, UnloadsWithoutALoadInSilence) {
         ::testing::ExitedWithCode(0), "");
 }
 
-TEST_F(Loading, BindsAllPublishedFunctionsInTheirOrderWhateverTheVersion) {
+TEST_F(Loading, AsksForEveryHostFunctionInOrder) {
     std::ifstream published(TEST_DATA "/entry/host_functions.txt");
     EXPECT_EQ(ReaperPluginEntry(nullptr, &record), 1);
     EXPECT_EQ(asked, std::vector<std::string>(std::istream_iterator<std::string>(published), {}));
@@ -63,7 +64,7 @@ TEST_F(Loading, BindsAllPublishedFunctionsInTheirOrderWhateverTheVersion) {
     EXPECT_NE(GetTrack, nullptr);
 }
 
-TEST_F(Loading, RegistersEachRowThriceInOrderAndWithdrawsTheSamePointers) {
+TEST_F(Loading, RegistersEachRowThriceAndUnregistersIt) {
     ReaperPluginEntry(nullptr, &record);
     std::vector<std::pair<std::string, void*>> expected;
     for (std::size_t i = 0; i < api_define_list.count; ++i) {
@@ -83,7 +84,7 @@ TEST_F(Loading, RegistersEachRowThriceInOrderAndWithdrawsTheSamePointers) {
     EXPECT_TRUE(imported);
 }
 
-TEST_F(Loading, CountsWhatAHostLacksAndSurvivesOneThatKnowsNothing) {
+TEST_F(Loading, CountsMissingHostFunctions) {
     EXPECT_EQ(REAPERAPI_LoadAPI([](const char*) -> void* { return nullptr; }), 810);
     reaper_plugin_info_t empty{0, nullptr, nullptr, nullptr};
     EXPECT_EQ(ReaperPluginEntry(nullptr, &empty), 1);
@@ -91,7 +92,13 @@ TEST_F(Loading, CountsWhatAHostLacksAndSurvivesOneThatKnowsNothing) {
     EXPECT_EQ(ReaperPluginEntry(nullptr, nullptr), 0);
 }
 
-TEST(Language, IsJapaneseForExactlyThatLocale) {
+TEST_F(Loading, FailsWhenMemoryRunsOut) {
+    record.GetFunc = [](const char*) -> void* { throw std::bad_alloc(); };
+    EXPECT_EQ(ReaperPluginEntry(nullptr, &record), 0);
+    record.GetFunc = &get_func;
+}
+
+TEST(Language, IsJapaneseOnlyForThatLocale) {
     for (const char* variable : {"LC_ALL", "LC_MESSAGES", "LANG"})
         unsetenv(variable);
     const std::tuple<const char*, const char*, bool> locales[] = {{"LANG", "ja_JP", true},

@@ -24,7 +24,7 @@ def pointer(where, name):
 
 
 class Loaded(unittest.TestCase):
-    def test_binds_its_own_pointers_and_leaves_those_of_an_extension_beside_it(self):
+    def test_binds_only_its_own_pointers(self):
         theirs = pointer(beside, "GetTrack")
         known = GetFunc(lambda name: 0x1000 if name == b"GetTrack" else None)
         record = HostRecord(0x20E, None, None, known)
@@ -37,7 +37,7 @@ class Loaded(unittest.TestCase):
         self.assertFalse(ctypes.c_bool.in_dll(beside, "imported"))
         self.assertEqual(library.ReaperPluginEntry(None, None), 0)
 
-    def test_registers_its_adapters_by_the_names_under_which_they_are_exported(self):
+    def test_registers_exported_adapters(self):
         rows, count = (ctypes.c_size_t * 2).in_dll(library, "api_define_list")
         for row in range(count):
             words = (ctypes.c_void_p * 9).from_address(rows + row * 72)

@@ -23,7 +23,7 @@ protected:
     std::string root = folder.path;
 };
 
-TEST_F(PathRecord, TakesAFileApartAndSurvivesItsJsonForm) {
+TEST_F(PathRecord, HasTheSamePartsInJson) {
     mk_Path path(make_file("日本.b.wav"));
     const auto text = [](const std::string& value) { return json{{"string", value}}; };
     json form = {{"ParentPath", text(root)},
@@ -44,13 +44,15 @@ TEST_F(PathRecord, KnowsFoldersAndPipes) {
     const mk_Path slashed(root + "/");
     EXPECT_EQ(slashed.Type->value, "Folder");
     EXPECT_EQ(slashed.ParentPath->value, root);
-    EXPECT_TRUE(slashed.FileName->exists && slashed.FileName->value.empty());
+    EXPECT_TRUE(slashed.FileName->exists);
+    EXPECT_EQ(slashed.FileName->value, "");
     ASSERT_EQ(mkfifo((root + "/pipe").c_str(), 0600), 0);
     const mk_Path pipe(root + "/pipe");
-    EXPECT_TRUE(pipe.Type->exists && pipe.Type->value.empty());
+    EXPECT_TRUE(pipe.Type->exists);
+    EXPECT_EQ(pipe.Type->value, "");
 }
 
-TEST_F(PathRecord, StaysAsItWasWhenThereIsNoSuchPath) {
+TEST_F(PathRecord, KeepsItsValueForAMissingPath) {
     mk_Path path(make_file("a.wav"));
     EXPECT_EQ(path.read_path(root + "/missing.wav"), 1);
     EXPECT_EQ(path.FileName->value, "a.wav");

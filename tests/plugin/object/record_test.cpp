@@ -1,5 +1,5 @@
-// The operations that every record has, tried on each class through the interface; and the pools of records
-// that wait for scripts: who owns what, and what is left after a release.
+// The fields of each class of record, the operations that all classes share, and the pools: who owns the records
+// that wait for scripts, and what is left after a release.
 
 #include "object/records.hpp"
 
@@ -7,7 +7,9 @@
 #include <lua.hpp>
 #include <nlohmann/json.hpp>
 
+#include <map>
 #include <stdexcept>
+#include <tuple>
 
 namespace {
 
@@ -16,78 +18,67 @@ using namespace mk_object;
 using Lua = std::unique_ptr<lua_State, decltype(&lua_close)>;
 Lua new_lua() { return {luaL_newstate(), &lua_close}; }
 
-using Column = std::pair<std::string, std::string>; // key and type name
+/// "key type" of each field of a class, as a record that has them all lists them.
 template <class T>
-const std::vector<Column> columns;
-template <>
-const std::vector<Column> columns<TrackDetail>{
-    {"Name", "string"}, {"Track", "MediaTrack*"}, {"Volume", "double"}, {"Index", "int"}, {"Depth", "int"}};
-template <>
-const std::vector<Column> columns<mk_Peak>{{"Time", "double"},    {"MaxPeak", "double"},
-                                           {"MinPeak", "double"}, {"Frequency", "double"},
-                                           {"Pos", "double"},     {"PointVol", "double"}};
-template <>
-const std::vector<Column> columns<mk_Midi>{
-    {"Index", "int"}, {"Pitch", "int"}, {"Velocity", "int"}, {"StartPos", "double"}, {"EndPos", "double"}};
-template <>
-const std::vector<Column> columns<LINGOMAT_Tracks>{{"MasterName", "string"},
-                                                   {"MasterTrack", "MediaTrack*"},
-                                                   {"BaseTrack", "MediaTrack*"},
-                                                   {"UniqueTrack", "MediaTrack*"}};
+std::string fields_of() {
+    T record;
+    std::apply([&](const auto&... field) { ((record.*field.cell)->set({}), ...); }, T::fields);
+    std::string text;
+    for (int i = 0; i < static_cast<int>(record.get_size()); ++i) {
+        const auto [key, type] = record.get_key_info(i);
+        text += key + ' ' + type + ' ';
+    }
+    return text;
+}
+
+TEST(Record, ListsItsFieldsInOrder) {
+    EXPECT_EQ(fields_of<TrackDetail>(), "Name string Track MediaTrack* Volume double Index int Depth int ");
+    EXPECT_EQ(fields_of<mk_Peak>(), "Time double MaxPeak double MinPeak double Frequency double Pos double "
+                                    "PointVol double ");
+    EXPECT_EQ(fields_of<mk_Midi>(), "Index int Pitch int Velocity int StartPos double EndPos double ");
+    EXPECT_EQ(fields_of<LINGOMAT_Tracks>(), "MasterName string MasterTrack MediaTrack* BaseTrack MediaTrack* "
+                                            "UniqueTrack MediaTrack* ");
+}
 
 int some_track;
-const std::map<std::string, mk_Value> value_of_type{{"string", std::string("guitar")},
-                                                    {"MediaTrack*", static_cast<void*>(&some_track)},
-                                                    {"double", -3.5},
-                                                    {"int", 60}};
+const std::map<std::string, mk_Value> values{{"Name", std::string("guitar")},
+                                             {"Track", static_cast<void*>(&some_track)},
+                                             {"Volume", -3.5},
+                                             {"Index", 60}};
 
-template <class T>
-class EveryRecord : public ::testing::Test {
-protected:
-    T object;
-    mk_List& record = object;
-    Lua L = new_lua();
-};
-using RecordClasses = ::testing::Types<TrackDetail, mk_Peak, mk_Midi, LINGOMAT_Tracks>;
-TYPED_TEST_SUITE(EveryRecord, RecordClasses);
-
-TYPED_TEST(EveryRecord, IsEmptyWhenFreshAndReadsZeros) {
-    EXPECT_EQ(this->record.pool_key, reinterpret_cast<unsigned long long>(&this->record));
-    EXPECT_TRUE(this->record.to_json().is_null());
-    EXPECT_EQ(this->record.get_value("no such key"), mk_Value(0));
-    this->record.set_value("no such key", 1.0);
-    for (const auto& [key, type] : columns<TypeParam>) {
-        this->record.set_value(key, true); // a value of another type is dropped
-        EXPECT_EQ(this->record.get_value(key).index(), value_of_type.at(type).index()) << key;
-        EXPECT_NE(this->record.get_value(key), value_of_type.at(type)) << key;
+TEST(Record, ReadsZerosWhenNew) {
+    TrackDetail record;
+    EXPECT_EQ(record.pool_key, reinterpret_cast<unsigned long long>(&record));
+    EXPECT_TRUE(record.to_json().is_null());
+    EXPECT_EQ(record.get_value("no such key"), mk_Value(0));
+    record.set_value("no such key", 1.0);
+    for (const auto& [key, value] : values) {
+        record.set_value(key, true); // a value of another type is dropped
+        EXPECT_EQ(record.get_value(key).index(), value.index()) << key;
+        EXPECT_NE(record.get_value(key), value) << key;
     }
-    EXPECT_EQ(this->record.get_size(), 0u);
+    EXPECT_EQ(record.get_size(), 0u);
+    EXPECT_THROW(record.get_key_info(0), std::out_of_range);
+    EXPECT_THROW(record.get_key_info(-1), std::out_of_range);
 }
 
-TYPED_TEST(EveryRecord, WalksItsPresentFieldsInOrderAndPassesThroughALuaTable) {
-    const std::vector<Column>& keys = columns<TypeParam>;
-    for (auto column = keys.rbegin(); column != keys.rend(); ++column) { // the order is the class's own
-        this->record.set_value(column->first, value_of_type.at(column->second));
-        EXPECT_EQ(this->record.get_key_info(0), *column);
-    }
-    ASSERT_EQ(this->record.get_size(), keys.size());
-    const int size = static_cast<int>(keys.size());
-    EXPECT_THROW(this->record.get_key_info(size), std::out_of_range);
-    EXPECT_THROW(this->record.get_key_info(-1), std::out_of_range);
-
-    this->record.pushvalue(this->L.get());
-    TypeParam copy;
-    copy.set_value_from_luatable(this->L.get(), 1);
-    EXPECT_EQ(lua_gettop(this->L.get()), 1);
-    for (int i = 0; i < size; ++i) {
-        const auto& [key, type] = keys[static_cast<std::size_t>(i)];
-        EXPECT_EQ(this->record.get_key_info(i).first, key);
-        EXPECT_EQ(this->record.get_value(key), value_of_type.at(type)) << key;
-        EXPECT_EQ(copy.get_value(key) == value_of_type.at(type), key != "Track") << "not read from tables";
-    }
+TEST(Record, KeepsItsFieldsThroughALuaTable) {
+    const Lua L = new_lua();
+    TrackDetail record, copy;
+    for (const auto& [key, value] : values)
+        record.set_value(key, value);
+    record.pushvalue(L.get());
+    copy.set_value_from_luatable(L.get(), 1);
+    EXPECT_EQ(lua_gettop(L.get()), 1);
+    for (const auto& [key, value] : values)
+        EXPECT_EQ(record.get_value(key), value) << key;
+    EXPECT_EQ(copy.get_size(), 3u) << "a track is not read from tables";
+    EXPECT_EQ(copy.get_value("Track"), mk_Value(static_cast<void*>(nullptr)));
+    for (const char* key : {"Name", "Volume", "Index"})
+        EXPECT_EQ(copy.get_value(key), values.at(key)) << key;
 }
 
-TEST(Record, SharesItsCellsWithItsCopiesButNotItsKey) {
+TEST(Record, SharesItsCellsWithCopies) {
     TrackDetail source;
     TrackDetail copy = source;
     copy.set_value("Volume", 1.0);
@@ -101,7 +92,7 @@ TEST(Record, SharesItsCellsWithItsCopiesButNotItsKey) {
     EXPECT_EQ(assigned.get_size(), 1u);
 }
 
-TEST(Record, TakesTheZeroForAValueOfAnotherLuaTypeAndStopsAtAKeyThatIsNoString) {
+TEST(Record, ReadsMistypedLuaValuesAsZero) {
     const Lua L = new_lua();
     luaL_dostring(L.get(), "return {Volume = '1.5', Index = 2.5, Other = 1}, {'no string', Depth = 3}");
     TrackDetail record, unread;
@@ -115,7 +106,7 @@ TEST(Record, TakesTheZeroForAValueOfAnotherLuaTypeAndStopsAtAKeyThatIsNoString) 
     EXPECT_EQ(unread.get_key_info(0).first, "Track") << "null, but present";
 }
 
-TEST(Pool, OwnsTheRecordsOfAnArrayUntilItsRelease) {
+TEST(Pool, OwnsRecordsUntilTheirArrayIsReleased) {
     const auto handle = mk_List::create_mklist_array();
     mk_List* record = mk_List::create_mkobj_inarray<mk_Midi>(handle);
     mk_List::create_mkobj_inarray<TrackDetail>(handle);
@@ -137,7 +128,7 @@ struct Foreign : mk_List {
     std::vector<const mk_List*>& releases;
 };
 
-TEST(Pool, ReleasesEveryEntryOfAnArrayByItsOwnOperationAndInOrder) {
+TEST(Pool, ReleasesEntriesInOrder) {
     std::vector<const mk_List*> releases;
     Foreign first(releases), last(releases);
     auto group = std::make_shared<LINGOMAT_Tracks>();
@@ -160,7 +151,7 @@ TEST(Pool, ReleasesEveryEntryOfAnArrayByItsOwnOperationAndInOrder) {
     EXPECT_TRUE(LINGOMAT_Tracks::pool.empty());
 }
 
-TEST(Pool, NeverTakesANewRecordForOneThatWasReleasedAtItsAddress) {
+TEST(Pool, TellsRecordsAtOneAddressApart) {
     const auto old_array = mk_List::create_mklist_array();
     const auto new_array = mk_List::create_mklist_array();
     for (int i = 0; i < 100; ++i) { // the allocator gives the same block again
@@ -173,7 +164,7 @@ TEST(Pool, NeverTakesANewRecordForOneThatWasReleasedAtItsAddress) {
     EXPECT_TRUE(mk_Midi::pool.empty());
 }
 
-TEST(Pool, HoldsARecordOnceHoweverOftenItIsPutIn) {
+TEST(Pool, HoldsARecordOnce) {
     auto record = std::make_shared<TrackDetail>();
     mk_List::set_obj_topool(record);
     mk_List::set_obj_topool(record);
@@ -182,7 +173,7 @@ TEST(Pool, HoldsARecordOnceHoweverOftenItIsPutIn) {
     EXPECT_TRUE(TrackDetail::pool.empty());
 }
 
-TEST(Pool, KeepsAListAliveBeyondItsSource) {
+TEST(Pool, KeepsAListAlive) {
     std::vector<mk_List*>* array = nullptr;
     {
         std::vector<TrackDetail> list(2);

@@ -8,7 +8,7 @@ namespace {
 
 using Dependency = mk_test::BoundPlugin;
 
-TEST_F(Dependency, TellsWhichExtensionIsMissingAndOpensItsAddressOnlyOnAYes) {
+TEST_F(Dependency, OpensTheExtensionsAddressOnYes) {
     const mk_test::StandInCommand browser("xdg-open");
     browser.runs("echo \"$1\" >> output\n");
     dependency_manager::assert_not_installed("MK_Something", "", third_plugin{1});

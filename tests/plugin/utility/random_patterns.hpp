@@ -1,7 +1,6 @@
 #pragma once
-// Regular expressions at random, with texts and replacement formats for them: the same ones from the same
-// seed with every compiler. Of lookaheads there are those that every std::regex gets right: they look at
-// something.
+// Random regular expressions, with texts and replacement formats for them. Lookaheads are those that
+// std::regex gets right: they match something.
 
 #include <cstddef>
 #include <random>

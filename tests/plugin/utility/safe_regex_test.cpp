@@ -1,4 +1,4 @@
-// Regular expressions beside plain std::regex, which is right on short texts, and alone on long ones.
+// Regular expressions beside std::regex, which is right on short texts, and alone on long ones.
 
 #include "tests/plugin/utility/random_patterns.hpp"
 #include "utility/safe_regex.hpp"
@@ -30,7 +30,7 @@ std::string plain(const RegexCase& each) {
     return answer([&] { return std::regex_replace(each.text, std::regex(each.pattern), each.format); });
 }
 
-TEST(SafeRegex, MeansWhatStdRegexMeansInPatternsForFileNames) {
+TEST(SafeRegex, AgreesWithStdRegexOnFileNames) {
     const char* const patterns[] = {// clang-format off
         "cat|category", "\\.wav$", "\\.(wav|aiff?|flac)$", "^[^_]+_", "_[^_]*$", "(.*)\\.(.*)", "(.+?)_(.+)", "\\d+",
         "\\d{2,3}", "(\\d+)(?=\\.wav)", "(?!\\.)[a-z]+", "[A-Z][a-z]+", "\\s+", "^\\s+|\\s+$", "[\\s_-]+", "\\bvo\\b",
@@ -55,7 +55,7 @@ TEST(SafeRegex, MeansWhatStdRegexMeansInPatternsForFileNames) {
                     << pattern << " in " << text;
 }
 
-TEST(SafeRegex, MeansWhatStdRegexMeansInPatternsAtRandom) {
+TEST(SafeRegex, AgreesWithStdRegexOnRandomPatterns) {
     mk_test::RandomPatterns patterns(20);
     for (int left = 5000; left > 0; --left) {
         const RegexCase each = patterns.next();
@@ -63,9 +63,9 @@ TEST(SafeRegex, MeansWhatStdRegexMeansInPatternsAtRandom) {
     }
 }
 
-// Here std::regex forgets what the standard says: in a lookahead it takes the place for the text's begin, and
-// what a lookahead captured on a way that was given up stays.
-TEST(SafeRegex, LetsLookaheadsSeeTheTextBeforeThem) {
+// Here std::regex departs from the standard: a lookahead takes its position for the start of the text, and
+// keeps what it captured in an abandoned attempt.
+TEST(SafeRegex, LooksBehindInLookaheads) {
     EXPECT_EQ(ours({"a(?=\\b)", "ab a", "X"}), "=ab X");
     EXPECT_EQ(ours({"(?:(?=(a))ab|a)", "ac", "<$1>"}), "=<>c");
 }
@@ -99,7 +99,7 @@ TEST(SafeRegex, ReplacesInLongTexts) {
         EXPECT_TRUE(mk_utility::replace_all(each.text, each.pattern, "x") == each.replaced) << each.pattern;
 }
 
-TEST(SafeRegex, RefusesWhatWouldTakeOutOfAllProportion) {
+TEST(SafeRegex, RefusesCostlySearches) {
     const std::string long_text = repeated("a", std::size_t{1} << 20);
     for (const char* pattern : {"(a+)+b", "[^,]*,", "(((a{99}){99}){99}){9}", "a{65536}"})
         EXPECT_EQ(ours({pattern, long_text, "x"}), "refused") << pattern;
@@ -110,7 +110,7 @@ TEST(SafeRegex, RefusesWhatWouldTakeOutOfAllProportion) {
     EXPECT_EQ(ours({std::string(240, '(') + "a" + std::string(240, ')'), "ab", "$99"}), "=ab");
 }
 
-TEST(SafeRegex, IgnoresCaseAndTakesAnyByteWhenTheWholeTextIsAskedFor) {
+TEST(SafeRegex, MatchesWholeTextsOfAnyBytes) {
     using mk_utility::LetterCase;
     EXPECT_TRUE(mk_utility::matches_whole("ABBA\xc3", "(a)(b)\\2[^b-z]\xc3", LetterCase::is_ignored));
     EXPECT_FALSE(mk_utility::matches_whole("ABBA\xe3", "abba\xc3", LetterCase::is_ignored)) << "ASCII alone";

@@ -39,7 +39,7 @@ inline Failure system_failure(const std::filesystem::path& path, int error_numbe
     return path_failure(path, std::generic_category().message(error_number), FailureKind::system);
 }
 
-/// The same failure with a remark behind its message, in brackets.
+/// The same failure with a remark after its message, in brackets.
 inline Failure with_remark(Failure failure, std::string_view remark) {
     failure.message.append(" (").append(remark).append(")");
     return failure;

@@ -11,7 +11,7 @@ namespace {
 
 using namespace std::literals;
 
-constexpr std::string_view joints = "_-. ";
+constexpr std::string_view separators = "_-. ";
 
 constexpr auto languages = std::to_array<std::string_view>(
     {"ar",        "ara",    "arabic",  "bg",      "br",         "bul",        "bulgarian", "ca",       "cat",
@@ -44,9 +44,9 @@ using letter_case::lowered;
 
 bool is_language(std::string_view word) { return std::ranges::binary_search(languages, lowered(word)); }
 
-bool is_region(char joint, std::string_view word) {
+bool is_region(char separator, std::string_view word) {
     const bool has_small_letters = std::ranges::any_of(word, [](char c) { return c >= 'a' && c <= 'z'; });
-    return (joint == '-' || (joint == '_' && !has_small_letters)) &&
+    return (separator == '-' || (separator == '_' && !has_small_letters)) &&
            std::ranges::find(regions, lowered(word)) != regions.end();
 }
 
@@ -57,11 +57,11 @@ LanguageTag tag(TagPlace place, std::string_view rest, std::string_view language
 }
 
 LanguageTag find_at_beginning(std::string_view name) {
-    const std::size_t end = name.find_first_of(joints);
+    const std::size_t end = name.find_first_of(separators);
     const std::string_view code = name.substr(0, end);
     if (end == std::string_view::npos || !is_language(code))
         return {};
-    const std::size_t region_end = name.find_first_of(joints, end + 1);
+    const std::size_t region_end = name.find_first_of(separators, end + 1);
     if (region_end != std::string_view::npos &&
         is_region(name[end], name.substr(end + 1, region_end - end - 1)))
         return tag(TagPlace::beginning, name.substr(region_end + 1), name.substr(0, region_end), code);
@@ -69,16 +69,17 @@ LanguageTag find_at_beginning(std::string_view name) {
 }
 
 LanguageTag find_at_end(std::string_view name) {
-    const std::size_t joint = name.find_last_of(joints);
-    if (joint == std::string_view::npos)
+    const std::size_t separator = name.find_last_of(separators);
+    if (separator == std::string_view::npos)
         return {};
-    const std::string_view last = name.substr(joint + 1);
-    const std::string_view before = name.substr(0, joint);
-    const std::size_t earlier_joint = before.find_last_of(joints);
-    if (earlier_joint != std::string_view::npos && is_region(name[joint], last)) {
-        const std::string_view code = before.substr(earlier_joint + 1);
+    const std::string_view last = name.substr(separator + 1);
+    const std::string_view before = name.substr(0, separator);
+    const std::size_t earlier_separator = before.find_last_of(separators);
+    if (earlier_separator != std::string_view::npos && is_region(name[separator], last)) {
+        const std::string_view code = before.substr(earlier_separator + 1);
         if (is_language(code))
-            return tag(TagPlace::end, before.substr(0, earlier_joint), name.substr(earlier_joint + 1), code);
+            return tag(TagPlace::end, before.substr(0, earlier_separator), name.substr(earlier_separator + 1),
+                       code);
     }
     return is_language(last) ? tag(TagPlace::end, before, last, last) : LanguageTag{};
 }

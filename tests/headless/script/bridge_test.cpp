@@ -5,79 +5,59 @@ namespace {
 
 using testing::HasSubstr;
 
-/// A call, and all that it returns, as %q and numbers show it.
-struct Call {
-    const char* name;
-    const char* call;
-    const char* results;
-};
-
-struct BridgedCall : ScriptTest, testing::WithParamInterface<Call> {};
-
-TEST_P(BridgedCall, ReturnsItsValueThenItsOutputs) {
+TEST_F(ScriptTest, CallsReturnTheirValueThenTheirOutputs) {
     project.markers.add({true, 1.0, 2.5, "scene", 7, 0x1000003});
-    const auto outcome = run(std::string(R"(
-        local track, item = reaper.GetTrack(0, 0), reaper.GetMediaItem(0, 0)
-        local take = reaper.GetActiveTake(item)
-        local shown = {}
-        local function show(...)
+    project.insert_track(1);
+    const auto outcome = run(R"(
+        local track, unnamed, item = reaper.GetTrack(0, 0), reaper.GetTrack(0, 1), reaper.GetMediaItem(0, 0)
+        local source = reaper.GetMediaItemTake_Source(reaper.GetActiveTake(item))
+        local wrong = {}
+        local function expect(wanted, ...)
+            local shown = {}
             for i = 1, select("#", ...) do shown[i] = tostring((select(i, ...))) end
-            return table.concat(shown, " ")
+            local got = table.concat(shown, " ")
+            if got ~= wanted then wrong[#wrong + 1] = got .. " instead of " .. wanted end
         end
-        local got, wanted = show()") +
-                             GetParam().call + "), [[" + GetParam().results + R"(]]
-        assert(got == wanted, got))");
+        expect("", reaper.UpdateArrange())
+        expect("nil", reaper.GetParentTrack(track))
+        expect(tostring(track), reaper.GetMediaItemInfo_Value(item, "P_TRACK"))
+        expect("nil", reaper.GetMediaTrackInfo_Value(track, "P_PARTRACK"))
+        expect("0.5", reaper.GetMediaItemInfo_Value(item, "D_LENGTH"))
+        expect("true voice", reaper.GetTrackName(track, ""))
+        expect("true Track 2", reaper.GetTrackName(unnamed))
+        expect("WAVE", reaper.GetMediaSourceType(source, ""))
+        expect("true new", reaper.GetSetMediaTrackInfo_String(track, "P_NAME", "new", true))
+        expect("1 true 1.0 2.5 scene 7 16777219", reaper.EnumProjectMarkers3(0, 0))
+        expect("0 false 0.0 0.0  0 0", reaper.EnumProjectMarkers3(nil, 1))
+        expect("1 0 1", reaper.CountProjectMarkers())
+        expect("3 2 1", reaper.ColorFromNative(0x010203))
+        expect("24.0 false", reaper.TimeMap_curFrameRate(0))
+        expect("true 0 0 0 0", reaper.MK_GetTrackItemColor(track))
+        expect("true a+b", reaper.MK_ReplaceSearchString("a-b", "-", "+"))
+        expect("true 1.0 2.5", reaper.MK_GetRegionMarkerPosition(0, 0))
+        expect("513", reaper.ColorToNative("1", 2.9, 0/0))
+        expect("255 255 255", reaper.ColorFromNative(0xFFFFFFFF))
+        expect("0 nil", reaper.MK_GetPathInfo("x")) -- it only documents the Lua module
+        assert(#wrong == 0, table.concat(wrong, "\n")))");
     EXPECT_EQ(outcome.error, "");
 }
 
-INSTANTIATE_TEST_SUITE_P(
-    , BridgedCall,
-    testing::Values(
-        Call{"nothing", "reaper.UpdateArrange()", ""}, Call{"handle", "reaper.GetParentTrack(track)", "nil"},
-        Call{"handle_by_its_key",
-             "reaper.GetMediaItemInfo_Value(item, 'P_TRACK') == track, "
-             "reaper.GetMediaTrackInfo_Value(track, 'P_PARTRACK')",
-             "true nil"},
-        Call{"number", "reaper.GetMediaItemInfo_Value(item, 'D_LENGTH')", "0.5"},
-        Call{"text_out", "reaper.GetTrackName(track, '')", "true voice"},
-        Call{"text_alone", "reaper.GetMediaSourceType(reaper.GetMediaItemTake_Source(take), '')", "WAVE"},
-        Call{"text_in_and_out", "reaper.GetSetMediaTrackInfo_String(track, 'P_NAME', 'new', true)",
-             "true new"},
-        Call{"region", "reaper.EnumProjectMarkers3(0, 0)", "1 true 1.0 2.5 scene 7 16777219"},
-        Call{"past_the_last_region", "reaper.EnumProjectMarkers3(nil, 1)", "0 false 0.0 0.0  0 0"},
-        Call{"counts", "reaper.CountProjectMarkers()", "1 0 1"},
-        Call{"outputs_alone", "reaper.ColorFromNative(0x010203)", "3 2 1"},
-        Call{"optional_output", "reaper.TimeMap_curFrameRate(0)", "24.0 false"},
-        Call{"registered", "reaper.MK_GetTrackItemColor(track)", "true 0 0 0 0"},
-        Call{"registered_texts", "reaper.MK_ReplaceSearchString('a-b', '-', '+')", "true a+b"},
-        Call{"registered_double", "reaper.MK_GetRegionMarkerPosition(0, 0)", "true 1.0 2.5"},
-        Call{"lenient_numbers", "reaper.ColorToNative('1', 2.9, 0/0)", "513"},
-        Call{"unsigned_flag", "reaper.ColorFromNative(0xFFFFFFFF)", "255 255 255"},
-        Call{"documentation_row", "reaper.MK_GetPathInfo('x')", "0 nil"}),
-    [](const auto& call) { return std::string(call.param.name); });
-
-struct RefusedCall : ScriptTest, testing::WithParamInterface<Call> {};
-
-TEST_P(RefusedCall, RaisesTheWorkstationsError) {
-    const auto outcome = run(std::string("local track = reaper.GetTrack(0, 0)\n") + GetParam().call);
-    EXPECT_EQ(outcome.status, 1);
-    EXPECT_THAT(outcome.error, HasSubstr(std::string("script.lua:2: bad argument ") + GetParam().results));
+TEST_F(ScriptTest, WrongArgumentsRaiseTheWorkstationsError) {
+    const std::pair<const char*, const char*> calls[] = {
+        {"reaper.GetTrackDepth()", "#1 to 'GetTrackDepth' (MediaTrack expected)"},
+        {"reaper.MK_RenderMediaItemActiveTake(track)",
+         "#1 to 'MK_RenderMediaItemActiveTake' (MediaItem expected)"},
+        {"reaper.GetTrack(0, 'x')", "#2 to 'GetTrack' (number expected, got string)"},
+        {"reaper.GetSetMediaTrackInfo_String(track, 'P_NAME', {}, true)",
+         "#3 to 'GetSetMediaTrackInfo_String' (string expected, got table)"},
+        {"reaper.SetTrackSelected(track)", "#2 to 'SetTrackSelected' (boolean expected, got no value)"},
+        {"reaper.DeleteTrack(track) reaper.DeleteTrack(track)", "#1 to 'DeleteTrack' (MediaTrack expected)"}};
+    for (const auto& [call, message] : calls) {
+        const auto outcome = run(std::string("local track = reaper.GetTrack(0, 0)\n") + call);
+        EXPECT_EQ(outcome.status, 1) << call;
+        EXPECT_THAT(outcome.error, HasSubstr(std::string("script.lua:2: bad argument ") + message));
+    }
 }
-
-INSTANTIATE_TEST_SUITE_P(
-    , RefusedCall,
-    testing::Values(
-        Call{"missing_handle", "reaper.GetTrackDepth()", "#1 to 'GetTrackDepth' (MediaTrack expected)"},
-        Call{"other_handle", "reaper.MK_RenderMediaItemActiveTake(track)",
-             "#1 to 'MK_RenderMediaItemActiveTake' (MediaItem expected)"},
-        Call{"stale_handle", "reaper.DeleteTrack(track) reaper.DeleteTrack(track)",
-             "#1 to 'DeleteTrack' (MediaTrack expected)"},
-        Call{"text_for_number", "reaper.GetTrack(0, 'x')", "#2 to 'GetTrack' (number expected, got string)"},
-        Call{"table_for_text", "reaper.GetSetMediaTrackInfo_String(track, 'P_NAME', {}, true)",
-             "#3 to 'GetSetMediaTrackInfo_String' (string expected, got table)"},
-        Call{"nothing_for_boolean", "reaper.SetTrackSelected(track)",
-             "#2 to 'SetTrackSelected' (boolean expected, got no value)"}),
-    [](const auto& call) { return std::string(call.param.name); });
 
 TEST_F(ScriptTest, LongTextsFitIntoBigBuffers) {
     const auto outcome = run(R"(

@@ -5,38 +5,32 @@
 
 #include <algorithm>
 #include <iostream>
+#include <map>
 #include <string>
 
 namespace headless::test {
 namespace {
 
 std::string plain_argument(const script::Parameter& parameter) {
-    if (parameter.type == "MediaTrack*")
-        return "track";
-    if (parameter.type == "MediaItem*" || parameter.name == "pointer")
+    if (parameter.name == "pointer")
         return "item";
-    if (parameter.type == "MediaItem_Take*")
-        return "take";
-    if (parameter.type == "TrackEnvelope*")
-        return "envelope";
-    if (parameter.type == "BR_Envelope*")
-        return "reaper.BR_EnvAlloc(envelope, false)";
-    if (parameter.type == "PCM_source*")
-        return "reaper.GetMediaItemTake_Source(take)";
-    switch (parameter.kind) {
-    case script::ValueKind::integer:
-        return "1";
-    case script::ValueKind::number:
-        return "0.5";
-    case script::ValueKind::boolean:
-        return "true";
-    case script::ValueKind::text:
-        return "'text'";
-    case script::ValueKind::array:
-        return "reaper.new_array(100)";
-    default:
-        return "nil";
-    }
+    static const std::map<std::string_view, const char*> objects{
+        {"MediaTrack*", "track"},
+        {"MediaItem*", "item"},
+        {"MediaItem_Take*", "take"},
+        {"TrackEnvelope*", "envelope"},
+        {"BR_Envelope*", "reaper.BR_EnvAlloc(envelope, false)"},
+        {"PCM_source*", "reaper.GetMediaItemTake_Source(take)"}};
+    static const std::map<script::ValueKind, const char*> values{
+        {script::ValueKind::integer, "1"},
+        {script::ValueKind::number, "0.5"},
+        {script::ValueKind::boolean, "true"},
+        {script::ValueKind::text, "'text'"},
+        {script::ValueKind::array, "reaper.new_array(100)"}};
+    if (const auto object = objects.find(parameter.type); object != objects.end())
+        return object->second;
+    const auto value = values.find(parameter.kind);
+    return value == values.end() ? "nil" : value->second;
 }
 
 struct EveryFunction : ScriptTest {

@@ -26,7 +26,6 @@ TEST_F(WorkstationFunctions, ListFilesAndFoldersByName) {
         assert(reaper.EnumerateFiles("in", 0) == "a.wav")
         assert(reaper.EnumerateFiles("in", 2) == nil)
         assert(reaper.EnumerateFiles("none", 0) == nil)
-        assert(reaper.EnumerateFiles("in", -1) == nil)
         assert(reaper.EnumerateSubdirectories("in", 0) == "b.wav")
         assert(reaper.RecursiveCreateDirectory("in/d/e", 0) == 1)
         assert(reaper.EnumerateSubdirectories("in", 0) == "b.wav")
@@ -46,7 +45,6 @@ TEST_F(WorkstationFunctions, KeepExtensionStates) {
         assert(not reaper.HasExtState("a", "b"))
         assert(not reaper.HasExtState("b", "c"))
         assert(reaper.APIExists("GetTrack"))
-        assert(reaper.APIExists("MK_InsertTrackId"))
         assert(not reaper.APIExists("NoSuchFunction")))");
 }
 
@@ -58,11 +56,7 @@ TEST_F(WorkstationFunctions, ReadAndWriteItemsTakesAndSources) {
         assert(not reaper.SetMediaItemPosition(item, 0/0, true))
         reaper.SetMediaItemSelected(item, true)
         assert(reaper.IsMediaItemSelected(item))
-        assert(not reaper.IsTrackSelected(track))
-        assert(reaper.GetTrackNumMediaItems(track) == 1)
-        assert(reaper.GetMediaItemTrack(item) == track)
         assert(reaper.GetMediaItemTake(item, -1) == take)
-        assert(reaper.GetMediaItemTake(item, 1) == nil)
         for key, value in pairs {D_VOL = 0.5, D_PAN = -1, D_STARTOFFS = 0.125, D_PITCH = 2, B_PPITCH = 0, I_CHANMODE = 3} do
             assert(reaper.SetMediaItemTakeInfo_Value(take, key, value))
             assert(reaper.GetMediaItemTakeInfo_Value(take, key) == value, key)
@@ -72,10 +66,7 @@ TEST_F(WorkstationFunctions, ReadAndWriteItemsTakesAndSources) {
         local source = reaper.GetMediaItemTake_Source(take)
         local length, is_in_quarter_notes = reaper.GetMediaSourceLength(source)
         assert(length == 0.5)
-        assert(not is_in_quarter_notes)
-        assert(reaper.GetMediaSourceSampleRate(source) == 8000)
-        assert(reaper.GetMediaSourceNumChannels(source) == 1)
-        reaper.SetActiveTake(take))");
+        assert(not is_in_quarter_notes))");
 }
 
 TEST_F(WorkstationFunctions, ChangeAndDeleteMarkersByNumber) {
@@ -89,9 +80,7 @@ TEST_F(WorkstationFunctions, ChangeAndDeleteMarkersByNumber) {
         assert(not reaper.DeleteProjectMarker(0, 6, true))
         assert(reaper.DeleteProjectMarker(0, 5, true))
         assert(reaper.CountProjectMarkers(0) == 1)
-        assert(reaper.DeleteProjectMarker(0, 5, false))
-        assert(reaper.GetProjectName(0) == "")
-        assert(reaper.GetNumTracks() == 1))");
+        assert(reaper.DeleteProjectMarker(0, 5, false)))");
 }
 
 } // namespace

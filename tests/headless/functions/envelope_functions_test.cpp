@@ -67,9 +67,13 @@ TEST_F(EnvelopeFunctions, OnlyCommittedChangesAreWritten) {
     BR_Envelope* hidden = take_out();
     function<void(BR_Envelope*, bool, bool, bool, bool, int, int, bool, int*)>("BR_EnvSetProperties")(
         hidden, false, false, true, true, 40, 5, false, nullptr);
+    BR_Envelope* orphan = take_out();
     EXPECT_TRUE(free(hidden, true));
     EXPECT_EQ(envelope->properties, (project::EnvelopeProperties{false, false, true, true, 40,
                                                                  project::PointShape::bezier, false, -1}));
+    set(orphan, 0, 0.0, 7.0);
+    project.erase_track(*project.track(0));
+    EXPECT_FALSE(free(orphan, true)) << "its envelope has gone";
 }
 
 TEST_F(EnvelopeFunctions, PositionsMayBeProjectTime) {
@@ -78,13 +82,6 @@ TEST_F(EnvelopeFunctions, PositionsMayBeProjectTime) {
     EXPECT_TRUE(set(object, 1, 10.25, 0.5));
     EXPECT_TRUE(free(object, true));
     EXPECT_EQ(envelope->points()[1].position_seconds, 0.25);
-}
-
-TEST_F(EnvelopeFunctions, CopyOfADeletedEnvelopeIsDropped) {
-    BR_Envelope* orphan = take_out();
-    set(orphan, 0, 0.0, 7.0);
-    project.erase_track(*project.track(0));
-    EXPECT_FALSE(free(orphan, true));
 }
 
 } // namespace

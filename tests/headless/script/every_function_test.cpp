@@ -44,6 +44,7 @@ TEST_F(EveryFunction, AcceptsPlainArguments) {
         return function.name.starts_with("MK_");
     });
     EXPECT_EQ(registered, 105);
+    EXPECT_TRUE(std::ranges::is_sorted(functions, {}, &workstation::ScriptFunction::name));
     workstation.dialog_answers.add("text", "OK");
     for (const workstation::ScriptFunction& function : functions) {
         std::string arguments;

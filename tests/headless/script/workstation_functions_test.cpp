@@ -1,6 +1,7 @@
 // Functions of the workstation that scripts alone use, by what scripts may rely on.
 
 #include "tests/headless/script/script_fixture.hpp"
+#include "tests/headless/support/failures.hpp"
 
 #include <filesystem>
 
@@ -69,18 +70,45 @@ TEST_F(WorkstationFunctions, ReadAndWriteItemsTakesAndSources) {
         assert(not is_in_quarter_notes))");
 }
 
-TEST_F(WorkstationFunctions, ChangeAndDeleteMarkersByNumber) {
+TEST_F(WorkstationFunctions, ReportUnknownKeysOnce) {
+    project.track(0)->add_item(9.0, 1.0);
     expect_runs(R"(
-        reaper.AddProjectMarker2(0, true, 1, 2, "region", 5, 0x1000012)
-        reaper.AddProjectMarker2(0, false, 0.5, 0, "marker", 5, 0)
+        assert(reaper.GetMediaTrackInfo_Value(track, "IP_TRACKNUMBER") == 1)
+        assert(reaper.GetMediaTrackInfo_Value(reaper.GetMasterTrack(0), "IP_TRACKNUMBER") == -1)
+        assert(reaper.GetMediaItemInfo_Value(reaper.GetTrackMediaItem(track, 1), "IP_ITEMNUMBER") == 1)
+        assert(reaper.GetMediaItemTakeInfo_Value(take, "P_ITEM") == item)
+        assert(reaper.GetMediaItemTakeInfo_Value(take, "IP_TAKENUMBER") == 0)
+        assert(not reaper.SetMediaItemTakeInfo_Value(take, "IP_TAKENUMBER", 1))
+        local is_known, text = reaper.GetSetMediaTrackInfo_String(track, "P_RAZOREDITS", "x", false)
+        assert(is_known and text == "")
+        for _ = 1, 2 do
+            assert(reaper.GetMediaTrackInfo_Value(track, "I_NCHAN") == 0)
+            assert(reaper.GetMediaTrackInfo_Value(track, "B_PHASE") == 0)
+            assert(not reaper.SetMediaItemTakeInfo_Value(take, "I_NCHAN", 1))
+            assert(not reaper.GetSetMediaTrackInfo_String(track, "GUID", "", false))
+        end)");
+    EXPECT_THAT(workstation.take_failures(),
+                testing::ElementsAre(
+                    tells("GetMediaTrackInfo_Value: the key \"I_NCHAN\" is not known"), tells("B_PHASE"),
+                    tells("SetMediaItemTakeInfo_Value: the key \"I_NCHAN\""), tells("GUID")));
+}
+
+TEST_F(WorkstationFunctions, AddChangeAndDeleteMarkers) {
+    expect_runs(R"(
+        assert(reaper.AddProjectMarker2(0, true, 1, 2, "region", 5, 0x1000012) == 5)
+        assert(reaper.AddProjectMarker2(0, false, 0.5, 0, "marker", 5, 0) == 5)
+        assert(reaper.AddProjectMarker2(0, false, 1/0, 0, "never", -1, 0) == -1)
         assert(reaper.SetProjectMarker(5, true, 3, 4, "moved"))
+        assert(not reaper.SetProjectMarker(6, true, 3, 4, "missing"))
         local shown = {}
         for i, value in ipairs {reaper.EnumProjectMarkers3(0, 1)} do shown[i] = tostring(value) end
         assert(table.concat(shown, " ") == "2 true 3.0 4.0 moved 5 16777234")
         assert(not reaper.DeleteProjectMarker(0, 6, true))
         assert(reaper.DeleteProjectMarker(0, 5, true))
-        assert(reaper.CountProjectMarkers(0) == 1)
-        assert(reaper.DeleteProjectMarker(0, 5, false)))");
+        assert(not reaper.DeleteProjectMarkerByIndex(0, 1))
+        assert(not reaper.DeleteProjectMarkerByIndex(0, -1))
+        assert(reaper.DeleteProjectMarkerByIndex(0, 0))
+        assert(reaper.CountProjectMarkers(0) == 0))");
 }
 
 } // namespace

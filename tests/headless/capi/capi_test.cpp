@@ -28,11 +28,6 @@ int count_tracks() {
     return static_cast<int>(reinterpret_cast<std::intptr_t>(functions().at("CountTracks")(&project, 1)));
 }
 
-void insert_track() {
-    void* words[] = {nullptr, nullptr}; // at index 0, without defaults
-    functions().at("InsertTrackAtIndex")(words, 2);
-}
-
 struct CApi : testing::Test {
     ~CApi() override {
         felspar_close();
@@ -47,7 +42,8 @@ TEST_F(CApi, CallsSavesAndReopens) {
     const std::string project = folder / "project.rpp";
     ASSERT_TRUE(felspar_open(FIXTURE_PLUGIN, nullptr));
     EXPECT_EQ(count_tracks(), 0);
-    insert_track();
+    void* words[] = {nullptr, nullptr}; // at index 0, without defaults
+    functions().at("InsertTrackAtIndex")(words, 2);
     EXPECT_TRUE(felspar_answer("title", "OK"));
     EXPECT_TRUE(felspar_save(project.c_str()));
     EXPECT_FALSE(felspar_function(-1, nullptr, nullptr, nullptr));

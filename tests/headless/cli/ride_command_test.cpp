@@ -45,15 +45,10 @@ TEST_F(RideCommand, ReportsTheGainsOfTheRender) {
     EXPECT_EQ(report["windows"], 600);
     EXPECT_LT(report["points_kept"], 601);
     EXPECT_LT(report["momentary_max_after_lufs"], report["momentary_max_before_lufs"]);
-}
-
-TEST_F(RideCommand, CutsMoreWithAHigherRatio) {
-    write_speech(folder / "line.wav", 3.0);
     fs::create_directory(folder / "hard");
-    ASSERT_EQ(felspar({"ride", "line.wav"}).status, 0);
     ASSERT_EQ(felspar({"ride", "line.wav", "--ratio", "3", "-o", "hard"}).status, 0);
     EXPECT_LT(std::ranges::max(read_sound(folder / "hard/line.wav").samples),
-              std::ranges::max(read_sound(folder / "ridden/line.wav").samples));
+              std::ranges::max(after.samples));
     EXPECT_EQ(felspar({"ride", "line.wav", "--ratio", "5"}).status, 2) << "a usage error";
 }
 

@@ -18,46 +18,37 @@ using testing::IsEmpty;
 using testing::UnorderedElementsAre;
 namespace fs = std::filesystem;
 
-struct NearNames {
-    const char* what;
-    const char* subject;
-    const char* base;
-    std::vector<std::string_view> differences; ///< empty: they are not one line
-};
-
-struct NearName : testing::TestWithParam<NearNames> {};
-
-TEST_P(NearName, IsFoundWithItsDifferences) {
-    const auto& [what, subject, base, differences] = GetParam();
-    const matching::LineSurvey survey =
-        matching::survey_lines({fs::path("/fr") / subject}, {fs::path("/en") / base});
-    ASSERT_EQ(survey.near_lines.size(), differences.empty() ? 0U : 1U);
-    for (const auto& near : survey.near_lines)
-        EXPECT_EQ(near.differences, differences);
-    EXPECT_THAT(survey.pairs, IsEmpty()) << "the pairing stays exact";
+TEST(LineSurvey, FindsNearNamesWithTheirDifferences) {
+    struct NearNames {
+        const char* subject;
+        const char* base;
+        std::vector<std::string_view> differences; ///< empty: they are not one line
+    };
+    const NearNames rows[] = {{"BOB_01.wav", "bob_01.WAV", {"letter case"}},
+                              {"\xc3\x89t\xc3\xa9.wav", "\xc3\xa9t\xc3\xa9.wav", {"letter case"}},
+                              {"\xc3\xa9t\xc3\xa9.wav", "e\xcc\x81te\xcc\x81.wav", {"Unicode form"}},
+                              {"\xe3\x81\x8c.wav", "\xe3\x81\x8b\xe3\x82\x99.wav", {"Unicode form"}},
+                              {" a\xe3\x80\x80.wav", "a.wav", {"blanks"}},
+                              {"fr_line.wav", "en_line.wav", {"language"}},
+                              {"line-pt-BR.wav", "line.wav", {"language"}},
+                              {"japanese.line.wav", "ENG.line.wav", {"language"}},
+                              {"it_line.wav", "en_line.wav", {"language"}}, // a word, but against a code
+                              {"FR_Line.wav", "en_line.wav", {"letter case", "language"}},
+                              {"say_it.wav", "say_no.wav", {}},
+                              {"no_way.wav", "way.wav", {}},
+                              {"fr_line.wav", "line_fr.wav", {}},
+                              {"fr.wav", "en.wav", {}},
+                              {"fr_be_quiet.wav", "en_quiet.wav", {}}, // no region
+                              {"caf\xe9.wav", "caf\xe8.wav", {}},      // no UTF-8
+                              {"line_1.wav", "line_2.wav", {}}};
+    for (const auto& [subject, base, differences] : rows) {
+        const auto survey = matching::survey_lines({fs::path("/fr") / subject}, {fs::path("/en") / base});
+        ASSERT_EQ(survey.near_lines.size(), differences.empty() ? 0U : 1U) << subject;
+        for (const auto& near : survey.near_lines)
+            EXPECT_EQ(near.differences, differences) << subject;
+        EXPECT_THAT(survey.pairs, IsEmpty()) << subject << ": the pairing stays exact";
+    }
 }
-
-INSTANTIATE_TEST_SUITE_P(
-    All, NearName,
-    testing::Values(NearNames{"case", "BOB_01.wav", "bob_01.WAV", {"letter case"}},
-                    NearNames{
-                        "other_case", "\xc3\x89t\xc3\xa9.wav", "\xc3\xa9t\xc3\xa9.wav", {"letter case"}},
-                    NearNames{"accent", "\xc3\xa9t\xc3\xa9.wav", "e\xcc\x81te\xcc\x81.wav", {"Unicode form"}},
-                    NearNames{"kana", "\xe3\x81\x8c.wav", "\xe3\x81\x8b\xe3\x82\x99.wav", {"Unicode form"}},
-                    NearNames{"blanks", " a\xe3\x80\x80.wav", "a.wav", {"blanks"}},
-                    NearNames{"prefix", "fr_line.wav", "en_line.wav", {"language"}},
-                    NearNames{"suffix", "line-pt-BR.wav", "line.wav", {"language"}},
-                    NearNames{"name", "japanese.line.wav", "ENG.line.wav", {"language"}},
-                    NearNames{"word_against_code", "it_line.wav", "en_line.wav", {"language"}},
-                    NearNames{"two", "FR_Line.wav", "en_line.wav", {"letter case", "language"}},
-                    NearNames{"words", "say_it.wav", "say_no.wav", {}},
-                    NearNames{"word_or_nothing", "no_way.wav", "way.wav", {}},
-                    NearNames{"one_language", "fr_line.wav", "line_fr.wav", {}},
-                    NearNames{"language_alone", "fr.wav", "en.wav", {}},
-                    NearNames{"no_region", "fr_be_quiet.wav", "en_quiet.wav", {}},
-                    NearNames{"no_utf8", "caf\xe9.wav", "caf\xe8.wav", {}},
-                    NearNames{"other", "line_1.wav", "line_2.wav", {}}),
-    [](const auto& row) { return row.param.what; });
 
 /// Each pair as "subject base".
 std::vector<std::string> names_of(const std::vector<matching::LinePair>& pairs) {

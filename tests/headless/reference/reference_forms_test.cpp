@@ -58,14 +58,5 @@ TEST_F(ReferenceForms, PagesEscapeMarkupAndLinkEachEntry) {
     EXPECT_THAT(page, HasSubstr("<li><a href=\"#1\">Functions of the library (2)</a></li>"));
 }
 
-TEST_F(ReferenceForms, TextTellsWhatNeedsTheLuaModule) {
-    const std::string text = text_form(catalogue);
-    EXPECT_THAT(text, HasSubstr("integer, any obj = reaper.MK_Pass(string pass)\n"
-                                "    Pass. Works once the Lua module is loaded\n"));
-    EXPECT_THAT(text, HasSubstr("Peak: Time (number), Tracks (MediaTrack[])\n    A level\n"));
-    EXPECT_THAT(markdown_form(catalogue), HasSubstr("\n### MK_Name\n\n    boolean, string name = "
-                                                    "reaper.MK_Name(MediaTrack track)\n\nName\n"));
-}
-
 } // namespace
 } // namespace headless::reference

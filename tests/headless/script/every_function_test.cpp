@@ -4,7 +4,6 @@
 #include "tests/headless/script/script_fixture.hpp"
 
 #include <algorithm>
-#include <iostream>
 #include <map>
 #include <string>
 
@@ -98,13 +97,9 @@ TEST_F(EveryFunction, SurvivesAnyArguments) {
                 calls = calls + 3
             end
         end
-        io.open("calls", "w"):write(calls):close())",
+        assert(calls > 9000, calls))",
                              std::size_t{1} << 30U);
     EXPECT_EQ(outcome.error, "");
-    const int calls = std::stoi(bytes_of(folder / "calls"));
-    EXPECT_GT(calls, 9000);
-    std::cout << calls << " calls\n";
-    RecordProperty("calls", calls);
 }
 
 } // namespace

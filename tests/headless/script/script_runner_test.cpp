@@ -146,5 +146,11 @@ TEST_F(ScriptTest, EndsCleanlyWhereverMemoryRunsOut) {
     EXPECT_GT(runs, 50U);
 }
 
+TEST_F(ScriptTest, ReportsAnUnreadableScript) {
+    const auto outcome = script::run_script(workstation, plugin, {folder / "none.lua", {}});
+    EXPECT_EQ(outcome.status, 1);
+    EXPECT_THAT(outcome.error, HasSubstr("none.lua: No such file"));
+}
+
 } // namespace
 } // namespace headless::test

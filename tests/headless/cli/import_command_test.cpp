@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <sys/stat.h>
+#include <tuple>
 
 namespace headless::test {
 namespace {
@@ -160,24 +161,15 @@ TEST_F(ImportCommand, ReportsTruncatedRecordings) {
     EXPECT_THAT(import({}).output, HasSubstr("a.wav: " + remark));
 }
 
-TEST_F(ImportCommand, CompletesAGroupOfAnExistingProject) {
+TEST_F(ImportCommand, AppendsToAnEarlierProject) {
     line("fr/bob.wav", 0.1);
     line("en/bob.wav", 0.1);
-    project::Project before;
-    const std::pair<const char*, int> tracks[] = {{"scenes", 1}, {"bob", 1}, {"base", -2}, {"music", 0}};
-    for (const auto& [name, change] : tracks) {
-        project::Track& track = before.insert_track(before.tracks().size());
-        track.name = name;
-        track.set_folder_depth_change(change);
-    }
-    before.track(3)->add_item(0.0, 4.0).add_take({folder / "music.wav"}, "music.wav");
-    ASSERT_TRUE(rpp::save_project(before, folder / "all.rpp"));
+    ASSERT_EQ(import({"--group", "bob", "-o", "all.rpp"}).status, 0);
     ASSERT_EQ(import({"--group", "bob", "--onto", "all.rpp", "--from-end", "--start", "0.5"}).status, 0);
-    project::Project after;
-    load(after, "all.rpp");
-    EXPECT_EQ(after.tracks().size(), 5U);
-    EXPECT_THAT(outline(after),
-                testing::IsSupersetOf({"bob", "-base bob.wav@4.500", "-unique bob.wav@5.500"}));
+    project::Project project;
+    load(project, "all.rpp");
+    EXPECT_THAT(outline(project), ElementsAre("bob", "-base bob.wav@0.000 bob.wav@2.500",
+                                              "-unique bob.wav@1.000 bob.wav@3.500"));
     EXPECT_FALSE(fs::exists(folder / "all.rpp-bak")) << "the project was ours";
 }
 
@@ -201,29 +193,24 @@ TEST_F(ImportCommand, WritesNothingInADryRunOrWhenItRefuses) {
     const auto before = snapshot();
     EXPECT_THAT(felspar({"import", "fr", "en", "--dry-run", "--match", "--ride"}).output,
                 HasSubstr("5 pairs in 1 group"));
-    struct Refusal {
-        std::vector<std::string> arguments;
-        int status;
-        const char* message;
-    };
-    const Refusal refusals[] = {{{"fr", "en", "--ride"}, 2, "needs --match"},
-                                {{"fr", "en", "--dry-run", "--csv", "a.csv"}, 2, "writes nothing"},
-                                {{"fr", "en", "--start", "nan"}, 2, "finite"},
-                                {{"fr", "missing"}, 1, "missing: No such file"},
-                                {{"fr", "note.rpp"}, 1, "note.rpp: is no folder"},
-                                {{"fr", "link"}, 1, "both the subject and the base"},
-                                {{"fr/EN", "fr"}, 1, "lies in"},
-                                {{"fr", "en", "-o", "note.rpp"}, 1, "note.rpp: not overwritten"},
-                                {{"fr", "en", "--csv", "note.rpp"}, 1, "note.rpp: not overwritten"},
-                                {{"fr", "en", "--unmatched", "note.rpp"}, 1, "note.rpp: not overwritten"},
-                                {{"fr", "en", "-o", "p.rpp", "--csv", "./p.rpp"}, 1, "written twice"},
-                                {{"fr", "en", "-o", "/proc/p.rpp"}, 1, "/proc/p.rpp: "},
-                                {{"fr", "en", "--onto", "note.rpp"}, 1, "note.rpp: "},
-                                {{"fr", "en", "--match", "--ride", "-o", "fr/p.rpp"}, 1, "would lie in"}};
-    for (const auto& [arguments, status, message] : refusals) {
-        std::vector<std::string> words{"import"};
-        words.insert(words.end(), arguments.begin(), arguments.end());
-        const Outcome outcome = felspar(words);
+    const std::tuple<std::vector<std::string>, int, const char*> refusals[] = {
+        {{"fr", "en", "--ride"}, 2, "needs --match"},
+        {{"fr", "en", "--dry-run", "--csv", "a.csv"}, 2, "writes nothing"},
+        {{"fr", "en", "--start", "nan"}, 2, "finite"},
+        {{"fr", "missing"}, 1, "missing: No such file"},
+        {{"fr", "note.rpp"}, 1, "note.rpp: is no folder"},
+        {{"fr", "link"}, 1, "both the subject and the base"},
+        {{"fr/EN", "fr"}, 1, "lies in"},
+        {{"fr", "en", "-o", "note.rpp"}, 1, "note.rpp: not overwritten"},
+        {{"fr", "en", "--csv", "note.rpp"}, 1, "note.rpp: not overwritten"},
+        {{"fr", "en", "--unmatched", "note.rpp"}, 1, "note.rpp: not overwritten"},
+        {{"fr", "en", "-o", "p.rpp", "--csv", "./p.rpp"}, 1, "written twice"},
+        {{"fr", "en", "-o", "/proc/p.rpp"}, 1, "/proc/p.rpp: "},
+        {{"fr", "en", "--onto", "note.rpp"}, 1, "note.rpp: "},
+        {{"fr", "en", "--match", "--ride", "-o", "fr/p.rpp"}, 1, "would lie in"}};
+    for (auto [arguments, status, message] : refusals) {
+        arguments.insert(arguments.begin(), "import");
+        const Outcome outcome = felspar(arguments);
         EXPECT_EQ(outcome.status, status) << message;
         EXPECT_THAT(outcome.errors, HasSubstr(message));
     }

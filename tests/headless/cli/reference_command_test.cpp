@@ -40,6 +40,7 @@ TEST_F(ReferenceCommand, GivesEditorsTheFunctionsThatScriptsFind) {
         local returned = assert(loadfile("stub.lua", "t", stub))()
         assert(returned == stub.reaper)
         local found = require "reaper_MERIDEK_FELSPAR"
+        assert(found == reaper)
         for _, names in ipairs {{found, stub.reaper}, {MK_FELSPAR, stub.MK_FELSPAR}} do
             for name in pairs(names[1]) do assert(names[2][name], name .. " is missing") end
             for name in pairs(names[2]) do assert(names[1][name], name .. " is not there") end

@@ -66,10 +66,6 @@ TEST_F(ProjectFunctions, CursorStaysOnTheTimeline) {
     EXPECT_EQ(get(nullptr), 3.0);
     set(nullptr, -1.0, false, false);
     EXPECT_EQ(get(nullptr), 0.0);
-    project.insert_track(0).add_item(2.0, 5.0);
-    project.insert_track(1).add_item(4.0, 1.0);
-    function<void()>("CSurf_GoEnd")();
-    EXPECT_EQ(get(nullptr), 7.0);
 }
 
 TEST_F(ProjectFunctions, MarkersKeepTheTextThatTheHostHandedOut) {

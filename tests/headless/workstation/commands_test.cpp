@@ -3,7 +3,6 @@
 namespace headless {
 namespace {
 
-constexpr int crop = 40131;
 constexpr int render = 41999;
 constexpr int toggle_volume = 40693;
 
@@ -106,15 +105,6 @@ TEST_F(Commands, ToggleTheVolumeEnvelope) {
         EXPECT_EQ(envelope->properties.active, is_on);
         EXPECT_EQ(envelope->properties.visible, is_on);
     }
-}
-
-TEST_F(Commands, CropToTheActiveTake) {
-    project::Item& item = insert_selected_item();
-    project::Take& second = item.add_take({}, "second");
-    item.set_active_take(second);
-    run(crop);
-    EXPECT_EQ(item.takes().size(), 1U);
-    EXPECT_EQ(item.active_take(), &second);
 }
 
 TEST_F(Commands, ReportUnknownNumbers) {

@@ -7,23 +7,6 @@ namespace {
 
 using AudioFunctions = HostTest;
 
-TEST_F(AudioFunctions, PeaksAreOfTheFileAtProjectTime) {
-    std::vector<float> samples; // 0.00, 0.01, 0.02, ... for a millisecond each, in both directions
-    for (int frame = 0; frame < 800; ++frame) {
-        const int level = frame % 2 == 0 ? frame / 8 : -(frame / 8);
-        samples.push_back(static_cast<float>(level) / 100.0F);
-    }
-    project::Take& take = *insert_item(samples, 5.0).active_take();
-    take.start_offset_seconds = 0.01;
-    take.volume = 0.5; // peaks are those of the file
-    std::vector<double> buffer(6);
-    const auto read_peaks =
-        function<int(MediaItem_Take*, double, double, int, int, int, double*)>("GetMediaItemTake_Peaks");
-    EXPECT_EQ(read_peaks(workstation::Workstation::handle(take), 1000.0, 5.02, 1, 3, 115, buffer.data()), 3);
-    EXPECT_THAT(buffer,
-                testing::Pointwise(testing::DoubleNear(1e-6), {0.30, 0.31, 0.32, -0.30, -0.31, -0.32}));
-}
-
 TEST_F(AudioFunctions, LoudnessIsMeasuredAsHeard) {
     using test::operator+;
     project::Item& item = insert_item(test::silence(3.0, 8000) + test::tone(1.0, 0.1, 8000), 100.0);

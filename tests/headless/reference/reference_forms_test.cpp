@@ -23,7 +23,6 @@ protected:
             entry("MK_Pass", "int\0const char*,object*\0pass,objOut\0[MK:API]Pass"),
             entry("MK_Name", "bool\0MediaTrack*,char*,int\0track,nameOut,nameOut_sz\0[MK:API]Name")};
         catalogue.lua = {catalogue.registered[0]};
-        catalogue.python = {entry("py_Count", "int\0unsigned long long,double*\0in,valueOut\0Count")};
         catalogue.records = {entry("Peak", "\0double,MediaTrackArray*\0Time,Tracks\0A level")};
     }
 
@@ -46,7 +45,6 @@ TEST_F(ReferenceForms, PythonSignaturesEscapeAndOmitUnknownTypes) {
                 HasSubstr("    def Find(self, proj: Project | None, end: int) -> tuple[Track | None, bool]:\n"
                           "        \"\"\"A \\\"track\\\" <of> it\"\"\"\n"));
     EXPECT_THAT(text, HasSubstr("    def MK_Name(self, track: Track) -> tuple[bool, str]:\n"));
-    EXPECT_THAT(text, HasSubstr("def py_Count(in_: c_ulonglong, valueOut: POINTER(c_double)) -> c_int:\n"));
     EXPECT_THAT(text, Not(HasSubstr("MK_Pass")));
 }
 

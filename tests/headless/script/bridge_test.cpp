@@ -76,9 +76,12 @@ TEST_F(ScriptTest, ArraysAreFilledWithinTheirSize) {
     const auto outcome = run(R"(
         local take = reaper.GetActiveTake(reaper.GetMediaItem(0, 0))
         local peaks = reaper.new_array(20)
+        reaper.SetMediaItemTakeInfo_Value(take, "D_VOL", 0.25) -- peaks are those of the file
         assert(reaper.GetMediaItemTake_Peaks(take, 100, 1, 1, 10, 0, peaks) == 10)
         assert(math.abs(peaks[1] - 0.5) < 0.01)
         assert(math.abs(peaks[20] + 0.5) < 0.01)
+        reaper.SetMediaItemTakeInfo_Value(take, "D_STARTOFFS", 0.45)
+        assert(reaper.GetMediaItemTake_Peaks(take, 100, 1.02, 1, 10, 0, peaks) == 3)
         assert(#peaks.table(11) == 10)
         assert(peaks:get_alloc() == 20)
         peaks.resize(19)

@@ -161,15 +161,29 @@ TEST_F(ImportCommand, ReportsTruncatedRecordings) {
     EXPECT_THAT(import({}).output, HasSubstr("a.wav: " + remark));
 }
 
-TEST_F(ImportCommand, AppendsToAnEarlierProject) {
+TEST_F(ImportCommand, CompletesAGroupOfAnExistingProject) {
     line("fr/bob.wav", 0.1);
     line("en/bob.wav", 0.1);
-    ASSERT_EQ(import({"--group", "bob", "-o", "all.rpp"}).status, 0);
+    project::Project before;
+    const std::pair<const char*, int> tracks[] = {{"scenes", 1}, {"bob", 1}, {"base", -2}, {"music", 0}};
+    for (const auto& [name, change] : tracks) {
+        project::Track& track = before.insert_track(before.tracks().size());
+        track.name = name;
+        track.set_folder_depth_change(change);
+    }
+    before.track(3)->add_item(0.0, 4.0).add_take({folder / "music.wav"}, "music.wav");
+    ASSERT_TRUE(rpp::save_project(before, folder / "all.rpp"));
     ASSERT_EQ(import({"--group", "bob", "--onto", "all.rpp", "--from-end", "--start", "0.5"}).status, 0);
-    project::Project project;
-    load(project, "all.rpp");
-    EXPECT_THAT(outline(project), ElementsAre("bob", "-base bob.wav@0.000 bob.wav@2.500",
-                                              "-unique bob.wav@1.000 bob.wav@3.500"));
+    project::Project after;
+    load(after, "all.rpp");
+    EXPECT_EQ(after.tracks().size(), 5U);
+    const auto found =
+        std::ranges::find(after.tracks(), "bob", [](const auto& track) { return track->name; });
+    ASSERT_NE(found, after.tracks().end());
+    EXPECT_EQ((*found)->depth(), 0);
+    const auto children = outline(after);
+    EXPECT_THAT(children, testing::Contains("-base bob.wav@4.500"));
+    EXPECT_THAT(children, testing::Contains("-unique bob.wav@5.500"));
     EXPECT_FALSE(fs::exists(folder / "all.rpp-bak")) << "the project was ours";
 }
 

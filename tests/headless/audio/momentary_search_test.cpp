@@ -6,14 +6,8 @@
 namespace headless::test {
 namespace {
 
-audio::PlacedReading momentary_maximum(Result<audio::MomentarySearch> search,
-                                       const std::vector<float>& samples) {
-    search->process(samples);
-    return search->readings().momentary_maximum_lufs.value();
-}
-
-audio::PlacedReading momentary_maximum(Result<audio::LoudnessMeter> meter,
-                                       const std::vector<float>& samples) {
+template <class Meter>
+audio::PlacedReading momentary_maximum(Result<Meter> meter, const std::vector<float>& samples) {
     meter->process(samples);
     return meter->readings().momentary_maximum_lufs.value();
 }

@@ -4,6 +4,7 @@
 // FAULT_KIND: the kind of the call to fail, by its index in Kind
 // FAULT_NUMBER: which of them, from 1; 0 fails none
 //
+// It has the functions that the program and its libraries import: a sweep misses the calls of any other.
 // Two kinds of allocations are neither counted nor failed, as no program could handle that: the dynamic
 // loader's own, and the table of chunks without which libsndfile 1.2 crashes.
 
@@ -41,19 +42,13 @@ std::uint64_t failing_number = 0;
 std::uintptr_t loader_begin = 0;
 std::uintptr_t loader_end = 0;
 
-bool fails(Kind kind) {
+/// @returns whether the call is to fail; then errno is set
+bool fails(Kind kind, int error_number) {
     if (!counts || ++tally[kind] != failing_number || kind != failing_kind)
         return false;
     ++tally[failures];
+    errno = error_number;
     return true;
-}
-
-/// @returns whether the call is to fail; then errno is set
-bool fails(Kind kind, int error_number) {
-    const bool failed = fails(kind);
-    if (failed)
-        errno = error_number;
-    return failed;
 }
 
 /// Makes the system call, or fails.
@@ -65,7 +60,7 @@ Result call_or_fail(Kind kind, int error_number, long number, Arguments... argum
 /// @returns whether the call is to fail; then the stream's error flag is set, as after a write to a stream
 /// opened for reading
 bool read_fails(FILE* stream) {
-    if (!fails(reading))
+    if (!fails(reading, EIO))
         return false;
     fputc(0, stream);
     errno = EIO;
@@ -141,7 +136,6 @@ int __libc_start_main(Main* main, int argc, char** argv, void (*init)(), void (*
 }
 // NOLINTEND(bugprone-reserved-identifier)
 
-#define ALIAS(name) __attribute__((alias(name)))
 #define CALLER __builtin_extract_return_addr(__builtin_return_address(0))
 
 void* malloc(std::size_t bytes) noexcept { return allocation_fails(CALLER) ? nullptr : __libc_malloc(bytes); }
@@ -154,15 +148,8 @@ void* calloc(std::size_t count, std::size_t bytes) noexcept {
 void* realloc(void* block, std::size_t bytes) noexcept {
     return allocation_fails(CALLER) ? nullptr : __libc_realloc(block, bytes);
 }
-void* memalign(std::size_t alignment, std::size_t bytes) noexcept {
-    return allocation_fails(CALLER) ? nullptr : __libc_memalign(alignment, bytes);
-}
 void* aligned_alloc(std::size_t alignment, std::size_t bytes) noexcept {
     return allocation_fails(CALLER) ? nullptr : __libc_memalign(alignment, bytes);
-}
-int posix_memalign(void** block, std::size_t alignment, std::size_t bytes) noexcept {
-    *block = allocation_fails(CALLER) ? nullptr : __libc_memalign(alignment, bytes);
-    return *block ? 0 : ENOMEM;
 }
 
 ssize_t read(int descriptor, void* buffer, std::size_t bytes) {
@@ -171,15 +158,10 @@ ssize_t read(int descriptor, void* buffer, std::size_t bytes) {
 ssize_t pread(int descriptor, void* buffer, std::size_t bytes, off_t offset) {
     return call_or_fail(reading, EIO, SYS_pread64, descriptor, buffer, bytes, offset);
 }
-ssize_t pread64(int descriptor, void* buffer, std::size_t bytes, off_t offset) ALIAS("pread");
-ssize_t readv(int descriptor, const iovec* buffers, int count) {
-    return call_or_fail(reading, EIO, SYS_readv, descriptor, buffers, count);
-}
 dirent* readdir(DIR* folder) {
-    static auto* const real = next<dirent*(DIR*)>("readdir");
+    static auto* const real = next<decltype(readdir)>("readdir");
     return fails(reading, EIO) ? nullptr : real(folder);
 }
-dirent64* readdir64(DIR* folder) ALIAS("readdir");
 
 ssize_t write(int descriptor, const void* buffer, std::size_t bytes) {
     return call_or_fail(writing, ENOSPC, SYS_write, descriptor, buffer, bytes);
@@ -187,7 +169,6 @@ ssize_t write(int descriptor, const void* buffer, std::size_t bytes) {
 ssize_t pwrite(int descriptor, const void* buffer, std::size_t bytes, off_t offset) {
     return call_or_fail(writing, ENOSPC, SYS_pwrite64, descriptor, buffer, bytes, offset);
 }
-ssize_t pwrite64(int descriptor, const void* buffer, std::size_t bytes, off_t offset) ALIAS("pwrite");
 ssize_t writev(int descriptor, const iovec* buffers, int count) {
     return call_or_fail(writing, ENOSPC, SYS_writev, descriptor, buffers, count);
 }
@@ -197,16 +178,11 @@ ssize_t sendfile(int to, int from, off_t* offset, std::size_t bytes) noexcept {
 int ftruncate(int descriptor, off_t bytes) noexcept {
     return call_or_fail<int>(writing, EIO, SYS_ftruncate, descriptor, bytes);
 }
-int ftruncate64(int descriptor, off_t bytes) noexcept ALIAS("ftruncate");
 
 int fsync(int descriptor) { return call_or_fail<int>(syncing, EIO, SYS_fsync, descriptor); }
-int fdatasync(int descriptor) { return call_or_fail<int>(syncing, EIO, SYS_fdatasync, descriptor); }
 
 int rename(const char* from, const char* to) noexcept {
     return call_or_fail<int>(renaming, EIO, SYS_rename, from, to);
-}
-int renameat(int from_folder, const char* from, int to_folder, const char* to) noexcept {
-    return call_or_fail<int>(renaming, EIO, SYS_renameat, from_folder, from, to_folder, to);
 }
 int renameat2(int from_folder, const char* from, int to_folder, const char* to, unsigned flags) noexcept {
     return call_or_fail<int>(renaming, EIO, SYS_renameat2, from_folder, from, to_folder, to, flags);
@@ -227,7 +203,7 @@ int openat(int folder, const char* file, int flags, ...) {
     const bool makes = (flags & O_CREAT) != 0 || (flags & O_TMPFILE) == O_TMPFILE;
     const mode_t mode = makes ? va_arg(arguments, mode_t) : 0;
     va_end(arguments);
-    return fails(opening, EMFILE) ? -1 : static_cast<int>(syscall(SYS_openat, folder, file, flags, mode));
+    return call_or_fail<int>(opening, EMFILE, SYS_openat, folder, file, flags, mode);
 }
 int open(const char* file, int flags, ...) {
     std::va_list arguments;
@@ -237,8 +213,6 @@ int open(const char* file, int flags, ...) {
     va_end(arguments);
     return openat(AT_FDCWD, file, flags, mode);
 }
-int open64(const char* file, int flags, ...) ALIAS("open");
-int openat64(int folder, const char* file, int flags, ...) ALIAS("openat");
 DIR* opendir(const char* folder) {
     static auto* const real = next<DIR*(const char*)>("opendir");
     return fails(opening, EMFILE) ? nullptr : real(folder);
@@ -251,7 +225,7 @@ FILE* fopen(const char* file, const char* mode) {
     static auto* const real = next<FILE*(const char*, const char*)>("fopen");
     return fails(opening, EMFILE) ? nullptr : real(file, mode);
 }
-FILE* fopen64(const char* file, const char* mode) ALIAS("fopen");
+FILE* fopen64(const char* file, const char* mode) __attribute__((alias("fopen")));
 
 // The C library's streams read and write by calls of their own.
 std::size_t fread(void* buffer, std::size_t bytes, std::size_t count, FILE* stream) {

@@ -64,6 +64,13 @@ class Interruption(unittest.TestCase):
                     break
         return process
 
+    def ended(self, process, *signals):
+        """@returns the process's status, standard output and standard error, after the signals"""
+        for number in signals:
+            process.send_signal(number)
+        output, errors = process.communicate(timeout=60)
+        return process.returncode, output, errors
+
     def is_saved(self):
         return (self.folder / "out.rpp").exists()
 
@@ -71,26 +78,19 @@ class Interruption(unittest.TestCase):
         for number, status in SIGNALS.items():
             with self.subTest(number=number):
                 (self.folder / "out.rpp").unlink(missing_ok=True)
-                process = self.start_script(DEFERS)
-                process.send_signal(number)
-                output, errors = process.communicate(timeout=60)
+                ended, output, errors = self.ended(self.start_script(DEFERS), number)
                 self.assertEqual(errors, f"felspar: interrupted by {number.name}: the project was saved\n")
-                self.assertEqual(process.returncode, status)
+                self.assertEqual(ended, status)
                 self.assertTrue(output.endswith("end\n"))
                 self.assertTrue(self.is_saved())
 
     def test_script_that_ends_in_time_is_saved(self):
-        process = self.start_script(SIGNALS_ITSELF_AND_ENDS)
-        self.assertEqual(process.communicate(timeout=60)[0], "end\n")
-        self.assertEqual(process.returncode, 143)
+        self.assertEqual(self.ended(self.start_script(SIGNALS_ITSELF_AND_ENDS))[:2], (143, "end\n"))
         self.assertTrue(self.is_saved())
 
     def test_endless_script_is_not_saved(self):
-        process = self.start_script(LOOPS_AND_CATCHES)
-        process.send_signal(signal.SIGTERM)
-        output, errors = process.communicate(timeout=60)
-        self.assertEqual((output, errors), ("end\n", "felspar: interrupted by SIGTERM: nothing was saved\n"))
-        self.assertEqual(process.returncode, 143)
+        ended = self.ended(self.start_script(LOOPS_AND_CATCHES), signal.SIGTERM)
+        self.assertEqual(ended, (143, "end\n", "felspar: interrupted by SIGTERM: nothing was saved\n"))
         self.assertFalse(self.is_saved())
 
     def test_second_signal_ends_at_once(self):
@@ -98,16 +98,11 @@ class Interruption(unittest.TestCase):
         process.send_signal(signal.SIGINT)
         while handles(process, signal.SIGINT):
             pass
-        process.send_signal(signal.SIGHUP)
-        process.communicate(timeout=60)
-        self.assertEqual(process.returncode, -signal.SIGHUP)
+        self.assertEqual(self.ended(process, signal.SIGHUP)[0], -signal.SIGHUP)
 
     def test_ignored_signal_stays_ignored(self):
         process = self.start_script(DEFERS, preexec_fn=lambda: signal.signal(signal.SIGHUP, signal.SIG_IGN))
-        process.send_signal(signal.SIGHUP)
-        process.send_signal(signal.SIGINT)
-        process.communicate(timeout=60)
-        self.assertEqual(process.returncode, 130)
+        self.assertEqual(self.ended(process, signal.SIGHUP, signal.SIGINT)[0], 130)
 
     def test_ride_keeps_finished_renders(self):
         write_speech(self.folder / "first.wav", 60, 1, 300)
@@ -117,10 +112,9 @@ class Interruption(unittest.TestCase):
         process = self.start("ride", *names, "--project", "out.rpp")
         while "first.wav" not in process.stdout.readline():
             pass
-        process.send_signal(signal.SIGINT)
-        output, errors = process.communicate(timeout=60)
+        status, output, errors = self.ended(process, signal.SIGINT)
         self.assertEqual(errors, "felspar: interrupted by SIGINT: what was ridden stays, no project was written\n")
-        self.assertEqual(process.returncode, 130)
+        self.assertEqual(status, 130)
         ridden = os.listdir(self.folder / "ridden")
         self.assertIn(f"{len(ridden)} of {len(names)} files ridden into ridden", output)
         self.assertLessEqual(set(ridden), set(names))
@@ -132,18 +126,13 @@ class Interruption(unittest.TestCase):
         for number in range(400):
             for side in ["subject", "base"]:
                 os.link(self.folder / side / "anna.wav", self.folder / side / f"{number}.wav")
-        process = self.start_import(0, renders=3)
-        process.send_signal(signal.SIGTERM)
-        output, errors = process.communicate(timeout=60)
-        self.assertEqual((output, errors), ("", "felspar: interrupted by SIGTERM: nothing was imported\n"))
-        self.assertEqual(process.returncode, 143)
+        ended = self.ended(self.start_import(0, renders=3), signal.SIGTERM)
+        self.assertEqual(ended, (143, "", "felspar: interrupted by SIGTERM: nothing was imported\n"))
         self.assertEqual(sorted(os.listdir(self.folder)), ["base", "script.lua", "subject"])
         self.start(*command_line("import", 0)).communicate()
         before = Contents(self.folder)
         process = self.start_import(1, renders=len(os.listdir(self.folder / "out-takes")) + 100)
-        process.send_signal(signal.SIGTERM)
-        process.communicate(timeout=60)
-        self.assertEqual(process.returncode, 143)
+        self.assertEqual(self.ended(process, signal.SIGTERM)[0], 143)
         self.assertEqual(Contents(self.folder).keys(), before.keys())
         self.assertEqual(Contents(self.folder), before)
 
@@ -155,9 +144,9 @@ class Interruption(unittest.TestCase):
                 os.close(reader)
                 process = self.start(*command_line(command, 0), stdout=writer)
                 os.close(writer)
-                errors = process.communicate(timeout=60)[1]
+                status, _, errors = self.ended(process)
                 self.assertEqual(errors, "felspar: the standard output could not be written to its end\n")
-                self.assertEqual(process.returncode, 1)
+                self.assertEqual(status, 1)
                 self.assertTrue(Contents(self.folder).audio_of_project())
                 (self.folder / "out.rpp").unlink()
 

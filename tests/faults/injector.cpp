@@ -89,11 +89,6 @@ int find_loader(dl_phdr_info* object, std::size_t, void*) {
     return 1;
 }
 
-std::uint64_t number_in(const char* variable) {
-    const char* text = getenv(variable);
-    return text ? std::strtoull(text, nullptr, 10) : 0;
-}
-
 void open_tally(const char* file) {
     const int descriptor = static_cast<int>(syscall(SYS_openat, AT_FDCWD, file, O_RDWR | O_CLOEXEC));
     void* shared =
@@ -127,10 +122,9 @@ int __libc_start_main(Main* main, int argc, char** argv, void (*init)(), void (*
                       void* stack_end) {
     using Start = int(Main*, int, char**, void (*)(), void (*)(), void (*)(), void*);
     dl_iterate_phdr(find_loader, nullptr);
-    failing_kind = static_cast<int>(number_in("FAULT_KIND"));
-    failing_number = number_in("FAULT_NUMBER");
-    if (const char* file = getenv("FAULT_TALLY"))
-        open_tally(file);
+    failing_kind = static_cast<int>(std::strtol(getenv("FAULT_KIND"), nullptr, 10));
+    failing_number = std::strtoull(getenv("FAULT_NUMBER"), nullptr, 10);
+    open_tally(getenv("FAULT_TALLY"));
     program_main = main;
     return next<Start>("__libc_start_main")(counted_main, argc, argv, init, fini, rtld_fini, stack_end);
 }

@@ -6,7 +6,7 @@ each delayed by 10 ms more: together they read every 10 ms. It cannot see what t
 law, resampling), nor windows between the readings, which differ by far less.
 """
 
-import dataclasses
+import collections
 import pathlib
 import re
 import shutil
@@ -21,17 +21,8 @@ PAIRS = 10
 TOLERANCE_LU = 0.1
 
 
-@dataclasses.dataclass
-class Item:
-    """What is heard of an item: a stretch of its active take's file times a gain."""
-
-    track: str
-    position_seconds: float
-    length_seconds: float
-    start_seconds: float  # in the file
-    gain: float  # of item and take, linear
-    file: pathlib.Path
-    has_active_envelope: bool
+# What is heard of an item: its active take's file from `start` on, times a linear gain. Times are in seconds.
+Item = collections.namedtuple("Item", "track position length start gain file envelope_is_active")
 
 
 def items_of(project):
@@ -40,7 +31,7 @@ def items_of(project):
     for track in project.read_text().split("<TRACK ")[1:]:
         head, *texts = track.split("<ITEM\n")
         items += [read_item(re.search(r'NAME "(.*)"', head)[1], text, project.parent) for text in texts]
-    return sorted(items, key=lambda item: item.position_seconds)
+    return sorted(items, key=lambda item: item.position)
 
 
 def read_item(track, text, folder):
@@ -83,7 +74,7 @@ def choose_pairs(subject, base):
 
 def momentary_maximum_lufs(item, log):
     delays = range(0, 100, 10)
-    cut = f"atrim=start={item.start_seconds}:duration={item.length_seconds},volume={item.gain}:precision=double"
+    cut = f"atrim=start={item.start}:duration={item.length},volume={item.gain}:precision=double"
     copies = "".join(f"[c{delay}]" for delay in delays)
     meter = "ebur128=framelog=verbose:metadata=1,ametadata=print:key=lavfi.r128.M:file="
     chains = [f"[0:a]{cut},asplit={len(delays)}{copies}"]
@@ -111,7 +102,7 @@ def main():
         for base, subject in zip(items[::2], items[1::2]):
             assert (base.track, subject.track) == ("base", "unique"), (base, subject)
             assert subject.file.parent != folder / "subject", f"{subject.file}: no ride was rendered"
-            assert not base.has_active_envelope and not subject.has_active_envelope
+            assert not base.envelope_is_active and not subject.envelope_is_active
             loudest = [momentary_maximum_lufs(item, folder / "log") for item in (base, subject)]
             print(f"{loudest[0]:8.2f} {loudest[1]:8.2f} LUFS  {base.file.name}")
             assert abs(loudest[0] - loudest[1]) <= TOLERANCE_LU, base.file.name

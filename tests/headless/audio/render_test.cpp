@@ -85,18 +85,6 @@ TEST_F(Render, IsReproducibleAndMarked) {
     EXPECT_EQ(audio::is_own_file(source), false);
 }
 
-TEST_F(Render, ReplacesAnExistingFileOnRequestOnly) {
-    const auto source = write_sound(folder / "source.wav", {0.5F, 0.25F}, 8000);
-    write_bytes(target, "precious");
-    EXPECT_THAT(test::render_published(cache, source, {0, 2}, audio::GainCurve(), target),
-                fails_telling(target.string()));
-    EXPECT_EQ(bytes_of(target), "precious");
-    EXPECT_TRUE(
-        test::render_published(cache, source, {0, 2}, audio::GainCurve(), target, ExistingFile::replace));
-    EXPECT_EQ(read_sound(target).samples, (std::vector{0.5F, 0.25F}));
-    EXPECT_EQ(names_in(folder.path).size(), 2U);
-}
-
 // Writing past the limit fails as on a full disk.
 TEST_F(Render, LeavesNothingBehindOnFailure) {
     const auto source = write_sound(folder / "source.wav", noise(50000, 0.5), 8000);

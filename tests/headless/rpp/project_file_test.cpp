@@ -65,6 +65,13 @@ TEST(ProjectText, ReadsBackUnchanged) {
     EXPECT_EQ(rpp::project_text(again, home), text);
 }
 
+static std::map<std::string, std::string> object_names(const project::Project& project) {
+    return {{"track 1", project.track(0)->name},
+            {"take 1 of item 1 on track 1", project.item(0)->active_take()->name},
+            {"marker 3", project.markers.all()[0].name},
+            {"region 4", project.markers.all()[1].name}};
+}
+
 TEST(ProjectText, ReportsEveryNameItChanges) {
     struct Name {
         std::string text;
@@ -93,22 +100,14 @@ TEST(ProjectText, ReportsEveryNameItChanges) {
                 file += letter == '\n' ? line_end : std::string(1, letter);
             project::Project again;
             ASSERT_TRUE(rpp::parse_project(again, file, home)) << file;
-            std::map<std::string, std::string> expected{{"track 1", text},
-                                                        {"take 1 of item 1 on track 1", text},
-                                                        {"marker 3", text},
-                                                        {"region 4", text}};
+            auto expected = object_names(project);
             EXPECT_EQ(rpp::names_that_do_not_fit(project).size(), changed) << text;
             for (const rpp::ChangedName& name : rpp::names_that_do_not_fit(project)) {
                 EXPECT_EQ(name.name, text);
                 EXPECT_NE(name.written, text);
                 expected[name.object] = name.written;
             }
-            const std::map<std::string, std::string> read{
-                {"track 1", again.track(0)->name},
-                {"take 1 of item 1 on track 1", again.item(0)->active_take()->name},
-                {"marker 3", again.markers.all()[0].name},
-                {"region 4", again.markers.all()[1].name}};
-            EXPECT_EQ(read, expected) << file;
+            EXPECT_EQ(object_names(again), expected) << file;
         }
     }
 }

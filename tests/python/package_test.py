@@ -89,7 +89,6 @@ class Tracks(WorkstationCase):
             "a text with NUL": lambda: felspar.tracks_named("a\0b"),
             "a number as a text": lambda: felspar.split(1, ","),
             "no such item": lambda: felspar.peaks(1),
-            "no such index": lambda: felspar.peaks_at(-1),
             "no such folder": lambda: felspar.files("nowhere", "wav"),
             "no such path": lambda: felspar.path_info("nowhere"),
             "a comma in a caption": lambda: felspar.ask("t", ["a,b"]),

@@ -36,8 +36,6 @@ TEST(SystemFailures, OfReadsAreNotTheEndOfAFile) {
     const ScratchFolder folder;
     const std::filesystem::path source = folder / "source";
     const std::pair<const char*, int> formats[] = {{"wav", SF_FORMAT_WAV | SF_FORMAT_PCM_16},
-                                                   {"float wav", float_wav},
-                                                   {"aiff", SF_FORMAT_AIFF | SF_FORMAT_PCM_24},
                                                    {"flac", SF_FORMAT_FLAC | SF_FORMAT_PCM_16},
                                                    {"ogg", SF_FORMAT_OGG | SF_FORMAT_VORBIS}};
     for (const auto& [name, format] : formats) {

@@ -12,22 +12,18 @@ using testing::ElementsAre;
 using testing::UnorderedElementsAre;
 namespace fs = std::filesystem;
 
-/// A process that has begun to write a file in the folder, and waits.
+/// A process that has begun to write a file in the folder, and stopped.
 pid_t start_writer(const fs::path& folder) {
-    int ready[2];
-    if (pipe(ready) != 0)
-        return -1;
     const pid_t writer = fork();
     if (writer == 0) {
         auto file = AtomicFile::create(folder / "never");
-        const bool is_told = file && file->write("half of it") && write(ready[1], "x", 1) == 1;
-        pause();
-        _exit(is_told ? 0 : 1);
+        if (file && file->write("half of it"))
+            raise(SIGSTOP);
+        _exit(1);
     }
-    char byte = 0;
-    EXPECT_EQ(read(ready[0], &byte, 1), 1);
-    close(ready[0]);
-    close(ready[1]);
+    int status = 0;
+    waitpid(writer, &status, WUNTRACED);
+    EXPECT_TRUE(WIFSTOPPED(status));
     return writer;
 }
 

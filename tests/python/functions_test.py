@@ -152,6 +152,10 @@ class JsonTexts(WorkstationCase):
         self.assertEqual(out.value, whole[:20])
         self.assertEqual(functions.py_LINGOMAT_InsertMediaItems(*arguments, b"[", out, 1024), 1)
 
+    def test_path_info_is_null_without_a_path(self):
+        out = ctypes.create_string_buffer(1024)
+        self.assertEqual((functions.py_GetPathInfo(b"/no such path", out, 1024), out.value), (1, b"null"))
+
 
 class Abuse(WorkstationCase):
     def test_every_function_returns(self):

@@ -8,10 +8,9 @@ namespace headless::test {
 inline Result<audio::AudioFormat> render_published(audio::AudioCache& cache,
                                                    const std::filesystem::path& source,
                                                    audio::FrameRange range, const audio::GainCurve& gain,
-                                                   const std::filesystem::path& target,
-                                                   ExistingFile existing = ExistingFile::keep) {
+                                                   const std::filesystem::path& target) {
     return audio::render(cache, source, range, gain, target).and_then([&](audio::RenderedFile&& rendered) {
-        return rendered.file.publish(existing).map([&] { return rendered.format; });
+        return rendered.file.publish(ExistingFile::keep).map([&] { return rendered.format; });
     });
 }
 

@@ -22,10 +22,16 @@ protected:
             int number = -1;
             GetTrackItemIndex(track, &number);
             writes += std::to_string(number) + ":" + std::to_string(std::lround(value)) + " ";
-            return headless::workstation::Workstation::current()
-                ->function_as<bool(MediaTrack*, const char*, double)>("SetMediaTrackInfo_Value")(track, key,
-                                                                                                 value);
+            auto* write =
+                living().function_as<bool(MediaTrack*, const char*, double)>("SetMediaTrackInfo_Value");
+            return write(track, key, value);
         };
+    }
+    static headless::workstation::Workstation& living() {
+        return *headless::workstation::Workstation::current();
+    }
+    static MediaTrack* track_at(int number) {
+        return handle(*living().project().track(static_cast<std::size_t>(number)));
     }
     /// A new tree of a digit for each track's depth.
     void build(const std::string& depths) {
@@ -83,9 +89,7 @@ TEST_F(Tree, IsReadInAFixedOrder) {
     CountTracks = [](ReaProject*) { return calls += "C", 4; };
     GetTrack = [](ReaProject*, int number) {
         calls += "G" + std::to_string(number);
-        return reinterpret_cast<MediaTrack*>(headless::workstation::Workstation::handle(
-            *headless::workstation::Workstation::current()->project().tracks().at(
-                static_cast<std::size_t>(number))));
+        return track_at(number);
     };
     GetTrackDepth = [](MediaTrack*) { return calls += "D", 1; };
     InsertTrackAtIndex = [](int, bool) { calls += "I"; };
@@ -101,11 +105,7 @@ TEST_F(Tree, IsReadInAFixedOrder) {
 
 TEST_F(Tree, TakesTheLastOfTracksListedTwice) {
     build("000");
-    GetTrack = [](ReaProject*, int number) {
-        return reinterpret_cast<MediaTrack*>(headless::workstation::Workstation::handle(
-            *headless::workstation::Workstation::current()->project().tracks().at(
-                number == 2 ? 1 : std::size_t(number))));
-    };
+    GetTrack = [](ReaProject*, int number) { return track_at(number == 2 ? 1 : number); };
     EXPECT_TRUE(SetTrackItemDepth(GetTrack(nullptr, 1), 1));
     EXPECT_EQ(writes, "1:1 ");
 }

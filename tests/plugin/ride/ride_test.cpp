@@ -2,6 +2,7 @@
 // and what happens when something is missing.
 
 #include "host_api/sws_functions.hpp"
+#include "ride/requirements.hpp"
 #include "ride/ride.hpp"
 #include "tests/plugin/ride/plain_ride.hpp"
 #include "tests/plugin/support/bound_plugin.hpp"
@@ -152,6 +153,7 @@ TEST_F(Ride, ChangesNothingWithoutAFunctionOfSws) {
           "BR_EnvGetPoint", "BR_EnvSetPoint", "BR_EnvGetProperties", "BR_EnvSetProperties"}) {
         messages.clear();
         overrule(missing, static_cast<void*>(nullptr));
+        EXPECT_FALSE(can_ride()) << missing;
         EXPECT_FALSE(SetMediaItemRIDESCRIBER(handle(item), 0)) << missing;
         ASSERT_EQ(messages.size(), 1u) << missing;
         EXPECT_TRUE(

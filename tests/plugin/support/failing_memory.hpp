@@ -15,10 +15,10 @@ bool stop_failing();
 /// Calls with the n-th allocation failing, for n = 1, 2, 3 ... until none is left to fail.
 /// @returns how many failed
 template <class Call>
-int fail_each_allocation(Call call) {
+int fail_each_allocation(Call call, Memory memory = Memory::of_all) {
     int failures = -1;
     do {
-        fail_allocation(++failures + 1, Memory::of_all);
+        fail_allocation(++failures + 1, memory);
         call();
     } while (stop_failing());
     return failures;

@@ -44,7 +44,6 @@ TEST(MatchInTail, MatchesAPatternAfterAnything) {
     EXPECT_FALSE(mk_utility::match_intail(".wav", "\\.wav"));
     EXPECT_THROW(mk_utility::match_intail("take", "("), std::regex_error);
     EXPECT_TRUE(mk_utility::match_intail("take_abAB.wav", "(ab)\\1\\.wav"));
-    EXPECT_TRUE(mk_utility::match_intail(std::string(3001, 'a'), "a{3000}"));
     EXPECT_FALSE(mk_utility::match_intail(std::string(3000, 'a'), "a{3000}"));
     EXPECT_TRUE(mk_utility::match_intail(std::string(1 << 20, 'a'), "a"));
 }

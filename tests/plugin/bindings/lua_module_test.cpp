@@ -1,13 +1,13 @@
 #include "bindings/lua/module.hpp"
 #include "tests/plugin/support/bound_plugin.hpp"
 #include "tests/plugin/support/failing_memory.hpp"
-#include "tests/plugin/support/unprivileged.hpp"
 
 #include <lua.hpp>
 
 #include <filesystem>
 #include <fstream>
 #include <thread>
+#include <unistd.h>
 
 namespace {
 
@@ -28,14 +28,7 @@ class LuaModule : public mk_test::BoundPlugin {
 protected:
     LuaModule() {
         open_module(L);
-        run("function show(v) if type(v) ~= 'table' then return tostring(v) end local keys = {} "
-            "for k in pairs(v) do keys[#keys + 1] = k end "
-            "table.sort(keys, function(a, b) return tostring(a) < tostring(b) end) "
-            "for i, k in ipairs(keys) do keys[i] = k .. '=' .. show(v[k]) end "
-            "return '{' .. table.concat(keys, ' ') .. '}' end "
-            "function show_all(...) local t = {} for i = 1, select('#', ...) do t[i] = show((select(i, "
-            "...))) end "
-            "return table.concat(t, ' ') end");
+        EXPECT_EQ(luaL_dofile(L, TEST_DATA "/bindings/show.lua"), LUA_OK);
     }
     ~LuaModule() override {
         lua_close(L);
@@ -57,7 +50,7 @@ protected:
     /// The results of an expression as a text.
     std::string results(const std::string& expression) {
         lua_settop(L, 0);
-        run("return show_all(" + expression + ")");
+        run("return show(" + expression + ")");
         return lua_tostring(L, -1);
     }
 
@@ -130,12 +123,23 @@ TEST_F(LuaModule, ReturnsForAnyArguments) {
     std::filesystem::current_path("/");
 }
 
+/// What a file system refuses, it refuses to root as well, while one of these lives.
+struct Unprivileged {
+    Unprivileged() { is_set = was == 0 && seteuid(65534) == 0; }
+    ~Unprivileged() {
+        if (is_set && seteuid(was) != 0)
+            _exit(1); // all that follows would fail for no reason of its own
+    }
+    uid_t was = geteuid();
+    bool is_set = false;
+};
+
 TEST_F(LuaModule, FailsForUnreadableFolders) {
     const std::filesystem::path closed = folder / "closed";
     std::filesystem::create_directories(closed);
     std::filesystem::permissions(closed, std::filesystem::perms::none);
     {
-        const mk_test::Unprivileged while_reading;
+        const Unprivileged while_reading;
         EXPECT_EQ(results("(reaper.MK_GetFilePathList('" + folder.path.string() + "', 'wav'))"), "false");
         EXPECT_EQ(results("reaper.MK_LINGOMAT_InsertMediaItems('" + folder.path.string() + "')"), "1 nil");
     }

@@ -9,18 +9,11 @@ local names = {
     "SetMediaItemListRIDESCRIBER", "LINGOMAT_InsertMediaItems",
 }
 
-local function show(value)
-    if type(value) ~= "table" then return tostring(value) end
-    local entries = {}
-    for key, inner in pairs(value) do entries[#entries + 1] = tostring(key) .. "=" .. show(inner) end
-    table.sort(entries)
-    return "{" .. table.concat(entries, " ") .. "}"
-end
+local folder = arg[0]:match("^(.*)/")
+dofile(folder .. "/show.lua")
 
 local function expect(wanted, ...)
-    local got = table.pack(...)
-    for i = 1, got.n do got[i] = show(got[i]) end
-    local shown = table.concat(got, " ")
+    local shown = show(...)
     if shown ~= wanted then error(shown .. " instead of " .. wanted, 2) end
 end
 
@@ -45,7 +38,6 @@ end
 
 expect("true {1=a 2= 3=b}", reaper.MK_GetStringSplitList("a,;b", ",;"))
 expect("true {}", reaper.MK_GetStringSplitList(1, 2))
-local folder = arg[0]:match("^(.*)/")
 local found, files = reaper.MK_GetFilePathList(folder, "lua")
 table.sort(files)
 assert(found and files[#files] == arg[0], show(files))

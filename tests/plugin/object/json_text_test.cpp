@@ -33,9 +33,8 @@ TEST(JsonText, KeepsTheValueWhenRefused) {
 
 TEST(JsonToLua, PushesNilForAValueThatNestsTooDeeply) {
     const std::unique_ptr<lua_State, decltype(&lua_close)> L(luaL_newstate(), &lua_close);
-    json value = 1;
-    for (int level = 0; level < 1000; ++level)
-        value = json::array({std::move(value)});
+    json value;
+    EXPECT_EQ(Json_Deserialize(nested(1000), value), 0);
     lua_utility::pushvalue(L.get(), value);
     EXPECT_EQ(lua_type(L.get(), 1), LUA_TTABLE);
     lua_utility::pushvalue(L.get(), json::array({value}));

@@ -22,15 +22,6 @@ protected:
     headless::project::Item& second = add_item(mk_test::babble(0.5, 2), 1.5, "second.wav");
 };
 
-TEST_F(Media, ListsAndSelectsItems) {
-    EXPECT_EQ(GetMediaItemSelect(nullptr, 0, 2), nullptr) << "neither all items nor the selected ones";
-    std::vector<MediaItem*> items{handle(first)};
-    EXPECT_EQ(GetSelectedMediaItems(nullptr, items), 0);
-    EXPECT_EQ(items, std::vector({handle(first), handle(second)}));
-    EXPECT_EQ(SelectMediaItems({handle(first)}, true), 0);
-    EXPECT_EQ(CountSelectedMediaItems(nullptr), 2);
-}
-
 /// What a property's five forms read of the second item, which is the only selected one on the only selected
 /// track, and that they write nothing for an item that is not there.
 template <class T>
@@ -65,6 +56,7 @@ TEST_F(Media, AsksTheHostForItemsOfNoTrack) {
     GetTrackMediaItem = [](MediaTrack* track, int number) {
         return track || number != 7 ? nullptr : GetMediaItem(nullptr, 1);
     };
+    EXPECT_EQ(GetMediaItemSelect(nullptr, 0, 2), nullptr) << "neither all items nor the selected ones";
     EXPECT_EQ(GetMediaTrackItemSelect(nullptr, 99, 7, 0), handle(second));
     EXPECT_EQ(GetMediaTrackItemSelect(nullptr, 99, 7, 1), handle(second));
 }

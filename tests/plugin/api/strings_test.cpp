@@ -55,12 +55,4 @@ TEST(Strings, ReplaceEveryMatch) {
     EXPECT_STREQ(buffer, "ab\t\u3000cde");
 }
 
-TEST(Strings, SplitAtEverySeparator) {
-    Texts pieces;
-    for (const char* text : {"a,b;c", "d,,e", ",f,", ""})
-        EXPECT_TRUE(GetStringSplitList(text, ",;", pieces));
-    EXPECT_TRUE(GetStringSplitList("g,h", "", pieces));
-    EXPECT_EQ(pieces, (Texts{"a", "b", "c", "d", "", "e", "", "f", "g,h"}));
-}
-
 } // namespace

@@ -103,13 +103,6 @@ TEST_F(Tree, IsReadInAFixedOrder) {
     EXPECT_EQ(calls_before_insertion(1), "CG0G1G2G3CCG0G1G2DD") << "the track behind, then the parent";
 }
 
-TEST_F(Tree, TakesTheLastOfTracksListedTwice) {
-    build("000");
-    GetTrack = [](ReaProject*, int number) { return track_at(number == 2 ? 1 : number); };
-    EXPECT_TRUE(SetTrackItemDepth(GetTrack(nullptr, 1), 1));
-    EXPECT_EQ(writes, "1:1 ");
-}
-
 TEST_F(Tree, ListsChildrenByParentOrAtTheTop) {
     build("01210");
     int count = 9;

@@ -37,6 +37,8 @@ for _, name in ipairs(names) do
 end
 
 expect("true {1=a 2= 3=b}", reaper.MK_GetStringSplitList("a,;b", ",;"))
+expect("true {1= 2=f}", reaper.MK_GetStringSplitList(",f,", ","))
+expect("true {1=g,h}", reaper.MK_GetStringSplitList("g,h", ""))
 expect("true {}", reaper.MK_GetStringSplitList(1, 2))
 local found, files = reaper.MK_GetFilePathList(folder, "lua")
 table.sort(files)

@@ -93,16 +93,10 @@ void plain_ride(BR_Envelope* envelope, const mk_test::Peaks& peaks, int ratio_ty
     Logged<sws::EnvFree>::call(envelope, true);
 }
 
-struct Recording {
-    const char* name;
-    double seconds;
-    int ratio_type;
-};
-
-class RideOnRecordings : public Ride, public ::testing::WithParamInterface<Recording> {};
+class RideOnRecordings : public Ride, public ::testing::WithParamInterface<std::pair<double, int>> {};
 
 TEST_P(RideOnRecordings, EqualsThePlainReckoning) {
-    const auto [name, seconds, ratio_type] = GetParam();
+    const auto [seconds, ratio_type] = GetParam();
     headless::project::Item& item = add_item(babble(seconds, 1), 2.5);
     headless::project::Take& take = *item.active_take(); // beneath the render, later
     const auto add_envelope = [&take](const char* envelope_name) -> headless::project::Envelope& {
@@ -138,12 +132,10 @@ TEST_P(RideOnRecordings, EqualsThePlainReckoning) {
     EXPECT_TRUE(std::ranges::equal(volume.points(), twin.points()));
 }
 
+// The last three: one window, a window and a tail, and not one level.
 INSTANTIATE_TEST_SUITE_P(Recordings, RideOnRecordings,
-                         ::testing::Values(Recording{"lightest", 3.0, 0}, Recording{"ratio_1", 3.001, 1},
-                                           Recording{"hardest", 2.995, 3}, Recording{"one_window", 0.01, 0},
-                                           Recording{"window_and_tail", 0.016, 3},
-                                           Recording{"without_a_level", 0.0004, 0}),
-                         [](const auto& test) { return test.param.name; });
+                         ::testing::Values(std::pair(3.0, 0), std::pair(3.001, 1), std::pair(2.995, 3),
+                                           std::pair(0.01, 0), std::pair(0.016, 3), std::pair(0.0004, 0)));
 
 TEST_F(Ride, ChangesNothingWithoutAFunctionOfSws) {
     headless::project::Item& item = add_item(babble(0.5, 1));
@@ -168,16 +160,12 @@ TEST_F(Ride, ChangesNothingWithoutAFunctionOfSws) {
 TEST_F(Ride, KeepsTheSelection) {
     headless::project::Item& first = add_item(babble(0.5, 1), 0.0, "1.wav");
     headless::project::Item& second = add_item(babble(0.5, 2), 0.0, "2.wav");
-    headless::project::Item& third = add_item(babble(0.5, 3), 0.0, "3.wav");
-    SetMediaItemSelected(handle(first), true);
-    SetMediaItemSelected(handle(third), true);
-    EXPECT_TRUE(SetMediaIdRIDESCRIBER(nullptr, 1, 0));
-    EXPECT_TRUE(SetSelectedMediaIdRIDESCRIBER(nullptr, 1, 0));
-    EXPECT_EQ(second.takes().size(), 2u);
-    EXPECT_EQ(third.takes().size(), 2u);
-    EXPECT_TRUE(first.selected());
-    EXPECT_FALSE(second.selected());
-    EXPECT_TRUE(third.selected());
+    second.set_selected(true);
+    EXPECT_TRUE(SetMediaIdRIDESCRIBER(nullptr, 0, 0));
+    EXPECT_TRUE(SetSelectedMediaIdRIDESCRIBER(nullptr, 0, 0));
+    EXPECT_EQ(first.takes().size() + second.takes().size(), 4u);
+    EXPECT_FALSE(first.selected());
+    EXPECT_TRUE(second.selected());
 }
 
 TEST_F(Ride, FailsWithoutTakeOrEnvelope) {

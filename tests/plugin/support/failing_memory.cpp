@@ -2,6 +2,7 @@
 
 #include <cstdlib>
 #include <new>
+#include <utility>
 
 namespace {
 
@@ -10,15 +11,14 @@ thread_local mk_test::Memory counted = mk_test::Memory::of_all;
 
 } // namespace
 
-void mk_test::fail_allocation(int n, Memory memory) {
-    left = n;
+int mk_test::fail_each_allocation(const std::function<void()>& call, Memory memory) {
     counted = memory;
-}
-
-bool mk_test::stop_failing() {
-    const bool has_failed = left == 0;
-    left = 0;
-    return has_failed;
+    for (int n = 1;; ++n) {
+        left = n;
+        call();
+        if (std::exchange(left, 0) > 0)
+            return n - 1;
+    }
 }
 
 bool mk_test::next_allocation_fails() { return left > 0 && --left == 0; }

@@ -9,7 +9,6 @@
 #include <cstdlib>
 #include <ctime>
 #include <fcntl.h>
-#include <functional>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -147,29 +146,21 @@ TEST_F(Files, AreFoundByExtension) {
 }
 
 TEST_F(Files, SurviveEveryFailedAllocation) {
-    const std::string deep = here + "/a folder of some length/and one below it", file = deep + "/a line.wav";
+    const std::string deep = here + "/a folder of some length/and one below it";
     fs::create_directories(deep);
-    write_bytes(file, "text");
+    write_bytes(deep + "/a line.wav", "text");
     std::vector<std::string> paths;
-    mk_object::mk_Path info;
-    const std::function<bool()> calls[] = {
-        [&] { return mk_api::path::GetFilePathList(here, "wav", paths); },
-        [&] { return SetCopyFile(deep.c_str(), (here + "/a copy").c_str()); },
-        [&] { return SetPathFolder(here.c_str(), "another folder", 3, full, sizeof full); },
-        [&] { return WriteFile(deep.c_str(), "a line.wav", "text", 1); },
-        [&] { return mk_api::path::GetPathInfo(file, info) == 0; }};
-    for (const auto& call : calls) {
-        bool is_done = false;
-        const int failures = mk_test::fail_each_allocation([&] {
-            try {
-                is_done = call();
-            } catch (const std::bad_alloc&) {
-                is_done = false;
-            }
-        });
-        EXPECT_TRUE(is_done) << "once all memory was there";
-        EXPECT_GT(failures, 0);
-    }
+    bool is_copied = false;
+    const int failures = mk_test::fail_each_allocation([&] {
+        try {
+            mk_api::path::GetFilePathList(here, "wav", paths);
+            is_copied = SetCopyFile(deep.c_str(), (here + "/a copy").c_str());
+        } catch (const std::bad_alloc&) {
+            is_copied = false;
+        }
+    });
+    EXPECT_TRUE(is_copied) << "once all memory was there";
+    EXPECT_GT(failures, 0);
 }
 
 } // namespace

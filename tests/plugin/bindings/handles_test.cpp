@@ -62,11 +62,6 @@ protected:
             known_.push_back(reinterpret_cast<Handle>(py_get_ptr_inarray(object, size - 1)));
     }
 
-    void release_some() {
-        for (std::size_t i = random(5); i > 0; --i)
-            (random(3) == 0 ? py_release_obj2 : py_release_obj)(any());
-    }
-
     void release_all() {
         std::shuffle(known_.begin(), known_.end(), random_);
         for (const Handle handle : known_)
@@ -86,7 +81,8 @@ TEST_F(Handles, LeaveNothingInThePools) {
     for (int cycle = 1; cycle <= 100'000; ++cycle) {
         create(item);
         write_and_read();
-        release_some();
+        for (std::size_t left = random(5); left > 0; --left)
+            (random(3) == 0 ? py_release_obj2 : py_release_obj)(any());
         most = std::max(most, pooled());
         if (cycle % 100 == 0) {
             release_all();

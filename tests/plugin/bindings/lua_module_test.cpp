@@ -73,7 +73,6 @@ TEST_F(LuaModule, ReturnsListsAndCounts) {
     EXPECT_EQ(results("select(3, reaper.MK_GetTrackItemChildList(alice))"), "1");
     EXPECT_EQ(results("reaper.MK_GetSelectedTrackIdChildList(nil, 0)"), "true {1=" + results("alice") + "}");
     EXPECT_EQ(results("select(2, reaper.MK_GetTrackDepthList())[2].Depth"), "1");
-    EXPECT_EQ(results("select(2, reaper.MK_GetSamePerfectTrackNameList(nil, 'Alice'))[1].Index"), "0");
     EXPECT_EQ(results("#select(2, reaper.MK_GetIncludePerfectTrackNameList(nil, 'ALICE'))"), "2");
     set_global("item", handle(add_item(mk_test::babble(0.1, 1))));
     EXPECT_EQ(results("select(2, reaper.MK_GetMediaItemPeakList(item))[100].Time"), "0.099");

@@ -157,17 +157,4 @@ TEST(Pool, TellsRecordsAtOneAddressApart) {
     EXPECT_TRUE(mk_Midi::pool.empty());
 }
 
-TEST(Pool, KeepsAListAlive) {
-    std::vector<mk_List*>* array = nullptr;
-    {
-        std::vector<TrackDetail> list(2);
-        list[1].Index->set(7);
-        EXPECT_EQ(mk_List::to_mkList_array(list)[1], &list[1]);
-        array = mk_List::pool_mkList_array(list);
-    }
-    EXPECT_EQ(array->at(1)->get_value("Index"), mk_Value(7));
-    EXPECT_TRUE(mk_List::release_mkList(reinterpret_cast<unsigned long long>(array)));
-    EXPECT_TRUE(TrackDetail::pool.empty());
-}
-
 } // namespace

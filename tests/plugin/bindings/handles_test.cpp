@@ -90,7 +90,6 @@ TEST_F(Handles, LeaveNothingInThePools) {
         }
     }
     EXPECT_GT(most, 20U);
-    RecordProperty("max_pooled", static_cast<int>(most));
 }
 
 } // namespace

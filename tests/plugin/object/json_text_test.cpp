@@ -14,7 +14,7 @@ using namespace mk_api::string;
 
 std::string nested(std::size_t levels) { return std::string(levels, '[') + std::string(levels, ']'); }
 
-TEST(JsonText, IsOneLineWithSortedKeys) {
+TEST(JsonText, IsWrittenInOneLineOrRefused) {
     json value;
     std::string text;
     EXPECT_EQ(Json_Deserialize("{ \"b\":[1, 2.5],\n \"\u00e9\":1, \"a\":" + nested(999) + "}", value), 0);

@@ -1,18 +1,16 @@
 // Regular expressions beside std::regex, which is right on short texts, and alone on long ones.
 
+#include "tests/plugin/utility/random_patterns.hpp"
 #include "utility/safe_regex.hpp"
 
 #include <gtest/gtest.h>
 
-#include <random>
 #include <regex>
 #include <vector>
 
 namespace {
 
-struct RegexCase {
-    std::string pattern, text, format;
-};
+using mk_test::RegexCase;
 
 /// What a replacement gives: "=" and the text, or that the pattern is refused.
 template <class Replace>
@@ -58,19 +56,9 @@ TEST(SafeRegex, AgreesWithStdRegexOnFileNames) {
 }
 
 TEST(SafeRegex, AgreesWithStdRegexOnRandomPatterns) {
-    const char* const pieces[] = {
-        // clang-format off
-        "a", "b", "_", ".", "1", "\\.", "\\d", "\\w", "\\S", "\n", "A", "\xc3", "^", "$", "\\b", "\\B", "\\1", "\\2", "|", "(a)",
-        "(?:b|a)", "[^a]", "[a-c\\s]", "[]", "[[:alpha:]1", "-]", "*", "+", "?", "*?", "??", "{2}", "{1,2}", "{0}", "{2,}?", "{,2}"};
-    // clang-format on
-    const char* const texts[] = {"", "aab", "b_a1 ab", "a\n-\u00e9A\xff.b\r"};
-    const char* const formats[] = {"[$&]", "$1$`$'"};
-    std::mt19937 random(20);
-    const auto one_of = [&](const auto& choices) { return choices[random() % std::size(choices)]; };
+    mk_test::RandomPatterns patterns(20);
     for (int left = 5000; left > 0; --left) {
-        RegexCase each{"", one_of(texts), one_of(formats)};
-        for (auto terms = random() % 8; terms > 0; --terms)
-            each.pattern = random() % 4 == 0 ? "(" + each.pattern + ")" : each.pattern + one_of(pieces);
+        const RegexCase each = patterns.next();
         EXPECT_EQ(ours(each), plain(each)) << each.pattern << " in " << each.text;
     }
 }

@@ -32,7 +32,7 @@ std::vector<fs::path> rendered_recordings(const project::Project& project) {
     std::vector<fs::path> files;
     for_each_item(project, [&](const project::Item& item) {
         if (item.takes().size() > 1)
-            files.push_back(item.take(0)->source.file);
+            files.push_back(item.take(0)->source.root().file);
     });
     return files;
 }
@@ -66,7 +66,7 @@ std::vector<fs::path> audio_of(const project::Project& project) {
     std::vector<fs::path> files;
     for_each_item(project, [&](const project::Item& item) {
         for (const auto& take : item.takes())
-            files.push_back(take->source.file);
+            files.push_back(take->source.root().file);
     });
     return files;
 }
@@ -85,10 +85,10 @@ Result<EarlierProject> EarlierProject::read(const fs::path& file) {
     const fs::path render_folder = project.file.parent_path() / project.record_path;
     for_each_item(project, [&](const project::Item& item) {
         for (std::size_t number = 1; number < item.takes().size(); ++number) {
-            const fs::path& render = item.take(number)->source.file;
+            const fs::path& render = item.take(number)->source.root().file;
             std::error_code error;
             if (fs::equivalent(folder_of(render), render_folder, error))
-                earlier.renders_.push_back({item.take(0)->source.file, render});
+                earlier.renders_.push_back({item.take(0)->source.root().file, render});
         }
     });
     return earlier;

@@ -176,9 +176,9 @@ void PairRecorder::settle(std::vector<Failure> reports) {
 void PairRecorder::remark_truncations() {
     report::ImportedPair& pair = pairs_.back();
     const auto remark_on = [&](const project::Item* item, const char* line) {
-        const std::string remark =
-            item ? report::truncation_remark(workstation_.audio().truncation(item->take(0)->source.file))
-                 : "";
+        const std::string remark = item ? report::truncation_remark(workstation_.audio().truncation(
+                                              item->take(0)->source.root().file))
+                                        : "";
         add(pair.remark, remark.empty() ? "" : line + remark);
     };
     remark_on(base_, "its base line ");
@@ -188,7 +188,7 @@ void PairRecorder::remark_truncations() {
 void PairRecorder::read_levels(report::ImportedPair& pair, std::vector<Failure>& reports) {
     const bool was_ridden = subject_->takes().size() > 1;
     if (was_ridden) {
-        const std::filesystem::path& render = subject_->active_take()->source.file;
+        const std::filesystem::path& render = subject_->active_take()->source.root().file;
         if (guard_.may_remove(render))
             renders_.push_back(render);
         guard_.wrote(render);

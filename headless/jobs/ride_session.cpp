@@ -126,7 +126,7 @@ Result<report::RideReport> RideSession::ride_in_memory(project::Item& item, cons
 
 /// The render of a ride that failed halfway is not a result.
 void RideSession::remove_render(const project::Item& item) const {
-    const std::filesystem::path& file = item.active_take()->source.file;
+    const std::filesystem::path& file = item.active_take()->source.root().file;
     std::error_code error;
     if (item.takes().size() > 1 && guard_->may_remove(file))
         std::filesystem::remove(file, error);
@@ -135,7 +135,7 @@ void RideSession::remove_render(const project::Item& item) const {
 Result<report::RideReport> RideSession::ride_item(project::Item& item, const std::filesystem::path& file,
                                                   int ratio) {
     const project::Take& recorded = *item.active_take();
-    const auto before = momentary_maximum(workstation_->audio(), recorded.source.file);
+    const auto before = momentary_maximum(workstation_->audio(), recorded.source.root().file);
     if (!before)
         return tl::unexpected(before.error());
     const bool ridden = ride_(workstation::Workstation::handle(item), ratio);
@@ -145,22 +145,22 @@ Result<report::RideReport> RideSession::ride_item(project::Item& item, const std
     const project::Take& rendered = *item.active_take();
     if (!ridden || &rendered == &recorded)
         return tl::unexpected(path_failure(file, "the plug-in did not ride it"));
-    const auto after = momentary_maximum(workstation_->audio(), rendered.source.file);
+    const auto after = momentary_maximum(workstation_->audio(), rendered.source.root().file);
     if (!after)
         return tl::unexpected(after.error());
-    guard_->wrote(rendered.source.file);
+    guard_->wrote(rendered.source.root().file);
     guard_->wrote(target_of(recorded)); // one recording per name, even if the render had to get another name
 
     const workstation::EnvelopeEdit edit = workstation_->last_envelope_edit();
     report::RideReport report{.file = file,
-                              .output = folder_ / rendered.source.file.filename(),
+                              .output = folder_ / rendered.source.root().file.filename(),
                               .length_seconds = item.length_seconds(),
                               .windows = edit.points_created,
                               .points_written = edit.points_rewritten,
                               .points_kept = edit.points_kept,
                               .momentary_max_before_lufs = *before,
                               .momentary_max_after_lufs = *after};
-    report.remark = report::truncation_remark(workstation_->audio().truncation(recorded.source.file));
+    report.remark = report::truncation_remark(workstation_->audio().truncation(recorded.source.root().file));
     add_gains(report, recorded);
     return report;
 }

@@ -10,6 +10,13 @@ double Source::length_seconds() const {
     return sample_rate > 0 ? static_cast<double>(frames) / sample_rate : 0.0;
 }
 
+bool Source::operator==(const Source& other) const {
+    const bool plays_the_same = inner && other.inner ? *inner == *other.inner : inner == other.inner;
+    return plays_the_same && file == other.file && type == other.type && sample_rate == other.sample_rate &&
+           channels == other.channels && frames == other.frames && offline == other.offline &&
+           section == other.section;
+}
+
 Take::Take(Item& item, Source take_source, std::string take_name)
     : source(std::move(take_source)), name(std::move(take_name)), item_(item) {
     item.track().project().live_objects_.add(this);

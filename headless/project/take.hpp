@@ -14,19 +14,37 @@ namespace headless::project {
 
 class Item;
 
-/// The file behind a take, with the format it had when it was first read. The format is zeros if the file was
-/// never read, as in a project that was loaded.
+/// A stretch of another source. What lies outside that source is silent.
+struct Section {
+    double start_seconds = 0.0;
+    double length_seconds = 0.0;  ///< 0 or less: up to the end of that source
+    bool reversed = false;        ///< plays the stretch from its end
+    double overlap_seconds = 0.0; ///< crossfade between repetitions
+
+    bool operator==(const Section&) const = default;
+};
+
+/// What a take plays: a file, or a section of another source. The format is that of the file when it was first
+/// read, and zeros if it was never read, as in a project that was loaded.
 struct Source {
-    std::filesystem::path file;
-    std::string type = "WAVE"; ///< the host's name for the kind of file
-    int sample_rate = 0;       ///< frames per second
+    std::filesystem::path file; ///< empty for a section
+    std::string type = "WAVE";  ///< the host's name for the kind of source
+    int sample_rate = 0;        ///< frames per second
     int channels = 0;
     std::int64_t frames = 0;
+    bool offline = false;            ///< set offline by the user: not to be read
+    Section section{};               ///< for a source of type SECTION
+    std::shared_ptr<Source> inner{}; ///< what a section plays; otherwise null. Copies share it
+
+    /// The innermost source, which has the file.
+    const Source& root() const { return inner ? inner->root() : *this; }
+    Source& root() { return inner ? inner->root() : *this; }
 
     /// 0 while the sample rate is unknown.
     double length_seconds() const;
 
-    bool operator==(const Source&) const = default;
+    /// Compares what sections play by value.
+    bool operator==(const Source& other) const;
 };
 
 /// Created and destroyed by its item; its address is its identity.

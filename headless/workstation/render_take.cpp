@@ -33,7 +33,7 @@ bool is_same_file(const fs::path& left, const fs::path& right) {
 
 Result<ExistingRender> judge(const Workstation& workstation, const fs::path& file,
                              const project::Take& take) {
-    return workstation.judge_existing_render && !is_same_file(file, take.source.file)
+    return workstation.judge_existing_render && !is_same_file(file, take.source.root().file)
                ? workstation.judge_existing_render(file)
                : ExistingRender::avoid;
 }
@@ -77,7 +77,7 @@ Result<project::Take*> render_to_new_take(project::Item& item, Workstation& work
         return tl::unexpected(audio.error());
     const fs::path plain =
         workstation.render_folder() / file_name_for(without_audio_extension(take->name), ".wav");
-    auto render = audio::render(workstation.audio(), take->source.file, audio->range, gain_of(*take), plain);
+    auto render = audio::render(workstation.audio(), take->source.root().file, audio->range, gain_of(*take), plain);
     if (!render)
         return tl::unexpected(render.error());
     const auto file = publish(plain, render->file, workstation, *take);

@@ -18,7 +18,7 @@ std::string unsupported_setting(const project::Take& take) {
 }
 
 tl::unexpected<Failure> failure_of(const project::Take& take, const std::string& reason) {
-    return tl::unexpected(Failure{"take '" + take.name + "': " + reason, take.source.file});
+    return tl::unexpected(Failure{"take '" + take.name + "': " + reason, take.source.root().file});
 }
 
 } // namespace
@@ -32,9 +32,9 @@ Result<audio::AudioFormat> decoded_format(audio::AudioCache& cache, const std::f
 Result<TakeAudio> audio_of(audio::AudioCache& cache, const project::Take& take) {
     if (const std::string setting = unsupported_setting(take); !setting.empty())
         return failure_of(take, setting + " is not supported");
-    if (take.source.file.empty())
+    if (take.source.root().file.empty())
         return failure_of(take, "has no audio file");
-    const Result<audio::AudioFormat> format = cache.format(take.source.file);
+    const Result<audio::AudioFormat> format = cache.format(take.source.root().file);
     if (!format)
         return tl::unexpected(format.error());
     const double first = std::round(take.start_offset_seconds * format->sample_rate);

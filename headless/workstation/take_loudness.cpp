@@ -21,10 +21,10 @@ Result<audio::Loudness> heard_loudness(Workstation& workstation, const project::
     if (!audio)
         return tl::unexpected(audio.error());
     request.hop_milliseconds = workstation.loudness_hop_milliseconds;
-    auto loudness = workstation.loudness().measure(take.source.file, audio->range,
+    auto loudness = workstation.loudness().measure(take.source.root().file, audio->range,
                                                    gain_of(take, take.item().volume), request);
     if (loudness && request.momentary_maximum && !loudness->momentary_maximum_lufs)
-        return too_short("take '" + take.name + "'", take.source.file);
+        return too_short("take '" + take.name + "'", take.source.root().file);
     return loudness;
 }
 

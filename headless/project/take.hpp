@@ -1,6 +1,8 @@
 #pragma once
 // A take: a stretch of an audio file with its own name, volume and envelopes.
 
+#include "headless/chunk/guid.hpp"
+#include "headless/chunk/lines.hpp"
 #include "headless/project/envelope.hpp"
 
 #include <cstdint>
@@ -56,6 +58,14 @@ public:
     Take& operator=(const Take&) = delete;
 
     Item& item() const { return item_; }
+
+    /// An empty take lane: it counts among the item's takes, but there is nothing to play.
+    bool is_empty = false;
+
+    chunk::Guid id; ///< none until the take is saved or asked for it
+
+    /// Its lines in the item's block; empty if it was made since.
+    chunk::Lines lines;
 
     Source source;
     std::string name;

@@ -77,6 +77,9 @@ public:
     /// Destroys all takes but the active one.
     void crop_to_active_take();
 
+    /// Destroys all takes.
+    void clear();
+
     /// The order of items on a track: by position, and at the same position in the order of creation.
     bool comes_before(const Item& other) const;
 

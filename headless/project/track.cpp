@@ -67,6 +67,13 @@ Item& Track::add_item(double position_seconds, double length_seconds) {
     return **items_.insert(place_of(*item), std::move(item));
 }
 
+void Track::clear() {
+    while (!items_.empty())
+        erase_item(*items_.back());
+    while (!envelopes_.empty())
+        erase_envelope(envelopes_.back()->serial());
+}
+
 void Track::erase_item(const Item& item) {
     const auto place = place_of(item);
     if (place != items_.end() && place->get() == &item) {

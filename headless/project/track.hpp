@@ -72,6 +72,9 @@ public:
     /// Adds an item without takes at its place in the order of positions.
     Item& add_item(double position_seconds, double length_seconds);
 
+    /// Destroys all items and envelopes.
+    void clear();
+
     /// Destroys the item. An item of another track is left alone.
     void erase_item(const Item& item);
 

@@ -15,6 +15,10 @@ struct Form {
     bool is_standard = false; ///< new objects have it; the others are written only for other values
 };
 
+/// The head of the projects that this program makes. A workstation that saves them puts its own platform there.
+/// There is no time of saving: the same project gives the same bytes.
+inline constexpr std::string_view own_head = R"(<REAPER_PROJECT 0.1 "6.19/felspar" 0)";
+
 using Forms = std::span<const Form>;
 
 extern const Forms project_forms;

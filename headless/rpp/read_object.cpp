@@ -180,8 +180,7 @@ void read_envelopes(Reading& in, project::Track& track, Lines& lines) {
     }
 }
 
-project::Item& read_item(Reading& in, project::Track& track, Block block) {
-    project::Item& item = track.add_item(first_number(block.lines, "POSITION"), 0.0);
+void read_item(Reading& in, project::Item& item, Block block) {
     read_fields(in, item, item_fields(), block.lines);
     item.id = read_guid(in, block.lines, "IGUID");
     const auto end = block.lines.begin() + static_cast<std::ptrdiff_t>(end_of_item_lines(block.lines));
@@ -190,7 +189,6 @@ project::Item& read_item(Reading& in, project::Track& track, Block block) {
     block.lines.shrink_to_fit();
     item.block = std::make_unique<Block>(std::move(block));
     read_takes(in, item, std::move(takes));
-    return item;
 }
 
 void read_track(Reading& in, project::Track& track, Block block) {
@@ -204,7 +202,9 @@ void read_track(Reading& in, project::Track& track, Block block) {
     read_envelopes(in, track, block.lines);
     for (Node& node : block.lines) {
         if (node.block() && node.token() == "ITEM") {
-            const project::Item& item = read_item(in, track, std::move(*node.block()));
+            Block& block_of_item = *node.block();
+            project::Item& item = track.add_item(first_number(block_of_item.lines, "POSITION"), 0.0);
+            read_item(in, item, std::move(block_of_item));
             node = chunk::Place{item.serial(), chunk::ObjectKind::item};
         }
     }

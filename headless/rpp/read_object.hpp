@@ -33,8 +33,8 @@ private:
 /// Fills a new track.
 void read_track(Reading& in, project::Track& track, chunk::Block block);
 
-/// Adds the item to the track.
-project::Item& read_item(Reading& in, project::Track& track, chunk::Block block);
+/// Fills a new item.
+void read_item(Reading& in, project::Item& item, chunk::Block block);
 
 /// Fills a new envelope.
 void read_envelope(Reading& in, project::Envelope& envelope, chunk::Block block);

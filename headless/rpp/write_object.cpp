@@ -95,6 +95,12 @@ const Lines& standard_take_lines(bool is_first) {
 
 } // namespace
 
+std::string envelope_token(const project::Envelope& envelope) {
+    if (envelope.block)
+        return std::string(chunk::token(envelope.block->head.content()));
+    return std::string(take_envelope_token(envelope));
+}
+
 ObjectWriter::ObjectWriter(chunk::Output& out, project::Project& project, std::filesystem::path folder)
     : out_(out), project_(project), folder_(std::move(folder)) {}
 

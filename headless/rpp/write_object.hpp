@@ -8,8 +8,13 @@
 
 #include <filesystem>
 #include <optional>
+#include <string>
+#include <string_view>
 
 namespace headless::rpp {
+
+/// The token of the envelope's block: that of its lines, or the one that its name stands for.
+std::string envelope_token(const project::Envelope& envelope);
 
 class ObjectWriter {
 public:

@@ -20,11 +20,6 @@ using chunk::Node;
 using chunk::ObjectKind;
 using chunk::Text;
 
-/// The beginning of the files that this program writes. A workstation that saves the project puts its own
-/// platform there. There is no time of saving: the same project gives the same bytes.
-constexpr std::string_view own_beginning = R"(<REAPER_PROJECT 0.1 "6.19/felspar")";
-constexpr std::string_view own_head = R"(<REAPER_PROJECT 0.1 "6.19/felspar" 0)";
-
 class ProjectWriter {
 public:
     ProjectWriter(chunk::Output& out, project::Project& project, const std::filesystem::path& folder)
@@ -234,6 +229,6 @@ std::string project_text(project::Project& project, const std::filesystem::path&
     return text;
 }
 
-std::string_view beginning_of_own_projects() { return own_beginning; }
+std::string_view beginning_of_own_projects() { return own_head; }
 
 } // namespace headless::rpp

@@ -30,6 +30,7 @@ struct RideOptions {
     std::filesystem::path project;
     std::filesystem::path plugin; ///< empty: where it was built or installed
     int ratio = 0;
+    bool accepts_losses = false;
     bool json = false;
 };
 
@@ -85,14 +86,34 @@ std::filesystem::path save_project(jobs::RideSession& session, const RideOptions
     const bool is_interrupted = interruption::signal_number() != 0;
     if (options.project.empty() || reporter.ridden_count() == 0 || is_interrupted)
         return {};
-    const auto saved = session.save(options.project, earlier);
+    const auto saved =
+        session.save(options.project, earlier, options.accepts_losses ? jobs::Losses::accept : jobs::Losses::refuse);
     if (!saved) {
         reporter.failed(options.project, saved.error());
         return {};
     }
-    for (const Failure& loss : *saved)
-        reporter.failed(options.project, loss);
-    return options.project;
+    if (!saved->backup.empty())
+        reporter.kept(options.project, saved->backup);
+    for (const Failure& leftover : saved->leftovers)
+        reporter.failed(options.project, leftover);
+    if (saved->is_written)
+        return options.project;
+    reporter.failed(options.project, jobs::refusal_of(options.project, saved->losses.size()));
+    return {};
+}
+
+/// Names what the project file will not hold.
+/// @returns a failure if the user has not accepted that
+Result<void> check_losses(const RideOptions& options, const std::filesystem::path& folder) {
+    if (options.project.empty())
+        return {};
+    const auto losses =
+        jobs::losses_of_ride(options.files, std::filesystem::canonical(folder), options.project);
+    for (const Failure& loss : losses)
+        print_error(loss.message);
+    if (losses.empty() || options.accepts_losses)
+        return {};
+    return tl::unexpected(jobs::refusal_of(options.project, losses.size()));
 }
 
 int run(const RideOptions& options) {
@@ -107,6 +128,8 @@ int run(const RideOptions& options) {
     const auto folder = output_folder(options);
     if (!folder)
         return cannot_begin(folder.error());
+    if (const auto permitted = check_losses(options, *folder); !permitted)
+        return cannot_begin(permitted.error());
     session->set_folder(*folder);
 
     report::RideReporter reporter(std::cout, std::cerr,
@@ -140,6 +163,7 @@ void add_ride_command(CLI::App& app, int& exit_status) {
     ride->add_option("--project", options->project,
                      "Write a project file with every ride as editable envelope")
         ->type_name("FILE.rpp");
+    add_losses_option(*ride, options->accepts_losses);
     ride->add_flag("--json", options->json, "Print one JSON object a file instead of the table");
     add_plugin_option(*ride, options->plugin);
     ride->callback([options, &exit_status] { exit_status = run(*options); });

@@ -7,6 +7,7 @@
 #include "headless/functions/all_functions.hpp"
 #include "headless/jobs/project_output.hpp"
 #include "headless/report/printable.hpp"
+#include "headless/report/remarks.hpp"
 #include "headless/rpp/rpp.hpp"
 #include "headless/script/script_runner.hpp"
 #include "headless/workstation/workstation.hpp"
@@ -28,6 +29,7 @@ struct RunOptions {
     std::filesystem::path save;    ///< empty: nothing is saved
     std::filesystem::path plugin;  ///< empty: where it was built or installed
     std::vector<std::string> dialogs;
+    bool accepts_losses = false;
 };
 
 Result<void> check_save(const RunOptions& options) {
@@ -75,14 +77,20 @@ bool print_errors(const std::vector<Failure>& failures) {
     return !failures.empty();
 }
 
-Result<std::vector<Failure>> save(const RunOptions& options, workstation::Workstation& workstation) {
-    if (options.save.empty())
-        return {};
-    return jobs::back_up_foreign_original(options.save).and_then([&](const std::string& kept) {
-        if (!kept.empty())
-            print_error(kept);
-        return jobs::save_project_as(workstation, options.save);
-    });
+/// @returns whether it was saved
+bool save(const RunOptions& options, workstation::Workstation& workstation) {
+    const auto saved = jobs::save_project_as(
+        workstation, options.save, options.accepts_losses ? jobs::Losses::accept : jobs::Losses::refuse);
+    if (!saved) {
+        print_error(saved.error().message);
+        return false;
+    }
+    if (!saved->backup.empty())
+        print_error(report::backup_message(options.save, saved->backup));
+    print_errors(saved->losses);
+    if (!saved->is_written)
+        print_error(jobs::refusal_of(options.save, saved->losses.size()).message);
+    return saved->is_written;
 }
 
 /// The script may not have noticed failures, as many functions cannot report them.
@@ -90,17 +98,12 @@ Result<std::vector<Failure>> save(const RunOptions& options, workstation::Workst
 bool finish(const RunOptions& options, workstation::Workstation& workstation,
             const script::ScriptOutcome& outcome, bool& is_saved) {
     print_script_error(outcome.error);
-    std::vector<Failure> losses;
-    if (outcome.status == 0) {
-        const auto saved = save(options, workstation);
-        losses = saved ? *saved : std::vector{saved.error()};
-        is_saved = saved && !options.save.empty();
-    }
+    const bool is_to_be_saved = outcome.status == 0 && !options.save.empty();
+    is_saved = is_to_be_saved && save(options, workstation);
     const bool failed = print_errors(workstation.take_failures());
-    const bool lost = print_errors(losses);
     for (const std::string& title : workstation.dialog_answers.never_asked())
         print_error("no dialog \"" + title + "\" has come");
-    return outcome.status == 0 && !failed && !lost;
+    return outcome.status == 0 && !failed && is_saved == is_to_be_saved;
 }
 
 int run_and_save(const RunOptions& options, workstation::Workstation& workstation,
@@ -153,6 +156,7 @@ void add_run_command(CLI::App& app, int& exit_status) {
     run_app
         ->add_option("--save", options->save, "Save the project here when the script has ended without error")
         ->type_name("OUT.rpp");
+    add_losses_option(*run_app, options->accepts_losses);
     run_app
         ->add_option("--dialog", options->dialogs,
                      "Answer the dialog of that title: with a button, or with the values of its form; may be "

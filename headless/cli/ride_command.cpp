@@ -34,8 +34,12 @@ struct RideOptions {
     bool json = false;
 };
 
+std::filesystem::path folder_of(const RideOptions& options) {
+    return options.folder.empty() ? default_folder : options.folder;
+}
+
 Result<std::filesystem::path> output_folder(const RideOptions& options) {
-    const std::filesystem::path folder = options.folder.empty() ? default_folder : options.folder;
+    const std::filesystem::path folder = folder_of(options);
     std::error_code error;
     if (options.folder.empty())
         std::filesystem::create_directory(folder, error);
@@ -86,8 +90,8 @@ std::filesystem::path save_project(jobs::RideSession& session, const RideOptions
     const bool is_interrupted = interruption::signal_number() != 0;
     if (options.project.empty() || reporter.ridden_count() == 0 || is_interrupted)
         return {};
-    const auto saved =
-        session.save(options.project, earlier, options.accepts_losses ? jobs::Losses::accept : jobs::Losses::refuse);
+    const auto saved = session.save(options.project, earlier,
+                                    options.accepts_losses ? jobs::Losses::accept : jobs::Losses::refuse);
     if (!saved) {
         reporter.failed(options.project, saved.error());
         return {};
@@ -104,11 +108,11 @@ std::filesystem::path save_project(jobs::RideSession& session, const RideOptions
 
 /// Names what the project file will not hold.
 /// @returns a failure if the user has not accepted that
-Result<void> check_losses(const RideOptions& options, const std::filesystem::path& folder) {
+Result<void> check_losses(const RideOptions& options) {
     if (options.project.empty())
         return {};
     const auto losses =
-        jobs::losses_of_ride(options.files, std::filesystem::canonical(folder), options.project);
+        jobs::losses_of_ride(options.files, jobs::true_path(folder_of(options)), options.project);
     for (const Failure& loss : losses)
         print_error(loss.message);
     if (losses.empty() || options.accepts_losses)
@@ -122,14 +126,14 @@ int run(const RideOptions& options) {
     const auto earlier = spare_earlier(options, guard);
     if (!earlier)
         return cannot_begin(earlier.error());
+    if (const auto permitted = check_losses(options); !permitted)
+        return cannot_begin(permitted.error());
     auto session = open_session(options, guard);
     if (!session)
         return cannot_begin(session.error());
     const auto folder = output_folder(options);
     if (!folder)
         return cannot_begin(folder.error());
-    if (const auto permitted = check_losses(options, *folder); !permitted)
-        return cannot_begin(permitted.error());
     session->set_folder(*folder);
 
     report::RideReporter reporter(std::cout, std::cerr,

@@ -44,7 +44,8 @@ public:
     std::vector<Failure> losses(const std::filesystem::path& file) const;
 
     /// As save_project_over.
-    Result<SavedProject> save(const std::filesystem::path& file, const EarlierProject& earlier, Losses losses);
+    Result<SavedProject> save(const std::filesystem::path& file, const EarlierProject& earlier,
+                              Losses losses);
 
 private:
     ImportSession(std::unique_ptr<workstation::Workstation> workstation, workstation::PluginLibrary plugin,

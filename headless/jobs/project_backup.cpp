@@ -28,9 +28,7 @@ Result<std::string> first_line_of(const fs::path& file) {
     });
 }
 
-bool has_time(std::string_view line) {
-    return chunk::number_at(chunk::Text::made(line), 3, 0.0) > 0.0;
-}
+bool has_time(std::string_view line) { return chunk::number_at(chunk::Text::made(line), 3, 0.0) > 0.0; }
 
 /// The names of backups, in the order in which they are given.
 fs::path backup_of(const fs::path& file, int number) {
@@ -99,11 +97,9 @@ Result<fs::path> back_up_original(project::Project& project, const fs::path& fil
         if (!is_kept)
             return fs::path();
         const fs::path copy = backup_of(file, next_backup(file));
-        return copy_atomically(file, copy)
-            .map([&] { return copy; })
-            .map_error([](const Failure& failure) {
-                return with_remark(failure, "the project cannot be kept as it was");
-            });
+        return copy_atomically(file, copy).map([&] { return copy; }).map_error([](const Failure& failure) {
+            return with_remark(failure, "the project cannot be kept as it was");
+        });
     });
 }
 

@@ -11,7 +11,8 @@ void add_effects(EffectCount& count, const chunk::Lines& lines) {
         const std::string_view token = node.token();
         if (const chunk::Text* line = node.line(); line && token == "BYPASS") {
             ++count.all;
-            const bool is_off = chunk::number_at(*line, 1, 0.0) != 0.0 || chunk::number_at(*line, 2, 0.0) != 0.0;
+            const bool is_off =
+                chunk::number_at(*line, 1, 0.0) != 0.0 || chunk::number_at(*line, 2, 0.0) != 0.0;
             count.active += is_off ? 0 : 1;
         } else if (node.block() && token == "CONTAINER") {
             add_effects(count, node.block()->lines);

@@ -51,7 +51,8 @@ std::vector<Failure> losses_of(const project::Project& project, const std::files
     const std::string cannot_hold = file.string() + ": cannot hold ";
     std::vector<Failure> losses;
     for (const std::filesystem::path& lost : rpp::paths_that_do_not_fit(project, folder))
-        losses.push_back({cannot_hold + "the path of " + lost.string() + ", which will not be found from it"});
+        losses.push_back(
+            {cannot_hold + "the path of " + lost.string() + ", which will not be found from it"});
     for (const rpp::ChangedName& changed : rpp::names_that_do_not_fit(project))
         losses.push_back({cannot_hold + "the name of " + changed.object + ": \"" + changed.name +
                           "\" is written as \"" + changed.written + '"'});

@@ -24,7 +24,7 @@ struct SendEnd {
 
 struct TrackFigures {
     std::string name{};
-    int depth = 0;         ///< number of folders around the track
+    int depth = 0;          ///< number of folders around the track
     std::size_t folder = 0; ///< number of the folder around it, 0 at top level
     bool is_folder = false;
     std::size_t items = 0;

@@ -15,8 +15,9 @@ using figures::formatted;
 namespace fs = std::filesystem;
 
 constexpr std::size_t line_columns = 80;
-constexpr std::size_t max_listed = 20;  ///< of a list that is no track or missing file
+constexpr std::size_t max_listed = 20; ///< of a list that is no track or missing file
 constexpr int max_indented_depth = 12; ///< deeper tracks show their depth as a number
+constexpr std::size_t max_margin = 36; ///< of the details of a track
 
 std::string clock_time(double seconds) {
     const auto milliseconds = std::llround(std::min(seconds, 1e12) * 1000.0);
@@ -115,14 +116,18 @@ private:
         const std::string version = printable(report_.version);
         const std::string on = report_.system.empty() ? "" : " on " + printable(report_.system);
         const std::string at = report_.saved_at == 0 ? "" : ", " + date_of(report_.saved_at);
-        text_ += "  " + cut((version.empty() ? "saved by an unknown version" : "saved by version " + version) + on + at, line_columns - 2) + '\n';
-        text_ += "  length " + clock_time(report_.length_seconds) + ", " +
-                 std::to_string(report_.sample_rate) + " Hz, " + formatted("%.10g", report_.tempo_bpm) +
-                 formatted(" bpm in %d/%d", report_.meter_numerator, report_.meter_denominator) +
-                 (report_.tempo_points > 0
-                      ? ", " + counted(report_.tempo_points, "tempo point", "tempo points")
-                      : "") +
-                 '\n';
+        text_ +=
+            "  " +
+            cut((version.empty() ? "saved by an unknown version" : "saved by version " + version) + on + at,
+                line_columns - 2) +
+            '\n';
+        text_ +=
+            "  length " + clock_time(report_.length_seconds) + ", " + std::to_string(report_.sample_rate) +
+            " Hz, " + formatted("%.10g", report_.tempo_bpm) +
+            formatted(" bpm in %d/%d", report_.meter_numerator, report_.meter_denominator) +
+            (report_.tempo_points > 0 ? ", " + counted(report_.tempo_points, "tempo point", "tempo points")
+                                      : "") +
+            '\n';
     }
 
     void add_tracks() {
@@ -142,7 +147,7 @@ private:
         const std::string figures =
             formatted("%8zu%8zu%8zu  ", track.items, track.takes, track.effects) + std::string(indent, ' ');
         text_ += figures + cut(depth + name, line_columns - figures.size()) + '\n';
-        const std::string margin(figures.size() + 2, ' ');
+        const std::string margin(std::min(figures.size() + 2, max_margin), ' ');
         add_detail(margin, "sends to", texts_of(track.sends, text_of_send));
         add_detail(margin, "receives from", texts_of(track.receives, text_of_send));
         std::vector<std::string> outputs;
@@ -208,7 +213,8 @@ private:
     }
 
     void add_named(const std::string& place, const std::string& name) {
-        text_ += place + (name.empty() ? "" : "  " + cut(printable(name), line_columns - place.size() - 2)) + '\n';
+        text_ +=
+            place + (name.empty() ? "" : "  " + cut(printable(name), line_columns - place.size() - 2)) + '\n';
     }
 
     void add_media() {
@@ -232,8 +238,8 @@ private:
             return;
         text_ += "\nNot played here as in the workstation:\n";
         for (const Unplayed& unplayed : report_.unplayed)
-            text_ += formatted("%8zu  ", unplayed.count) + cut(printable(unplayed.what), line_columns - 10) +
-                     '\n';
+            text_ +=
+                formatted("%8zu  ", unplayed.count) + cut(printable(unplayed.what), line_columns - 10) + '\n';
     }
 
     const ProjectReport& report_;
@@ -252,9 +258,11 @@ std::string text_of_check(const ProjectReport& report) {
             text += name + shown(media.file, report.file) + " is missing (" +
                     counted(media.takes, "take", "takes") + ")\n";
     if (report.missing_media() == 0)
-        text += name + (report.media.empty() ? "plays no media files"
-                                             : "finds " + counted(report.media.size(), "media file", "media files") +
-                                                   ", none is missing") + '\n';
+        text += name +
+                (report.media.empty() ? "plays no media files"
+                                      : "finds " + counted(report.media.size(), "media file", "media files") +
+                                            ", none is missing") +
+                '\n';
     return text;
 }
 

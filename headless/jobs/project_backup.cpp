@@ -1,6 +1,5 @@
 #include "headless/jobs/project_backup.hpp"
 
-#include "headless/base/atomic_file.hpp"
 #include "headless/base/file_reading.hpp"
 #include "headless/chunk/lines.hpp"
 #include "headless/rpp/rpp.hpp"
@@ -18,7 +17,9 @@ namespace fs = std::filesystem;
 
 constexpr std::size_t max_line_bytes = 4096;
 
+// Of the project's block. Before it there may be a byte order mark or blank lines.
 std::string_view first_line(std::string_view text) {
+    text.remove_prefix(std::min(text.find('<'), text.size()));
     return text.substr(0, std::min({text.find('\n'), text.size(), max_line_bytes}));
 }
 
@@ -44,42 +45,33 @@ int next_backup(const fs::path& file) {
     return number;
 }
 
-bool is_to_be_written(project::Project& project, const fs::path& file, std::string_view text) {
-    bool is_same = true;
-    rpp::write_project(project, file.parent_path(), [&](std::string_view piece) {
-        is_same = is_same && text.starts_with(piece);
-        text.remove_prefix(is_same ? piece.size() : 0);
-    });
-    return is_same && text.empty();
-}
-
-bool was_made_from(const project::Project& project, std::string_view text) {
-    if (!project.source || *project.source->text == text)
-        return false;
-    const std::string_view line = first_line(text);
-    return has_time(line) && first_line(*project.source->text) == line;
-}
-
-Result<bool> is_kept_already(const fs::path& file, std::string_view text) {
+Result<bool> is_kept_already(const fs::path& file, std::string_view line) {
     const int next = next_backup(file);
     if (next == 1)
         return false;
-    return first_line_of(backup_of(file, next - 1)).map([&](const std::string& line) {
-        return line == first_line(text);
+    return first_line_of(backup_of(file, next - 1)).map([&](const std::string& kept) {
+        return kept == line;
     });
 }
 
-Result<bool> is_to_be_kept(project::Project& project, const fs::path& file) {
-    const auto line = first_line_of(file);
-    if (!line)
-        return tl::unexpected(line.error());
-    if (line->starts_with(rpp::beginning_of_own_projects()))
+/// Whether this program saved the file, having read it from the one of which the project was read.
+Result<bool> was_made_from(const project::Project& project, const fs::path& file, std::string_view line) {
+    if (!project.source || !has_time(line) || first_line(*project.source->text) != line)
         return false;
-    return text_of(file).and_then([&](const std::optional<std::string>& text) -> Result<bool> {
-        if (!text || was_made_from(project, *text) || is_to_be_written(project, file, *text))
-            return false;
-        return is_kept_already(file, *text).map([](bool is_kept) { return !is_kept; });
+    return text_of(file).map([&](const std::optional<std::string>& text) {
+        return text != *project.source->text;
     });
+}
+
+/// @param line  the file's first; empty if there is no project
+Result<bool> is_to_be_kept(const project::Project& project, const fs::path& file, const std::string& line,
+                           const AtomicFile& replacement) {
+    if (line.empty() || line.starts_with(rpp::beginning_of_own_projects()))
+        return false;
+    return is_kept_already(file, line)
+        .and_then([&](bool is_kept) { return is_kept ? Result<bool>(true) : was_made_from(project, file, line); })
+        .and_then([&](bool is_safe) { return is_safe ? Result<bool>(true) : replacement.has_bytes_of(file); })
+        .map([](bool is_safe) { return !is_safe; });
 }
 
 } // namespace
@@ -92,15 +84,19 @@ Result<bool> share_time_of_saving(const fs::path& left, const fs::path& right) {
     });
 }
 
-Result<fs::path> back_up_original(project::Project& project, const fs::path& file) {
-    return is_to_be_kept(project, file).and_then([&](bool is_kept) -> Result<fs::path> {
-        if (!is_kept)
-            return fs::path();
-        const fs::path copy = backup_of(file, next_backup(file));
-        return copy_atomically(file, copy).map([&] { return copy; }).map_error([](const Failure& failure) {
+Result<fs::path> back_up_original(const project::Project& project, const fs::path& file,
+                                  const AtomicFile& replacement) {
+    return first_line_of(file)
+        .and_then([&](const std::string& line) { return is_to_be_kept(project, file, line, replacement); })
+        .and_then([&](bool is_kept) -> Result<fs::path> {
+            if (!is_kept)
+                return fs::path();
+            const fs::path copy = backup_of(file, next_backup(file));
+            return copy_atomically(file, copy).map([&] { return copy; });
+        })
+        .map_error([](const Failure& failure) {
             return with_remark(failure, "the project cannot be kept as it was");
         });
-    });
 }
 
 } // namespace headless::jobs

@@ -72,10 +72,13 @@ Result<SavedProject> save_project_as(workstation::Workstation& workstation, cons
     SavedProject saved{.losses = losses_of(project, file, target.parent_path())};
     if (!saved.losses.empty() && losses == Losses::refuse)
         return saved;
-    return back_up_original(project, target)
+    auto written = rpp::write_new_file(project, target);
+    if (!written)
+        return tl::unexpected(written.error());
+    return back_up_original(project, target, *written)
         .and_then([&](const std::filesystem::path& backup) {
             saved.backup = backup.empty() ? backup : place->parent_path() / backup.filename();
-            return rpp::save_project(project, target);
+            return written->publish(ExistingFile::replace);
         })
         .and_then([&] { return flush_folder(target.parent_path()); })
         .map([&] {

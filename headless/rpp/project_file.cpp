@@ -1,4 +1,3 @@
-#include "headless/base/atomic_file.hpp"
 #include "headless/base/file_reading.hpp"
 #include "headless/rpp/rpp.hpp"
 
@@ -21,15 +20,23 @@ bool holds_own_object(std::string_view text) {
 } // namespace
 
 Result<void> save_project(project::Project& project, const std::filesystem::path& file) {
+    return write_new_file(project, file).and_then([](AtomicFile&& written) {
+        return written.publish(ExistingFile::replace);
+    });
+}
+
+Result<AtomicFile> write_new_file(project::Project& project, const std::filesystem::path& file) {
     auto written = AtomicFile::create(file);
     if (!written)
-        return tl::unexpected(written.error());
+        return written;
     Result<void> result;
     write_project(project, file.parent_path(), [&](std::string_view piece) {
         if (result)
             result = written->write(piece);
     });
-    return result.and_then([&] { return written->publish(ExistingFile::replace); });
+    if (!result)
+        return tl::unexpected(result.error());
+    return written;
 }
 
 Result<void> load_project(project::Project& project, const std::filesystem::path& given) {

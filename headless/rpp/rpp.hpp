@@ -1,6 +1,7 @@
 #pragma once
 // The workstation's text project file: writes a Project and reads it back.
 
+#include "headless/base/atomic_file.hpp"
 #include "headless/base/failure.hpp"
 #include "headless/chunk/output.hpp"
 #include "headless/project/project.hpp"
@@ -18,6 +19,9 @@ namespace headless::rpp {
 /// lie below the file's folder, else absolute. Objects that have no identifier get one. The same project gives
 /// the same bytes.
 Result<void> save_project(project::Project& project, const std::filesystem::path& file);
+
+/// As save_project, but `file` is replaced only when the caller publishes the result.
+Result<AtomicFile> write_new_file(project::Project& project, const std::filesystem::path& file);
 
 /// Reads the file into `project`, which must be empty. If `file` is a link, the target is read and becomes the
 /// project's own path. Lines and blocks that the model does not know are kept for save_project. Fails with the path and

@@ -11,7 +11,7 @@ using testing::HasSubstr;
 using testing::Not;
 
 // A folder with a nested one, sends, effects in a container, an empty take, sections, and media here and elsewhere.
-constexpr const char* project_text = R"(<REAPER_PROJECT 0.1 "7.07/linux-x86_64" 1700000000
+constexpr const char* project_text = R"(<REAPER_PROJECT 0.1 "7.12/linux64" 1700000000
   SAMPLERATE 96000 1 0
   TEMPO 90 3 4
   PLAYRATE 1 0 0.25 4
@@ -175,7 +175,7 @@ TEST_F(ProjectCommand, ShowsTheTreeOfTracksWithWhatIsOnThem) {
 TEST_F(ProjectCommand, ShowsTheProjectItselfMarkersAndMedia) {
     const json report = this->report();
     const std::pair<const char*, json> values[] = {
-        {"version", "7.07"},    {"system", "linux-x86_64"}, {"length_seconds", 7.5},
+        {"version", "7.12"},    {"system", "linux64"}, {"length_seconds", 7.5},
         {"sample_rate", 96000}, {"tempo_bpm", 100.0},       {"meter", {3, 4}},
         {"tempo_points", 2},    {"cut_off", false},         {"missing_media", 2}};
     for (const auto& [key, value] : values)
@@ -198,7 +198,7 @@ TEST_F(ProjectCommand, ShowsTheProjectItselfMarkersAndMedia) {
     EXPECT_EQ(unplayed, expected);
     const std::string text = project({"p.rpp"}).output;
     for (const char* line :
-         {"saved by version 7.07 on linux-x86_64, 2024-06-23 09:44 UTC\n",
+         {"saved by version 7.12 on linux64, 2023-11-14 22:13 UTC\n",
           "length 0:00:07.500, 96000 Hz, 100 bpm in 3/4, 2 tempo points\n", "0:00:01.500     3  the cue\n",
           "0:00:02.000 - 0:00:04.250     1  scene\n", "Media files (3, 2 missing):\n",
           "       1  missing: audio/gone.wav\n", "       1  missing: C:\\sounds\\far.wav\n",

@@ -58,9 +58,8 @@ Result<bool> is_kept_already(const fs::path& file, std::string_view line) {
 Result<bool> was_made_from(const project::Project& project, const fs::path& file, std::string_view line) {
     if (!project.source || !has_time(line) || first_line(*project.source->text) != line)
         return false;
-    return text_of(file).map([&](const std::optional<std::string>& text) {
-        return text != *project.source->text;
-    });
+    return text_of(file).map(
+        [&](const std::optional<std::string>& text) { return text != *project.source->text; });
 }
 
 /// @param line  the file's first; empty if there is no project
@@ -69,7 +68,8 @@ Result<bool> is_to_be_kept(const project::Project& project, const fs::path& file
     if (line.empty() || line.starts_with(rpp::beginning_of_own_projects()))
         return false;
     return is_kept_already(file, line)
-        .and_then([&](bool is_kept) { return is_kept ? Result<bool>(true) : was_made_from(project, file, line); })
+        .and_then(
+            [&](bool is_kept) { return is_kept ? Result<bool>(true) : was_made_from(project, file, line); })
         .and_then([&](bool is_safe) { return is_safe ? Result<bool>(true) : replacement.has_bytes_of(file); })
         .map([](bool is_safe) { return !is_safe; });
 }
@@ -91,7 +91,7 @@ Result<fs::path> back_up_original(const project::Project& project, const fs::pat
         .and_then([&](bool is_kept) -> Result<fs::path> {
             if (!is_kept)
                 return fs::path();
-            const fs::path copy = backup_of(file, next_backup(file));
+            fs::path copy = backup_of(file, next_backup(file));
             return copy_atomically(file, copy).map([&] { return copy; });
         })
         .map_error([](const Failure& failure) {

@@ -52,6 +52,7 @@ void read_tempo(report::ProjectReport& report, const project::Project& project) 
 std::vector<report::EnvelopeFigures>
 figures_of(const std::vector<std::unique_ptr<project::Envelope>>& envelopes) {
     std::vector<report::EnvelopeFigures> figures;
+    figures.reserve(envelopes.size());
     for (const auto& envelope : envelopes)
         figures.push_back({envelope->name(), envelope->points().size()});
     return figures;

@@ -88,6 +88,7 @@ std::vector<std::string> texts_of_used(const std::vector<EnvelopeFigures>& envel
 template <class T>
 std::vector<std::string> texts_of(const std::vector<T>& entries, std::string (*text_of)(const T&)) {
     std::vector<std::string> texts;
+    texts.reserve(entries.size());
     for (const T& entry : entries)
         texts.push_back(text_of(entry));
     return texts;

@@ -70,7 +70,8 @@ Result<bool> is_own_project(const std::filesystem::path& file) {
         return tl::unexpected(beginning.error());
     if (!*beginning || !(*beginning)->starts_with(of_any) || **beginning == own)
         return *beginning == own;
-    return text_of(file).map([](const std::optional<std::string>& text) { return text && holds_own_object(*text); });
+    return text_of(file).map(
+        [](const std::optional<std::string>& text) { return text && holds_own_object(*text); });
 }
 
 } // namespace headless::rpp

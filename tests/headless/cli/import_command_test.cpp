@@ -200,21 +200,28 @@ TEST_F(ImportCommand, BacksUpAForeignProject) {
 }
 
 TEST_F(ImportCommand, ReplacesWhatItMadeOfAForeignProject) {
-    line("fr/bob.wav", 0.1);
-    line("en/bob.wav", 0.1);
+    for (const char* side : {"fr", "en"}) {
+        fs::create_directory(folder / side);
+        write_speech(folder / side / "bob.wav", 1.0);
+    }
     const auto save_theirs = [&](const std::string& time) {
-        write_bytes(folder / "theirs.rpp", "<REAPER_PROJECT 0.1 \"6.19/linux-x86_64\" " + time + "\n>\n");
+        write_bytes(folder / "theirs.rpp", "<REAPER_PROJECT 0.1 \"6.19/linux-x86_64\" " + time +
+                                               "\n  RECORD_PATH \"takes\" \"\"\n>\n");
     };
-    const std::vector<std::string> options{"--onto", "theirs.rpp", "-o", "new.rpp", "--json"};
+    const auto import_anew = [&](const std::string& ratio) {
+        return import(
+            {"--onto", "theirs.rpp", "-o", "new.rpp", "--match", "--ride", "--ratio", ratio, "--json"});
+    };
     save_theirs("1700000000");
-    for (int i = 0; i < 2; ++i) {
-        const Outcome outcome = import(options);
+    for (const auto& [ratio, render] : {std::pair{"0", "bob.wav"}, {"4", "bob-001.wav"}}) {
+        const Outcome outcome = import_anew(ratio);
         EXPECT_EQ(outcome.status, 0) << outcome.errors;
         EXPECT_EQ(nlohmann::json::parse(outcome.output)["backup"], nullptr);
+        EXPECT_THAT(names_in(folder / "takes"), ElementsAre(render)) << "only what the new project plays";
     }
     save_theirs("1700000001");
     const std::string before = bytes_of(folder / "new.rpp");
-    const Outcome outcome = import(options);
+    const Outcome outcome = import_anew("4");
     EXPECT_EQ(nlohmann::json::parse(outcome.output)["backup"], "new.rpp-bak")
         << "another program may have saved it";
     EXPECT_THAT(outcome.errors, HasSubstr("new.rpp: was changed; as it was it is kept as new.rpp-bak\n"));

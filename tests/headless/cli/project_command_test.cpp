@@ -176,8 +176,8 @@ TEST_F(ProjectCommand, ShowsTheProjectItselfMarkersAndMedia) {
     const json report = this->report();
     const std::pair<const char*, json> values[] = {
         {"version", "7.12"},    {"system", "linux64"}, {"length_seconds", 7.5},
-        {"sample_rate", 96000}, {"tempo_bpm", 100.0},       {"meter", {3, 4}},
-        {"tempo_points", 2},    {"cut_off", false},         {"missing_media", 2}};
+        {"sample_rate", 96000}, {"tempo_bpm", 100.0},  {"meter", {3, 4}},
+        {"tempo_points", 2},    {"cut_off", false},    {"missing_media", 2}};
     for (const auto& [key, value] : values)
         EXPECT_EQ(report[key], value) << key;
     EXPECT_EQ(report["markers"].dump(), R"([{"name":"the cue","number":3,"position_seconds":1.5}])");

@@ -62,7 +62,7 @@ void edit_start(Text& line, const project::Marker& marker) {
     edit_number(line, 1, marker.number);
     edit_number(line, 2, marker.position_seconds);
     if (chunk::text_at(line, 3) != marker.name)
-        chunk::set_word(line, 3, chunk::as_word(marker.name));
+        chunk::set_word(line, 3, chunk::in_form_of(line, 3, marker.name));
     edit_number(line, 5, marker.color);
     const auto id = chunk::guid_of(chunk::text_at(line, id_word));
     if (marker.id && id != marker.id)
@@ -76,7 +76,7 @@ void edit_end(Text& line, const project::Marker& marker) {
 
 void write_new(chunk::Output& out, const project::Marker& marker) {
     const std::string number = "MARKER " + std::to_string(marker.number) + " ";
-    out.line(Text::made(number + chunk::decimal(marker.position_seconds) + " " + chunk::as_word(marker.name) +
+    out.line(Text::made(number + chunk::decimal(marker.position_seconds) + " " + chunk::in_quotes(marker.name) +
                         (marker.is_region ? " 1 " : " 0 ") + std::to_string(marker.color) + " 1 R " +
                         text_of(marker.id) + " 0"));
     if (marker.is_region)

@@ -29,6 +29,8 @@ public:
         static const Lines standard = standard_lines(project_forms);
         const project::ProjectSource* source = project_.source.get();
         const Lines& lines = source ? source->document.root.lines : standard;
+        if (source && source->document.has_byte_order_mark)
+            out_.byte_order_mark();
         if (source)
             copy(source->document.before);
         out_.begin_block(source ? source->document.root.head : Text::literal(own_head));

@@ -193,8 +193,8 @@ MeasureSpan TempoMap::measure_of(const MeterSection& section, int number) const 
     const double length = section.meter.quarters_a_measure();
     const double start = section.start_quarters + (number - section.first_measure) * length;
     double end = start + length;
-    const auto next = std::ranges::upper_bound(sections().meters, start + hair_quarters, {},
-                                               &MeterSection::start_quarters);
+    const auto next =
+        std::ranges::upper_bound(sections().meters, start + hair_quarters, {}, &MeterSection::start_quarters);
     if (next != sections().meters.end())
         end = std::min(end, next->start_quarters);
     return {number, start, end, section.meter};
@@ -207,8 +207,7 @@ MeasureSpan TempoMap::measure_at(double quarters) const {
 }
 
 MeasureSpan TempoMap::measure(int number) const {
-    const auto next =
-        std::ranges::upper_bound(sections().meters, number, {}, &MeterSection::first_measure);
+    const auto next = std::ranges::upper_bound(sections().meters, number, {}, &MeterSection::first_measure);
     return measure_of(next == sections().meters.begin() ? *next : *(next - 1), number);
 }
 

@@ -37,7 +37,8 @@ struct TempoPoint {
     std::optional<Meter> meter{}; ///< begins a measure; empty: as before
     bool selected = false;
     int other_flags = 0; ///< of the project file, without 1 (sets the signature) and 2 (sets no tempo)
-    std::string line{};  ///< as it stands in the project file, for what it holds besides; empty for a new point
+    std::string
+        line{}; ///< as it stands in the project file, for what it holds besides; empty for a new point
 
     bool operator==(const TempoPoint&) const = default;
 };

@@ -16,7 +16,11 @@ struct TimeRange {
 /// The distance of the grid's lines, and whether positions snap to them. Lines begin anew at each measure.
 struct Grid {
     /// How every second line moves, as the interface of the workstation numbers it.
-    enum class Swing { off = 0, on = 1, measures = 3 }; ///< `measures`: a line a measure, whatever the division
+    enum class Swing {
+        off = 0,
+        on = 1,
+        measures = 3
+    }; ///< `measures`: a line a measure, whatever the division
 
     bool snaps = true;
     double division_quarters = 1.0; ///< quarter notes from line to line

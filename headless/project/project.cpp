@@ -56,6 +56,7 @@ void Project::erase_track(const Track& track) {
         remove_end(item->end_seconds());
     }
     going.set_selected(false);
+    markers.erase_renders(going);
     tracks_.erase(tracks_.begin() + static_cast<std::ptrdiff_t>(index));
     renumber_tracks();
 }

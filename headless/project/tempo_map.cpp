@@ -58,13 +58,17 @@ void TempoMap::set_points(std::vector<TempoPoint> points) {
     std::erase_if(points, [](const TempoPoint& point) { return !std::isfinite(point.position_seconds); });
     std::ranges::stable_sort(points, {}, &TempoPoint::position_seconds);
     points_ = std::move(points);
-    sections_.reset();
-    changed_ = false;
+    note_change();
+}
+
+void TempoMap::read_points(std::vector<TempoPoint> points) {
+    set_points(std::move(points));
+    has_new_points_ = false;
 }
 
 void TempoMap::note_change() {
     sections_.reset();
-    changed_ = true;
+    has_new_points_ = true;
 }
 
 std::optional<std::size_t> TempoMap::add(TempoPoint point) {

@@ -69,12 +69,14 @@ public:
     /// Ascending by position. Points at the same position keep the order they were given in; the last counts.
     std::span<const TempoPoint> points() const { return points_; }
 
-    /// Sorts by position (stable) and leaves out points without a finite position. `changed` is false then:
-    /// this is for reading a file.
+    /// Sorts by position (stable) and leaves out points without a finite position.
     void set_points(std::vector<TempoPoint> points);
 
-    /// Whether points were edited since the last set_points.
-    bool changed() const { return changed_; }
+    /// As set_points, with the points that the project file holds.
+    void read_points(std::vector<TempoPoint> points);
+
+    /// Whether the points may differ from those in the file.
+    bool has_new_points() const { return has_new_points_; }
 
     /// Adds a point after those of its position.
     /// @returns its index; empty if the position is not finite
@@ -151,7 +153,7 @@ private:
 
     const Project& project_;
     std::vector<TempoPoint> points_;
-    bool changed_ = false;
+    bool has_new_points_ = false;
     mutable std::optional<Sections> sections_; // empty if points changed since
 };
 

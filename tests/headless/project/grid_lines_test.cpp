@@ -1,5 +1,4 @@
 #include "headless/project/grid_lines.hpp"
-
 #include "headless/project/project.hpp"
 
 #include <gtest/gtest.h>

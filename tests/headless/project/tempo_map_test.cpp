@@ -132,11 +132,11 @@ TEST_F(TempoMapTest, PlacesOfRandomMapsComeBack) {
 }
 
 TEST_F(TempoMapTest, KeepsPointsInOrderThroughEdits) {
-    map.set_points({{2.0, 100.0}, {0.0, 90.0}, {std::nan(""), 80.0}});
-    EXPECT_FALSE(map.changed());
+    map.read_points({{2.0, 100.0}, {0.0, 90.0}, {std::nan(""), 80.0}});
+    EXPECT_FALSE(map.has_new_points());
     EXPECT_EQ(map.points().size(), 2U);
     EXPECT_EQ(map.add({2.0, 110.0}), 2U);
-    EXPECT_TRUE(map.changed());
+    EXPECT_TRUE(map.has_new_points());
     EXPECT_EQ(map.replace(2, {1.0, 110.0}), 1U);
     EXPECT_EQ(map.replace(1, {std::nan(""), 110.0}), std::nullopt);
     EXPECT_EQ(map.replace(3, {1.0, 110.0}), std::nullopt);

@@ -1,6 +1,5 @@
-#include "headless/project/time_text.hpp"
-
 #include "headless/project/project.hpp"
+#include "headless/project/time_text.hpp"
 
 #include <gtest/gtest.h>
 
@@ -93,7 +92,8 @@ TEST_F(TimeText, ReadsWhatUsersType) {
 }
 
 TEST_F(TimeText, CountsBeatsOfALengthFromWhereItBegins) {
-    project.tempo_map.set_points({{0.0, 60.0, false, true, Meter{4, 4}}, {8.0, 60.0, false, true, Meter{6, 8}}});
+    project.tempo_map.set_points(
+        {{0.0, 60.0, false, true, Meter{4, 4}}, {8.0, 60.0, false, true, Meter{6, 8}}});
     EXPECT_EQ(length_text(project, 5.25, 1.0, RulerMode::beats), "1.1.25");
     EXPECT_EQ(length_text(project, 2.0, 3.0, RulerMode::beats), "0.2.00");
     EXPECT_EQ(length_text(project, 3.5, 8.0, RulerMode::beats), "1.1.00");
@@ -105,7 +105,8 @@ TEST_F(TimeText, PositionsComeBackFromEachUnit) {
     project.frame_rate = 30.0;
     project.start_seconds = 12.25;
     project.start_measure = 3;
-    project.tempo_map.set_points({{0.0, 90.0, true, true, Meter{3, 4}}, {40.0, 190.0, false, true, Meter{7, 8}}});
+    project.tempo_map.set_points(
+        {{0.0, 90.0, true, true, Meter{3, 4}}, {40.0, 190.0, false, true, Meter{7, 8}}});
     std::mt19937 random(5);
     std::uniform_real_distribution<double> pick(0.0, 90.0);
     for (int round = 0; round < 100; ++round) {

@@ -33,9 +33,9 @@ enum Unit {
 };
 
 // From a 256th to a whole note, in quarter notes. Triplets stand before the plain notes from 32nds to quarters.
-constexpr std::array<double, 13> note_quarters{1.0 / 64, 1.0 / 32,      1.0 / 16, 1.0 / 12, 1.0 / 8,
-                                               1.0 / 6,  1.0 / 4,       1.0 / 3,  1.0 / 2,  2.0 / 3,
-                                               1.0,      2.0,           4.0};
+constexpr std::array<double, 13> note_quarters{1.0 / 64, 1.0 / 32, 1.0 / 16, 1.0 / 12, 1.0 / 8,
+                                               1.0 / 6,  1.0 / 4,  1.0 / 3,  1.0 / 2,  2.0 / 3,
+                                               1.0,      2.0,      4.0};
 static_assert(note_quarters.size() == unit_last_note - unit_first_note + 1);
 
 struct Amount {
@@ -206,10 +206,10 @@ bool apply_nudge(Workstation& workstation, project::Project& project, int flags,
 std::span<const workstation::HostFunction> nudge_functions() {
     static const workstation::HostFunction table[] = {
         {"ApplyNudge",
-         host_function<apply_nudge>(
-             "project,nudgeflag,nudgewhat,nudgeunits,value,reverse,copies",
-             "Nudges the selected items' position (0), left trim, left edge, right edge, contents (4), or the "
-             "edit cursor (6) by a value, or to it if nudgeflag is 1")},
+         host_function<apply_nudge>("project,nudgeflag,nudgewhat,nudgeunits,value,reverse,copies",
+                                    "Nudges the selected items' position (0), left trim, left edge, right "
+                                    "edge, contents (4), or the "
+                                    "edit cursor (6) by a value, or to it if nudgeflag is 1")},
     };
     return table;
 }

@@ -4,6 +4,7 @@
 #include "headless/functions/adapter.hpp"
 #include "headless/functions/c_values.hpp"
 #include "headless/functions/tables.hpp"
+#include "headless/project/tempo_edit.hpp"
 
 #include <algorithm>
 #include <cmath>
@@ -113,14 +114,16 @@ void set_tempo(project::Project& project, double bpm, bool) {
         return;
     project::TempoMap& map = project.tempo_map;
     const auto before = map.points().first(map.points_up_to(project.cursor_seconds));
-    const auto deciding = std::ranges::find_if(before.rbegin(), before.rend(), &project::TempoPoint::sets_tempo);
+    const auto deciding =
+        std::ranges::find_if(before.rbegin(), before.rend(), &project::TempoPoint::sets_tempo);
     if (deciding == before.rend()) {
-        project.tempo_bpm = bpm;
+        project::set_project_tempo(project, bpm);
         return;
     }
     project::TempoPoint point = *deciding;
     point.tempo_bpm = bpm;
-    map.replace(static_cast<std::size_t>(before.rend() - deciding) - 1, std::move(point));
+    project::replace_tempo_point(project, static_cast<std::size_t>(before.rend() - deciding) - 1,
+                                 std::move(point));
 }
 
 int count_points(const project::Project& project) {
@@ -154,7 +157,7 @@ bool add_point(project::Project& project, project::TempoPoint point) {
     if (map.points().empty() && point.position_seconds > 0.0)
         map.add({.tempo_bpm = project.tempo_bpm,
                  .meter = project::Meter{project.meter_numerator, project.meter_denominator}});
-    return map.add(std::move(point)).has_value();
+    return project::add_tempo_point(project, std::move(point)).has_value();
 }
 
 // Where a point is to be: at a time, or, if that is below 0, at a beat of a measure.
@@ -183,7 +186,8 @@ bool set_point(project::Project& project, int index, double seconds, int measure
     if (numerator > 0 && denominator > 0)
         point.meter = project::Meter{numerator, denominator};
     return is_new ? add_point(project, std::move(point))
-                  : project.tempo_map.replace(static_cast<std::size_t>(index), std::move(point)).has_value();
+                  : project::replace_tempo_point(project, static_cast<std::size_t>(index), std::move(point))
+                        .has_value();
 }
 
 bool add_point_at(project::Project& project, double seconds, double tempo, int numerator, int denominator,
@@ -192,7 +196,7 @@ bool add_point_at(project::Project& project, double seconds, double tempo, int n
 }
 
 bool delete_point(project::Project& project, int index) {
-    return project.tempo_map.erase(static_cast<std::size_t>(index));
+    return project::erase_tempo_point(project, static_cast<std::size_t>(index));
 }
 
 } // namespace
@@ -230,16 +234,18 @@ std::span<const workstation::HostFunction> tempo_functions() {
         {"TimeMap_QNToMeasures",
          host_function<quarters_to_measure>("proj,qn,qnMeasureStartOutOptional,qnMeasureEndOutOptional",
                                             "The measure, counted from 1, and its quarter notes")},
-        {"Master_GetTempo", host_function<get_tempo>("", "The tempo at the cursor, in quarter notes a minute")},
+        {"Master_GetTempo",
+         host_function<get_tempo>("", "The tempo at the cursor, in quarter notes a minute")},
         {"GetProjectTimeSignature2",
-         host_function<get_project_signature>("proj,bpmOut,bpiOut",
-                                              "The project's tempo and beats a measure, without the tempo map")},
+         host_function<get_project_signature>(
+             "proj,bpmOut,bpiOut", "The project's tempo and beats a measure, without the tempo map")},
         {"GetProjectTimeSignature",
          host_function<get_active_project_signature>(
              "bpmOut,bpiOut", "The project's tempo and beats a measure, without the tempo map")},
         {"SetCurrentBPM",
          host_function<set_tempo>("proj,bpm,wantUndo", "Sets the tempo that is in effect at the cursor")},
-        {"CountTempoTimeSigMarkers", host_function<count_points>("proj", "Number of points of the tempo map")},
+        {"CountTempoTimeSigMarkers",
+         host_function<count_points>("proj", "Number of points of the tempo map")},
         {"FindTempoTimeSigMarker",
          host_function<find_point>("proj,time", "The last point of the tempo map at or before; -1 for none")},
         {"GetTempoTimeSigMarker",

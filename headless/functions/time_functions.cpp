@@ -31,8 +31,8 @@ void format_clock(double seconds, char* buffer, int size) {
 }
 
 void format_position(Workstation& workstation, double seconds, char* buffer, int size, int mode) {
-    workstation::copy_text(
-        project::position_text(workstation.project(), seconds, ruler(workstation, mode)), buffer, size);
+    workstation::copy_text(project::position_text(workstation.project(), seconds, ruler(workstation, mode)),
+                           buffer, size);
 }
 
 void format_length(Workstation& workstation, double seconds, char* buffer, int size, double from_seconds,
@@ -114,15 +114,16 @@ std::span<const workstation::HostFunction> time_functions() {
         {"parse_timestr", host_function<parse_clock>("buf", "Seconds of hours:minutes:seconds")},
         {"parse_timestr_pos",
          host_function<parse_position>("buf,modeoverride", "The position of a text, in seconds")},
-        {"parse_timestr_len",
-         host_function<parse_length>("buf,offset,modeoverride",
-                                     "The seconds of a length that begins at `offset`")},
+        {"parse_timestr_len", host_function<parse_length>("buf,offset,modeoverride",
+                                                          "The seconds of a length that begins at `offset`")},
         {"GetSetProjectGrid",
          host_function<get_set_grid>(
              "project,set,divisionInOutOptional,swingmodeInOutOptional,swingamtInOutOptional",
-             "The grid's division in whole notes, its swing (0, 1, or 3 for a line a measure), and how much")},
+             "The grid's division in whole notes, its swing (0, 1, or 3 for a line a measure), and how "
+             "much")},
         {"SetProjectGrid", host_function<set_grid>("project,division", "Sets the grid's division")},
-        {"SnapToGrid", host_function<snap>("project,time_pos", "The closest line of the grid while it snaps")},
+        {"SnapToGrid",
+         host_function<snap>("project,time_pos", "The closest line of the grid while it snaps")},
         {"BR_GetClosestGridDivision",
          host_function<grid_line<project::closest_grid_line>>("position", "The closest line of the grid")},
         {"BR_GetPrevGridDivision",

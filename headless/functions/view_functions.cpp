@@ -54,9 +54,7 @@ double get_play_position(const project::Project& project) {
     return project.play_state == 0 ? project.cursor_seconds : project.play_position_seconds;
 }
 
-double get_active_play_position(Workstation& workstation) {
-    return get_play_position(workstation.project());
-}
+double get_active_play_position(Workstation& workstation) { return get_play_position(workstation.project()); }
 
 int get_play_state(const project::Project& project) { return project.play_state; }
 
@@ -133,9 +131,9 @@ std::span<const workstation::HostFunction> view_functions() {
          host_function<get_set_active_time_range>("isSet,isLoop,startInOut,endInOut,allowautoseek",
                                                   "Gets or sets the time selection or the loop points, in "
                                                   "seconds; 0, 0 for none")},
-        {"MoveEditCursor", host_function<move_cursor>("adjamt,dosel",
-                                                      "Moves the edit cursor by seconds, and with it the end "
-                                                      "of the time selection")},
+        {"MoveEditCursor",
+         host_function<move_cursor>("adjamt,dosel", "Moves the edit cursor by seconds, and with it the end "
+                                                    "of the time selection")},
         {"GetPlayPosition",
          host_function<get_active_play_position>("", "The play position, or the cursor's while stopped")},
         {"GetPlayPosition2",
@@ -147,11 +145,10 @@ std::span<const workstation::HostFunction> view_functions() {
         {"GetPlayStateEx",
          host_function<get_play_state>("proj", "1 playing, 2 paused, 4 recording, 0 stopped")},
         {"Master_GetPlayRate", host_function<get_play_rate>("project", "The playback rate of the project")},
-        {"GetSetRepeat",
-         host_function<get_set_active_repeat>("val", "Whether playback repeats; 0 and 1 set it, 2 toggles it")},
+        {"GetSetRepeat", host_function<get_set_active_repeat>(
+                             "val", "Whether playback repeats; 0 and 1 set it, 2 toggles it")},
         {"GetSetRepeatEx",
-         host_function<get_set_repeat>("proj,val",
-                                       "Whether playback repeats; 0 and 1 set it, 2 toggles it")},
+         host_function<get_set_repeat>("proj,val", "Whether playback repeats; 0 and 1 set it, 2 toggles it")},
         {"GetSet_ArrangeView2",
          host_function<get_set_view>("proj,isSet,screen_x_start,screen_x_end,start_timeInOutOptional,"
                                      "end_timeInOutOptional",

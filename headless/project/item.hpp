@@ -2,6 +2,7 @@
 // An item: a time span on a track with one or more takes, of which one is heard.
 
 #include "headless/project/take.hpp"
+#include "headless/project/timeline.hpp"
 
 #include <cstddef>
 #include <cstdint>
@@ -48,6 +49,7 @@ public:
     bool mute = false;
     bool loop = false; ///< the source repeats if the item is longer
     bool plays_all_takes = false;
+    Timebase timebase = Timebase::inherited;
     int color = 0; ///< native with the flag 0x1000000, 0 for none
 
     const std::vector<std::unique_ptr<Take>>& takes() const { return takes_; }

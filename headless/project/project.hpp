@@ -44,8 +44,10 @@ public:
     int meter_numerator = 4;
     int meter_denominator = 4;
     TempoMap tempo_map{*this};
-    double start_seconds = 0.0; ///< what rulers and texts show at position 0
-    int start_measure = 0;      ///< added to measure numbers that are shown
+    Timebase timebase = Timebase::beats;       ///< of items, markers and regions
+    Timebase tempo_timebase = Timebase::beats; ///< of the tempo map's points
+    double start_seconds = 0.0;                ///< what rulers and texts show at position 0
+    int start_measure = 0;                     ///< added to measure numbers that are shown
     RulerMode ruler_mode = RulerMode::beats_and_time;
     Grid grid;
     ArrangeView view;

@@ -18,8 +18,6 @@ bool is_tempo(double bpm) { return std::isfinite(bpm) && bpm > 0.0; }
 
 bool is_meter(const Meter& meter) { return meter.numerator > 0 && meter.denominator > 0; }
 
-bool sets_tempo(const TempoPoint& point) { return point.sets_tempo && is_tempo(point.tempo_bpm); }
-
 bool sets_meter(const TempoPoint& point) { return point.meter && is_meter(*point.meter); }
 
 // Music begins at 0, so that points before it count as at 0.
@@ -38,6 +36,8 @@ const Section& section_at(const std::vector<Section>& sections, double Section::
 }
 
 } // namespace
+
+bool TempoPoint::decides_tempo() const { return sets_tempo && is_tempo(tempo_bpm); }
 
 double TempoMap::TempoSection::quarters_after(double seconds) const {
     return (tempo_bpm + slope * seconds / 2.0) * seconds / 60.0;
@@ -118,11 +118,11 @@ void TempoMap::add_tempos(Sections& sections) const {
         }
         sections.tempos.push_back({start_seconds, quarters, tempo_bpm, 0.0});
     };
-    const auto first = std::ranges::find_if(points_, sets_tempo);
+    const auto first = std::ranges::find_if(points_, &TempoPoint::decides_tempo);
     if (first == points_.end() || start_of(*first) > 0.0)
         begin_section(0.0, sections.project_tempo_bpm);
     for (const TempoPoint& point : points_) {
-        if (sets_tempo(point)) {
+        if (point.decides_tempo()) {
             begin_section(start_of(point), point.tempo_bpm);
             from = &point;
         }

@@ -40,6 +40,9 @@ struct TempoPoint {
     std::string
         line{}; ///< as it stands in the project file, for what it holds besides; empty for a new point
 
+    /// Whether it sets a tempo, and to a number above 0.
+    bool decides_tempo() const;
+
     bool operator==(const TempoPoint&) const = default;
 };
 

@@ -30,6 +30,14 @@ struct Grid {
     bool operator==(const Grid&) const = default;
 };
 
+/// What keeps its place when the tempo changes. The numbers are those of the project file.
+enum class Timebase {
+    inherited = -1, ///< an item has that of its track, a track that of the project
+    time = 0,       ///< seconds
+    beats = 1,      ///< position, length and play rate follow the beats
+    beats_position = 2
+};
+
 /// The units of the ruler. The numbers are those of the project file.
 enum class RulerMode {
     time = 0,

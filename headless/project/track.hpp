@@ -2,6 +2,7 @@
 // A track: a name, a level, a place in the folder tree, and the items on it in the order of their positions.
 
 #include "headless/project/item.hpp"
+#include "headless/project/timeline.hpp"
 
 #include <cstddef>
 #include <memory>
@@ -30,6 +31,7 @@ public:
     double volume = 1.0; ///< linear
     double pan = 0.0;    ///< -1 left .. 1 right
     bool mute = false;
+    Timebase timebase = Timebase::inherited;
     int solo = 0; ///< 0 off, 1 solo, 2 in place, 5 safe solo, 6 safe solo in place
 
     bool selected() const { return selected_; }

@@ -6,6 +6,7 @@
 #include "headless/project/grid_lines.hpp"
 #include "headless/project/time_text.hpp"
 
+#include <algorithm>
 #include <cmath>
 #include <string>
 

@@ -20,8 +20,9 @@ public:
         const double quarters = project.tempo_map.quarters_at(seconds);
         const MeasureSpan measure = project.tempo_map.measure_at(quarters);
         const double division = division_in(measure);
-        const int measures = std::max(static_cast<int>(std::lround(division / length_of(measure))), 1);
-        const int step = division < length_of(measure) ? 1 : measures;
+        constexpr double most_measures = 1e6;
+        const double measures = std::clamp(std::round(division / length_of(measure)), 1.0, most_measures);
+        const int step = division < length_of(measure) ? 1 : static_cast<int>(measures);
         const int remainder = ((measure.measure % step) + step) % step;
         const int first = measure.measure - remainder;
         for (const int number : {first - step, first, first + step, first + 2 * step})

@@ -40,7 +40,8 @@ public:
         for (const auto& track : project.tracks())
             for (const auto& item : track->items())
                 if (timebase_of(*item) != Timebase::time)
-                    items_.push_back({item.get(), span_at(map, item->position_seconds(), item->end_seconds())});
+                    items_.push_back(
+                        {item.get(), span_at(map, item->position_seconds(), item->end_seconds())});
         if (project.timebase != Timebase::time)
             for (const Marker& marker : project.markers.all())
                 markers_.push_back(span_at(map, marker.position_seconds, marker.end_seconds));
@@ -78,7 +79,8 @@ private:
         const auto first = points.end() - static_cast<std::ptrdiff_t>(last_points.size());
         std::vector<TempoPoint> deciding(points.begin(), first);
         map.set_points(deciding);
-        const auto last = std::ranges::find_if(deciding.rbegin(), deciding.rend(), &TempoPoint::decides_tempo);
+        const auto last =
+            std::ranges::find_if(deciding.rbegin(), deciding.rend(), &TempoPoint::decides_tempo);
         TempoPoint from = last == deciding.rend() ? TempoPoint{.tempo_bpm = project_.tempo_bpm} : *last;
         double from_quarters = map.quarters_at(from.position_seconds);
         for (auto point = first; point != points.end(); ++point) {
@@ -95,7 +97,8 @@ private:
         map.set_points(std::move(deciding));
         for (auto point = first; point != points.end(); ++point)
             if (!point->decides_tempo())
-                point->position_seconds = map.seconds_at(last_points[static_cast<std::size_t>(point - first)]);
+                point->position_seconds =
+                    map.seconds_at(last_points[static_cast<std::size_t>(point - first)]);
         map.set_points(std::move(points));
     }
 
@@ -150,8 +153,7 @@ std::optional<std::size_t> replace_tempo_point(Project& project, std::size_t ind
         return std::nullopt;
     BeatPlaces places(project);
     // Points between the old place and the new one stay: they would change sides.
-    const auto later =
-        places.points_after(std::max(points[index].position_seconds, point.position_seconds));
+    const auto later = places.points_after(std::max(points[index].position_seconds, point.position_seconds));
     const auto new_index = project.tempo_map.replace(index, std::move(point));
     if (new_index)
         places.restore(later);
@@ -170,7 +172,7 @@ bool erase_tempo_point(Project& project, std::size_t index) {
 }
 
 void set_project_tempo(Project& project, double bpm) {
-    if (!std::isfinite(bpm) || bpm <= 0.0)
+    if (!is_tempo(bpm))
         return;
     BeatPlaces places(project);
     const auto later = places.points_after(-std::numeric_limits<double>::infinity());

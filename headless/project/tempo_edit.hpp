@@ -20,7 +20,7 @@ std::optional<std::size_t> replace_tempo_point(Project& project, std::size_t ind
 bool erase_tempo_point(Project& project, std::size_t index);
 
 /// Sets the tempo that holds before the first point.
-/// @param bpm  quarter notes a minute; a value that is not above 0 changes nothing
+/// @param bpm  quarter notes a minute; what is no tempo changes nothing
 void set_project_tempo(Project& project, double bpm);
 
 } // namespace headless::project

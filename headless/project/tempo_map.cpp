@@ -14,8 +14,6 @@ namespace {
 // measure is meant to be there.
 constexpr double hair_quarters = 1e-4;
 
-bool is_tempo(double bpm) { return std::isfinite(bpm) && bpm > 0.0; }
-
 bool is_meter(const Meter& meter) { return meter.numerator > 0 && meter.denominator > 0; }
 
 bool sets_meter(const TempoPoint& point) { return point.meter && is_meter(*point.meter); }
@@ -25,7 +23,7 @@ double start_of(const TempoPoint& point) { return std::max(point.position_second
 
 int to_measure(double number) {
     constexpr double limit = std::numeric_limits<int>::max() / 2;
-    return static_cast<int>(std::clamp(number, -limit, limit));
+    return std::isnan(number) ? 0 : static_cast<int>(std::clamp(number, -limit, limit));
 }
 
 // The last section that begins at or before `value`; the first also covers what lies before it.
@@ -36,6 +34,8 @@ const Section& section_at(const std::vector<Section>& sections, double Section::
 }
 
 } // namespace
+
+bool is_tempo(double bpm) { return bpm >= 1e-3 && bpm <= 1e6; }
 
 bool TempoPoint::decides_tempo() const { return sets_tempo && is_tempo(tempo_bpm); }
 
@@ -195,7 +195,8 @@ MusicalPosition TempoMap::position_at(double seconds) const {
 
 MeasureSpan TempoMap::measure_of(const MeterSection& section, int number) const {
     const double length = section.meter.quarters_a_measure();
-    const double start = section.start_quarters + (number - section.first_measure) * length;
+    const double start =
+        section.start_quarters + (static_cast<double>(number) - section.first_measure) * length;
     double end = start + length;
     const auto next =
         std::ranges::upper_bound(sections().meters, start + hair_quarters, {}, &MeterSection::start_quarters);

@@ -17,6 +17,9 @@ namespace headless::project {
 
 class Project;
 
+/// Whether that many quarter notes a minute can be reckoned with.
+bool is_tempo(double bpm);
+
 /// A time signature.
 struct Meter {
     int numerator = 4; ///< beats a measure
@@ -40,7 +43,7 @@ struct TempoPoint {
     std::string
         line{}; ///< as it stands in the project file, for what it holds besides; empty for a new point
 
-    /// Whether it sets a tempo, and to a number above 0.
+    /// Whether it sets a tempo, and one that can be reckoned with.
     bool decides_tempo() const;
 
     bool operator==(const TempoPoint&) const = default;

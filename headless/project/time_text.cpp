@@ -38,7 +38,7 @@ std::int64_t rounded_down(double value) {
 class Timecode {
 public:
     explicit Timecode(const Project& project)
-        : a_second_(std::max(std::llround(project.frame_rate), 1LL)),
+        : a_second_(std::max(std::llround(exact_frame_rate(project)), 1LL)),
           dropped_(project.drop_frame ? a_second_ / 15 : 0) {}
 
     std::string text(std::int64_t frames) const {
@@ -79,25 +79,30 @@ std::string timecode_text(const Project& project, double seconds) {
 
 /// Measures with beats, both counted from 0.
 struct Beats {
-    int measures;
+    std::int64_t measures;
     double beats;
 };
 
+int to_measure(std::int64_t number) {
+    constexpr std::int64_t limit = 1'000'000'000;
+    return static_cast<int>(std::clamp(number, -limit, limit));
+}
+
 std::string beats_text(const Beats& beats, int first) {
     const std::int64_t hundredths = rounded_down(beats.beats * 100.0);
-    return print("%d.%d.%02d", beats.measures + first, static_cast<int>(hundredths / 100) + first,
-                 static_cast<int>(hundredths % 100));
+    return print("%lld.%lld.%02d", static_cast<long long>(beats.measures + first),
+                 static_cast<long long>(hundredths / 100 + first), static_cast<int>(hundredths % 100));
 }
 
 std::string beats_at(const Project& project, double seconds) {
     const MusicalPosition place = project.tempo_map.position_at(seconds);
-    return beats_text({place.measure + project.start_measure, place.beat}, 1);
+    return beats_text({std::int64_t{place.measure} + project.start_measure, place.beat}, 1);
 }
 
 std::string beats_between(const Project& project, double from_seconds, double to_seconds) {
     const MusicalPosition from = project.tempo_map.position_at(from_seconds);
     const MusicalPosition to = project.tempo_map.position_at(to_seconds);
-    Beats length{to.measure - from.measure, to.beat - from.beat};
+    Beats length{std::int64_t{to.measure} - from.measure, to.beat - from.beat};
     constexpr double hair = 1e-6;
     if (length.beats < -hair) {
         length.measures -= 1;
@@ -177,7 +182,7 @@ Beats parse_beats(std::string_view text, int first) {
     const double beat = parts.size() > 1 ? parts[1] : first;
     const double hundredths = parts.size() > 2 ? parts[2] : 0.0;
     constexpr double limit = 1e9;
-    return {static_cast<int>(std::clamp(sign * parts[0], -limit, limit)) - first,
+    return {static_cast<std::int64_t>(std::clamp(sign * parts[0], -limit, limit)) - first,
             beat - first + hundredths / 100.0};
 }
 
@@ -194,7 +199,8 @@ bool is_beats(std::string_view& text, RulerMode mode) {
 } // namespace
 
 double exact_frame_rate(const Project& project) {
-    const double rate = project.frame_rate > 0.0 ? project.frame_rate : 24.0;
+    constexpr double most = 1e6;
+    const double rate = project.frame_rate > 0.0 && project.frame_rate <= most ? project.frame_rate : 24.0;
     const double whole = std::max(std::round(rate), 1.0);
     const double slowed = whole * 1000.0 / 1001.0;
     return project.drop_frame || std::abs(rate - slowed) < 0.01 ? slowed : rate;
@@ -249,7 +255,8 @@ double parse_position(const Project& project, std::string_view text, RulerMode m
     if (!is_beats(text, mode))
         return parse_plain(project, text, mode) - project.start_seconds;
     const Beats place = parse_beats(text, 1);
-    return project.tempo_map.seconds_at_beats(place.measures - project.start_measure, place.beats);
+    return project.tempo_map.seconds_at_beats(to_measure(place.measures - project.start_measure),
+                                              place.beats);
 }
 
 double parse_length(const Project& project, std::string_view text, double from_seconds, RulerMode mode) {
@@ -257,7 +264,8 @@ double parse_length(const Project& project, std::string_view text, double from_s
         return parse_plain(project, text, mode);
     const Beats length = parse_beats(text, 0);
     const MusicalPosition from = project.tempo_map.position_at(bounded(from_seconds));
-    return project.tempo_map.seconds_at_beats(from.measure + length.measures, from.beat + length.beats) -
+    return project.tempo_map.seconds_at_beats(to_measure(from.measure + length.measures),
+                                              from.beat + length.beats) -
            bounded(from_seconds);
 }
 

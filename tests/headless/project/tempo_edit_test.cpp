@@ -1,6 +1,5 @@
-#include "headless/project/tempo_edit.hpp"
-
 #include "headless/project/project.hpp"
+#include "headless/project/tempo_edit.hpp"
 
 #include <gtest/gtest.h>
 

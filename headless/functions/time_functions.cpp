@@ -106,11 +106,11 @@ std::span<const workstation::HostFunction> time_functions() {
          host_function<format_clock>("tpos,bufOptional,bufOptional_sz", "Seconds as hours:minutes:seconds")},
         {"format_timestr_pos",
          host_function<format_position>(
-             "tpos,bufOptional,bufOptional_sz,modeoverride",
+             "tpos,buf,buf_sz,modeoverride",
              "A position as text: -1 in the project's unit, 0 time, 1 beats and time, 2 beats, 3 seconds, "
              "4 samples, 5 timecode, 8 frames")},
         {"format_timestr_len",
-         host_function<format_length>("tpos,bufOptional,bufOptional_sz,offset,modeoverride",
+         host_function<format_length>("tpos,buf,buf_sz,offset,modeoverride",
                                       "A length that begins at `offset` as text, in the units of positions")},
         {"parse_timestr", host_function<parse_clock>("buf", "Seconds of hours:minutes:seconds")},
         {"parse_timestr_pos",

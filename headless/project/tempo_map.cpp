@@ -4,7 +4,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <limits>
 #include <utility>
 
 namespace headless::project {
@@ -22,7 +21,7 @@ bool sets_meter(const TempoPoint& point) { return point.meter && is_meter(*point
 double start_of(const TempoPoint& point) { return std::max(point.position_seconds, 0.0); }
 
 int to_measure(double number) {
-    constexpr double limit = std::numeric_limits<int>::max() / 2;
+    constexpr double limit = 1e9; // two of them still make an int
     return std::isnan(number) ? 0 : static_cast<int>(std::clamp(number, -limit, limit));
 }
 

@@ -90,8 +90,8 @@ int to_measure(std::int64_t number) {
 
 std::string beats_text(const Beats& beats, int first) {
     const std::int64_t hundredths = rounded_down(beats.beats * 100.0);
-    return print("%lld.%lld.%02d", static_cast<long long>(beats.measures + first),
-                 static_cast<long long>(hundredths / 100 + first), static_cast<int>(hundredths % 100));
+    return std::to_string(beats.measures + first) + '.' + std::to_string(hundredths / 100 + first) +
+           print(".%02d", static_cast<int>(hundredths % 100));
 }
 
 std::string beats_at(const Project& project, double seconds) {

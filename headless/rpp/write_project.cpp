@@ -4,6 +4,8 @@
 #include "headless/rpp/marker_lines.hpp"
 #include "headless/rpp/media_source.hpp"
 #include "headless/rpp/rpp.hpp"
+#include "headless/rpp/tempo_lines.hpp"
+#include "headless/rpp/time_lines.hpp"
 #include "headless/rpp/write_object.hpp"
 
 #include <algorithm>
@@ -70,6 +72,12 @@ private:
         if (!chunk::find_line(lines, "RECORD_PATH") && !project_.record_path.empty())
             inserted.emplace(place_for(lines, project_forms, "RECORD_PATH"),
                              record_path_line(Text::literal("RECORD_PATH \"\"")));
+        for (const std::string_view token : {"TIMEMODE", "GRID", "SELECTION", "SELECTION2"}) {
+            Text line = Text::made(default_line(project_forms, token));
+            edit_time_line(line, project_);
+            if (line.content() != default_line(project_forms, token) && !chunk::find_line(lines, token))
+                inserted.emplace(place_for(lines, project_forms, token), line);
+        }
         return inserted;
     }
 
@@ -77,6 +85,11 @@ private:
         const auto tracks = track_order(lines);
         const auto markers = marker_order(lines);
         const InsertedLines inserted = missing_lines(lines);
+        const std::size_t none = lines.size() + 1;
+        const bool lacks_tempo_map =
+            project_.tempo_map.has_new_points() && !project_.tempo_map.points().empty() &&
+            std::ranges::none_of(lines, [](const Node& node) { return is_tempo_map(node.token()); });
+        const std::size_t tempo_map = lacks_tempo_map ? place_for(lines, project_forms, "TEMPOENVEX") : none;
         const auto write_track = [this](project::Track* track) { objects_.write(*track, depth_change(*track)); };
         const auto write_marker = [this](project::Marker* marker) {
             rpp::write_marker(out_, project_, *marker);
@@ -84,6 +97,8 @@ private:
         for (std::size_t i = 0; i <= lines.size(); ++i) {
             for (auto [line, end] = inserted.equal_range(i); line != end; ++line)
                 out_.line(line->second);
+            if (i == tempo_map)
+                write_tempo_map(out_, nullptr, project_.tempo_map);
             markers.before(i, write_marker);
             tracks.before(i, write_track);
             if (i == lines.size())
@@ -93,6 +108,8 @@ private:
                 tracks.at(*place, write_track);
             } else if (const Text* line = lines[i].line()) {
                 out_.line(edited(*line));
+            } else if (is_tempo_map(lines[i].token()) && project_.tempo_map.has_new_points()) {
+                write_tempo_map(out_, lines[i].block(), project_.tempo_map);
             } else {
                 objects_.write_kept(lines[i], project_.master());
             }
@@ -107,6 +124,7 @@ private:
         if (token == "RENDER_FILE" && is_moved())
             return moved_line(line, 1, project_.source->folder, folder_);
         edit_fields(line, project_, project_fields(), project_forms);
+        edit_time_line(line, project_);
         edit_fields(line, project_.master(), master_fields(), project_forms);
         return line;
     }

@@ -186,13 +186,15 @@ void read_arguments(lua_State* L, const BridgedFunction& function, Arguments& ar
         }
         if (parameter.is_argument()) {
             ++index;
-            if (parameter.is_optional && lua_isnoneornil(L, index))
-                continue;
+            const bool is_omitted = parameter.is_optional && lua_isnoneornil(L, index);
+            if (is_omitted && !parameter.is_result())
+                continue; // null
             if (parameter.kind == ValueKind::handle) {
                 pointer = read_handle(L, function, index, parameter);
                 continue;
             }
-            read_value(L, function, i, index, value);
+            if (!is_omitted) // otherwise it begins as 0 or empty, and gets its result
+                read_value(L, function, i, index, value);
         }
         if (parameter.kind == ValueKind::text && parameter.type == "char*")
             prepare_buffer(L, function, i, value.text ? value.text : "", value);

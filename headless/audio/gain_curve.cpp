@@ -98,9 +98,13 @@ void scale_channels(std::span<const double> gains, std::size_t channels, const f
 
 } // namespace
 
-GainCurve::GainCurve(const project::Envelope& envelope, double start_seconds, double factor)
-    : points_(envelope.points().begin(), envelope.points().end()), start_seconds_(start_seconds),
-      factor_(factor) {}
+GainCurve::GainCurve(const project::Envelope& envelope, double start_seconds, double factor, double speed)
+    : points_(envelope.points().begin(), envelope.points().end()), start_seconds_(start_seconds / speed),
+      factor_(factor) {
+    if (speed != 1.0)
+        for (project::EnvelopePoint& point : points_)
+            point.position_seconds /= speed;
+}
 
 void GainCurve::evaluate(std::int64_t first_frame, int sample_rate, std::span<double> gains) const {
     if (points_.empty()) {

@@ -18,7 +18,9 @@ public:
 
     /// `factor` times the envelope, whether or not the envelope is active. Keeps a copy of the points.
     /// @param start_seconds position in the envelope at which frame 0 lies
-    GainCurve(const project::Envelope& envelope, double start_seconds, double factor = 1.0);
+    /// @param speed         seconds of the envelope in a second of audio, above 0
+    GainCurve(const project::Envelope& envelope, double start_seconds, double factor = 1.0,
+              double speed = 1.0);
 
     /// Writes the gains of frames `first_frame`, `first_frame + 1`, ... into `gains`, one per frame. Blocks
     /// may start anywhere: each costs one search among the points.

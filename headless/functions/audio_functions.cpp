@@ -25,17 +25,17 @@ int get_take_peaks(Workstation& workstation, const project::Take& take, double p
                    double* buffer) {
     if (!buffer || channel_count < 1 || interval_count < 1)
         return 0;
-    if (const auto audio = workstation::audio_of(workstation.audio(), take); !audio) {
+    const auto audio = workstation::audio_of(workstation.audio(), take);
+    if (!audio) {
         workstation.report(audio.error());
         return 0;
     }
     const double from_item_start = start_seconds - take.item().position_seconds();
-    const audio::PeakRequest request{take.start_offset_seconds + from_item_start, peaks_per_second,
-                                     channel_count};
+    const audio::PeakRequest request{audio->start_seconds + from_item_start, peaks_per_second, channel_count};
     const std::size_t block =
         static_cast<std::size_t>(channel_count) * static_cast<std::size_t>(interval_count);
-    const auto delivered = audio::measure_peaks(workstation.audio(), take.source.file, request,
-                                                {buffer, block}, {buffer + block, block});
+    const auto delivered =
+        audio::measure_peaks(*audio->sound, request, {buffer, block}, {buffer + block, block});
     if (!delivered) {
         workstation.report(delivered.error());
         return 0;

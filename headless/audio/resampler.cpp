@@ -29,8 +29,9 @@ double bessel(double x) {
 }
 
 double kaiser(double place) {
-    return std::abs(place) < 1.0 ? bessel(window_shape * std::sqrt(1.0 - place * place)) / bessel(window_shape)
-                                 : 0.0;
+    return std::abs(place) < 1.0
+               ? bessel(window_shape * std::sqrt(1.0 - place * place)) / bessel(window_shape)
+               : 0.0;
 }
 
 double sinc(double x) {
@@ -91,8 +92,7 @@ void Interpolator::weigh(double fraction, std::span<float> weights) const {
 }
 
 ResampledSound::ResampledSound(std::unique_ptr<Sound> inner, double step, int sample_rate)
-    : Sound(inner->file(),
-            {sample_rate, inner->format().channels, frames_after(inner->format(), step)}),
+    : Sound(inner->file(), {sample_rate, inner->format().channels, frames_after(inner->format(), step)}),
       inner_(std::move(inner)), step_(step), interpolator_(step),
       inputs_(static_cast<std::size_t>(format().channels)), weights_(2 * interpolator_.reach()) {}
 
@@ -108,19 +108,18 @@ Result<void> ResampledSound::read(FrameRange range, const FrameVisitor& visit) {
             inputs_[i % inputs_.size()].push_back(samples[i]);
         return {};
     };
-    return for_each_block(
-        range.first_frame, range.first_frame + range.frame_count, channels,
-        [&](std::int64_t frame, std::int64_t count) {
-            for (std::vector<float>& input : inputs_)
-                input.clear();
-            const std::int64_t first = position(frame) - reach + 1;
-            const std::int64_t end = position(frame + count - 1) + reach + 1;
-            return inner_->read({first, end - first}, distribute).and_then([&] {
-                block.resize(static_cast<std::size_t>(count * channels));
-                interpolate(frame, first, block);
-                return visit(block);
-            });
-        });
+    return for_each_block(range.first_frame, range.first_frame + range.frame_count, channels,
+                          [&](std::int64_t frame, std::int64_t count) {
+                              for (std::vector<float>& input : inputs_)
+                                  input.clear();
+                              const std::int64_t first = position(frame) - reach + 1;
+                              const std::int64_t end = position(frame + count - 1) + reach + 1;
+                              return inner_->read({first, end - first}, distribute).and_then([&] {
+                                  block.resize(static_cast<std::size_t>(count * channels));
+                                  interpolate(frame, first, block);
+                                  return visit(block);
+                              });
+                          });
 }
 
 void ResampledSound::interpolate(std::int64_t frame, std::int64_t first_input, std::span<float> target) {

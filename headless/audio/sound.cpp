@@ -34,6 +34,14 @@ void reverse_frames(std::vector<float>& samples, std::size_t channels) {
 
 } // namespace
 
+Result<void> FileSound::read(FrameRange range, const FrameVisitor& visit) {
+    return cache_.format(file()).and_then([&](const AudioFormat& present) -> Result<void> {
+        if (present.channels != format().channels || present.sample_rate != format().sample_rate)
+            return tl::unexpected(path_failure(file(), "has got another format while it was used"));
+        return cache_.read(file(), range, visit);
+    });
+}
+
 SectionSound::SectionSound(std::unique_ptr<Sound> inner, FrameRange stretch, bool reversed)
     : Sound(inner->file(), with_frames(inner->format(), std::max<std::int64_t>(0, stretch.frame_count))),
       inner_(std::move(inner)), first_frame_(stretch.first_frame), reversed_(reversed) {}
@@ -106,7 +114,8 @@ Result<void> ChannelSound::read(FrameRange range, const FrameVisitor& visit) {
             const Mean& mean = channels_[channel];
             const float share = 1.0F / static_cast<float>(mean.size());
             for (const std::size_t from : mean)
-                for (std::size_t in = from, out = channel; out < mixed.size(); in += inner_width, out += width)
+                for (std::size_t in = from, out = channel; out < mixed.size();
+                     in += inner_width, out += width)
                     mixed[out] += share * block[in];
         }
         return visit(mixed);

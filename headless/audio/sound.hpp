@@ -57,9 +57,8 @@ public:
             [&](const AudioFormat& format) { return FileSound(cache, file, format); });
     }
 
-    Result<void> read(FrameRange range, const FrameVisitor& visit) override {
-        return cache_.read(file(), range, visit);
-    }
+    /// Fails as AudioCache::read does, and if the file has got another format meanwhile.
+    Result<void> read(FrameRange range, const FrameVisitor& visit) override;
 
 private:
     AudioCache& cache_;

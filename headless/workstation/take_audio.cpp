@@ -206,10 +206,10 @@ Result<TakeAudio> audio_of(audio::AudioCache& cache, const project::Take& take, 
     return TakeAudio{std::move(*sound), range, start_seconds, is_whole_file};
 }
 
-Result<TakeAudio> heard_audio_of(audio::AudioCache& cache, const project::Take& take) {
+Result<TakeAudio> heard_audio_of(audio::AudioCache& cache, const project::Take& take, int sample_rate) {
     if (const auto processing = unplayable_processing(take); !processing.empty())
         return not_supported(take, processing.front());
-    return audio_of(cache, take);
+    return audio_of(cache, take, sample_rate);
 }
 
 audio::GainCurve gain_of(const project::Take& take, double factor) {

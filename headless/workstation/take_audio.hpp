@@ -37,7 +37,7 @@ std::vector<std::string> unplayable(const project::Take& take);
 Result<TakeAudio> audio_of(audio::AudioCache& cache, const project::Take& take, int sample_rate = 0);
 
 /// As audio_of, but also fails for effects and mute envelopes.
-Result<TakeAudio> heard_audio_of(audio::AudioCache& cache, const project::Take& take);
+Result<TakeAudio> heard_audio_of(audio::AudioCache& cache, const project::Take& take, int sample_rate = 0);
 
 /// Take volume times the volume envelope if that is active; frame 0 is the item's first frame.
 /// @param factor linear, on top of both

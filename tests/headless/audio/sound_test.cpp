@@ -47,8 +47,8 @@ double largest_difference_db(const std::vector<float>& samples, double radians_p
 TEST_F(SoundTest, IsTheSameHoweverItIsRead) {
     constexpr std::int64_t frames = 40000;
     const auto samples = noise(3 * frames, 0.9);
-    auto section = std::make_unique<audio::SectionSound>(
-        file_of(samples, 3), audio::FrameRange{-100, frames + 200}, true);
+    auto section = std::make_unique<audio::SectionSound>(file_of(samples, 3),
+                                                         audio::FrameRange{-100, frames + 200}, true);
     auto repeated = std::make_unique<audio::RepeatedSound>(std::move(section));
     auto channels = std::make_unique<audio::ChannelSound>(
         std::move(repeated), std::vector<audio::ChannelSound::Mean>{{2}, {0, 1}});
@@ -77,7 +77,8 @@ TEST_F(SoundTest, ResamplingKeepsTheBandAndNothingElse) {
             }
             audio::ResampledSound sound(file_of(sine), step, 48000);
             EXPECT_EQ(sound.format().frames, std::llround(std::ceil(200000.0 / step)));
-            EXPECT_LT(largest_difference_db(read(sound, 10000, 10000), 2.0 * std::numbers::pi * hertz * step / rate),
+            EXPECT_LT(largest_difference_db(read(sound, 10000, 10000),
+                                            2.0 * std::numbers::pi * hertz * step / rate),
                       -90.0)
                 << hertz;
         }

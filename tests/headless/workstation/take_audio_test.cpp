@@ -1,6 +1,5 @@
-#include "headless/workstation/take_audio.hpp"
-
 #include "headless/audio/audio_cache.hpp"
+#include "headless/workstation/take_audio.hpp"
 #include "tests/headless/workstation/host_fixture.hpp"
 
 namespace headless {
@@ -15,8 +14,7 @@ class TakeAudioTest : public HostTest {
 protected:
     /// Plays a file of the values 1 to 8, two for each frame with two channels.
     project::Take& insert_take(int channels = 1) {
-        const auto file =
-            test::write_sound(folder / "line.wav", {1, 2, 3, 4, 5, 6, 7, 8}, 8000, channels);
+        const auto file = test::write_sound(folder / "line.wav", {1, 2, 3, 4, 5, 6, 7, 8}, 8000, channels);
         project::Track& track = project.insert_track(0);
         return *workstation.insert_audio(track, file, 0.0).value()->active_take();
     }
@@ -46,14 +44,15 @@ TEST_F(TakeAudioTest, SectionsPlayTheirStretch) {
         std::vector<Section> sections; // the innermost first
         int offset;
         std::vector<float> heard;
-    } cases[] = {{"forward", {middle}, -1, {0, 3, 4, 5, 6, 0}},
-                 {"reversed", {backwards}, -1, {0, 6, 5, 4, 3, 0}},
-                 {"to the end of the file", {{6 * frame}}, 0, {7, 8, 0}},
-                 {"beyond both ends of the file", {{-frame, 10 * frame, true}}, 0, {0, 8, 7, 6, 5, 4, 3, 2, 1, 0}},
-                 {"forward in a reversed one", {backwards, {frame, 2 * frame}}, 0, {5, 4, 0}},
-                 {"reversed in a reversed one", {backwards, {frame, 2 * frame, true}}, 0, {4, 5, 0}},
-                 {"longer than the one inside", {middle, {3 * frame, 3 * frame}}, 0, {6, 0, 0}},
-                 {"three deep", {middle, backwards, {0, 3 * frame, true}}, 0, {6, 0, 0}}};
+    } cases[] = {
+        {"forward", {middle}, -1, {0, 3, 4, 5, 6, 0}},
+        {"reversed", {backwards}, -1, {0, 6, 5, 4, 3, 0}},
+        {"to the end of the file", {{6 * frame}}, 0, {7, 8, 0}},
+        {"beyond both ends of the file", {{-frame, 10 * frame, true}}, 0, {0, 8, 7, 6, 5, 4, 3, 2, 1, 0}},
+        {"forward in a reversed one", {backwards, {frame, 2 * frame}}, 0, {5, 4, 0}},
+        {"reversed in a reversed one", {backwards, {frame, 2 * frame, true}}, 0, {4, 5, 0}},
+        {"longer than the one inside", {middle, {3 * frame, 3 * frame}}, 0, {6, 0, 0}},
+        {"three deep", {middle, backwards, {0, 3 * frame, true}}, 0, {6, 0, 0}}};
     project::Take& take = insert_take();
     const Source file = take.source;
     for (const auto& [name, sections, offset, expected] : cases) {
@@ -78,7 +77,8 @@ TEST_F(TakeAudioTest, SourcesRepeatInLoopedItems) {
     take.start_offset_seconds = frame;
     EXPECT_EQ(heard(take), (std::vector<float>{7, 6, 8, 7, 6, 8, 7, 6, 8, 7, 6, 8}));
     take.source.section.overlap_seconds = 0.01;
-    EXPECT_THAT(workstation::audio_of(workstation.audio(), take), fails_telling("'line.wav': a section that overlaps"));
+    EXPECT_THAT(workstation::audio_of(workstation.audio(), take),
+                fails_telling("'line.wav': a section that overlaps"));
     take.item().set_length_seconds(2 * frame);
     EXPECT_EQ(heard(take), (std::vector<float>{7, 6})) << "which does not repeat here";
 
@@ -96,9 +96,8 @@ TEST_F(TakeAudioTest, ChannelModesChooseChannels) {
         int channels;
         int mode;
         std::vector<float> heard; // of the first two frames
-    } cases[] = {{1, 1, {1, 2}},       {1, 2, {1, 2}},       {1, 3, {1, 2}}, {2, 1, {2, 1, 4, 3}},
-                 {2, 2, {1.5, 3.5}},   {2, 3, {1, 3}},       {2, 4, {2, 4}}, {4, 6, {4, 8}},
-                 {4, 67, {1, 2, 5, 6}}};
+    } cases[] = {{1, 1, {1, 2}}, {1, 2, {1, 2}}, {1, 3, {1, 2}}, {2, 1, {2, 1, 4, 3}}, {2, 2, {1.5, 3.5}},
+                 {2, 3, {1, 3}}, {2, 4, {2, 4}}, {4, 6, {4, 8}}, {4, 67, {1, 2, 5, 6}}};
     for (const auto& [channels, mode, expected] : cases) {
         SCOPED_TRACE(testing::Message() << channels << " channels in mode " << mode);
         project::Take& take = insert_take(channels);
@@ -106,7 +105,8 @@ TEST_F(TakeAudioTest, ChannelModesChooseChannels) {
         take.item().set_length_seconds(2 * frame);
         EXPECT_EQ(heard(take), expected);
     }
-    for (const auto& [channels, mode] : {std::pair{1, 4}, {2, 5}, {4, 1}, {4, 2}, {2, 68}, {1, 67}, {2, -1}}) {
+    for (const auto& [channels, mode] :
+         {std::pair{1, 4}, {2, 5}, {4, 1}, {4, 2}, {2, 68}, {1, 67}, {2, -1}}) {
         project::Take& take = insert_take(channels);
         take.channel_mode = mode;
         EXPECT_THAT(workstation::audio_of(workstation.audio(), take), fails_telling("channel mode"));
@@ -149,15 +149,22 @@ TEST_F(TakeAudioTest, RefusesWhatItCannotPlay) {
              take.preserve_pitch = false;
          }},
         {"a pitch shift", [](project::Take& take) { take.pitch_semitones = -1.0; }},
-        {"a pitch envelope", [](project::Take& take) { take.add_envelope("Pitch").set_points({{0.0, 1.0}}); }},
+        {"a pitch envelope",
+         [](project::Take& take) {
+             take.add_envelope("Pitch").set_points({{0.0, 1.0}});
+         }},
         {"stretching by markers", [](project::Take& take) { take.has_stretch_markers = true; }},
-        {"a source of type MIDI", [](project::Take& take) { take.source = Source{.file = {}, .type = "MIDI"}; }},
+        {"a source of type MIDI",
+         [](project::Take& take) { take.source = Source{.file = {}, .type = "MIDI"}; }},
         {"media that is offline",
          [](project::Take& take) {
              take.source.offline = true;
              take.source = section_of(take.source, {});
          }},
-        {"a mute envelope", [](project::Take& take) { take.add_envelope("Mute").set_points({{0.0, 0.0}}); }},
+        {"a mute envelope",
+         [](project::Take& take) {
+             take.add_envelope("Mute").set_points({{0.0, 0.0}});
+         }},
         {"processing by effects", [](project::Take& take) { take.has_effects = true; }}};
     for (const auto& [told, spoil] : cases) {
         project::Take& take = insert_take();

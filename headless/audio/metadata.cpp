@@ -15,16 +15,12 @@ struct Tag {
     const char* id3;
 };
 
-constexpr Tag tags[] = {{SF_STR_TITLE, "INAM", "TITLE", "TIT2"},
-                        {SF_STR_ARTIST, "IART", "ARTIST", "TPE1"},
-                        {SF_STR_ALBUM, "IPRD", "ALBUM", "TALB"},
-                        {SF_STR_TRACKNUMBER, "ITRK", "TRACKNUMBER", "TRCK"},
-                        {SF_STR_GENRE, "IGNR", "GENRE", "TCON"},
-                        {SF_STR_DATE, "ICRD", "DATE", "TYER"},
-                        {SF_STR_COMMENT, "ICMT", "DESCRIPTION", "COMM"},
-                        {SF_STR_COPYRIGHT, "ICOP", "COPYRIGHT", "TCOP"},
-                        {SF_STR_SOFTWARE, "ISFT", nullptr, "TSSE"},
-                        {SF_STR_LICENSE, nullptr, "LICENSE", nullptr}};
+constexpr Tag tags[] = {
+    {SF_STR_TITLE, "INAM", "TITLE", "TIT2"},         {SF_STR_ARTIST, "IART", "ARTIST", "TPE1"},
+    {SF_STR_ALBUM, "IPRD", "ALBUM", "TALB"},         {SF_STR_TRACKNUMBER, "ITRK", "TRACKNUMBER", "TRCK"},
+    {SF_STR_GENRE, "IGNR", "GENRE", "TCON"},         {SF_STR_DATE, "ICRD", "DATE", "TYER"},
+    {SF_STR_COMMENT, "ICMT", "DESCRIPTION", "COMM"}, {SF_STR_COPYRIGHT, "ICOP", "COPYRIGHT", "TCOP"},
+    {SF_STR_SOFTWARE, "ISFT", nullptr, "TSSE"},      {SF_STR_LICENSE, nullptr, "LICENSE", nullptr}};
 
 /// How a format's tags are called.
 struct Scheme {

@@ -58,8 +58,8 @@ int get_samples_into_array(Workstation& workstation, SampleReader& reader, int s
                            double start_seconds, int frames, double* array, int array_size) {
     if (channels > 0 && frames > array_size / channels) {
         workstation.report(Failure{"GetAudioAccessorSamples: the array has room for " +
-                                   std::to_string(array_size) + " values, not for " + std::to_string(channels) +
-                                   " times " + std::to_string(frames)});
+                                   std::to_string(array_size) + " values, not for " +
+                                   std::to_string(channels) + " times " + std::to_string(frames)});
         return failed;
     }
     return get_samples(workstation, reader, sample_rate, channels, start_seconds, frames, array);
@@ -90,7 +90,8 @@ std::span<const workstation::HostFunction> accessor_functions() {
          host_function<get_end>("accessor", "The item's length for a take, the end of the last for a track")},
         {"GetAudioAccessorSamples",
          host_function<get_samples, get_samples_into_array>(
-             "accessor,samplerate,numchannels,starttime_sec,numsamplesperchannel,samplebuffer,samplebuffer_sz",
+             "accessor,samplerate,numchannels,starttime_sec,numsamplesperchannel,samplebuffer,samplebuffer_"
+             "sz",
              "Fills the array with interleaved samples; 1 with audio, 0 for silence, -1 on failure")},
         {"AudioAccessorStateChanged",
          host_function<has_changed>("accessor", "Whether what it reads has changed since the last update")},

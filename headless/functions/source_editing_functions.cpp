@@ -55,19 +55,21 @@ bool set_take_source(Workstation& workstation, project::Take& take, PCM_source* 
 }
 
 /// Whether the take plays audio, so that it can play a section of it.
-bool has_audio(const project::Take& take) { return !take.source.root().file.empty() && !is_midi(take.source); }
+bool has_audio(const project::Take& take) {
+    return !take.source.root().file.empty() && !is_midi(take.source);
+}
 
 bool get_source_properties(Workstation& workstation, project::Take& take, bool* is_section, double* start,
                            double* length, double* fade, bool* is_reversed) {
     if (!has_audio(take))
         return false;
     project::Source& source = take.source;
-    const double whole = complete(workstation, source.root())
-                             ? length_of(source.inner ? *source.inner : source)
-                             : 0.0;
+    const double whole =
+        complete(workstation, source.root()) ? length_of(source.inner ? *source.inner : source) : 0.0;
     const project::Section& section = source.section;
-    const bool is_whole = !source.inner || (section.start_seconds == 0.0 &&
-                                            (section.length_seconds <= 0.0 || section.length_seconds >= whole));
+    const bool is_whole =
+        !source.inner ||
+        (section.start_seconds == 0.0 && (section.length_seconds <= 0.0 || section.length_seconds >= whole));
     put(is_section, !is_whole);
     put(start, is_whole ? 0.0 : section.start_seconds);
     put(length, is_whole ? whole : length_of(source));
@@ -118,8 +120,7 @@ std::span<const workstation::HostFunction> source_editing_functions() {
                                             "A source of an audio file; nil when it is none")},
         {"PCM_Source_CreateFromType",
          host_function<create_from_type>("sourcetype", "An empty source of a kind such as WAVE")},
-        {"PCM_Source_Destroy",
-         host_function<destroy_source>("src", "Destroys a source that no take has")},
+        {"PCM_Source_Destroy", host_function<destroy_source>("src", "Destroys a source that no take has")},
         {"SetMediaItemTake_Source",
          host_function<set_take_source>("take,source",
                                         "Gives the take the source, or a copy if another take has it")},

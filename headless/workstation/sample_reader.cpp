@@ -19,9 +19,10 @@ struct Request {
 };
 
 // Adds a channel of a block to one of the request.
-void add_channel(std::span<const float> block, std::size_t from, int width, double gain, const Request& request,
-                 std::int64_t place, int to) {
-    for (std::size_t in = from, out = static_cast<std::size_t>(place * request.channels + to); in < block.size();
+void add_channel(std::span<const float> block, std::size_t from, int width, double gain,
+                 const Request& request, std::int64_t place, int to) {
+    for (std::size_t in = from, out = static_cast<std::size_t>(place * request.channels + to);
+         in < block.size();
          in += static_cast<std::size_t>(width), out += static_cast<std::size_t>(request.channels))
         request.samples[out] += gain * static_cast<double>(block[in]);
 }
@@ -44,8 +45,8 @@ struct SampleReader::Voice {
     /// @returns whether any of the frames asked for are played
     Result<bool> add_to(const Request& request) {
         const std::int64_t begin = std::max(request.first_frame, first_frame);
-        const std::int64_t end = std::min(request.first_frame + request.frame_count,
-                                          first_frame + audio.range.frame_count);
+        const std::int64_t end =
+            std::min(request.first_frame + request.frame_count, first_frame + audio.range.frame_count);
         if (begin >= end)
             return false;
         const auto& [sample_rate, width, frames] = audio.sound->format();
@@ -54,7 +55,8 @@ struct SampleReader::Voice {
         const auto add = [&](std::span<const float> block) -> Result<void> {
             scaled.resize(block.size());
             gain.apply(frame - first_frame, sample_rate, width, block, scaled);
-            for (int to = 0; to < (width == 1 ? std::min(2, request.channels) : std::min(width, request.channels));
+            for (int to = 0;
+                 to < (width == 1 ? std::min(2, request.channels) : std::min(width, request.channels));
                  ++to) {
                 const auto from = static_cast<std::size_t>(width == 1 ? 0 : to);
                 add_channel(scaled, from, width, balance(pan, to), request, frame - request.first_frame, to);
@@ -127,7 +129,8 @@ SampleReader::State SampleReader::state() const {
 }
 
 double SampleReader::start_seconds() const {
-    return !take_ && is_alive() && !track_->items().empty() ? track_->items().front()->position_seconds() : 0.0;
+    return !take_ && is_alive() && !track_->items().empty() ? track_->items().front()->position_seconds()
+                                                            : 0.0;
 }
 
 double SampleReader::end_seconds() const {
@@ -173,7 +176,8 @@ Result<void> SampleReader::open(int sample_rate) {
     return {};
 }
 
-Result<bool> SampleReader::read(int sample_rate, int channels, double start_seconds, std::span<double> samples) {
+Result<bool> SampleReader::read(int sample_rate, int channels, double start_seconds,
+                                std::span<double> samples) {
     constexpr double max_frames = 9e15; // every whole number up to this is exact as a double
     std::ranges::fill(samples, 0.0);
     const double first = std::round(start_seconds * sample_rate);

@@ -99,7 +99,8 @@ TEST_F(AccessorFunctions, NoticeChanges) {
     AudioAccessor* take = of_take(*item.active_take());
     AudioAccessor* track = of_track(item.track());
     const auto changed = [&] {
-        return std::pair(ask<bool>("AudioAccessorStateChanged", take), ask<bool>("AudioAccessorStateChanged", track));
+        return std::pair(ask<bool>("AudioAccessorStateChanged", take),
+                         ask<bool>("AudioAccessorStateChanged", track));
     };
     EXPECT_EQ(changed(), std::pair(false, false));
     item.volume = 0.5;

@@ -46,8 +46,9 @@ protected:
         return has_any ? std::optional(found) : std::nullopt;
     }
     bool set_properties(project::Take& take, const Properties& wanted) {
-        return function<bool(MediaItem_Take*, bool, double, double, double, bool)>("BR_SetMediaSourceProperties")(
-            handle(take), wanted.is_section, wanted.start, wanted.length, wanted.fade, wanted.is_reversed);
+        return function<bool(MediaItem_Take*, bool, double, double, double, bool)>(
+            "BR_SetMediaSourceProperties")(handle(take), wanted.is_section, wanted.start, wanted.length,
+                                           wanted.fade, wanted.is_reversed);
     }
 };
 

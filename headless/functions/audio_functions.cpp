@@ -113,21 +113,23 @@ double decibels(double amplitude) { return 20.0 * std::log10(amplitude); }
 
 double level_db(double amplitude) { return std::max(no_level_db, decibels(amplitude)); }
 
-/// Of the active take with item and take volume and envelope. Empty if it has no audio, and if it cannot be
+/// Of the active take before its effects, with item and take volume, envelope and fades. Empty if it has no audio, and if it cannot be
 /// read, which is reported.
 std::optional<audio::Level> heard_level(Workstation& workstation, const project::Item& item) {
     const project::Take* take = item.active_take();
     if (!take || take->source.root().file.empty())
         return std::nullopt;
-    const auto level = workstation::heard_audio_of(workstation.audio(), *take)
-                           .and_then([&](const workstation::TakeAudio& audio) {
-                               return audio::measure_level(*audio.sound, audio.range,
-                                                           workstation::gain_of(*take, item.volume));
-                           });
-    if (level)
-        return *level;
-    workstation.report(level.error());
-    return std::nullopt;
+    const auto level =
+        workstation::audio_of(workstation.audio(), *take).and_then([&](const workstation::TakeAudio& audio) {
+            return audio::measure_level(*audio.sound, audio.range, workstation::faded_gain_of(*take));
+        });
+    if (!level) {
+        workstation.report(level.error());
+        return std::nullopt;
+    }
+    if (workstation::has_bent_fade(item))
+        workstation.report_once(Failure{"levels of items: how fades are bent is not considered"});
+    return *level;
 }
 
 double get_max_peak_and_position(Workstation& workstation, const project::Item& item,

@@ -59,6 +59,12 @@ void Envelope::set_points(std::vector<EnvelopePoint> points) {
                                 &EnvelopePoint::position_seconds)) // sorting needs half as much memory again
         std::ranges::stable_sort(points, {}, &EnvelopePoint::position_seconds);
     points_ = std::move(points);
+    has_new_points_ = true;
+}
+
+void Envelope::read_points(std::vector<EnvelopePoint> points) {
+    set_points(std::move(points));
+    has_new_points_ = false;
 }
 
 std::size_t Envelope::points_up_to(double position_seconds) const {

@@ -1,8 +1,13 @@
 #pragma once
 // A curve over time: points with a value and a shape, in the order of their positions.
-// Positions are seconds from the take's start, values linear gain.
+// Positions are seconds from the take's or the project's start, values linear gain, pan, semitones, ...
+
+#include "headless/chunk/guid.hpp"
+#include "headless/chunk/lines.hpp"
 
 #include <cstddef>
+#include <cstdint>
+#include <memory>
 #include <span>
 #include <string>
 #include <vector>
@@ -44,18 +49,32 @@ double value_between(const EnvelopePoint& from, const EnvelopePoint& to, double 
 
 class Envelope {
 public:
-    explicit Envelope(std::string name) : name_(std::move(name)) {}
+    /// @param serial unique among the project's envelopes
+    Envelope(std::uint64_t serial, std::string name) : serial_(serial), name_(std::move(name)) {}
+
+    std::uint64_t serial() const { return serial_; }
 
     /// "Volume", "Pan", ...: what GetTakeEnvelopeByName looks for.
     const std::string& name() const { return name_; }
 
     EnvelopeProperties properties;
 
+    chunk::Guid id; ///< none until the envelope is saved or asked for it
+
+    /// Its lines in the file, null if it was made since.
+    std::unique_ptr<chunk::Block> block;
+
     /// Ascending by position. Points at the same position keep the order they were given in.
     std::span<const EnvelopePoint> points() const { return points_; }
 
     /// Sorts by position (stable) and leaves out points whose position or value is not finite.
     void set_points(std::vector<EnvelopePoint> points);
+
+    /// As set_points, with the points that the lines hold.
+    void read_points(std::vector<EnvelopePoint> points);
+
+    /// Whether the points may differ from those in the lines.
+    bool has_new_points() const { return has_new_points_; }
 
     /// Moves all points out of an envelope that will not be used again.
     std::vector<EnvelopePoint> take_points() && { return std::move(points_); }
@@ -70,6 +89,8 @@ public:
     double value_at(double position_seconds) const;
 
 private:
+    std::uint64_t serial_;
+    bool has_new_points_ = false;
     std::string name_;
     std::vector<EnvelopePoint> points_;
 };

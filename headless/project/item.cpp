@@ -114,6 +114,11 @@ void Item::crop_to_active_take() {
     active_take_ = 0;
 }
 
+void Item::clear() {
+    takes_.clear();
+    active_take_ = 0;
+}
+
 bool Item::comes_before(const Item& other) const {
     return std::pair(position_seconds_, serial_) < std::pair(other.position_seconds_, other.serial_);
 }

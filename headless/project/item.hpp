@@ -1,6 +1,8 @@
 #pragma once
 // An item: a time span on a track with one or more takes, of which one is heard.
 
+#include "headless/chunk/guid.hpp"
+#include "headless/chunk/lines.hpp"
 #include "headless/project/take.hpp"
 
 #include <cstddef>
@@ -28,6 +30,9 @@ public:
 
     Track& track() const { return track_; }
 
+    /// Unique among the project's items.
+    std::uint64_t serial() const { return serial_; }
+
     double position_seconds() const { return position_seconds_; }
 
     /// Moves the item to its new place among the track's items.
@@ -43,6 +48,11 @@ public:
     bool selected() const { return selected_; }
     void set_selected(bool selected);
 
+    chunk::Guid id; ///< none until the item is saved or asked for it
+
+    /// Its lines in the file, up to those of the first take; null if it was made since.
+    std::unique_ptr<chunk::Block> block;
+
     double volume = 1.0; ///< linear, on top of the take's
     double snap_offset_seconds = 0.0;
     bool mute = false;
@@ -55,7 +65,7 @@ public:
     /// Null past the end.
     Take* take(std::size_t index) const { return index < takes_.size() ? takes_[index].get() : nullptr; }
 
-    /// Null if the item has no take.
+    /// Null if the item has no take. May be an empty one.
     Take* active_take() const { return take(active_take_); }
 
     /// Does nothing if the take belongs to another item.
@@ -66,6 +76,9 @@ public:
 
     /// Destroys all takes but the active one.
     void crop_to_active_take();
+
+    /// Destroys all takes.
+    void clear();
 
     /// The order of items on a track: by position, and at the same position in the order of creation.
     bool comes_before(const Item& other) const;

@@ -1,9 +1,20 @@
 #include "headless/project/marker.hpp"
 
 #include <algorithm>
+#include <tuple>
 #include <utility>
 
 namespace headless::project {
+namespace {
+
+auto visible_values(const Marker& marker) {
+    return std::tie(marker.is_region, marker.position_seconds, marker.end_seconds, marker.name, marker.number,
+                    marker.color);
+}
+
+} // namespace
+
+bool Marker::operator==(const Marker& other) const { return visible_values(*this) == visible_values(other); }
 
 std::size_t MarkerList::region_count() const {
     return static_cast<std::size_t>(std::ranges::count_if(markers_, &Marker::is_region));
@@ -18,11 +29,16 @@ int MarkerList::add(Marker marker) {
     return number;
 }
 
+std::uint64_t MarkerList::add_as_read(Marker marker) { return insert(std::move(marker)); }
+
 bool MarkerList::replace(Marker marker) {
     const Marker* present = find(marker.is_region, marker.number);
     if (!present)
         return false;
     const auto place = markers_.begin() + (present - markers_.data());
+    marker.serial = place->serial;
+    marker.id = place->id;
+    marker.lines = std::move(place->lines);
     if (place->position_seconds == marker.position_seconds) {
         *place = std::move(marker);
         return true;
@@ -46,10 +62,14 @@ bool MarkerList::erase(std::size_t index) {
     return true;
 }
 
-void MarkerList::insert(Marker marker) {
+std::uint64_t MarkerList::insert(Marker marker) {
+    if (marker.serial == 0)
+        marker.serial = ++last_serial_;
+    const std::uint64_t serial = marker.serial;
     const auto place =
         std::ranges::upper_bound(markers_, marker.position_seconds, {}, &Marker::position_seconds);
     markers_.insert(place, std::move(marker));
+    return serial;
 }
 
 int MarkerList::lowest_free_number(bool is_region) const {

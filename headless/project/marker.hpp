@@ -1,7 +1,12 @@
 #pragma once
 // Markers and regions of a project, and the numbers that users see.
 
+#include "headless/chunk/guid.hpp"
+#include "headless/chunk/lines.hpp"
+
+#include <algorithm>
 #include <cstddef>
+#include <cstdint>
 #include <optional>
 #include <string>
 #include <vector>
@@ -16,7 +21,15 @@ struct Marker {
     int number = 0; ///< as displayed; markers and regions are numbered separately
     int color = 0;  ///< native with the flag 0x1000000, 0 for the default
 
-    bool operator==(const Marker&) const = default;
+    std::uint64_t serial = 0; ///< unique among the list's entries, which give it
+    chunk::Guid id{};         ///< none until the entry is saved or asked for it
+
+    /// Its lines in the file: one of a marker, two of a region, which may have blocks between them. Empty if
+    /// it was made since.
+    chunk::Lines lines{};
+
+    /// Compares what users see.
+    bool operator==(const Marker& other) const;
 };
 
 /// In the order of positions. Entries at the same position keep the order they were added in.
@@ -31,7 +44,11 @@ public:
     /// @returns the number it got
     int add(Marker marker);
 
-    /// Replaces the first entry of that kind and number.
+    /// Adds the marker under its own number, which others may have too.
+    /// @returns its serial
+    std::uint64_t add_as_read(Marker marker);
+
+    /// Replaces what users see of the first entry of that kind and number.
     /// @returns false if there is none
     bool replace(Marker marker);
 
@@ -41,10 +58,17 @@ public:
     /// @returns false past the end
     bool erase(std::size_t index);
 
+    /// Calls edit(marker) for each entry. Positions must stay.
+    template <class Edit>
+    void edit(Edit edit) {
+        std::ranges::for_each(markers_, edit);
+    }
+
 private:
-    void insert(Marker marker);
+    std::uint64_t insert(Marker marker);
     int lowest_free_number(bool is_region) const;
 
+    std::uint64_t last_serial_ = 0;
     std::vector<Marker> markers_;
 };
 

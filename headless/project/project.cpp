@@ -1,5 +1,7 @@
 #include "headless/project/project.hpp"
 
+#include "headless/project/receives.hpp"
+
 #include <algorithm>
 #include <utility>
 
@@ -19,6 +21,13 @@ Track& Project::insert_track(std::size_t index) {
     const std::size_t place = std::min(index, tracks_.size());
     tracks_.insert(tracks_.begin() + static_cast<std::ptrdiff_t>(place), std::make_unique<Track>(*this));
     renumber_tracks();
+    has_new_tree_ = true;
+    if (place + 1 < tracks_.size()) {
+        NewIndices new_indices;
+        for (std::size_t old = 0; old + 1 < tracks_.size(); ++old)
+            new_indices.emplace_back(old < place ? old : old + 1);
+        renumber_receives(*this, new_indices);
+    }
     return *tracks_[place];
 }
 
@@ -33,8 +42,27 @@ void Project::erase_track(const Track& track) {
         remove_end(item->end_seconds());
     }
     going.set_selected(false);
+    remove_from_region_renders(going.id);
     tracks_.erase(tracks_.begin() + static_cast<std::ptrdiff_t>(index));
     renumber_tracks();
+    has_new_tree_ = true;
+    NewIndices new_indices;
+    for (std::size_t old = 0; old <= tracks_.size(); ++old)
+        new_indices.push_back(old == index ? std::nullopt : std::optional(old < index ? old : old - 1));
+    renumber_receives(*this, new_indices);
+}
+
+// The lines of the regions that name the track as one to be rendered.
+void Project::remove_from_region_renders(const chunk::Guid& track) {
+    if (!track)
+        return;
+    markers.edit([&](Marker& marker) {
+        for (chunk::Node& node : marker.lines)
+            if (chunk::Block* renders = node.block(); renders && node.token() == "REGIONRENDER")
+                std::erase_if(renders->lines, [&](const chunk::Node& line) {
+                    return line.line() && chunk::guid_of(chunk::text_at(*line.line(), 1)) == track;
+                });
+    });
 }
 
 void Project::renumber_tracks() {

@@ -2,6 +2,8 @@
 // The project: tracks in order, with their items, markers, the cursor, and the settings that its file holds.
 // It does not access files or audio.
 
+#include "headless/chunk/guid.hpp"
+#include "headless/chunk/parse.hpp"
 #include "headless/project/live_objects.hpp"
 #include "headless/project/marker.hpp"
 #include "headless/project/selection.hpp"
@@ -12,6 +14,7 @@
 #include <filesystem>
 #include <memory>
 #include <optional>
+#include <string>
 #include <vector>
 
 namespace headless::project {
@@ -22,12 +25,32 @@ struct ComesBefore {
     bool operator()(const Track* left, const Track* right) const { return left->index() < right->index(); }
 };
 
+/// The project file as it was read. Its lines refer to its text.
+struct ProjectSource {
+    std::filesystem::path folder; ///< of the file; its paths are relative to it
+    std::shared_ptr<const std::string> text;
+    chunk::Document document;
+};
+
 class Project {
 public:
     Project();
     ~Project();
     Project(const Project&) = delete;
     Project& operator=(const Project&) = delete;
+
+    /// Null for a new project.
+    std::unique_ptr<ProjectSource> source;
+
+    /// Identifiers for new objects.
+    chunk::GuidSource guids;
+
+    /// A number that no other object of the project has.
+    std::uint64_t next_serial() { return next_serial_++; }
+
+    /// Whether folders have changed since the file was read: tracks came, went, moved or got another depth.
+    bool has_new_tree() const { return has_new_tree_; }
+    void set_tree_as_read() { has_new_tree_ = false; }
 
     std::filesystem::path file;        ///< empty until the project is saved
     std::filesystem::path record_path; ///< where renders go; may be relative to the file's folder
@@ -79,6 +102,7 @@ private:
     friend class Take;
 
     void renumber_tracks();
+    void remove_from_region_renders(const chunk::Guid& track);
     void count_items() const;
     void add_end(double end_seconds);
     void remove_end(double end_seconds);
@@ -89,7 +113,8 @@ private:
     LiveObjects live_objects_; // first: objects unregister in their destructors
     Selection<Item, ComesBefore> selected_items_;
     Selection<Track, ComesBefore> selected_tracks_;
-    std::uint64_t next_item_serial_ = 0;
+    std::uint64_t next_serial_ = 1;
+    bool has_new_tree_ = false;
     mutable bool tree_is_stale_ = false;
     mutable bool item_counts_are_stale_ = false;
     mutable std::vector<std::size_t> items_up_to_;          ///< item counts, each track included

@@ -1,6 +1,8 @@
 #pragma once
 // A take: a stretch of an audio file with its own name, volume and envelopes.
 
+#include "headless/chunk/guid.hpp"
+#include "headless/chunk/lines.hpp"
 #include "headless/project/envelope.hpp"
 
 #include <cstdint>
@@ -58,6 +60,14 @@ public:
 
     Item& item() const { return item_; }
 
+    /// An empty take lane: it counts among the item's takes, but there is nothing to play.
+    bool is_empty = false;
+
+    chunk::Guid id; ///< none until the take is saved or asked for it
+
+    /// Its lines in the item's block; empty if it was made since.
+    chunk::Lines lines;
+
     Source source;
     std::string name;
     double volume = 1.0;               ///< linear; below 0 inverts the polarity
@@ -67,8 +77,6 @@ public:
     bool preserve_pitch = true;
     double pitch_semitones = 0.0;
     int channel_mode = 0; ///< 0 normal, 1 reversed, 2 downmix, 3 left, 4 right, 5 third channel, ...
-    bool has_stretch_markers = false;
-    bool has_effects = false;
 
     const std::vector<std::unique_ptr<Envelope>>& envelopes() const { return envelopes_; }
 

@@ -7,10 +7,14 @@
 
 namespace headless::project {
 
-Track::Track(Project& project) : project_(project) { project.live_objects_.add(this); }
+Track::Track(Project& project) : project_(project), serial_(project.next_serial()) {
+    project.live_objects_.add(this);
+}
 
 Track::~Track() {
     items_.clear();
+    for (const auto& envelope : envelopes_)
+        project_.live_objects_.remove(envelope.get());
     project_.live_objects_.remove(this);
 }
 
@@ -29,6 +33,7 @@ void Track::set_selected(bool selected) {
 void Track::set_folder_depth_change(int change) {
     folder_depth_change_ = std::min(change, 1);
     project_.tree_is_stale_ = true;
+    project_.has_new_tree_ = true;
 }
 
 int Track::depth() const {
@@ -41,13 +46,34 @@ Track* Track::parent() const {
     return parent_;
 }
 
+Envelope& Track::add_envelope(std::string envelope_name) {
+    envelopes_.push_back(std::make_unique<Envelope>(project_.next_serial(), std::move(envelope_name)));
+    project_.live_objects_.add(envelopes_.back().get());
+    return *envelopes_.back();
+}
+
+void Track::erase_envelope(std::uint64_t serial) {
+    const auto place = std::ranges::find(envelopes_, serial, &Envelope::serial);
+    if (place == envelopes_.end())
+        return;
+    project_.live_objects_.remove(place->get());
+    envelopes_.erase(place);
+}
+
 Item& Track::add_item(double position_seconds, double length_seconds) {
     const auto finite = [](double seconds) { return std::isfinite(seconds) ? seconds : 0.0; };
-    auto item = std::make_unique<Item>(*this, project_.next_item_serial_++, finite(position_seconds),
+    auto item = std::make_unique<Item>(*this, project_.next_serial(), finite(position_seconds),
                                        std::max(finite(length_seconds), 0.0));
     project_.add_end(item->end_seconds());
     project_.item_counts_are_stale_ = true;
     return **items_.insert(place_of(*item), std::move(item));
+}
+
+void Track::clear() {
+    while (!items_.empty())
+        erase_item(*items_.back());
+    while (!envelopes_.empty())
+        erase_envelope(envelopes_.back()->serial());
 }
 
 void Track::erase_item(const Item& item) {

@@ -1,15 +1,22 @@
 #include "headless/base/atomic_file.hpp"
 #include "headless/base/file_reading.hpp"
 #include "headless/rpp/rpp.hpp"
-#include "headless/rpp/words.hpp"
 
 #include <optional>
 #include <string>
 
 namespace headless::rpp {
 
-Result<void> save_project(const project::Project& project, const std::filesystem::path& file) {
-    return write_file(file, project_text(project, file.parent_path()));
+Result<void> save_project(project::Project& project, const std::filesystem::path& file) {
+    auto written = AtomicFile::create(file);
+    if (!written)
+        return tl::unexpected(written.error());
+    Result<void> result;
+    write_project(project, file.parent_path(), [&](std::string_view piece) {
+        if (result)
+            result = written->write(piece);
+    });
+    return result.and_then([&] { return written->publish(ExistingFile::replace); });
 }
 
 Result<void> load_project(project::Project& project, const std::filesystem::path& given) {
@@ -20,7 +27,7 @@ Result<void> load_project(project::Project& project, const std::filesystem::path
     const auto failure = [&](const std::string& reason) {
         return tl::unexpected(path_failure(file, reason));
     };
-    const auto text = text_of(file);
+    auto text = text_of(file);
     if (!text)
         return tl::unexpected(text.error());
     if (!*text) {
@@ -28,7 +35,7 @@ Result<void> load_project(project::Project& project, const std::filesystem::path
         return failure(std::filesystem::exists(file, error) ? "is no regular file"
                                                             : "No such file or directory");
     }
-    const auto parsed = parse_project(project, **text, file.parent_path());
+    const auto parsed = parse_project(project, std::move(**text), file.parent_path());
     if (!parsed)
         return failure(parsed.error().message);
     project.file = file;
@@ -36,8 +43,9 @@ Result<void> load_project(project::Project& project, const std::filesystem::path
 }
 
 Result<bool> is_own_project(const std::filesystem::path& file) {
-    return beginning_of(file, rpp::own_beginning.size()).map([](const std::optional<std::string>& beginning) {
-        return beginning == rpp::own_beginning;
+    const std::string_view own = beginning_of_own_projects();
+    return beginning_of(file, own.size()).map([&](const std::optional<std::string>& beginning) {
+        return beginning == own;
     });
 }
 

@@ -1,156 +1,163 @@
-#include "headless/rpp/chunk_writer.hpp"
+#include "headless/rpp/child_order.hpp"
+#include "headless/rpp/edit_fields.hpp"
+#include "headless/rpp/envelope_kinds.hpp"
+#include "headless/rpp/marker_lines.hpp"
+#include "headless/rpp/media_source.hpp"
 #include "headless/rpp/rpp.hpp"
-#include "headless/rpp/words.hpp"
+#include "headless/rpp/write_object.hpp"
 
 #include <algorithm>
+#include <optional>
+#include <string>
+#include <utility>
+#include <vector>
 
 namespace headless::rpp {
 namespace {
 
-std::string file_text(const std::filesystem::path& file, const std::filesystem::path& folder) {
-    std::error_code ignored; // a path that cannot be made absolute stays as it is
-    const auto whole = [&](const std::filesystem::path& path) {
-        const auto absolute = std::filesystem::absolute(path, ignored).lexically_normal();
-        return ignored ? path : absolute;
-    };
-    const auto absolute = whole(file);
-    const auto relative = absolute.lexically_relative(whole(folder / ""));
-    const bool lies_below = !relative.empty() && *relative.begin() != "..";
-    return (lies_below ? relative : absolute).generic_string();
-}
+using chunk::Lines;
+using chunk::Node;
+using chunk::ObjectKind;
+using chunk::Text;
 
-void write_point(ChunkWriter& out, const project::EnvelopePoint& point) {
-    const int shape = static_cast<int>(point.shape);
-    if (point.selected || point.tension != 0.0)
-        out.line("PT", point.position_seconds, point.value, shape, 0, point.selected, 0, point.tension);
-    else
-        out.line("PT", point.position_seconds, point.value, shape);
-}
+class ProjectWriter {
+public:
+    ProjectWriter(chunk::Output& out, project::Project& project, const std::filesystem::path& folder)
+        : out_(out), project_(project), folder_(folder), objects_(out, project, folder) {}
 
-void write_envelope(ChunkWriter& out, std::string_view block, const project::Envelope& envelope) {
-    const project::EnvelopeProperties& properties = envelope.properties;
-    out.open(block);
-    out.line("EGUID", Plain{out.next_id()});
-    out.line("ACT", properties.active, properties.automation_item_options);
-    out.line("VIS", properties.visible, properties.in_lane, 1);
-    out.line("LANEHEIGHT", properties.lane_height, 0);
-    out.line("ARM", properties.armed);
-    out.line("DEFSHAPE", static_cast<int>(properties.default_shape), -1, -1);
-    if (properties.fader_scaling)
-        out.line("VOLTYPE", 1);
-    for (const project::EnvelopePoint& point : envelope.points())
-        write_point(out, point);
-    out.close();
-}
+    void write() {
+        static const Lines standard = standard_lines(project_forms);
+        const project::ProjectSource* source = project_.source.get();
+        const Lines& lines = source ? source->document.root.lines : standard;
+        if (source)
+            copy(source->document.before);
+        out_.begin_block(source ? source->document.root.head : Text::literal(own_head));
+        write_lines(lines);
+        out_.end_block(source ? source->document.root.end : Text::literal(">"));
+        if (source)
+            copy(source->document.after);
+    }
 
-void write_source(ChunkWriter& out, const project::Source& source, const std::filesystem::path& folder) {
-    const bool is_word = !source.type.empty() && std::ranges::all_of(source.type, [](unsigned char c) {
-        return c > ' ' && c < 0x7F && c != '"' && c != '\'' && c != '`';
-    });
-    out.open("SOURCE", Plain{is_word ? source.type : in_quotes(source.type)});
-    if (!source.file.empty())
-        out.line("FILE", file_text(source.file, folder));
-    out.close();
-}
+private:
+    void copy(const Lines& lines) {
+        for (const Node& node : lines)
+            out_.copy(node);
+    }
 
-// The lines that all takes have. Their volumes come before them, since the first take differs there.
-void write_take(ChunkWriter& out, const project::Take& take, const std::filesystem::path& folder) {
-    out.line("SOFFS", take.start_offset_seconds);
-    out.line("PLAYRATE", take.play_rate, take.preserve_pitch, take.pitch_semitones, -1);
-    out.line("CHANMODE", take.channel_mode);
-    out.line("GUID", Plain{out.next_id()});
-    write_source(out, take.source, folder);
-    for (const auto& kind : rpp::take_envelopes)
-        if (const project::Envelope* envelope = take.envelope(kind.name))
-            write_envelope(out, kind.block, *envelope);
-}
+    ChildOrder<project::Track> track_order(const Lines& lines) const {
+        std::vector<Child<project::Track>> tracks;
+        for (const auto& track : project_.tracks())
+            tracks.push_back({track.get(), track->serial(), true});
+        let_ordered_stay(tracks, lines, ObjectKind::track);
+        return {lines, ObjectKind::track, tracks, place_for(lines, project_forms, "TRACK")};
+    }
 
-void write_item(ChunkWriter& out, const project::Item& item, const std::filesystem::path& folder) {
-    out.open("ITEM");
-    out.line("POSITION", item.position_seconds());
-    out.line("SNAPOFFS", item.snap_offset_seconds);
-    out.line("LENGTH", item.length_seconds());
-    out.line("LOOP", item.loop);
-    out.line("ALLTAKES", item.plays_all_takes);
-    if (item.color != 0)
-        out.line("COLOR", item.color);
-    out.line("SEL", item.selected());
-    out.line("MUTE", item.mute, 0);
-    out.line("IGUID", Plain{out.next_id()});
-    if (item.takes().empty())
-        out.line("VOLPAN", item.volume, 0, 1, -1);
-    for (const auto& take : item.takes()) {
-        if (take == item.takes().front()) {
-            out.name(take->name);
-            out.line("VOLPAN", item.volume, take->pan, take->volume, -1);
-        } else {
-            const bool is_active = take.get() == item.active_take();
-            out.line("TAKE", Plain{is_active ? "SEL" : ""});
-            out.name(take->name);
-            out.line("TAKEVOLPAN", take->pan, take->volume, -1);
+    ChildOrder<project::Marker> marker_order(const Lines& lines) const {
+        std::vector<Child<project::Marker>> markers;
+        project_.markers.edit([&](project::Marker& marker) {
+            markers.push_back({&marker, marker.serial, stays_in_place(marker)});
+        });
+        return {lines, ObjectKind::marker, markers, place_for(lines, project_forms, "MARKER")};
+    }
+
+    InsertedLines missing_lines(const Lines& lines) const {
+        InsertedLines inserted;
+        const Tokens present = tokens_of(lines);
+        add_missing_lines(inserted, lines, present, project_, project_fields(), project_forms);
+        add_missing_lines(inserted, lines, present, project_.master(), master_fields(), project_forms);
+        if (!chunk::find_line(lines, "RECORD_PATH") && !project_.record_path.empty())
+            inserted.emplace(place_for(lines, project_forms, "RECORD_PATH"),
+                             record_path_line(Text::literal("RECORD_PATH \"\"")));
+        return inserted;
+    }
+
+    void write_lines(const Lines& lines) {
+        const auto tracks = track_order(lines);
+        const auto markers = marker_order(lines);
+        const InsertedLines inserted = missing_lines(lines);
+        const auto write_track = [this](project::Track* track) {
+            objects_.write(*track, depth_change(*track));
+        };
+        const auto write_marker = [this](project::Marker* marker) {
+            rpp::write_marker(out_, project_, *marker);
+        };
+        for (std::size_t i = 0; i <= lines.size(); ++i) {
+            for (auto [line, end] = inserted.equal_range(i); line != end; ++line)
+                out_.line(line->second);
+            markers.before(i, write_marker);
+            tracks.before(i, write_track);
+            if (i == lines.size())
+                break;
+            if (const chunk::Place* place = lines[i].place(); place && place->kind != ObjectKind::envelope) {
+                markers.at(*place, write_marker);
+                tracks.at(*place, write_track);
+            } else if (const Text* line = lines[i].line()) {
+                out_.line(edited(*line));
+            } else {
+                objects_.write_kept(lines[i], project_.master());
+            }
         }
-        write_take(out, *take, folder);
     }
-    out.close();
-}
 
-void write_track(ChunkWriter& out, const project::Track& track, int depth_change,
-                 const std::filesystem::path& folder) {
-    const std::string id = out.next_id();
-    out.open("TRACK", Plain{id});
-    out.name(track.name);
-    out.line("PEAKCOL", track.color == 0 ? rpp::no_track_color : track.color);
-    out.line("VOLPAN", track.volume, track.pan, -1, -1, 1);
-    out.line("MUTESOLO", track.mute, track.solo, 0);
-    out.line("ISBUS", depth_change == 0 ? 0 : depth_change > 0 ? 1 : 2, depth_change);
-    out.line("SEL", track.selected());
-    out.line("NCHAN", 2);
-    out.line("FX", 1);
-    out.line("TRACKID", Plain{id});
-    out.line("MAINSEND", 1, 0);
-    for (const auto& item : track.items())
-        write_item(out, *item, folder);
-    out.close();
-}
-
-void write_tracks(ChunkWriter& out, const project::Project& project, const std::filesystem::path& folder) {
-    int depth = 0;
-    for (const auto& track : project.tracks()) {
-        const bool is_last = track == project.tracks().back();
-        // Closes every open folder, and no folder that was not opened: readers misinterpret anything else.
-        const int change = is_last ? -depth : std::max(track->folder_depth_change(), -depth);
-        write_track(out, *track, change, folder);
-        depth += change;
+    Text edited(const Text& present) const {
+        Text line = present;
+        const std::string_view token = chunk::token(line.content());
+        if (token == "RECORD_PATH")
+            return record_path_line(line);
+        if (token == "RENDER_FILE" && is_moved())
+            return moved_line(line, 1, project_.source->folder, folder_);
+        edit_fields(line, project_, project_fields(), project_forms);
+        edit_fields(line, project_.master(), master_fields(), project_forms);
+        return line;
     }
-}
 
-void write_marker(ChunkWriter& out, const project::Marker& marker) {
-    out.line("MARKER", marker.number, marker.position_seconds, marker.name, marker.is_region, marker.color, 1,
-             Plain{"R"}, Plain{out.next_id()}, 0);
-    if (marker.is_region)
-        out.line("MARKER", marker.number, marker.end_seconds, "", 1);
-}
+    Text record_path_line(const Text& present) const {
+        Text line = present;
+        if (chunk::text_at(line, 1) != project_.record_path.native())
+            chunk::set_word(line, 1, chunk::in_quotes(project_.record_path.native()));
+        if (is_moved() && chunk::word(line.content(), 2))
+            return moved_line(line, 2, project_.source->folder, folder_);
+        return line;
+    }
 
-void write_master(ChunkWriter& out, const project::Track& master) {
-    out.line("MASTERPEAKCOL", master.color == 0 ? rpp::no_track_color : master.color);
-    out.line("MASTERMUTESOLO", (master.mute ? 1 : 0) + (master.solo != 0 ? 2 : 0));
-    out.line("MASTER_VOLUME", master.volume, master.pan, -1, -1, 1);
-    out.line("MASTER_SEL", master.selected());
+    bool is_moved() const { return project_.source && project_.source->folder != folder_; }
+
+    // Once folders have changed, exactly those that are open are closed: readers misinterpret anything else.
+    int depth_change(const project::Track& track) {
+        if (!project_.has_new_tree())
+            return track.folder_depth_change();
+        const bool is_last = &track == project_.tracks().back().get();
+        const int change = is_last ? -depth_ : std::max(track.folder_depth_change(), -depth_);
+        depth_ += change;
+        return change;
+    }
+
+    chunk::Output& out_;
+    project::Project& project_;
+    const std::filesystem::path& folder_;
+    ObjectWriter objects_;
+    int depth_ = 0;
+};
+
+std::string_view line_end_of(const project::Project& project) {
+    const bool has_carriage_returns =
+        project.source && project.source->document.root.head.bytes().ends_with("\r\n");
+    return has_carriage_returns ? "\r\n" : "\n";
 }
 
 // What reads back from a line that holds the text.
-std::string as_written(const std::string& text) { return in_quotes(text).substr(1, text.size()); }
+std::string as_written(const std::string& text) { return chunk::in_quotes(text).substr(1, text.size()); }
 
 bool fits(const std::string& text) { return as_written(text) == text; }
 
 // Most paths can be decided as they are; making a path relative to the folder is expensive.
 bool path_fits(const std::filesystem::path& file, const std::filesystem::path& folder) {
-    return file.empty() || (file.is_absolute() && fits(file.string())) || fits(file_text(file, folder));
+    return file.empty() || (file.is_absolute() && fits(file.string())) || fits(path_text(file, folder));
 }
 
 // Names of tracks and takes have a form for all quotes; those of markers share their line with other fields.
 void note_name(std::vector<ChangedName>& changed, std::string object, const std::string& name) {
-    if (const std::string written = on_one_line(name); written != name)
+    if (const std::string written = chunk::on_one_line(name); written != name)
         changed.push_back({std::move(object), name, written});
 }
 
@@ -191,29 +198,39 @@ std::vector<std::filesystem::path> paths_that_do_not_fit(const project::Project&
     for (const auto& track : project.tracks()) {
         for (const auto& item : track->items()) {
             for (const auto& take : item->takes())
-                if (!path_fits(take->source.file, folder))
-                    paths.push_back(take->source.file);
+                if (!path_fits(take->source.root().file, folder))
+                    paths.push_back(take->source.root().file);
         }
     }
     return paths;
 }
 
-std::string project_text(const project::Project& project, const std::filesystem::path& folder) {
-    ChunkWriter out;
-    out.open(own_beginning.substr(1), 0); // no time of saving: the same project gives the same bytes
-    out.line("RIPPLE", 0);
-    out.line("PANLAW", 1);
-    out.line("TIMEMODE", 1, 5, -1, project.frame_rate, project.drop_frame, 0, -1);
-    out.line("CURSOR", project.cursor_seconds);
-    out.line("RECORD_PATH", project.record_path.string(), "");
-    out.line("SAMPLERATE", project.sample_rate, 0, 0);
-    out.line("TEMPO", project.tempo_bpm, project.meter_numerator, project.meter_denominator);
-    for (const project::Marker& marker : project.markers.all())
-        write_marker(out, marker);
-    write_master(out, project.master());
-    write_tracks(out, project, folder);
-    out.close();
-    return out.take_text();
+void write_project(project::Project& project, const std::filesystem::path& folder,
+                   const chunk::Output::Sink& sink) {
+    const auto write = [&](const chunk::Output::Sink& target) {
+        chunk::Output out({true, line_end_of(project)}, target);
+        ProjectWriter(out, project, folder).write();
+        out.flush();
+    };
+    if (!project.source || !project.source->document.is_cut_off) {
+        write(sink);
+        return;
+    }
+    // The ends of blocks that the file lacks are written only together with a change.
+    std::string text;
+    write([&](std::string_view piece) { text += piece; });
+    const std::string_view read = *project.source->text;
+    const bool is_unchanged =
+        text.starts_with(read) && text.find_first_not_of(" >\r\n", read.size()) == text.npos;
+    sink(is_unchanged ? read : text);
 }
+
+std::string project_text(project::Project& project, const std::filesystem::path& folder) {
+    std::string text;
+    write_project(project, folder, [&](std::string_view piece) { text += piece; });
+    return text;
+}
+
+std::string_view beginning_of_own_projects() { return own_head; }
 
 } // namespace headless::rpp

@@ -91,7 +91,7 @@ std::vector<const project::Take*> SampleReader::takes() const {
         if (item->mute)
             continue;
         for (const auto& take : item->takes())
-            if (item->plays_all_takes || take.get() == item->active_take())
+            if (!take->is_empty && (item->plays_all_takes || take.get() == item->active_take()))
                 heard.push_back(take.get());
     }
     return heard;
@@ -107,12 +107,14 @@ VoiceState SampleReader::state_of(const project::Take& take) const {
                      .channel_mode = take.channel_mode,
                      .loop = item.loop,
                      .length_seconds = item.length_seconds(),
-                     .volume_points = {}};
+                     .volume_points = {},
+                     .fades = {}};
     if (take_)
         return state;
     state.position_seconds = item.position_seconds();
     state.gain = item.volume * take.volume;
     state.pan = take.pan;
+    state.fades = fades_of(item);
     const project::Envelope* volume = take.envelope("Volume");
     if (volume && volume->properties.active)
         state.volume_points.assign(volume->points().begin(), volume->points().end());
@@ -151,8 +153,9 @@ Result<SampleReader::Voice> SampleReader::voice_of(const project::Take& take, in
         if (take_)
             return Voice{std::move(opened), audio::GainCurve(), 0.0, 0};
         const double first = std::round(take.item().position_seconds() * sample_rate);
-        return Voice{std::move(opened), gain_of(take, take.item().volume), take.pan,
-                     static_cast<std::int64_t>(first)};
+        if (has_bent_fade(take.item()))
+            workstation_.report_once(Failure{"audio accessor: how fades are bent is not considered"});
+        return Voice{std::move(opened), faded_gain_of(take), take.pan, static_cast<std::int64_t>(first)};
     });
 }
 

@@ -3,7 +3,7 @@
 //
 // A take is read as its source is played: offset, sections, repetition, play rate and channel mode count;
 // volumes, envelopes and pan do not. A track is read as the sum of its items that are not muted: item volume,
-// take volume, volume envelope and pan (as balance) count; what the track itself does to it does not. One
+// take volume, volume envelope, fades and pan (as balance) count; what the track itself does to it does not. One
 // channel is heard in the first two.
 
 #include "common/plugin_abi.hpp"
@@ -37,6 +37,7 @@ struct VoiceState {
     double gain = 1.0;
     double pan = 0.0;
     std::vector<project::EnvelopePoint> volume_points;
+    std::vector<audio::Fade> fades;
 
     bool operator==(const VoiceState&) const = default;
 };

@@ -1,6 +1,7 @@
 #include "headless/workstation/take_audio.hpp"
 
 #include "headless/audio/resampler.hpp"
+#include "headless/chunk/lines.hpp"
 
 #include <algorithm>
 #include <array>
@@ -44,6 +45,15 @@ bool is_offline(const project::Take& take) {
     return source->offline;
 }
 
+// Each effect of the block follows a line that says whether it is bypassed.
+bool has_active_effects(const project::Take& take) {
+    const chunk::Block* effects = chunk::find_block(take.lines, "TAKEFX");
+    return effects && std::ranges::any_of(effects->lines, [](const chunk::Node& node) {
+               return node.line() && node.token() == "BYPASS" &&
+                      chunk::number_at(*node.line(), 1, 0.0) == 0.0;
+           });
+}
+
 bool is_playable_rate(double rate) {
     return rate >= audio::ResampledSound::smallest_step && rate <= audio::ResampledSound::largest_step;
 }
@@ -64,10 +74,14 @@ std::vector<std::string> unplayable_settings(const project::Take& take) {
     add_if(is_other_rate && !is_playable_rate(take.play_rate), "a play rate beyond 256 or below 1/256");
     add_if(take.pitch_semitones != 0.0, "a pitch shift");
     add_if(has_active(take, "Pitch"), "a pitch envelope");
-    add_if(take.has_stretch_markers, "stretching by markers");
+    add_if(chunk::find_line(take.lines, "SM") != nullptr, "stretching by markers");
     add_if(take.channel_mode < 0 || take.channel_mode > first_pair,
            "channel mode " + std::to_string(take.channel_mode));
     return settings;
+}
+
+const chunk::Text* fade_line(const project::Item& item, std::string_view token) {
+    return item.block ? chunk::find_line(item.block->lines, token) : nullptr;
 }
 
 // What is applied to the sound of the source.
@@ -75,7 +89,7 @@ std::vector<std::string> unplayable_processing(const project::Take& take) {
     std::vector<std::string> settings;
     if (has_active(take, "Mute"))
         settings.emplace_back("a mute envelope");
-    if (take.has_effects)
+    if (has_active_effects(take))
         settings.emplace_back("processing by effects");
     return settings;
 }
@@ -210,6 +224,38 @@ Result<TakeAudio> heard_audio_of(audio::AudioCache& cache, const project::Take& 
     if (const auto processing = unplayable_processing(take); !processing.empty())
         return not_supported(take, processing.front());
     return audio_of(cache, take, sample_rate);
+}
+
+std::vector<audio::Fade> fades_of(const project::Item& item) {
+    std::vector<audio::Fade> fades;
+    for (const char* token : {"FADEIN", "FADEOUT"}) {
+        const chunk::Text* line = fade_line(item, token);
+        const double automatic = line ? chunk::number_at(*line, 3, 0.0) : 0.0; // of a crossfade; it wins
+        const double length = line && automatic <= 0.0 ? chunk::number_at(*line, 2, 0.0) : automatic;
+        if (length <= 0.0)
+            continue;
+        const bool is_fall = token == std::string_view("FADEOUT");
+        const double shape = chunk::number_at(*line, 4, chunk::number_at(*line, 1, 0.0));
+        fades.push_back({.start_seconds = is_fall ? item.length_seconds() - length : 0.0,
+                         .length_seconds = length,
+                         .shape = static_cast<audio::Fade::Shape>(std::clamp(shape, 0.0, 6.0)),
+                         .is_fall = is_fall});
+    }
+    return fades;
+}
+
+bool has_bent_fade(const project::Item& item) {
+    return std::ranges::any_of(std::array{"FADEIN", "FADEOUT"}, [&](const char* token) {
+        const chunk::Text* line = fade_line(item, token);
+        return line && chunk::number_at(*line, 6, 0.0) != 0.0;
+    });
+}
+
+audio::GainCurve faded_gain_of(const project::Take& take) {
+    audio::GainCurve gain = gain_of(take, take.item().volume);
+    for (const audio::Fade& fade : fades_of(take.item()))
+        gain.add(fade);
+    return gain;
 }
 
 audio::GainCurve gain_of(const project::Take& take, double factor) {

@@ -43,4 +43,13 @@ Result<TakeAudio> heard_audio_of(audio::AudioCache& cache, const project::Take& 
 /// @param factor linear, on top of both
 audio::GainCurve gain_of(const project::Take& take, double factor = 1.0);
 
+/// The fades of the item that are not empty, timed from the item's start. Their curvature is left out.
+std::vector<audio::Fade> fades_of(const project::Item& item);
+
+/// Whether a fade of the item is bent, of which only the shape is known here.
+bool has_bent_fade(const project::Item& item);
+
+/// Item volume, fades, and what gain_of gives.
+audio::GainCurve faded_gain_of(const project::Take& take);
+
 } // namespace headless::workstation

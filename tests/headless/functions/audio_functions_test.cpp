@@ -1,4 +1,5 @@
 #include "headless/audio/loudness.hpp"
+#include "headless/chunk/parse.hpp"
 #include "headless/workstation/take_loudness.hpp"
 #include "tests/headless/workstation/host_fixture.hpp"
 
@@ -68,6 +69,16 @@ TEST_F(AudioFunctions, LevelsAreReadAsHeard) {
     EXPECT_EQ(position_seconds, 0.25);
     const auto mean_level = function<double(MediaItem*)>("NF_GetMediaItemAverageRMS");
     EXPECT_NEAR(mean_level(handle), 10.0 * std::log10((7999.0 / 64.0 + 0.25) / 8000.0), 1e-6);
+    item.block = std::make_unique<chunk::Block>(
+        chunk::parse_block("<ITEM\nFADEIN 1 0.5 0 0 0 0 0\nFADEOUT 1 0.01 0.125 2 0 0 0\n>\n").value());
+    EXPECT_NEAR(max_peak(handle, nullptr), -12.0412, 1e-4) << "halfway up a straight fade";
+    const auto square = [](double power) { return 1.0 / (power + 1.0); }; // mean of the power of a rise
+    const double mean = (0.5 * square(2.0) + 0.375 + 0.125 * square(4.0)) / 64.0;
+    EXPECT_NEAR(mean_level(handle), 10.0 * std::log10(mean), 0.01) << "the automatic length wins";
+    EXPECT_THAT(workstation.take_failures(), testing::IsEmpty());
+    item.block->lines = chunk::parse_block("<ITEM\nFADEIN 1 0.5 0 0 0 0.3 0\n>\n")->lines;
+    mean_level(handle);
+    EXPECT_THAT(workstation.take_failures(), ElementsAre(tells("how fades are bent")));
     item.volume = 0.0;
     EXPECT_EQ(mean_level(handle), -150.0);
     item.active_take()->source = {.file = {}, .type = "MIDI"};

@@ -1,4 +1,5 @@
 #include "headless/audio/audio_cache.hpp"
+#include "headless/chunk/parse.hpp"
 #include "headless/workstation/take_audio.hpp"
 #include "tests/headless/workstation/host_fixture.hpp"
 
@@ -21,6 +22,10 @@ protected:
 
     static Source section_of(Source inner, Section section) {
         return {.file = {}, .type = "SECTION", .section = section, .inner = std::make_shared<Source>(inner)};
+    }
+
+    static chunk::Lines lines(const std::string& text) {
+        return chunk::parse_block("<ITEM\n" + text + ">\n").value().lines;
     }
 
     std::vector<float> heard(const project::Take& take, int sample_rate = 0) {
@@ -153,7 +158,7 @@ TEST_F(TakeAudioTest, RefusesWhatItCannotPlay) {
          [](project::Take& take) {
              take.add_envelope("Pitch").set_points({{0.0, 1.0}});
          }},
-        {"stretching by markers", [](project::Take& take) { take.has_stretch_markers = true; }},
+        {"stretching by markers", [](project::Take& take) { take.lines = lines("SM 0 0 + 1 2\n"); }},
         {"a source of type MIDI",
          [](project::Take& take) { take.source = Source{.file = {}, .type = "MIDI"}; }},
         {"media that is offline",
@@ -165,7 +170,8 @@ TEST_F(TakeAudioTest, RefusesWhatItCannotPlay) {
          [](project::Take& take) {
              take.add_envelope("Mute").set_points({{0.0, 0.0}});
          }},
-        {"processing by effects", [](project::Take& take) { take.has_effects = true; }}};
+        {"processing by effects",
+         [](project::Take& take) { take.lines = lines("<TAKEFX\nBYPASS 1 0 0\nBYPASS 0 0 0\n>\n"); }}};
     for (const auto& [told, spoil] : cases) {
         project::Take& take = insert_take();
         EXPECT_THAT(workstation::unplayable(take), testing::IsEmpty());
@@ -175,8 +181,10 @@ TEST_F(TakeAudioTest, RefusesWhatItCannotPlay) {
                     fails_telling("take 'line.wav': " + std::string(told)));
     }
     project::Take& take = insert_take();
-    take.has_effects = true;
+    take.lines = lines("<TAKEFX\nBYPASS 0 0 0\n>\n");
     EXPECT_TRUE(workstation::audio_of(workstation.audio(), take)) << "what the effects are given";
+    take.lines = lines("<TAKEFX\nBYPASS 1 0 0\n>\n");
+    EXPECT_THAT(workstation::unplayable(take), testing::IsEmpty()) << "bypassed";
     take.source = Source{.file = {}, .type = "WAVE"};
     EXPECT_THAT(workstation::audio_of(workstation.audio(), take), fails_telling("has no audio file"));
 }

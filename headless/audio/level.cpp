@@ -7,8 +7,8 @@
 namespace headless::audio {
 
 Result<Level> measure_level(Sound& sound, FrameRange range, const GainCurve& gain) {
-    const auto& [sample_rate, channels, frames] = sound.format();
-    const auto width = static_cast<std::size_t>(channels);
+    const AudioFormat& format = sound.format();
+    const auto width = static_cast<std::size_t>(format.channels);
     Level level;
     double square_sum = 0.0;
     std::size_t samples = 0;
@@ -16,7 +16,8 @@ Result<Level> measure_level(Sound& sound, FrameRange range, const GainCurve& gai
     std::vector<float> scaled;
     const auto process = [&](std::span<const float> block) -> Result<void> {
         scaled.resize(block.size());
-        gain.apply(static_cast<std::int64_t>(samples / width), sample_rate, channels, block, scaled);
+        gain.apply(static_cast<std::int64_t>(samples / width), format.sample_rate, format.channels, block,
+                   scaled);
         for (const float sample : scaled) {
             const double magnitude = std::abs(static_cast<double>(sample));
             square_sum += magnitude * magnitude;
@@ -29,7 +30,8 @@ Result<Level> measure_level(Sound& sound, FrameRange range, const GainCurve& gai
         return {};
     };
     return sound.read(range, process).map([&] {
-        level.peak_position_seconds = static_cast<double>(peak_place / width) / sample_rate;
+        const std::size_t peak_frame = peak_place / width;
+        level.peak_position_seconds = static_cast<double>(peak_frame) / format.sample_rate;
         level.mean_square = samples > 0 ? square_sum / static_cast<double>(samples) : 0.0;
         return level;
     });

@@ -49,7 +49,8 @@ struct SampleReader::Voice {
             std::min(request.first_frame + request.frame_count, first_frame + audio.range.frame_count);
         if (begin >= end)
             return false;
-        const auto& [sample_rate, width, frames] = audio.sound->format();
+        const int sample_rate = audio.sound->format().sample_rate;
+        const int width = audio.sound->format().channels;
         std::int64_t frame = begin;
         std::vector<float> scaled;
         const auto add = [&](std::span<const float> block) -> Result<void> {
@@ -192,7 +193,7 @@ Result<bool> SampleReader::read(int sample_rate, int channels, double start_seco
                           static_cast<std::int64_t>(samples.size()) / channels, channels, samples};
     bool is_played = false;
     for (Voice& voice : voices_) {
-        const Result<bool> added = voice.add_to(request);
+        Result<bool> added = voice.add_to(request);
         if (!added)
             return added;
         is_played = is_played || *added;

@@ -11,6 +11,8 @@ std::span<const workstation::HostFunction> track_functions();
 std::span<const workstation::HostFunction> item_functions();
 std::span<const workstation::HostFunction> take_functions();
 std::span<const workstation::HostFunction> source_functions();
+std::span<const workstation::HostFunction> source_editing_functions();
+std::span<const workstation::HostFunction> accessor_functions();
 std::span<const workstation::HostFunction> audio_functions();
 std::span<const workstation::HostFunction> envelope_functions();
 std::span<const workstation::HostFunction> marker_functions();

@@ -4,6 +4,7 @@
 #include "headless/script/deferred_calls.hpp"
 #include "headless/script/guarded_debug.hpp"
 #include "headless/script/memory_limit.hpp"
+#include "headless/script/missing_functions.hpp"
 #include "headless/script/number_array.hpp"
 #include "headless/script/script_stop.hpp"
 #include "headless/workstation/plugin_library.hpp"
@@ -23,6 +24,7 @@ constexpr const char* module_symbol = "luaopen_reaper_MERIDEK_FELSPAR";
 /// The state that the functions of one run share. It outlives the Lua state.
 struct Run {
     Bridge bridge;
+    MissingFunctions missing;
     std::string file; ///< absolute: scripts derive their folder from it
     const std::vector<std::string>& arguments;
     lua_CFunction open_module; ///< null if the plug-in has none
@@ -88,6 +90,7 @@ void open_reaper(lua_State* L, Run& run) {
         for (const LuaFunction& function : functions)
             set_function(L, function.name, function.call, run);
     lua_pop(L, 1);
+    run.missing.open(L);
 }
 
 void open_environment(lua_State* L, Run& run) {
@@ -195,10 +198,27 @@ std::array<std::span<const LuaFunction>, 3> functions_for_lua() {
     return {deferral_functions(), number_array_functions(), context_functions};
 }
 
+std::vector<std::string> names_for_lua(workstation::Workstation& workstation) {
+    std::vector<std::string> names = Bridge(workstation).names();
+    for (const auto functions : functions_for_lua())
+        for (const LuaFunction& function : functions)
+            names.emplace_back(function.name);
+    return names;
+}
+
+/// A script that catches the error goes on without what it called, which its user should know.
+void report_caught_calls(workstation::Workstation& workstation, const MissingFunctions& missing,
+                         const std::string& error) {
+    for (const std::string& name : missing.called())
+        if (const std::string message = missing.message(name); error.find(message) == std::string::npos)
+            workstation.report(Failure{"the script called a missing function: " + message});
+}
+
 ScriptOutcome run_script(workstation::Workstation& workstation, const workstation::PluginLibrary& plugin,
                          const ScriptRequest& request,
                          const std::function<void(const ScriptOutcome&)>& before_closing) {
     Run run{Bridge(workstation),
+            MissingFunctions(names_for_lua(workstation)),
             std::filesystem::absolute(request.file).lexically_normal().string(),
             request.arguments,
             reinterpret_cast<lua_CFunction>(plugin.symbol(module_symbol)),
@@ -209,6 +229,7 @@ ScriptOutcome run_script(workstation::Workstation& workstation, const workstatio
     run.main_thread = state.get();
     ScriptOutcome outcome =
         run.main_thread ? run_in_state(run) : ScriptOutcome{1, run.file + ": not enough memory"};
+    report_caught_calls(workstation, run.missing, outcome.error);
     if (before_closing)
         before_closing(outcome);
     return outcome;

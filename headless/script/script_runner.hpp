@@ -33,6 +33,9 @@ struct ScriptOutcome {
 /// The functions of the table `reaper` that only Lua scripts have.
 std::array<std::span<const LuaFunction>, 3> functions_for_lua();
 
+/// The names of all functions of the table `reaper`.
+std::vector<std::string> names_for_lua(workstation::Workstation& workstation);
+
 /// Runs the script to its end, including its deferred functions and its exit functions. `os.exit` ends the
 /// script but not the program: the workstation keeps its state for the caller.
 /// @param plugin          `require "reaper_MERIDEK_FELSPAR"` finds this plug-in's Lua module

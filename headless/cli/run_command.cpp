@@ -1,6 +1,7 @@
 #include "headless/cli/run_command.hpp"
 
 #include "headless/base/interruption.hpp"
+#include "headless/cli/check_scripts.hpp"
 #include "headless/cli/messages.hpp"
 #include "headless/cli/plugin_location.hpp"
 #include "headless/cli/signals.hpp"
@@ -28,6 +29,8 @@ struct RunOptions {
     std::filesystem::path save;    ///< empty: nothing is saved
     std::filesystem::path plugin;  ///< empty: where it was built or installed
     std::vector<std::string> dialogs;
+    bool checks = false; ///< does not run the script, nor those among its arguments
+    bool json = false;
 };
 
 Result<void> check_save(const RunOptions& options) {
@@ -118,7 +121,19 @@ int run_and_save(const RunOptions& options, workstation::Workstation& workstatio
     return outcome.status != 0 ? outcome.status : is_done && !failed && is_told ? 0 : 1;
 }
 
+int check(const RunOptions& options) {
+    std::vector<std::filesystem::path> scripts{options.script.file};
+    scripts.insert(scripts.end(), options.script.arguments.begin(), options.script.arguments.end());
+    workstation::Workstation workstation{functions::all_functions()};
+    const auto plugin = load_plugin(options.plugin, workstation);
+    if (!plugin)
+        return cannot_begin(plugin.error());
+    return check_scripts(workstation, scripts, options.json ? CheckForm::json : CheckForm::text);
+}
+
 int run(const RunOptions& options) {
+    if (options.checks)
+        return check(options);
     watch_signals();
     if (const auto permitted = check_save(options); !permitted)
         return cannot_begin(permitted.error());
@@ -146,7 +161,9 @@ void add_run_command(CLI::App& app, int& exit_status) {
         ->required()
         ->check(CLI::ExistingFile.description(""))
         ->type_name("SCRIPT.lua");
-    run_app->add_option("arguments", options->script.arguments, "The script's arguments, behind --")
+    run_app
+        ->add_option("arguments", options->script.arguments,
+                     "The script's arguments, behind --; with --check more scripts")
         ->type_name("ARGS");
     run_app->add_option("--project", options->project, "Open this project first (default: a new one)")
         ->type_name("IN.rpp");
@@ -160,6 +177,12 @@ void add_run_command(CLI::App& app, int& exit_status) {
         ->check(CLI::Validator(check_answer, ""))
         ->type_name("TITLE=ANSWER")
         ->allow_extra_args(false);
+    auto* check = run_app->add_flag(
+        "--check", options->checks,
+        "Run nothing: list the functions, keys and commands that the given scripts would miss here");
+    for (const char* option : {"--project", "--save", "--dialog"})
+        check->excludes(option);
+    run_app->add_flag("--json", options->json, "List them as JSON, one object for each script")->needs(check);
     add_plugin_option(*run_app, options->plugin);
     run_app->callback([options, &exit_status] { exit_status = run(*options); });
 }

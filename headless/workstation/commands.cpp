@@ -3,6 +3,8 @@
 #include "headless/workstation/render_take.hpp"
 #include "headless/workstation/workstation.hpp"
 
+#include <algorithm>
+#include <iterator>
 #include <string>
 
 namespace headless::workstation {
@@ -47,6 +49,10 @@ constexpr Command commands[] = {
 };
 
 } // namespace
+
+bool is_command(int number) {
+    return std::ranges::find(commands, number, &Command::number) != std::end(commands);
+}
 
 void run_command(Workstation& workstation, int number) {
     for (const Command& command : commands) {

@@ -61,10 +61,13 @@ TEST_F(MissingFunction, IsReportedWhenTheScriptCatchesTheError) {
 
 TEST(NearName, IsOneOfFewDifferences) {
     const std::vector<std::string> names{"GetTrack", "GetTake", "GetTrackName", "MB"};
-    const std::pair<const char*, const char*> cases[] = {
-        {"gettrackname", "GetTrackName"}, {"GetTracks", "GetTrack"}, {"GetTrakc", "GetTrack"},
-        {"SetTrackNames", "GetTrackName"}, {"CountTrack", ""},       {"MA", ""},
-        {"", ""}};
+    const std::pair<const char*, const char*> cases[] = {{"gettrackname", "GetTrackName"},
+                                                         {"GetTracks", "GetTrack"},
+                                                         {"GetTrakc", "GetTrack"},
+                                                         {"SetTrackNames", "GetTrackName"},
+                                                         {"CountTrack", ""},
+                                                         {"MA", ""},
+                                                         {"", ""}};
     for (const auto& [wanted, nearest] : cases)
         EXPECT_EQ(script::near_name(wanted, names), nearest) << wanted;
 }

@@ -44,7 +44,7 @@ private:
     void* sample(std::string_view type) const;
 
     workstation::Workstation& workstation_;
-    std::map<std::string, Function> functions_{}; ///< those that take keys
+    std::map<std::string, Function> functions_{};                             ///< those that take keys
     std::map<std::pair<std::string, std::string>, std::string> complaints_{}; ///< by function and key
     std::vector<std::pair<std::string_view, void*>> samples_{};
 };

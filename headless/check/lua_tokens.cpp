@@ -11,12 +11,12 @@ namespace headless::check {
 namespace {
 
 constexpr std::array<std::string_view, 22> keywords{
-    "and", "break", "do",  "else", "elseif", "end",    "false", "for",  "function", "goto",  "if",
+    "and", "break", "do",  "else", "elseif", "end",    "false",  "for",  "function", "goto",  "if",
     "in",  "local", "nil", "not",  "or",     "repeat", "return", "then", "true",     "until", "while"};
 
 // The longest first.
-constexpr std::array<std::string_view, 10> long_symbols{"...", "..", "::", "==", "~=", "<=",
-                                                        ">=",  "//", "<<", ">>"};
+constexpr std::array<std::string_view, 10> long_symbols{
+    "...", "..", "::", "==", "~=", "<=", ">=", "//", "<<", ">>"};
 
 bool is_digit(char c) { return c >= '0' && c <= '9'; }
 bool is_letter(char c) { return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || c == '_'; }
@@ -117,8 +117,7 @@ private:
         for (; length < rest_.size(); ++length) {
             const char c = rest_[length];
             const char before = length > 0 ? rest_[length - 1] : '\0';
-            const bool is_exponent =
-                is_hex ? before == 'p' || before == 'P' : before == 'e' || before == 'E';
+            const bool is_exponent = is_hex ? before == 'p' || before == 'P' : before == 'e' || before == 'E';
             const bool is_sign = (c == '+' || c == '-') && is_exponent;
             if (!is_digit(c) && !is_letter(c) && c != '.' && !is_sign)
                 break;

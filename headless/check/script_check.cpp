@@ -42,9 +42,8 @@ std::optional<int> number_of(const std::string& text) {
 class Findings {
 public:
     void add(FindingKind kind, const std::string& name, const std::string& message, int line) {
-        auto found = std::ranges::find_if(findings_, [&](const Finding& finding) {
-            return finding.kind == kind && finding.name == name;
-        });
+        auto found = std::ranges::find_if(
+            findings_, [&](const Finding& finding) { return finding.kind == kind && finding.name == name; });
         if (found == findings_.end())
             found = findings_.insert(found, {kind, name, message, {}});
         if (found->lines.empty() || found->lines.back() != line)

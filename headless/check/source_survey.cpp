@@ -178,7 +178,7 @@ private:
 
     /// The table or function that is the whole value here.
     std::optional<Expression> alias(std::size_t i) {
-        static constexpr std::array<std::string_view, 12> going_on{"(", ".", "[", ":", "{", "and",
+        static constexpr std::array<std::string_view, 12> going_on{"(",  ".",  "[",  ":",  "{", "and",
                                                                    "or", "==", "~=", "..", "<", ">"};
         if (at(i).kind != TokenKind::name)
             return std::nullopt;
@@ -284,7 +284,7 @@ private:
 
     /// Whether the function is only compared, or taken as a condition.
     bool is_test(std::size_t begin, std::size_t end) const {
-        static constexpr std::array<std::string_view, 7> openings{"not", "and",   "or",   "if",
+        static constexpr std::array<std::string_view, 7> openings{"not",    "and",   "or",   "if",
                                                                   "elseif", "while", "until"};
         static constexpr std::array<std::string_view, 6> endings{"then", "and", "or", "==", "~=", "do"};
         strip_parentheses(begin, end);

@@ -40,8 +40,8 @@ ordered_json as_json(const std::vector<Finding>& findings) {
 
 void print_json(const ScriptCheck& checked) {
     std::cout << figures::line_of({{"file", checked.file.string()},
-                                  {"missing", as_json(checked.missing)},
-                                  {"optional", as_json(checked.optional)}});
+                                   {"missing", as_json(checked.missing)},
+                                   {"optional", as_json(checked.optional)}});
 }
 
 void print_text(const ScriptCheck& checked) {

@@ -88,6 +88,24 @@ Result<std::vector<Failure>> save(const RunOptions& options, workstation::Workst
     });
 }
 
+/// Where a script's own request to save goes.
+Result<void> save_for_script(const RunOptions& options, workstation::Workstation& workstation) {
+    const std::filesystem::path& target = options.save.empty() ? options.project : options.save;
+    if (target.empty())
+        return tl::unexpected(
+            Failure{"the script wants to save a project that has no file; --save names one"});
+    const std::vector<std::filesystem::path> inputs{options.script.file};
+    if (auto permitted = jobs::check_project_output(jobs::OutputGuard(inputs), target, options.project);
+        !permitted)
+        return permitted;
+    RunOptions saving = options;
+    saving.save = target;
+    return save(saving, workstation).map([&](const std::vector<Failure>& losses) {
+        for (const Failure& loss : losses)
+            workstation.report(loss);
+    });
+}
+
 /// The script may not have noticed failures, as many functions cannot report them.
 /// @returns whether everything was done and saved
 bool finish(const RunOptions& options, workstation::Workstation& workstation,
@@ -144,6 +162,7 @@ int run(const RunOptions& options) {
     if (const auto opened = open_project(options, workstation); !opened)
         return cannot_begin(opened.error());
     add_answers(options, workstation.dialog_answers);
+    workstation.save_project = [&] { return save_for_script(options, workstation); };
     return run_and_save(options, workstation, *plugin);
 }
 

@@ -2,6 +2,7 @@
 // The project: tracks in order, with their items, markers, the cursor, and the settings that its file holds.
 // It does not access files or audio.
 
+#include "headless/project/extension_data.hpp"
 #include "headless/project/live_objects.hpp"
 #include "headless/project/marker.hpp"
 #include "headless/project/selection.hpp"
@@ -41,6 +42,7 @@ public:
     int meter_numerator = 4;
     int meter_denominator = 4;
     MarkerList markers;
+    ExtensionData extension_data;
 
     const std::vector<std::unique_ptr<Track>>& tracks() const { return tracks_; }
 

@@ -47,6 +47,15 @@ void keep_raising_exit(lua_State* L) {
         L, [](lua_State* state, lua_Debug*) { raise_exit(state); }, LUA_MASKCOUNT, 1);
 }
 
+bool report_to_workstation(const char* text) noexcept {
+    try {
+        workstation::Workstation::current()->report(Failure{text});
+        return true;
+    } catch (...) {
+        return false;
+    }
+}
+
 int exit_script(lua_State* L) {
     Run& run = run_of(L);
     constexpr int status_bits = 0xFF;
@@ -70,7 +79,20 @@ int get_action_context(lua_State* L) {
     return 7;
 }
 
+/// Shown when the script has ended; a text that begins with an exclamation mark ends it.
+int report_error(lua_State* L) {
+    const char* text = luaL_checkstring(L, 1);
+    if (*text == '!')
+        return luaL_error(L, "%s", text + 1);
+    if (!report_to_workstation(text))
+        return luaL_error(L, "not enough memory");
+    return 0;
+}
+
 constexpr LuaFunction context_functions[] = {
+    {"ReaScriptError", report_error,
+     "void\0const char*\0errmsg\0"
+     "Shows a message when the script has ended, with status 1; one that begins with ! ends the script"},
     {"get_action_context", get_action_context,
      "bool\0char*,int*,int*,int*,int*,int*\0fileOut,sectionOut,commandOut,modeOut,resolutionOut,valueOut\0"
      "The script's file, and what action has called it, of which there is none here"},

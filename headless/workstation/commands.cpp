@@ -1,5 +1,6 @@
 #include "headless/workstation/commands.hpp"
 
+#include "headless/workstation/named_commands.hpp"
 #include "headless/workstation/render_take.hpp"
 #include "headless/workstation/workstation.hpp"
 
@@ -51,7 +52,8 @@ constexpr Command commands[] = {
 } // namespace
 
 bool is_command(int number) {
-    return std::ranges::find(commands, number, &Command::number) != std::end(commands);
+    return find_named_command(number) != nullptr ||
+           std::ranges::find(commands, number, &Command::number) != std::end(commands);
 }
 
 void run_command(Workstation& workstation, int number) {
@@ -61,6 +63,10 @@ void run_command(Workstation& workstation, int number) {
                 command.run(workstation, *item);
             return;
         }
+    }
+    if (const NamedCommand* command = find_named_command(number)) {
+        command->run(workstation);
+        return;
     }
     workstation.report(Failure{"command " + std::to_string(number) + " is not known and was not run"});
 }

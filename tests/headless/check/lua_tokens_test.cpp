@@ -24,7 +24,9 @@ TEST(LuaTokens, AreSplitAsLuaDoes) {
          "'\\A\xe2\x82\xac"
          "AB1z|'|"},
         {"#!/usr/bin/lua\na", "a|"},
-        {"\xEF\xBB\xBF" "a", "a|"},
+        {"\xEF\xBB\xBF"
+         "a",
+         "a|"},
         {"'open", "open|"},
         {"--[[ open", ""},
         {"", ""}};

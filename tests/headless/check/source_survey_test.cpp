@@ -63,13 +63,13 @@ TEST(SourceSurvey, TakesFunctionsThatAreAskedForAsOptional) {
 }
 
 TEST(SourceSurvey, KeepsLinesAndLiteralArguments) {
-    const auto uses = survey_source("\nreaper.A('k', 7, -1, x, 'a' .. b, {1, 2}, function() if x then f(1, 2) "
-                                    "end end)\nreaper.B()\nreaper.C 'text'");
+    const auto uses =
+        survey_source("\nreaper.A('k', 7, -1, x, 'a' .. b, {1, 2}, function() if x then f(1, 2) "
+                      "end end)\nreaper.B()\nreaper.C 'text'");
     ASSERT_EQ(uses.size(), 3U);
     EXPECT_EQ(uses[0].line, 2);
-    EXPECT_THAT(uses[0].arguments,
-                testing::ElementsAre("k", "7", std::nullopt, std::nullopt, std::nullopt, std::nullopt,
-                                     std::nullopt));
+    EXPECT_THAT(uses[0].arguments, testing::ElementsAre("k", "7", std::nullopt, std::nullopt, std::nullopt,
+                                                        std::nullopt, std::nullopt));
     EXPECT_EQ(uses[1].line, 3);
     EXPECT_THAT(uses[1].arguments, testing::IsEmpty());
     EXPECT_THAT(uses[2].arguments, testing::ElementsAre("text"));

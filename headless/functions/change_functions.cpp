@@ -93,7 +93,8 @@ int set_text(project::Project& project, const char* script, const char* key, con
     return size_of(project.extension_data.section(name));
 }
 
-int get_text(const project::Project& project, const char* script, const char* key, char* text, int text_size) {
+int get_text(const project::Project& project, const char* script, const char* key, char* text,
+             int text_size) {
     const std::string* value =
         project.extension_data.value(workstation::to_string(script), workstation::to_string(key));
     workstation::copy_text(value ? *value : "", text, text_size);
@@ -117,7 +118,8 @@ std::span<const workstation::HostFunction> change_functions() {
     static const workstation::HostFunction table[] = {
         {"GetProjectStateChangeCount",
          host_function<count_changes>("proj", "A number that differs after every change to the project")},
-        {"IsProjectDirty", host_function<is_dirty>("proj", "1 if the project differs from its file, or was marked")},
+        {"IsProjectDirty",
+         host_function<is_dirty>("proj", "1 if the project differs from its file, or was marked")},
         {"MarkProjectDirty", host_function<mark_dirty>("proj", "Marks the project as one that needs saving")},
         {"Main_SaveProject",
          host_function<save>("proj,forceSaveAsInOptional", "Saves the project under the name that it has")},
@@ -127,8 +129,8 @@ std::span<const workstation::HostFunction> change_functions() {
         {"Undo_OnStateChange_Item",
          host_function<note_undo_point<ReaProject*, const char*, const project::Item&>>("proj,name,item",
                                                                                         no_undo)},
-        {"Undo_OnStateChangeEx", host_function<note_undo_point<const char*, int, int>>(
-                                     "descchange,whichStates,trackparm", no_undo)},
+        {"Undo_OnStateChangeEx",
+         host_function<note_undo_point<const char*, int, int>>("descchange,whichStates,trackparm", no_undo)},
         {"Undo_OnStateChangeEx2", host_function<note_undo_point<ReaProject*, const char*, int, int>>(
                                       "proj,descchange,whichStates,trackparm", no_undo)},
         {"Undo_CanUndo2", host_function<get_step>("proj", "There is no undo here: nil")},
@@ -136,16 +138,16 @@ std::span<const workstation::HostFunction> change_functions() {
         {"Undo_DoUndo2", host_function<take_step>("proj", "There is no undo here: 0, which is reported")},
         {"Undo_DoRedo2", host_function<take_step>("proj", "There is no undo here: 0, which is reported")},
         {"SetProjExtState",
-         host_function<set_text>("proj,extname,key,value",
-                                 "Keeps a text in the project; an empty one, or an empty key, deletes. The size "
-                                 "of what is kept under that name")},
-        {"GetProjExtState",
-         host_function<get_text>("proj,extname,key,valOutNeedBig,valOutNeedBig_sz",
-                                 "1 and a text that is kept in the project, otherwise 0")},
-        {"EnumProjExtState",
-         host_function<enumerate_texts>("proj,extname,idx,keyOutOptional,keyOutOptional_sz,valOutOptionalNeedBig,"
-                                        "valOutOptionalNeedBig_sz",
-                                        "Key and text of that index, counted from 0; false past the end")},
+         host_function<set_text>(
+             "proj,extname,key,value",
+             "Keeps a text in the project; an empty one, or an empty key, deletes. The size "
+             "of what is kept under that name")},
+        {"GetProjExtState", host_function<get_text>("proj,extname,key,valOutNeedBig,valOutNeedBig_sz",
+                                                    "1 and a text that is kept in the project, otherwise 0")},
+        {"EnumProjExtState", host_function<enumerate_texts>(
+                                 "proj,extname,idx,keyOutOptional,keyOutOptional_sz,valOutOptionalNeedBig,"
+                                 "valOutOptionalNeedBig_sz",
+                                 "Key and text of that index, counted from 0; false past the end")},
     };
     return table;
 }

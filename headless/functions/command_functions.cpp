@@ -72,10 +72,11 @@ int enumerate(int section, int index, const char** name) {
 std::span<const workstation::HostFunction> command_functions() {
     static const workstation::HostFunction table[] = {
         {"NamedCommandLookup",
-         host_function<look_up>("command_name", "The number of the command of that name, 0 if there is none")},
+         host_function<look_up>("command_name",
+                                "The number of the command of that name, 0 if there is none")},
         {"ReverseNamedCommandLookup",
-         host_function<name_of>("command_id",
-                                "The command's name without its underscore; nil for commands that have none")},
+         host_function<name_of>(
+             "command_id", "The command's name without its underscore; nil for commands that have none")},
         {"GetToggleCommandState",
          host_function<get_toggle_state>("command_id", "What SetToggleCommandState has set, otherwise -1")},
         {"GetToggleCommandStateEx",
@@ -84,9 +85,10 @@ std::span<const workstation::HostFunction> command_functions() {
         {"SetToggleCommandState",
          host_function<set_toggle_state>("section_id,command_id,state",
                                          "Sets the state that a command's button would show")},
-        {"RefreshToolbar", host_function<do_nothing<int>>("command_id", "Nothing is drawn here: does nothing")},
-        {"RefreshToolbar2", host_function<do_nothing<int, int>>("section_id,command_id",
-                                                                "Nothing is drawn here: does nothing")},
+        {"RefreshToolbar",
+         host_function<do_nothing<int>>("command_id", "Nothing is drawn here: does nothing")},
+        {"RefreshToolbar2",
+         host_function<do_nothing<int, int>>("section_id,command_id", "Nothing is drawn here: does nothing")},
         {"set_action_options",
          host_function<do_nothing<int>>("flag", "A script runs once here: does nothing")},
         {"CF_EnumerateActions",
@@ -94,9 +96,10 @@ std::span<const workstation::HostFunction> command_functions() {
                                        "Number and title of the command of that index among those that have "
                                        "names; 0 past the end")},
         {"kbd_enumerateActions",
-         host_function<enumerate>("section,idx,nameOut",
-                                  "Number and title of the command of that index among those that have names; "
-                                  "0 past the end")},
+         host_function<enumerate>(
+             "section,idx,nameOut",
+             "Number and title of the command of that index among those that have names; "
+             "0 past the end")},
     };
     return table;
 }

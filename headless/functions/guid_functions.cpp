@@ -70,7 +70,9 @@ void make_guid(void* guid) {
         std::memcpy(guid, made.data(), made.size());
 }
 
-void make_guid_text(char* guid, int guid_size) { workstation::copy_text(text_of(random_guid()), guid, guid_size); }
+void make_guid_text(char* guid, int guid_size) {
+    workstation::copy_text(text_of(random_guid()), guid, guid_size);
+}
 
 void guid_to_text(const void* guid, char* text) {
     Guid bytes{};

@@ -20,9 +20,9 @@
 namespace headless::functions {
 namespace {
 
-constexpr std::array<std::string_view, 9> names{
-    "feedbackmode", "itemfxtail",    "renderclosewhendone", "showpeaks", "splitautoxfade",
-    "trackselonmouse", "undomask", "volenvrange",         "workrender"};
+constexpr std::array<std::string_view, 9> names{"feedbackmode", "itemfxtail",     "renderclosewhendone",
+                                                "showpeaks",    "splitautoxfade", "trackselonmouse",
+                                                "undomask",     "volenvrange",    "workrender"};
 
 /// Null for an unknown name, which is reported.
 double* preference(Workstation& workstation, const char* function, const char* name) {
@@ -75,12 +75,12 @@ const char* get_ini_file(Workstation& workstation) {
 }
 
 /// Windows also lists sections and keys if one of the names is null; scripts cannot pass null.
-int get_profile_text(const char* section, const char* key, const char* otherwise, const char* file, char* text,
-                     int text_size) {
+int get_profile_text(const char* section, const char* key, const char* otherwise, const char* file,
+                     char* text, int text_size) {
     const auto content = text_of(workstation::to_string(file));
-    const auto value = content && *content
-                           ? ini_value(**content, workstation::to_string(section), workstation::to_string(key))
-                           : std::nullopt;
+    const auto value = content && *content ? ini_value(**content, workstation::to_string(section),
+                                                       workstation::to_string(key))
+                                           : std::nullopt;
     const std::string found = value.value_or(workstation::to_string(otherwise));
     workstation::copy_text(found, text, text_size);
     return static_cast<int>(found.size());
@@ -91,9 +91,10 @@ bool set_profile_text(Workstation& workstation, const char* section, const char*
     const std::string path = workstation::to_string(file);
     const auto content = text_of(path);
     const auto written = content.and_then([&](const std::optional<std::string>& old) {
-        return write_file(path, with_ini_value(old.value_or(""), workstation::to_string(section),
-                                               workstation::to_string(key),
-                                               value ? std::optional<std::string_view>(value) : std::nullopt));
+        return write_file(path,
+                          with_ini_value(old.value_or(""), workstation::to_string(section),
+                                         workstation::to_string(key),
+                                         value ? std::optional<std::string_view>(value) : std::nullopt));
     });
     if (!written)
         workstation.report(written.error());
@@ -112,13 +113,13 @@ std::span<const workstation::HostFunction> preference_functions() {
          host_function<get_number>("varname,errvalue", "A preference, errvalue if it is not known")},
         {"SNM_SetDoubleConfigVar",
          host_function<set_number>("varname,newvalue", "Sets a preference while the workstation runs")},
-        {"get_config_var_string",
-         host_function<get_text>("varname,bufOut,bufOut_sz", "A preference as text; false if it is not known")},
-        {"get_ini_file", host_function<get_ini_file>("", "The path of the preferences, which need not exist")},
+        {"get_config_var_string", host_function<get_text>("varname,bufOut,bufOut_sz",
+                                                          "A preference as text; false if it is not known")},
+        {"get_ini_file",
+         host_function<get_ini_file>("", "The path of the preferences, which need not exist")},
         {"BR_Win32_GetPrivateProfileString",
-         host_function<get_profile_text>(
-             "sectionName,keyName,defaultString,filePath,stringOut,stringOut_sz",
-             "The length of the value in a file of sections, and the value")},
+         host_function<get_profile_text>("sectionName,keyName,defaultString,filePath,stringOut,stringOut_sz",
+                                         "The length of the value in a file of sections, and the value")},
         {"BR_Win32_WritePrivateProfileString",
          host_function<set_profile_text>("sectionName,keyName,value,filePath",
                                          "Sets the value in a file of sections")},

@@ -135,17 +135,17 @@ std::span<const workstation::HostFunction> screen_functions() {
     constexpr const char* draws_nothing = "Nothing is drawn here: does nothing";
     constexpr const char* no_mouse = "There is no mouse here: nil";
     static const workstation::HostFunction table[] = {
-        {"GetMousePosition",
-         host_function<get_mouse_position>("xOut,yOut", "There is no mouse here: 0, 0")},
-        {"GetTrackFromPoint",
-         host_function<track_from_point>("screen_x,screen_y,infoOutOptional", "There is no window here: nil")},
+        {"GetMousePosition", host_function<get_mouse_position>("xOut,yOut", "There is no mouse here: 0, 0")},
+        {"GetTrackFromPoint", host_function<track_from_point>("screen_x,screen_y,infoOutOptional",
+                                                              "There is no window here: nil")},
         {"GetThingFromPoint", host_function<thing_from_point>("screen_x,screen_y,infoOut,infoOut_sz",
                                                               "There is no window here: nil")},
         {"GetItemFromPoint", host_function<item_from_point>("screen_x,screen_y,allow_locked,takeOutOptional",
                                                             "There is no window here: nil")},
         {"BR_GetMouseCursorContext",
-         host_function<mouse_context>("windowOut,windowOut_sz,segmentOut,segmentOut_sz,detailsOut,detailsOut_sz",
-                                      "There is no mouse here: \"unknown\"")},
+         host_function<mouse_context>(
+             "windowOut,windowOut_sz,segmentOut,segmentOut_sz,detailsOut,detailsOut_sz",
+             "There is no mouse here: \"unknown\"")},
         {"BR_GetMouseCursorContext_Item", host_function<no_object<project::Item>>("", no_mouse)},
         {"BR_GetMouseCursorContext_Take", host_function<no_object<project::Take>>("", no_mouse)},
         {"BR_GetMouseCursorContext_Track", host_function<no_object<project::Track>>("", no_mouse)},
@@ -163,11 +163,11 @@ std::span<const workstation::HostFunction> screen_functions() {
                                   "want_last_valid", "0 tracks, 1 items, 2 envelopes; 1 until it is set")},
         {"SetCursorContext", host_function<set_cursor_context>(
                                  "mode,envInOptional", "Sets what GetCursorContext gives: 0, 1 or 2")},
-        {"SetMixerScroll", host_function<set_mixer_scroll>("leftmosttrack",
-                                                           "Sets and returns the first track of the mixer")},
+        {"SetMixerScroll",
+         host_function<set_mixer_scroll>("leftmosttrack", "Sets and returns the first track of the mixer")},
         {"GetMixerScroll", host_function<get_mixer_scroll>("", "The first track of the mixer")},
-        {"TrackCtl_SetToolTip", host_function<do_nothing<const char*, int, int, bool>>(
-                                    "fmt,xpos,ypos,topmost", draws_nothing)},
+        {"TrackCtl_SetToolTip",
+         host_function<do_nothing<const char*, int, int, bool>>("fmt,xpos,ypos,topmost", draws_nothing)},
         {"CSurf_OnScroll", host_function<do_nothing<int, int>>("xdir,ydir", draws_nothing)},
         {"CSurf_OnZoom", host_function<do_nothing<int, int>>("xdir,ydir", draws_nothing)},
         {"CSurf_SetTrackListChange", host_function<do_nothing<>>("", draws_nothing)},
@@ -191,10 +191,10 @@ std::span<const workstation::HostFunction> screen_functions() {
                                                   "No effect is ever touched here: false")},
         {"GetNumMIDIInputs", host_function<count_devices>("", "There are no devices here: 0")},
         {"GetNumMIDIOutputs", host_function<count_devices>("", "There are no devices here: 0")},
-        {"GetMIDIInputName", host_function<get_device_name>("dev,nameout,nameout_sz",
-                                                            "There are no devices here: false")},
-        {"GetMIDIOutputName", host_function<get_device_name>("dev,nameout,nameout_sz",
-                                                             "There are no devices here: false")},
+        {"GetMIDIInputName",
+         host_function<get_device_name>("dev,nameout,nameout_sz", "There are no devices here: false")},
+        {"GetMIDIOutputName",
+         host_function<get_device_name>("dev,nameout,nameout_sz", "There are no devices here: false")},
     };
     return table;
 }

@@ -20,9 +20,8 @@ const char* run_program(const char* command_line, int limit_milliseconds) {
         answer.clear();
         return start_process(words) ? answer.c_str() : nullptr;
     }
-    const auto limit = limit_milliseconds > 0
-                           ? std::optional(std::chrono::milliseconds(limit_milliseconds))
-                           : std::nullopt;
+    const auto limit =
+        limit_milliseconds > 0 ? std::optional(std::chrono::milliseconds(limit_milliseconds)) : std::nullopt;
     const auto result = run_process(words, limit);
     if (!result)
         return nullptr;
@@ -77,8 +76,8 @@ std::span<const workstation::HostFunction> system_functions() {
         {"CF_SetClipboard", host_function<set_clipboard>("str", "Keeps a text while the workstation runs")},
         {"CF_GetClipboard", host_function<get_clipboard>("textOutNeedBig,textOutNeedBig_sz",
                                                          "The text that CF_SetClipboard has kept")},
-        {"CF_ShellExecute", host_function<open_with_desktop>("file,argsOptional",
-                                                             "There is no desktop here: false")},
+        {"CF_ShellExecute",
+         host_function<open_with_desktop>("file,argsOptional", "There is no desktop here: false")},
         {"LocalizeString",
          host_function<localize>("src_string,section,flagsOptional", "The text, which is never translated")},
         {"GetAudioDeviceInfo", host_function<get_device_info>("attribute,descOut,descOut_sz",

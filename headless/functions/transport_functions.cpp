@@ -60,14 +60,14 @@ std::span<const workstation::HostFunction> transport_functions() {
         {"OnStopButton", host_function<change_active<stop>>("", stop_help)},
         {"OnStopButtonEx", host_function<stop>("proj", stop_help)},
         {"CSurf_OnStop", host_function<change_active<stop>>("", stop_help)},
-        {"CSurf_OnRecord",
-         host_function<change_active<record>>("", "Switches the play state of recording; nothing is recorded")},
+        {"CSurf_OnRecord", host_function<change_active<record>>(
+                               "", "Switches the play state of recording; nothing is recorded")},
         {"GetPlayStateEx",
          host_function<get_play_state>("proj", "1 playing, 2 paused, 4 recording, 0 stopped")},
-        {"GetPlayPosition",
-         host_function<get_play_position>("", "The play position in seconds; the edit cursor's while stopped")},
-        {"GetPlayPosition2",
-         host_function<get_play_position>("", "The play position in seconds; the edit cursor's while stopped")},
+        {"GetPlayPosition", host_function<get_play_position>(
+                                "", "The play position in seconds; the edit cursor's while stopped")},
+        {"GetPlayPosition2", host_function<get_play_position>(
+                                 "", "The play position in seconds; the edit cursor's while stopped")},
     };
     return table;
 }

@@ -52,7 +52,8 @@ void ExtensionData::erase(std::string_view section_name, std::string_view key) {
 }
 
 void ExtensionData::erase(std::string_view section_name) {
-    std::erase_if(sections_, [&](const Section& section) { return section.name == in_capitals(section_name); });
+    std::erase_if(sections_,
+                  [&](const Section& section) { return section.name == in_capitals(section_name); });
 }
 
 } // namespace headless::project

@@ -97,6 +97,21 @@ TEST_F(RunCommand, SavesTheRestWhenAFunctionFails) {
     EXPECT_THAT(run("", {"--dialog", "Never=1"}).errors, HasSubstr("no dialog \"Never\""));
 }
 
+TEST_F(RunCommand, SavesWhenTheScriptAsksForIt) {
+    const std::string save_and_fail =
+        std::string(add_track) + "reaper.Main_SaveProject(0, false) error('later')";
+    EXPECT_EQ(run(save_and_fail, {"--save", "a.rpp", "--", "first"}).status, 1);
+    EXPECT_THAT(bytes_of(folder / "a.rpp"), HasSubstr("NAME \"first\""));
+    EXPECT_EQ(run(save_and_fail, {"--project", "a.rpp", "--", "second"}).status, 1);
+    EXPECT_THAT(bytes_of(folder / "a.rpp"), HasSubstr("NAME \"second\""));
+    EXPECT_EQ(run(save_and_fail, {"--project", "a.rpp", "--save", "b.rpp", "--", "third"}).status, 1);
+    EXPECT_THAT(bytes_of(folder / "a.rpp"), Not(HasSubstr("third")));
+    EXPECT_THAT(bytes_of(folder / "b.rpp"), HasSubstr("NAME \"third\""));
+    const Outcome unnamed = run("reaper.Main_SaveProject(0, false)");
+    EXPECT_EQ(unnamed.status, 1);
+    EXPECT_THAT(unnamed.errors, HasSubstr("--save names one"));
+}
+
 TEST_F(RunCommand, ChecksScriptsWithoutRunningThem) {
     write_bytes(folder / "bad.lua",
                 "print(1)\nreaper.No_Such()\nif reaper.Optional then end\nreaper.No_Such()");

@@ -119,6 +119,8 @@ bool finish(const RunOptions& options, workstation::Workstation& workstation,
     }
     const bool failed = print_errors(workstation.take_failures());
     const bool lost = print_errors(losses);
+    for (const std::string& name : outcome.asked_for)
+        print_error("the script asked for " + name + ", which the headless workstation does not have");
     for (const std::string& title : workstation.dialog_answers.never_asked())
         print_error("no dialog \"" + title + "\" has come");
     return outcome.status == 0 && !failed && !lost;

@@ -5,7 +5,11 @@
 #include "headless/functions/tables.hpp"
 #include "headless/workstation/named_commands.hpp"
 
+#include <algorithm>
+#include <array>
 #include <charconv>
+#include <cstddef>
+#include <string>
 #include <string_view>
 #include <utility>
 
@@ -34,10 +38,18 @@ const char* name_of(int number) {
     return command ? command->name.data() + 1 : nullptr; // without the underscore
 }
 
+/// Automatic crossfades, snapping, ripple editing of one track and of all: preferences that are not kept here.
+constexpr std::array<int, 4> commands_with_lost_states{40041, 1157, 40310, 40311};
+
 int get_toggle_state_in(Workstation& workstation, int section, int command) {
     const auto& states = workstation.session.toggle_states;
     const auto state = states.find({section, command});
-    return state == states.end() ? -1 : state->second;
+    if (state != states.end())
+        return state->second;
+    if (section == main_section &&
+        std::ranges::find(commands_with_lost_states, command) != commands_with_lost_states.end())
+        workstation.report_once({"the state of command " + std::to_string(command) + " is not known"});
+    return -1;
 }
 
 int get_toggle_state(Workstation& workstation, int command) {

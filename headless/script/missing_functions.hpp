@@ -30,6 +30,9 @@ public:
     /// Changes the global `reaper` and nil's metatable. May raise Lua's memory error.
     void open(lua_State* L);
 
+    /// Absent names that were looked up, also by calls.
+    const std::set<std::string, std::less<>>& looked_up() const { return looked_up_; }
+
     /// Absent functions that were called, whether or not the script caught the error.
     const std::set<std::string>& called() const { return called_; }
 

@@ -12,7 +12,9 @@
 
 #include <lua.hpp>
 
+#include <algorithm>
 #include <cstdlib>
+#include <iterator>
 #include <optional>
 
 namespace headless::script {
@@ -252,6 +254,8 @@ ScriptOutcome run_script(workstation::Workstation& workstation, const workstatio
     ScriptOutcome outcome =
         run.main_thread ? run_in_state(run) : ScriptOutcome{1, run.file + ": not enough memory"};
     report_caught_calls(workstation, run.missing, outcome.error);
+    std::ranges::set_difference(run.missing.looked_up(), run.missing.called(),
+                                std::back_inserter(outcome.asked_for));
     if (before_closing)
         before_closing(outcome);
     return outcome;

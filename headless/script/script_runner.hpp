@@ -28,6 +28,7 @@ struct ScriptRequest {
 struct ScriptOutcome {
     int status = 0;      ///< 0: ended normally, or by os.exit with success; 1: an error, or ended by a signal
     std::string error{}; ///< empty unless there was one; several lines
+    std::vector<std::string> asked_for{}; ///< absent functions that the script looked up and did not call
 };
 
 /// The functions of the table `reaper` that only Lua scripts have.

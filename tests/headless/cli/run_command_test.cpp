@@ -112,6 +112,13 @@ TEST_F(RunCommand, SavesWhenTheScriptAsksForIt) {
     EXPECT_THAT(unnamed.errors, HasSubstr("--save names one"));
 }
 
+TEST_F(RunCommand, NamesMissingFunctionsThatTheScriptDoesWithout) {
+    const Outcome outcome = run("if reaper.Optional then reaper.Optional() end if reaper.MB then end");
+    EXPECT_EQ(outcome.status, 0);
+    EXPECT_EQ(outcome.errors,
+              "felspar: the script asked for Optional, which the headless workstation does not have\n");
+}
+
 TEST_F(RunCommand, ChecksScriptsWithoutRunningThem) {
     write_bytes(folder / "bad.lua",
                 "print(1)\nreaper.No_Such()\nif reaper.Optional then end\nreaper.No_Such()");

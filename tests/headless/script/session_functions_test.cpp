@@ -65,7 +65,9 @@ TEST_F(SessionFunctions, KeepWhatScriptsSetOnTheScreen) {
         expect("true", reaper.SetToggleCommandState(section, id, 1))
         reaper.RefreshToolbar2(section, id)
         expect("1", reaper.GetToggleCommandState(id))
-        expect("-1", reaper.GetToggleCommandStateEx(section + 1, id)))");
+        expect("-1", reaper.GetToggleCommandStateEx(section + 1, id))
+        for _ = 1, 2 do expect("-1", reaper.GetToggleCommandState(1157)) end)");
+    EXPECT_THAT(workstation.take_failures(), ElementsAre(tells("state of command 1157")));
 }
 
 TEST_F(SessionFunctions, FindCommandsByName) {
@@ -126,8 +128,9 @@ TEST_F(SessionFunctions, ReadAndWritePreferences) {
         expect("5 three", reaper.BR_Win32_GetPrivateProfileString("MAIN", "key", "none", "a.ini"))
         expect("4 none", reaper.BR_Win32_GetPrivateProfileString("MAIN", "other", "none", "a.ini"))
         expect("false", reaper.BR_Win32_WritePrivateProfileString("m", "k", "v", "no/such/folder/a.ini")))");
-    EXPECT_THAT(workstation.take_failures(),
-                ElementsAre(tells("SNM_GetIntConfigVar: the key \"nosuchthing\" is not known"), tells("no/such")));
+    EXPECT_THAT(
+        workstation.take_failures(),
+        ElementsAre(tells("SNM_GetIntConfigVar: the key \"nosuchthing\" is not known"), tells("no/such")));
 }
 
 TEST_F(SessionFunctions, TalkToTheSystem) {
@@ -168,8 +171,8 @@ TEST_F(SessionFunctions, ConvertIdentifiersAndTexts) {
         assert(not pcall(reaper.SNM_GetFastString, text)))");
     char text[64] = "";
     std::array<unsigned char, 16> bytes{};
-    workstation.function_as<void(const char*, void*)>("stringToGuid")("{01234567-89AB-CDEF-0123-456789ABCDEF}",
-                                                                     bytes.data());
+    workstation.function_as<void(const char*, void*)>("stringToGuid")(
+        "{01234567-89AB-CDEF-0123-456789ABCDEF}", bytes.data());
     EXPECT_EQ(bytes[0], 0x67);
     EXPECT_EQ(bytes[8], 0x01);
     workstation.function_as<void(const void*, char*)>("guidToString")(bytes.data(), text);

@@ -27,6 +27,7 @@ pid_t spawn(const std::vector<std::string>& words, int output) {
     if (words.empty())
         return 0;
     std::vector<char*> arguments;
+    arguments.reserve(words.size() + 1);
     for (const std::string& word : words)
         arguments.push_back(const_cast<char*>(word.c_str()));
     arguments.push_back(nullptr);

@@ -140,16 +140,13 @@ private:
 
     std::size_t local(std::size_t i) {
         std::vector<std::string> names;
-        for (;; ++i) {
+        for (bool goes_on = true; goes_on;) {
             if (at(i).kind == TokenKind::name)
                 names.push_back(at(i).text);
-            if (at(i + 1).is("<")) // an attribute
-                i += 3;
-            if (!at(i + 1).is(","))
-                break;
-            ++i;
+            i += at(i + 1).is("<") ? 4U : 1U; // with an attribute
+            goes_on = at(i).is(",");
+            i += goes_on ? 1U : 0U;
         }
-        ++i;
         std::vector<Meaning> meanings(names.size());
         if (at(i).is("="))
             i = aliases(i + 1, meanings);

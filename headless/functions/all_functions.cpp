@@ -10,11 +10,11 @@ std::span<const workstation::HostFunction> all_functions() {
     static const std::vector<workstation::HostFunction> all = [] {
         std::vector<workstation::HostFunction> functions;
         for (const auto table :
-             {track_functions(), item_functions(), take_functions(), source_functions(), audio_functions(),
-              envelope_functions(), marker_functions(), project_functions(), dialog_functions(),
-              insertion_functions(), file_functions(), session_functions(), change_functions(),
-              command_functions(), guid_functions(), preference_functions(), screen_functions(),
-              system_functions(), transport_functions()})
+             {track_functions(),      item_functions(),      take_functions(),   source_functions(),
+              audio_functions(),      envelope_functions(),  marker_functions(), project_functions(),
+              dialog_functions(),     insertion_functions(), file_functions(),   session_functions(),
+              change_functions(),     command_functions(),   guid_functions(),   mouse_functions(),
+              preference_functions(), screen_functions(),    system_functions(), transport_functions()})
             functions.insert(functions.end(), table.begin(), table.end());
         return functions;
     }();

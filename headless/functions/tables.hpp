@@ -22,6 +22,7 @@ std::span<const workstation::HostFunction> session_functions();
 std::span<const workstation::HostFunction> change_functions();
 std::span<const workstation::HostFunction> command_functions();
 std::span<const workstation::HostFunction> guid_functions();
+std::span<const workstation::HostFunction> mouse_functions();
 std::span<const workstation::HostFunction> preference_functions();
 std::span<const workstation::HostFunction> screen_functions();
 std::span<const workstation::HostFunction> system_functions();

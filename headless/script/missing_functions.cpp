@@ -77,6 +77,13 @@ void MissingFunctions::note(lua_State* L, std::string_view name) noexcept {
     }
 }
 
+bool MissingFunctions::exists(lua_State* L, const char* name) noexcept {
+    const bool is_there = std::ranges::find(existing_, std::string_view(name)) != existing_.end();
+    if (!is_there)
+        note(L, name);
+    return is_there;
+}
+
 int MissingFunctions::note_look_up(lua_State* L) {
     if (lua_type(L, 2) == LUA_TSTRING)
         self(L).note(L, lua_tostring(L, 2));

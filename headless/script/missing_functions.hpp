@@ -30,6 +30,9 @@ public:
     /// Changes the global `reaper` and nil's metatable. May raise Lua's memory error.
     void open(lua_State* L);
 
+    /// Whether the table has the function. An absent name counts as looked up.
+    bool exists(lua_State* L, const char* name) noexcept;
+
     /// Absent names that were looked up, also by calls.
     const std::set<std::string, std::less<>>& looked_up() const { return looked_up_; }
 

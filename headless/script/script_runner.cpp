@@ -91,6 +91,12 @@ int report_error(lua_State* L) {
     return 0;
 }
 
+/// In place of the workstation's, which does not know the functions that only Lua scripts have.
+int api_exists(lua_State* L) {
+    lua_pushboolean(L, run_of(L).missing.exists(L, luaL_checkstring(L, 1)) ? 1 : 0);
+    return 1;
+}
+
 constexpr LuaFunction context_functions[] = {
     {"ReaScriptError", report_error,
      "void\0const char*\0errmsg\0"
@@ -113,6 +119,7 @@ void open_reaper(lua_State* L, Run& run) {
     for (const auto functions : functions_for_lua())
         for (const LuaFunction& function : functions)
             set_function(L, function.name, function.call, run);
+    set_function(L, "APIExists", api_exists, run);
     lua_pop(L, 1);
     run.missing.open(L);
 }

@@ -59,6 +59,18 @@ TEST_F(MissingFunction, IsReportedWhenTheScriptCatchesTheError) {
                 testing::ElementsAre(tells("a missing function: the headless workstation has no No_Such")));
 }
 
+TEST_F(MissingFunction, CanBeAskedFor) {
+    const auto outcome = run(R"(
+        for _, name in pairs {"GetTrack", "MK_GetTrackItemMute", "defer", "APIExists", "new_array", "MB"} do
+            assert(reaper.APIExists(name), name)
+        end
+        assert(not reaper.APIExists("No_Such") and not reaper.Other and not reaper.APIExists("plugin_register"))
+        pcall(reaper.Called)
+        for name in pairs(reaper) do assert(reaper.APIExists(name), name) end)");
+    EXPECT_EQ(outcome.error, "");
+    EXPECT_THAT(outcome.asked_for, testing::ElementsAre("No_Such", "Other", "plugin_register"));
+}
+
 TEST(NearName, IsOneOfFewDifferences) {
     const std::vector<std::string> names{"GetTrack", "GetTake", "GetTrackName", "MB"};
     const std::pair<const char*, const char*> cases[] = {{"gettrackname", "GetTrackName"},

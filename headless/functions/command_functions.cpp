@@ -22,15 +22,17 @@ template <class... A>
 void do_nothing(A...) {}
 
 /// A number as a text is that number.
-int look_up(const char* name) {
+int look_up(Workstation& workstation, const char* name) {
     const std::string_view text = name ? name : "";
     int number = 0;
     const char* end = text.data() + text.size();
     if (const auto parsed = std::from_chars(text.data(), end, number);
         parsed.ec == std::errc() && parsed.ptr == end)
         return number;
-    const workstation::NamedCommand* command = workstation::find_named_command(text);
-    return command ? command->number : 0;
+    if (const workstation::NamedCommand* command = workstation::find_named_command(text))
+        return command->number;
+    workstation.session.unknown_command = text;
+    return 0;
 }
 
 const char* name_of(int number) {

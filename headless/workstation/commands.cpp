@@ -68,7 +68,9 @@ void run_command(Workstation& workstation, int number) {
         command->run(workstation);
         return;
     }
-    workstation.report(Failure{"command " + std::to_string(number) + " is not known and was not run"});
+    const std::string& unknown_name = workstation.session.unknown_command; // its number is 0
+    const std::string name = number == 0 && !unknown_name.empty() ? unknown_name : std::to_string(number);
+    workstation.report(Failure{"command " + name + " is not known and was not run"});
 }
 
 } // namespace headless::workstation

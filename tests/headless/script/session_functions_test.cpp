@@ -110,7 +110,7 @@ TEST_F(SessionFunctions, FindCommandsByName) {
     EXPECT_TRUE(envelope->properties.visible);
     EXPECT_THAT(workstation.take_failures(), IsEmpty());
     expect_runs("reaper.Main_OnCommand(reaper.NamedCommandLookup('_NO_SUCH_COMMAND'), 0)");
-    EXPECT_THAT(workstation.take_failures(), ElementsAre(tells("command 0 is not known")));
+    EXPECT_THAT(workstation.take_failures(), ElementsAre(tells("command _NO_SUCH_COMMAND is not known")));
 }
 
 TEST_F(SessionFunctions, ReadAndWritePreferences) {

@@ -27,5 +27,13 @@ std::span<const workstation::HostFunction> dialog_functions();
 std::span<const workstation::HostFunction> insertion_functions();
 std::span<const workstation::HostFunction> file_functions();
 std::span<const workstation::HostFunction> session_functions();
+std::span<const workstation::HostFunction> change_functions();
+std::span<const workstation::HostFunction> command_functions();
+std::span<const workstation::HostFunction> guid_functions();
+std::span<const workstation::HostFunction> mouse_functions();
+std::span<const workstation::HostFunction> preference_functions();
+std::span<const workstation::HostFunction> screen_functions();
+std::span<const workstation::HostFunction> system_functions();
+std::span<const workstation::HostFunction> transport_functions();
 
 } // namespace headless::functions

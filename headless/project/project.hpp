@@ -4,6 +4,7 @@
 
 #include "headless/chunk/guid.hpp"
 #include "headless/chunk/parse.hpp"
+#include "headless/project/extension_data.hpp"
 #include "headless/project/live_objects.hpp"
 #include "headless/project/marker.hpp"
 #include "headless/project/selection.hpp"
@@ -77,6 +78,7 @@ public:
     bool repeats = false;   ///< playback of the loop
     double play_rate = 1.0; ///< of the transport
     MarkerList markers;
+    ExtensionData extension_data;
 
     const std::vector<std::unique_ptr<Track>>& tracks() const { return tracks_; }
 

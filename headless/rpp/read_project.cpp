@@ -1,3 +1,4 @@
+#include "headless/rpp/extension_lines.hpp"
 #include "headless/rpp/marker_lines.hpp"
 #include "headless/rpp/read_fields.hpp"
 #include "headless/rpp/rpp.hpp"
@@ -40,6 +41,8 @@ Result<void> parse_project(project::Project& project, std::string text, const st
     for (const chunk::Node& node : root.lines)
         if (node.block() && is_tempo_map(node.token()))
             read_tempo_map(project.tempo_map, *node.block());
+    if (const chunk::Block* block = chunk::find_block(root.lines, "EXTSTATE"))
+        read_extension_data(project.extension_data, *block);
     if (const chunk::Text* line = chunk::find_line(root.lines, "RECORD_PATH"))
         project.record_path = chunk::text_at(*line, 1);
     read_envelopes(in, project.master(), root.lines);

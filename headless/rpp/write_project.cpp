@@ -1,6 +1,7 @@
 #include "headless/rpp/child_order.hpp"
 #include "headless/rpp/edit_fields.hpp"
 #include "headless/rpp/envelope_kinds.hpp"
+#include "headless/rpp/extension_lines.hpp"
 #include "headless/rpp/marker_lines.hpp"
 #include "headless/rpp/media_source.hpp"
 #include "headless/rpp/rpp.hpp"
@@ -73,6 +74,8 @@ private:
             inserted.emplace(place_for(lines, project_forms, "RECORD_PATH"),
                              record_path_line(Text::literal("RECORD_PATH \"\"")));
         for (const std::string_view token : {"TIMEMODE", "GRID", "SELECTION", "SELECTION2"}) {
+            if (token == "SELECTION2" && project_.loop_range() == project_.time_selection())
+                continue; // without the line the two are the same
             Text line = Text::made(default_line(project_forms, token));
             edit_time_line(line, project_);
             if (line.content() != default_line(project_forms, token) && !chunk::find_line(lines, token))
@@ -90,6 +93,9 @@ private:
             project_.tempo_map.has_new_points() && !project_.tempo_map.points().empty() &&
             std::ranges::none_of(lines, [](const Node& node) { return is_tempo_map(node.token()); });
         const std::size_t tempo_map = lacks_tempo_map ? place_for(lines, project_forms, "TEMPOENVEX") : none;
+        const bool lacks_extension_data = !chunk::find_block(lines, "EXTSTATE");
+        const std::size_t extension_data =
+            lacks_extension_data ? place_for(lines, project_forms, "EXTSTATE") : none;
         const auto write_track = [this](project::Track* track) { objects_.write(*track, depth_change(*track)); };
         const auto write_marker = [this](project::Marker* marker) {
             rpp::write_marker(out_, project_, *marker);
@@ -99,6 +105,8 @@ private:
                 out_.line(line->second);
             if (i == tempo_map)
                 write_tempo_map(out_, nullptr, project_.tempo_map);
+            if (i == extension_data)
+                write_extension_data(out_, nullptr, project_.extension_data);
             markers.before(i, write_marker);
             tracks.before(i, write_track);
             if (i == lines.size())
@@ -110,6 +118,8 @@ private:
                 out_.line(edited(*line));
             } else if (is_tempo_map(lines[i].token()) && project_.tempo_map.has_new_points()) {
                 write_tempo_map(out_, lines[i].block(), project_.tempo_map);
+            } else if (lines[i].token() == "EXTSTATE") {
+                write_extension_data(out_, lines[i].block(), project_.extension_data);
             } else {
                 objects_.write_kept(lines[i], project_.master());
             }

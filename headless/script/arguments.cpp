@@ -67,8 +67,10 @@ const char* read_text(lua_State* L, const BridgedFunction& function, int index) 
 }
 
 bool is_active_project(lua_State* L, int index) {
-    return lua_isnoneornil(L, index) ||
-           (lua_type(L, index) == LUA_TNUMBER && lua_tonumberx(L, index, nullptr) == 0.0);
+    if (lua_type(L, index) != LUA_TNUMBER)
+        return lua_isnoneornil(L, index);
+    const double number = lua_tonumberx(L, index, nullptr);
+    return number == 0.0 || number == -1.0;
 }
 
 void* read_handle(lua_State* L, const BridgedFunction& function, int index, const Parameter& parameter) {

@@ -6,7 +6,9 @@
 #include "headless/base/failure.hpp"
 #include "headless/project/project.hpp"
 #include "headless/workstation/dialogs.hpp"
+#include "headless/workstation/fast_strings.hpp"
 #include "headless/workstation/script_call.hpp"
+#include "headless/workstation/session_state.hpp"
 
 #include <cstddef>
 #include <filesystem>
@@ -99,6 +101,13 @@ public:
     /// Values that scripts store for one another.
     ExtensionStates extension_states;
 
+    /// What else scripts set and read back.
+    SessionState session;
+    FastStrings fast_strings;
+
+    /// Saves the project under the name that it has. Without it projects cannot be saved by functions.
+    std::function<Result<void>()> save_project;
+
     /// Answers that dialogs use before they ask anyone.
     DialogAnswers dialog_answers;
 
@@ -135,6 +144,8 @@ public:
     static BR_Envelope* handle(EnvelopeObject& object) { return reinterpret_cast<BR_Envelope*>(&object); }
     static AudioAccessor* handle(SampleReader& reader) { return reinterpret_cast<AudioAccessor*>(&reader); }
 
+    static WDL_FastString* handle(FastString& string) { return reinterpret_cast<WDL_FastString*>(&string); }
+
     /// The object of a handle from outside; null if the handle is null, stale or foreign. A null project is
     /// this one.
     project::Project* live(ReaProject* handle) const;
@@ -145,6 +156,7 @@ public:
     EnvelopeObject* live(BR_Envelope* handle) const;
     project::Source* live(PCM_source* handle) const;
     SampleReader* live(AudioAccessor* handle) const;
+    FastString* live(WDL_FastString* handle) const { return fast_strings.find(handle); }
 
     /// Whether the handle is valid where a definition text says `type` ("MediaTrack*"), that is, refers to a
     /// live object. Empty for a type that is not a handle type of this host.

@@ -60,6 +60,10 @@ class SampleReader(Handle):
     """Reads the samples of a take or a track."""
 
     type_name = "AudioAccessor*"
+class FastString(Handle):
+    """A text of any length that functions take and return by handle."""
+
+    type_name = "WDL_FastString*"
 
 
 class EditedEnvelope(Handle):
@@ -72,6 +76,7 @@ AnyHandle = Union[int, str, None]
 KINDS: Dict[str, Type[Handle]] = {
     kind.type_name: kind
     for kind in (Handle, Project, Track, Item, Take, Envelope, Source, SampleReader, EditedEnvelope)
+    for kind in (Handle, Project, Track, Item, Take, Envelope, Source, FastString, EditedEnvelope)
 }
 
 

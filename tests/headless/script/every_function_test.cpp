@@ -20,7 +20,8 @@ std::string plain_argument(const script::Parameter& parameter) {
         {"TrackEnvelope*", "envelope"},
         {"BR_Envelope*", "reaper.BR_EnvAlloc(envelope, false)"},
         {"PCM_source*", "reaper.GetMediaItemTake_Source(take)"},
-        {"AudioAccessor*", "reaper.CreateTakeAudioAccessor(take)"}};
+        {"AudioAccessor*", "reaper.CreateTakeAudioAccessor(take)"},
+        {"WDL_FastString*", "reaper.SNM_CreateFastString('text')"}};
     static const std::map<script::ValueKind, const char*> values{
         {script::ValueKind::integer, "1"},
         {script::ValueKind::number, "0.5"},

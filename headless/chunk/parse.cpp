@@ -54,12 +54,11 @@ Result<Document> parse(std::string_view rest, MakeText make_text) {
         }
     }
     document.is_cut_off = !open.empty();
-    for (; !open.empty(); open.pop_back()) {
+    for (; !open.empty(); open.pop_back())
         if (open.size() == 1)
             document.root = std::move(open.back());
         else
             open[open.size() - 2].lines.emplace_back(std::move(open.back()));
-    }
     if (!has_root)
         return tl::unexpected(failure_at(line_number, "there is no block"));
     return document;
@@ -67,7 +66,14 @@ Result<Document> parse(std::string_view rest, MakeText make_text) {
 
 } // namespace
 
-Result<Document> parse_file(std::string_view text) { return parse(text, Text::in_file); }
+Result<Document> parse_file(std::string_view text) {
+    const bool is_marked = text.starts_with(byte_order_mark);
+    text.remove_prefix(is_marked ? byte_order_mark.size() : 0);
+    return parse(text, Text::in_file).map([&](Document&& document) {
+        document.has_byte_order_mark = is_marked;
+        return std::move(document);
+    });
+}
 
 Result<Block> parse_block(std::string_view text) {
     auto document =

@@ -33,22 +33,6 @@ void read_head(report::ProjectReport& report, const chunk::Document& document) {
     report.is_cut_off = document.is_cut_off;
 }
 
-// A point at the start of the tempo map overrules the project's own tempo, unless it sets only the meter.
-void read_tempo(report::ProjectReport& report, const project::Project& project) {
-    constexpr int keeps_tempo = 2;
-    report.tempo_bpm = project.tempo_bpm;
-    report.meter_numerator = project.meter_numerator;
-    report.meter_denominator = project.meter_denominator;
-    const chunk::Block* map = chunk::find_block(lines_of(project.master()), "TEMPOENVEX");
-    if (!map)
-        return;
-    for_each_line(map->lines, "PT", [&](const chunk::Text& point) {
-        const bool is_first = report.tempo_points++ == 0;
-        if (is_first && chunk::number_at(point, 1, 0.0) <= 0.0 && (whole_number(point, 6) & keeps_tempo) == 0)
-            report.tempo_bpm = chunk::number_at(point, 2, report.tempo_bpm);
-    });
-}
-
 std::vector<report::EnvelopeFigures>
 figures_of(const std::vector<std::unique_ptr<project::Envelope>>& envelopes) {
     std::vector<report::EnvelopeFigures> figures;
@@ -139,12 +123,16 @@ void add_media(report::ProjectReport& report, const project::Project& project) {
 Result<report::ProjectReport> survey_project(const fs::path& file) {
     project::Project project;
     return rpp::load_project(project, file).map([&] {
+        const project::Meter meter = project.tempo_map.meter_at(0.0);
         report::ProjectReport report{.file = file,
                                      .length_seconds = project.end_seconds(),
                                      .sample_rate = project.sample_rate,
+                                     .tempo_bpm = project.tempo_map.tempo_at(0.0),
+                                     .meter_numerator = meter.numerator,
+                                     .meter_denominator = meter.denominator,
+                                     .tempo_points = project.tempo_map.points().size(),
                                      .master = figures_of(project.master(), "MASTERHWOUT")};
         read_head(report, project.source->document);
-        read_tempo(report, project);
         for (const auto& track : project.tracks())
             report.tracks.push_back(figures_of(*track, "HWOUT"));
         add_sends(report, project);

@@ -1,50 +1,17 @@
 #include "headless/jobs/unplayed.hpp"
 
 #include "headless/jobs/project_lines.hpp"
+#include "headless/workstation/take_audio.hpp"
 
 #include <algorithm>
-#include <array>
 #include <string>
-#include <string_view>
 
 namespace headless::jobs {
 namespace {
 
-constexpr std::array<std::string_view, 8> types_without_audio_file{
-    "MIDI", "MIDIPOOL", "VIDEO", "VIDEOEFFECT", "RPP_PROJECT", "CLICK", "LTC", "EMPTY"};
-
 /// Whether the envelope changes what is heard.
 bool is_heard(const project::Envelope& envelope) {
     return envelope.properties.active && !envelope.points().empty();
-}
-
-bool has_heard(const project::Take& take, std::string_view envelope_name) {
-    const project::Envelope* envelope = take.envelope(envelope_name);
-    return envelope && is_heard(*envelope);
-}
-
-bool is_offline(const project::Source& source) {
-    return source.offline || (source.inner && is_offline(*source.inner));
-}
-
-std::vector<std::string> unplayable(const project::Take& take) {
-    std::vector<std::string> settings;
-    const auto add_if = [&](bool is_set, std::string setting) {
-        if (is_set)
-            settings.push_back(std::move(setting));
-    };
-    const std::string& type = take.source.root().type;
-    add_if(std::ranges::find(types_without_audio_file, type) != types_without_audio_file.end(),
-           "a source of type " + type);
-    add_if(is_offline(take.source), "media that is offline");
-    add_if(take.play_rate != 1.0, "a play rate other than 1");
-    add_if(take.pitch_semitones != 0.0, "a pitch shift");
-    add_if(has_heard(take, "Pitch"), "a pitch envelope");
-    add_if(has_heard(take, "Mute"), "a mute envelope");
-    add_if(chunk::find_line(take.lines, "SM") != nullptr, "stretching by markers");
-    add_if(take.channel_mode != 0, "a channel mode");
-    add_if(count_effects(take.lines, "TAKEFX").active > 0, "processing by effects");
-    return settings;
 }
 
 std::size_t automation_items(const project::Envelope& envelope) {
@@ -89,7 +56,7 @@ void add_track(Tally& tally, const project::Track& track, std::size_t number) {
     for (const auto& item : track.items())
         for (const auto& take : item->takes())
             if (!take->is_empty)
-                for (const std::string& setting : unplayable(*take))
+                for (const std::string& setting : workstation::unplayable(*take))
                     tally.add("takes with " + setting, 1, number);
 }
 
@@ -97,8 +64,7 @@ void add_track(Tally& tally, const project::Track& track, std::size_t number) {
 
 std::vector<report::Unplayed> unplayed_of(const project::Project& project) {
     Tally tally;
-    const chunk::Text* rate = chunk::find_line(lines_of(project.master()), "PLAYRATE");
-    tally.add("project play rate other than 1", rate && chunk::number_at(*rate, 1, 1.0) != 1.0 ? 1 : 0, 0);
+    tally.add("project play rate other than 1", project.play_rate == 1.0 ? 0 : 1, 0);
     add_track(tally, project.master(), 0);
     for (const auto& track : project.tracks())
         add_track(tally, *track, track->index() + 1);

@@ -7,7 +7,9 @@
 
 namespace headless::project {
 
-Track::Track(Project& project) : project_(project), serial_(project.next_serial()) { project.live_objects_.add(this); }
+Track::Track(Project& project) : project_(project), serial_(project.next_serial()) {
+    project.live_objects_.add(this);
+}
 
 Track::~Track() {
     items_.clear();
@@ -45,7 +47,7 @@ Track* Track::parent() const {
 }
 
 Envelope& Track::add_envelope(std::string envelope_name) {
-    envelopes_.push_back(std::make_unique<Envelope>(project_.next_serial(), std::move(envelope_name)));
+    envelopes_.push_back(std::make_unique<Envelope>(std::move(envelope_name), project_.next_serial()));
     project_.live_objects_.add(envelopes_.back().get());
     return *envelopes_.back();
 }

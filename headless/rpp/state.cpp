@@ -65,9 +65,9 @@ Result<void> set_state(project::Track& track, std::string_view text) {
     auto block = block_of(text, "TRACK");
     if (!block)
         return tl::unexpected(block.error());
-    const auto valid = check(track.project(), *block, [](Reading& in, project::Track& scratch, const auto& read) {
-        read_track(in, scratch, read);
-    });
+    const auto valid =
+        check(track.project(), *block,
+              [](Reading& in, project::Track& scratch, const auto& read) { read_track(in, scratch, read); });
     return valid.map([&] {
         track.clear();
         reset(track, track_fields());
@@ -99,7 +99,7 @@ Result<void> set_state(project::Envelope& envelope, project::Project& project, s
     auto block = block_of(text, envelope_token(envelope));
     if (!block)
         return tl::unexpected(block.error());
-    project::Envelope scratch(0, envelope.name());
+    project::Envelope scratch(envelope.name());
     Reading in(project, folder_of(project), "");
     read_envelope(in, scratch, std::move(*block));
     if (in.failure())

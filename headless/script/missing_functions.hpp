@@ -39,8 +39,9 @@ public:
     /// Absent functions that were called, whether or not the script caught the error.
     const std::set<std::string>& called() const { return called_; }
 
-    /// The message without a place: "the headless workstation has no X; the nearest name is Y".
-    std::string message(const std::string& name) const;
+    /// "the headless workstation has no X (line 12); the nearest name is Y".
+    /// @param line  0 if it is not known
+    std::string message(const std::string& name, int line = 0) const;
 
 private:
     /// A place in a script.

@@ -102,8 +102,9 @@ bool MissingFunctions::describe(lua_State* L, const lua_Debug& called) noexcept 
             name = last_looked_up_;
         if (name.empty())
             return false;
-        called_.insert(name);
-        message_ = message(name, place_of_caller(L).line);
+        const int line = place_of_caller(L).line;
+        called_.emplace(name, line);
+        message_ = message(name, line);
         return true;
     } catch (...) {
         return false;

@@ -51,9 +51,11 @@ std::string_view near_name(std::string_view wanted, const std::vector<std::strin
     return nearest;
 }
 
-std::string MissingFunctions::message(const std::string& name) const {
+std::string MissingFunctions::message(const std::string& name, int line) const {
     const std::string_view nearest = near_name(name, existing_);
     std::string text = "the headless workstation has no " + name;
+    if (line > 0)
+        text.append(" (line ").append(std::to_string(line)).append(")");
     return nearest.empty() ? text : text.append("; the nearest name is ").append(nearest);
 }
 
@@ -100,8 +102,9 @@ bool MissingFunctions::describe(lua_State* L, const lua_Debug& called) noexcept 
             name = last_looked_up_;
         if (name.empty())
             return false;
-        called_.insert(name);
-        message_ = message(name);
+        const int line = place_of_caller(L).line;
+        called_.emplace(name, line);
+        message_ = message(name, line);
         return true;
     } catch (...) {
         return false;

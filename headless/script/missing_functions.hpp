@@ -5,6 +5,7 @@
 #include <lua.hpp>
 
 #include <functional>
+#include <map>
 #include <set>
 #include <string>
 #include <string_view>
@@ -36,11 +37,13 @@ public:
     /// Absent names that were looked up, also by calls.
     const std::set<std::string, std::less<>>& looked_up() const { return looked_up_; }
 
-    /// Absent functions that were called, whether or not the script caught the error.
-    const std::set<std::string>& called() const { return called_; }
+    /// Absent functions that were called, with the line of the first call, whether or not the script caught the
+    /// error.
+    const std::map<std::string, int>& called() const { return called_; }
 
-    /// The message without a place: "the headless workstation has no X; the nearest name is Y".
-    std::string message(const std::string& name) const;
+    /// "the headless workstation has no X (line 12); the nearest name is Y".
+    /// @param line  0 if it is not known
+    std::string message(const std::string& name, int line = 0) const;
 
 private:
     /// A place in a script.
@@ -58,7 +61,7 @@ private:
 
     std::vector<std::string> existing_;
     std::set<std::string, std::less<>> looked_up_;
-    std::set<std::string> called_;
+    std::map<std::string, int> called_;
     std::string last_looked_up_;
     Place last_place_;
     std::string message_; ///< kept here, since Lua errors skip destructors

@@ -13,6 +13,7 @@
 #include <lua.hpp>
 
 #include <algorithm>
+#include <ranges>
 #include <cstdlib>
 #include <iterator>
 #include <optional>
@@ -240,8 +241,8 @@ std::vector<std::string> names_for_lua(workstation::Workstation& workstation) {
 /// A script that catches the error goes on without what it called, which its user should know.
 void report_caught_calls(workstation::Workstation& workstation, const MissingFunctions& missing,
                          const std::string& error) {
-    for (const std::string& name : missing.called())
-        if (const std::string message = missing.message(name); error.find(message) == std::string::npos)
+    for (const auto& [name, line] : missing.called())
+        if (const std::string message = missing.message(name, line); error.find(message) == std::string::npos)
             workstation.report(Failure{"the script called a missing function: " + message});
 }
 
@@ -261,7 +262,7 @@ ScriptOutcome run_script(workstation::Workstation& workstation, const workstatio
     ScriptOutcome outcome =
         run.main_thread ? run_in_state(run) : ScriptOutcome{1, run.file + ": not enough memory"};
     report_caught_calls(workstation, run.missing, outcome.error);
-    std::ranges::set_difference(run.missing.looked_up(), run.missing.called(),
+    std::ranges::set_difference(run.missing.looked_up(), std::views::keys(run.missing.called()),
                                 std::back_inserter(outcome.asked_for));
     if (before_closing)
         before_closing(outcome);

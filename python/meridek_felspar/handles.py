@@ -60,6 +60,8 @@ class SampleReader(Handle):
     """Reads the samples of a take or a track."""
 
     type_name = "AudioAccessor*"
+
+
 class FastString(Handle):
     """A text of any length that functions take and return by handle."""
 
@@ -75,8 +77,7 @@ class EditedEnvelope(Handle):
 AnyHandle = Union[int, str, None]
 KINDS: Dict[str, Type[Handle]] = {
     kind.type_name: kind
-    for kind in (Handle, Project, Track, Item, Take, Envelope, Source, SampleReader, EditedEnvelope)
-    for kind in (Handle, Project, Track, Item, Take, Envelope, Source, FastString, EditedEnvelope)
+    for kind in (Handle, Project, Track, Item, Take, Envelope, Source, SampleReader, FastString, EditedEnvelope)
 }
 
 

@@ -13,7 +13,12 @@ using testing::Not;
 struct MissingFunction : ScriptTest {};
 
 TEST_F(MissingFunction, SaysSoHoweverItIsCalled) {
-    const std::pair<const char*, const char*> calls[] = {
+    struct Call {
+        const char* text;
+        std::string name;
+        std::string nearest{};
+    };
+    const Call calls[] = {
         {"reaper.No_Such(0)", "No_Such"},
         {"local r = reaper r.No_Such(0)", "No_Such"},
         {"local r = reaper return r.No_Such(r.CountTracks(0))", "No_Such"},
@@ -24,13 +29,14 @@ TEST_F(MissingFunction, SaysSoHoweverItIsCalled) {
         {"local _, message = pcall(function() reaper.No_Such() end) error(message, 0)", "No_Such"},
         {"coroutine.wrap(function() reaper.No_Such() end)()", "No_Such"},
         {"reaper.defer(function() reaper.No_Such() end)", "No_Such"},
-        {"reaper.TakeisMIDI_()", "TakeisMIDI_"},
-        {"reaper.getTrack(0, 0)", "getTrack; the nearest name is GetTrack"},
-        {"reaper.CountTrack(0)", "CountTrack; the nearest name is CountTracks"}};
-    for (const auto& [call, name] : calls) {
+        {"reaper.No_Such_At_All()", "No_Such_At_All"},
+        {"reaper.TakeisMIDI()", "TakeisMIDI", "; the nearest name is TakeIsMIDI"},
+        {"reaper.CountTrack(0)", "CountTrack", "; the nearest name is CountTracks"}};
+    for (const auto& [call, name, nearest] : calls) {
         const auto outcome = run(std::string("assert(not reaper.No_Such)\n") + call);
         EXPECT_EQ(outcome.status, 1) << call;
-        EXPECT_THAT(outcome.error, HasSubstr(std::string("the headless workstation has no ") + name + '\n'));
+        EXPECT_THAT(outcome.error,
+                    HasSubstr("the headless workstation has no " + name + " (line 2)" + nearest + '\n'));
         EXPECT_TRUE(workstation.take_failures().empty()) << call;
     }
     EXPECT_THAT(run("\n\nreaper.No_Such()").error, HasSubstr("script.lua:3: the headless workstation"));
@@ -56,7 +62,7 @@ TEST_F(MissingFunction, LeavesOtherCallsOfNilToLua) {
 TEST_F(MissingFunction, IsReportedWhenTheScriptCatchesTheError) {
     EXPECT_EQ(run("for _ = 1, 2 do pcall(reaper.No_Such) end\n if reaper.Other then end").status, 0);
     EXPECT_THAT(workstation.take_failures(),
-                testing::ElementsAre(tells("a missing function: the headless workstation has no No_Such")));
+                testing::ElementsAre(tells("a missing function: the headless workstation has no No_Such (line 1)")));
 }
 
 TEST_F(MissingFunction, CanBeAskedFor) {

@@ -17,8 +17,8 @@ std::span<const workstation::HostFunction> all_functions() {
               source_functions(), source_editing_functions(), accessor_functions(), audio_functions(),
               insertion_functions(),
               // time
-              tempo_functions(), tempo_point_functions(), time_functions(), view_functions(), nudge_functions(),
-              transport_functions(),
+              tempo_functions(), tempo_point_functions(), time_functions(), view_functions(),
+              nudge_functions(), transport_functions(),
               // the project, the session and the machine
               project_functions(), change_functions(), command_functions(), guid_functions(),
               session_functions(), dialog_functions(), screen_functions(), mouse_functions(),

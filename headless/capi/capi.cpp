@@ -4,6 +4,7 @@
 #include "headless/jobs/output_guard.hpp"
 #include "headless/jobs/project_output.hpp"
 #include "headless/report/printable.hpp"
+#include "headless/report/remarks.hpp"
 #include "headless/rpp/rpp.hpp"
 #include "headless/workstation/plugin_library.hpp"
 #include "headless/workstation/workstation.hpp"
@@ -90,14 +91,11 @@ Result<void> save(const char* project_file) {
         return failure("no project file is named");
     workstation::Workstation& workstation = session->workstation;
     return jobs::check_project_output(jobs::OutputGuard({}), project_file, workstation.project().file)
-        .and_then([&] { return jobs::back_up_foreign_original(project_file); })
-        .and_then([&](const std::string& kept) {
-            if (!kept.empty())
-                failures.push_back({kept});
-            return jobs::save_project_as(workstation, project_file);
-        })
-        .map([](std::vector<Failure> losses) {
-            failures.insert(failures.end(), losses.begin(), losses.end());
+        .and_then([&] { return jobs::save_project_as(workstation, project_file, jobs::Losses::accept); })
+        .map([&](const jobs::SavedProject& saved) {
+            if (!saved.backup.empty())
+                failures.push_back({report::backup_message(project_file, saved.backup)});
+            failures.insert(failures.end(), saved.losses.begin(), saved.losses.end());
         });
 }
 

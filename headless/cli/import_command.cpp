@@ -34,6 +34,8 @@ Result<report::ImportReport> import_with_progress(const jobs::ImportOptions& opt
 int print(const jobs::ImportOptions& options, const report::ImportReport& report) {
     for (const std::string& notice : report.notices)
         print_error(notice);
+    for (const std::string& loss : report.losses)
+        print_error(loss);
     for (const std::string& failure : report.failures)
         print_error(failure);
     std::cout << (options.json ? report::json_summary(report) : report::text_summary(report));
@@ -99,6 +101,7 @@ void add_output_options(CLI::App& command, jobs::ImportOptions& options) {
                     "The project file to write (default: the --onto project, else SUBJECT's name here)")
         ->type_name("PROJECT.rpp");
     command.add_option("--onto", options.onto, "Go on with this project")->type_name("PROJECT.rpp");
+    add_losses_option(command, options.accepts_losses);
     command
         .add_option("--unmatched", options.unmatched,
                     "Write the subject lines without a partner, one path a line")

@@ -1,6 +1,7 @@
 // The command `felspar`: the headless workstation with a command line.
 
 #include "headless/cli/import_command.hpp"
+#include "headless/cli/project_command.hpp"
 #include "headless/cli/reference_command.hpp"
 #include "headless/cli/ride_command.hpp"
 #include "headless/cli/run_command.hpp"
@@ -32,6 +33,7 @@ int run(int argc, char** argv) {
     headless::cli::add_import_command(app, exit_status);
     headless::cli::add_ride_command(app, exit_status);
     headless::cli::add_run_command(app, exit_status);
+    headless::cli::add_project_command(app, exit_status);
     headless::cli::add_reference_command(app, exit_status);
     try {
         app.parse(argc, argv);

@@ -2,6 +2,8 @@
 
 #include "headless/report/printable.hpp"
 
+#include <CLI/CLI.hpp>
+
 #include <cstdio>
 #include <iostream>
 
@@ -9,6 +11,11 @@ namespace headless::cli {
 
 void print_error(std::string_view message) {
     std::cerr << "felspar: " << report::printable(message) << std::endl;
+}
+
+void add_losses_option(CLI::App& command, bool& accepts_losses) {
+    command.add_flag("--accept-losses", accepts_losses,
+                     "Write the project even if it cannot hold some names or paths as they are");
 }
 
 bool finish_output() {

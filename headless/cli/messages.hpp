@@ -5,10 +5,17 @@
 
 #include <string_view>
 
+namespace CLI {
+class App;
+}
+
 namespace headless::cli {
 
 /// Prints one line; characters that cannot be printed are made visible.
 void print_error(std::string_view message);
+
+/// Adds the switch of commands that save projects.
+void add_losses_option(CLI::App& command, bool& accepts_losses);
 
 /// Flushes the standard output. Reports an error if not all of it was written.
 /// @returns whether all of it was written

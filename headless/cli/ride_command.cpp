@@ -30,11 +30,16 @@ struct RideOptions {
     std::filesystem::path project;
     std::filesystem::path plugin; ///< empty: where it was built or installed
     int ratio = 0;
+    bool accepts_losses = false;
     bool json = false;
 };
 
+std::filesystem::path folder_of(const RideOptions& options) {
+    return options.folder.empty() ? default_folder : options.folder;
+}
+
 Result<std::filesystem::path> output_folder(const RideOptions& options) {
-    const std::filesystem::path folder = options.folder.empty() ? default_folder : options.folder;
+    const std::filesystem::path folder = folder_of(options);
     std::error_code error;
     if (options.folder.empty())
         std::filesystem::create_directory(folder, error);
@@ -85,14 +90,34 @@ std::filesystem::path save_project(jobs::RideSession& session, const RideOptions
     const bool is_interrupted = interruption::signal_number() != 0;
     if (options.project.empty() || reporter.ridden_count() == 0 || is_interrupted)
         return {};
-    const auto saved = session.save(options.project, earlier);
+    const auto saved = session.save(options.project, earlier,
+                                    options.accepts_losses ? jobs::Losses::accept : jobs::Losses::refuse);
     if (!saved) {
         reporter.failed(options.project, saved.error());
         return {};
     }
-    for (const Failure& loss : *saved)
-        reporter.failed(options.project, loss);
-    return options.project;
+    if (!saved->backup.empty())
+        reporter.kept(options.project, saved->backup);
+    for (const Failure& leftover : saved->leftovers)
+        reporter.failed(options.project, leftover);
+    if (saved->is_written)
+        return options.project;
+    reporter.failed(options.project, jobs::refusal_of(options.project, saved->losses.size()));
+    return {};
+}
+
+/// Names what the project file will not hold.
+/// @returns a failure if the user has not accepted that
+Result<void> check_losses(const RideOptions& options) {
+    if (options.project.empty())
+        return {};
+    const auto losses =
+        jobs::losses_of_ride(options.files, jobs::true_path(folder_of(options)), options.project);
+    for (const Failure& loss : losses)
+        print_error(loss.message);
+    if (losses.empty() || options.accepts_losses)
+        return {};
+    return tl::unexpected(jobs::refusal_of(options.project, losses.size()));
 }
 
 int run(const RideOptions& options) {
@@ -101,6 +126,8 @@ int run(const RideOptions& options) {
     const auto earlier = spare_earlier(options, guard);
     if (!earlier)
         return cannot_begin(earlier.error());
+    if (const auto permitted = check_losses(options); !permitted)
+        return cannot_begin(permitted.error());
     auto session = open_session(options, guard);
     if (!session)
         return cannot_begin(session.error());
@@ -140,6 +167,7 @@ void add_ride_command(CLI::App& app, int& exit_status) {
     ride->add_option("--project", options->project,
                      "Write a project file with every ride as editable envelope")
         ->type_name("FILE.rpp");
+    add_losses_option(*ride, options->accepts_losses);
     ride->add_flag("--json", options->json, "Print one JSON object a file instead of the table");
     add_plugin_option(*ride, options->plugin);
     ride->callback([options, &exit_status] { exit_status = run(*options); });

@@ -8,6 +8,7 @@
 #include "headless/functions/all_functions.hpp"
 #include "headless/jobs/project_output.hpp"
 #include "headless/report/printable.hpp"
+#include "headless/report/remarks.hpp"
 #include "headless/rpp/rpp.hpp"
 #include "headless/script/script_runner.hpp"
 #include "headless/workstation/workstation.hpp"
@@ -29,6 +30,7 @@ struct RunOptions {
     std::filesystem::path save;    ///< empty: nothing is saved
     std::filesystem::path plugin;  ///< empty: where it was built or installed
     std::vector<std::string> dialogs;
+    bool accepts_losses = false;
     bool checks = false; ///< does not run the script, nor those among its arguments
     bool json = false;
 };
@@ -78,14 +80,19 @@ bool print_errors(const std::vector<Failure>& failures) {
     return !failures.empty();
 }
 
-Result<std::vector<Failure>> save(const RunOptions& options, workstation::Workstation& workstation) {
-    if (options.save.empty())
-        return {};
-    return jobs::back_up_foreign_original(options.save).and_then([&](const std::string& kept) {
-        if (!kept.empty())
-            print_error(kept);
-        return jobs::save_project_as(workstation, options.save);
-    });
+/// Tells of the backup and of losses.
+Result<void> save(const RunOptions& options, const std::filesystem::path& target,
+                  workstation::Workstation& workstation) {
+    const auto losses = options.accepts_losses ? jobs::Losses::accept : jobs::Losses::refuse;
+    return jobs::save_project_as(workstation, target, losses)
+        .and_then([&](const jobs::SavedProject& saved) -> Result<void> {
+            if (!saved.backup.empty())
+                print_error(report::backup_message(target, saved.backup));
+            print_errors(saved.losses);
+            if (!saved.is_written)
+                return tl::unexpected(jobs::refusal_of(target, saved.losses.size()));
+            return {};
+        });
 }
 
 /// Where a script's own request to save goes.
@@ -98,12 +105,7 @@ Result<void> save_for_script(const RunOptions& options, workstation::Workstation
     if (auto permitted = jobs::check_project_output(jobs::OutputGuard(inputs), target, options.project);
         !permitted)
         return permitted;
-    RunOptions saving = options;
-    saving.save = target;
-    return save(saving, workstation).map([&](const std::vector<Failure>& losses) {
-        for (const Failure& loss : losses)
-            workstation.report(loss);
-    });
+    return save(options, target, workstation);
 }
 
 /// The script may not have noticed failures, as many functions cannot report them.
@@ -111,19 +113,17 @@ Result<void> save_for_script(const RunOptions& options, workstation::Workstation
 bool finish(const RunOptions& options, workstation::Workstation& workstation,
             const script::ScriptOutcome& outcome, bool& is_saved) {
     print_script_error(outcome.error);
-    std::vector<Failure> losses;
-    if (outcome.status == 0) {
-        const auto saved = save(options, workstation);
-        losses = saved ? *saved : std::vector{saved.error()};
-        is_saved = saved && !options.save.empty();
-    }
+    const bool is_to_be_saved = outcome.status == 0 && !options.save.empty();
+    const auto saved = is_to_be_saved ? save(options, options.save, workstation) : Result<void>();
+    is_saved = is_to_be_saved && saved;
     const bool failed = print_errors(workstation.take_failures());
-    const bool lost = print_errors(losses);
+    if (!saved)
+        print_error(saved.error().message);
     for (const std::string& name : outcome.asked_for)
         print_error("the script asked for " + name + ", which the headless workstation does not have");
     for (const std::string& title : workstation.dialog_answers.never_asked())
         print_error("no dialog \"" + title + "\" has come");
-    return outcome.status == 0 && !failed && !lost;
+    return outcome.status == 0 && !failed && saved;
 }
 
 int run_and_save(const RunOptions& options, workstation::Workstation& workstation,
@@ -191,6 +191,7 @@ void add_run_command(CLI::App& app, int& exit_status) {
     run_app
         ->add_option("--save", options->save, "Save the project here when the script has ended without error")
         ->type_name("OUT.rpp");
+    add_losses_option(*run_app, options->accepts_losses);
     run_app
         ->add_option("--dialog", options->dialogs,
                      "Answer the dialog of that title: with a button, or with the values of its form; may be "

@@ -72,11 +72,8 @@ std::vector<fs::path> audio_of(const project::Project& project) {
 }
 
 Result<EarlierProject> EarlierProject::read(const fs::path& file) {
-    const auto is_own = rpp::is_own_project(file);
-    if (!is_own)
-        return tl::unexpected(is_own.error());
     EarlierProject earlier;
-    if (!*is_own)
+    if (std::error_code unknown; fs::status(file, unknown).type() == fs::file_type::not_found)
         return earlier;
     project::Project project;
     if (const auto loaded = rpp::load_project(project, file); !loaded)

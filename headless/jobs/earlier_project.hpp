@@ -19,7 +19,7 @@ public:
     /// There is no earlier project.
     EarlierProject() = default;
 
-    /// Reads the project in `file` if this program wrote it; any other file counts as no project.
+    /// Reads the project that `file` holds, if it exists.
     /// @returns a failure that names the file if it cannot be read, since its audio could not be protected
     static Result<EarlierProject> read(const std::filesystem::path& file);
 

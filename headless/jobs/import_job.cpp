@@ -9,6 +9,7 @@
 #include "headless/jobs/project_output.hpp"
 #include "headless/jobs/render_folder.hpp"
 #include "headless/report/printable.hpp"
+#include "headless/report/remarks.hpp"
 
 #include <cstdint>
 #include <optional>
@@ -78,8 +79,10 @@ private:
                                               expected_project_size(plan_));
                 return import_pairs().map([&](report::ImportReport&& report) {
                     project_space.release();
-                    save(earlier, report);
-                    write_lists(report);
+                    if (is_refused(report))
+                        session_->remove_renders();
+                    else
+                        write(earlier, report);
                     return std::move(report);
                 });
             });
@@ -100,22 +103,34 @@ private:
     Result<report::ImportReport> import_pairs() {
         report::ImportReport report = session_->run(
             options_, plan_, [&](const fs::path& base) { begin_pair_(base, plan_.survey.pairs.size()); });
-        if (interruption::signal_number() == 0)
+        if (interruption::signal_number() == 0) {
+            for (const Failure& loss : session_->losses(plan_.project))
+                report.losses.push_back(loss.message);
             return report;
+        }
         session_->remove_renders();
         return tl::unexpected(Failure{.message = "nothing was imported", .kind = FailureKind::interrupted});
     }
 
-    void save(const EarlierProject& earlier, report::ImportReport& report) {
-        const auto losses = back_up_foreign_original(plan_.project).and_then([&](const std::string& backup) {
-            if (!backup.empty())
-                report.notices.push_back(backup);
-            return session_->save(plan_.project, earlier);
-        });
-        if (losses)
+    /// Losses that the user has not accepted stop the import before it has written anything but renders.
+    bool is_refused(report::ImportReport& report) const {
+        if (report.losses.empty() || options_.accepts_losses)
+            return false;
+        report.failures.push_back(refusal_of(plan_.project, report.losses.size()).message);
+        return true;
+    }
+
+    void write(const EarlierProject& earlier, report::ImportReport& report) {
+        const auto saved = session_->save(plan_.project, earlier, Losses::accept);
+        if (saved) {
             report.project = plan_.project;
-        for (const Failure& failure : losses ? *losses : std::vector{losses.error()})
+            report.backup = saved->backup;
+            if (!saved->backup.empty())
+                report.notices.push_back(report::backup_message(plan_.project, saved->backup));
+        }
+        for (const Failure& failure : saved ? saved->leftovers : std::vector{saved.error()})
             report.failures.push_back(failure.message);
+        write_lists(report);
     }
 
     void write_lists(report::ImportReport& report) const {

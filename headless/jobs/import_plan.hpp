@@ -28,6 +28,7 @@ struct ImportOptions {
     std::filesystem::path unmatched;
     std::filesystem::path csv;
     std::filesystem::path plugin; ///< empty: where it was built or installed
+    bool accepts_losses = false;
     bool json = false;
     bool is_dry_run = false;
 };

@@ -5,7 +5,6 @@
 #include "headless/functions/all_functions.hpp"
 #include "headless/jobs/dialogue_import.hpp"
 #include "headless/jobs/pair_recorder.hpp"
-#include "headless/jobs/project_output.hpp"
 #include "headless/rpp/rpp.hpp"
 
 #include <algorithm>
@@ -121,8 +120,12 @@ ImportSession::groups_of(const std::vector<std::string>& names,
     return groups;
 }
 
-Result<std::vector<Failure>> ImportSession::save(const fs::path& file, const EarlierProject& earlier) {
-    return save_project_over(earlier, *workstation_, file);
+std::vector<Failure> ImportSession::losses(const fs::path& file) const {
+    return losses_of(workstation_->project(), file, true_path(file).parent_path());
+}
+
+Result<SavedProject> ImportSession::save(const fs::path& file, const EarlierProject& earlier, Losses losses) {
+    return save_project_over(earlier, *workstation_, file, losses);
 }
 
 } // namespace headless::jobs

@@ -5,6 +5,7 @@
 #include "headless/jobs/earlier_project.hpp"
 #include "headless/jobs/import_plan.hpp"
 #include "headless/jobs/output_guard.hpp"
+#include "headless/jobs/project_output.hpp"
 #include "headless/report/import_report.hpp"
 #include "headless/workstation/plugin_library.hpp"
 #include "headless/workstation/workstation.hpp"
@@ -39,8 +40,12 @@ public:
     /// Removes the files that `run` rendered, after an abandoned import.
     void remove_renders() const;
 
-    /// @returns as save_project_over
-    Result<std::vector<Failure>> save(const std::filesystem::path& file, const EarlierProject& earlier);
+    /// As losses_of, for a project that will be saved as `file`.
+    std::vector<Failure> losses(const std::filesystem::path& file) const;
+
+    /// As save_project_over.
+    Result<SavedProject> save(const std::filesystem::path& file, const EarlierProject& earlier,
+                              Losses losses);
 
 private:
     ImportSession(std::unique_ptr<workstation::Workstation> workstation, workstation::PluginLibrary plugin,

@@ -4,6 +4,7 @@
 #include "headless/base/atomic_file.hpp"
 #include "headless/base/file_reading.hpp"
 #include "headless/base/folder.hpp"
+#include "headless/jobs/project_backup.hpp"
 #include "headless/report/import_report.hpp"
 #include "headless/rpp/rpp.hpp"
 
@@ -88,7 +89,7 @@ Result<workstation::ExistingRender> OutputGuard::judge_render(const std::filesys
     return tl::unexpected(permitted.error());
 }
 
-Result<void> OutputGuard::permits_in_folder(const std::filesystem::path& target, IsOwn* is_own,
+Result<void> OutputGuard::permits_in_folder(const std::filesystem::path& target, const IsOwn& is_own,
                                             const std::string& kind) const {
     std::error_code error;
     if (!std::filesystem::is_directory(folder_of(target), error))
@@ -100,8 +101,14 @@ Result<void> OutputGuard::permits_in_folder(const std::filesystem::path& target,
     });
 }
 
-Result<void> OutputGuard::permits_project(const std::filesystem::path& target) const {
-    return permits_in_folder(target, rpp::is_own_project, "project file");
+Result<void> OutputGuard::permits_project(const std::filesystem::path& target,
+                                          const std::filesystem::path& continued) const {
+    const auto is_own = [&](const std::filesystem::path& file) {
+        return rpp::is_own_project(file).and_then([&](bool is_ours) -> Result<bool> {
+            return is_ours || continued.empty() ? is_ours : share_time_of_saving(file, continued);
+        });
+    };
+    return permits_in_folder(target, is_own, "project file");
 }
 
 Result<void> OutputGuard::permits_table(const std::filesystem::path& target) const {

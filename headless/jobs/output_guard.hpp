@@ -7,6 +7,7 @@
 #include "headless/workstation/workstation.hpp"
 
 #include <filesystem>
+#include <functional>
 #include <span>
 #include <string>
 
@@ -38,7 +39,9 @@ public:
     }
 
     /// A project file may be written in an existing folder, under a new name or in place of one of ours.
-    Result<void> permits_project(const std::filesystem::path& target) const;
+    /// @param continued  the project that is read; one that was made from it is ours too. May be empty
+    Result<void> permits_project(const std::filesystem::path& target,
+                                 const std::filesystem::path& continued = {}) const;
 
     /// The same rule for a table of pairs, and for a list of files.
     Result<void> permits_table(const std::filesystem::path& target) const;
@@ -48,11 +51,11 @@ public:
     void wrote(const std::filesystem::path& file) { written_.add({&file, 1}); }
 
 private:
-    using IsOwn = Result<bool>(const std::filesystem::path&);
+    using IsOwn = std::function<Result<bool>(const std::filesystem::path&)>;
 
     /// Refuses an input, and a link whose target does not exist.
     Result<void> spares_inputs(const std::filesystem::path& target) const;
-    Result<void> permits_in_folder(const std::filesystem::path& target, IsOwn* is_own,
+    Result<void> permits_in_folder(const std::filesystem::path& target, const IsOwn& is_own,
                                    const std::string& kind) const;
 
     FileIdentities inputs_;

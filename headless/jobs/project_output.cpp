@@ -3,6 +3,7 @@
 #include "headless/base/atomic_file.hpp"
 #include "headless/base/folder.hpp"
 #include "headless/jobs/earlier_project.hpp"
+#include "headless/jobs/project_backup.hpp"
 #include "headless/rpp/rpp.hpp"
 #include "headless/workstation/workstation.hpp"
 
@@ -35,37 +36,31 @@ Result<void> check_project_output(const OutputGuard& guard, const std::filesyste
                                   const std::filesystem::path& continued) {
     std::error_code error;
     const bool stays_in_place = std::filesystem::equivalent(target, continued, error);
-    const auto permitted = stays_in_place ? Result<void>() : guard.permits_project(target);
+    const auto permitted = stays_in_place ? Result<void>() : guard.permits_project(target, continued);
     return permitted.and_then([&] { return check_writable(target); });
 }
 
-Result<std::string> back_up_foreign_original(const std::filesystem::path& file) {
-    namespace fs = std::filesystem;
-    const auto project = resolve_links(file);
-    if (!project)
-        return tl::unexpected(project.error());
-    std::error_code error;
-    const auto is_own = rpp::is_own_project(*project);
-    if (!is_own)
-        return tl::unexpected(is_own.error());
-    if (*is_own || !fs::exists(*project, error))
-        return "";
-    fs::path kept = project->string() + "-bak";
-    for (int number = 2; fs::exists(fs::symlink_status(kept, error)); ++number)
-        kept = project->string() + "-bak" + std::to_string(number);
-    return copy_atomically(*project, kept)
-        .map_error([](const Failure& failure) {
-            return with_remark(failure, "the project cannot be kept as it was");
-        })
-        .map([&] {
-            return project->string() +
-                   ": was saved elsewhere and may lose what is not known here; as it was it is kept as " +
-                   kept.string();
-        });
+Failure refusal_of(const std::filesystem::path& file, std::size_t losses) {
+    return path_failure(file, "not written, as it cannot hold " + std::to_string(losses) +
+                                  (losses == 1 ? " name or path" : " names or paths") +
+                                  "; --accept-losses writes it all the same");
 }
 
-Result<std::vector<Failure>> save_project_as(workstation::Workstation& workstation,
-                                             const std::filesystem::path& file) {
+std::vector<Failure> losses_of(const project::Project& project, const std::filesystem::path& file,
+                               const std::filesystem::path& folder) {
+    const std::string cannot_hold = file.string() + ": cannot hold ";
+    std::vector<Failure> losses;
+    for (const std::filesystem::path& lost : rpp::paths_that_do_not_fit(project, folder))
+        losses.push_back(
+            {cannot_hold + "the path of " + lost.string() + ", which will not be found from it"});
+    for (const rpp::ChangedName& changed : rpp::names_that_do_not_fit(project))
+        losses.push_back({cannot_hold + "the name of " + changed.object + ": \"" + changed.name +
+                          "\" is written as \"" + changed.written + '"'});
+    return losses;
+}
+
+Result<SavedProject> save_project_as(workstation::Workstation& workstation, const std::filesystem::path& file,
+                                     Losses losses) {
     project::Project& project = workstation.project();
     const auto place = resolve_links(file);
     if (!place)
@@ -74,28 +69,30 @@ Result<std::vector<Failure>> save_project_as(workstation::Workstation& workstati
     if (target != project.file && !project.record_path.empty())
         project.record_path = seen_from(target.parent_path(), workstation.render_folder());
     project.file = target;
-    const auto saved =
-        rpp::save_project(project, target).and_then([&] { return flush_folder(target.parent_path()); });
-    return saved.map([&] {
-        const std::string cannot_hold = file.string() + ": cannot hold ";
-        std::vector<Failure> losses;
-        for (const std::filesystem::path& lost : rpp::paths_that_do_not_fit(project, target.parent_path()))
-            losses.push_back(
-                {cannot_hold + "the path of " + lost.string() + ", which will not be found from it"});
-        for (const rpp::ChangedName& changed : rpp::names_that_do_not_fit(project))
-            losses.push_back({cannot_hold + "the name of " + changed.object + ": \"" + changed.name +
-                              "\" is written as \"" + changed.written + '"'});
-        return losses;
-    });
+    SavedProject saved{.losses = losses_of(project, file, target.parent_path())};
+    if (!saved.losses.empty() && losses == Losses::refuse)
+        return saved;
+    auto written = rpp::write_new_file(project, target);
+    if (!written)
+        return tl::unexpected(written.error());
+    return back_up_original(project, target, *written)
+        .and_then([&](const std::filesystem::path& backup) {
+            saved.backup = backup.empty() ? backup : place->parent_path() / backup.filename();
+            return written->publish(ExistingFile::replace);
+        })
+        .and_then([&] { return flush_folder(target.parent_path()); })
+        .map([&] {
+            saved.is_written = true;
+            return std::move(saved);
+        });
 }
 
-Result<std::vector<Failure>> save_project_over(const EarlierProject& earlier,
-                                               workstation::Workstation& workstation,
-                                               const std::filesystem::path& file) {
-    return save_project_as(workstation, file).map([&](std::vector<Failure>&& losses) {
-        const auto left = earlier.remove_replaced_renders(workstation.project());
-        losses.insert(losses.end(), left.begin(), left.end());
-        return std::move(losses);
+Result<SavedProject> save_project_over(const EarlierProject& earlier, workstation::Workstation& workstation,
+                                       const std::filesystem::path& file, Losses losses) {
+    return save_project_as(workstation, file, losses).map([&](SavedProject&& saved) {
+        if (saved.is_written)
+            saved.leftovers = earlier.remove_replaced_renders(workstation.project());
+        return std::move(saved);
     });
 }
 

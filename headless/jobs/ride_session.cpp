@@ -4,7 +4,6 @@
 #include "headless/audio/loudness.hpp"
 #include "headless/base/interruption.hpp"
 #include "headless/functions/all_functions.hpp"
-#include "headless/jobs/project_output.hpp"
 #include "headless/report/remarks.hpp"
 #include "headless/workstation/text.hpp"
 
@@ -59,7 +58,27 @@ void add_gains(report::RideReport& report, const project::Take& take) {
     }
 }
 
+// "a" of "a.wav" gives the take "a render 001".
+std::string name_of_render(const std::string& take) {
+    return std::string(workstation::without_audio_extension(take)) + " render 001";
+}
+
 } // namespace
+
+std::vector<Failure> losses_of_ride(std::span<const std::filesystem::path> recordings,
+                                    const std::filesystem::path& folder,
+                                    const std::filesystem::path& project_file) {
+    project::Project project;
+    project.record_path = folder;
+    project::Track& track = project.insert_track(0);
+    for (const std::filesystem::path& recording : recordings) {
+        project::Item& item = track.add_item(next_position(track), 0.0);
+        const std::string name = recording.filename().string();
+        item.add_take({std::filesystem::absolute(recording)}, name);
+        item.add_take({folder / "render.wav"}, name_of_render(name));
+    }
+    return losses_of(project, project_file, true_path(project_file).parent_path());
+}
 
 RideSession::RideSession(std::unique_ptr<workstation::Workstation> workstation,
                          workstation::PluginLibrary plugin, RideFunction* ride_function, OutputGuard& guard)
@@ -165,11 +184,11 @@ Result<report::RideReport> RideSession::ride_item(project::Item& item, const std
     return report;
 }
 
-Result<std::vector<Failure>> RideSession::save(const std::filesystem::path& project_file,
-                                               const EarlierProject& earlier) {
+Result<SavedProject> RideSession::save(const std::filesystem::path& project_file,
+                                       const EarlierProject& earlier, Losses losses) {
     if (const auto permitted = guard_->permits_project(project_file); !permitted)
         return tl::unexpected(permitted.error());
-    return save_project_over(earlier, *workstation_, project_file);
+    return save_project_over(earlier, *workstation_, project_file, losses);
 }
 
 } // namespace headless::jobs

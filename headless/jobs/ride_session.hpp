@@ -5,15 +5,23 @@
 #include "headless/base/failure.hpp"
 #include "headless/jobs/earlier_project.hpp"
 #include "headless/jobs/output_guard.hpp"
+#include "headless/jobs/project_output.hpp"
 #include "headless/report/ride_report.hpp"
 #include "headless/workstation/plugin_library.hpp"
 #include "headless/workstation/workstation.hpp"
 
 #include <filesystem>
 #include <memory>
+#include <span>
 #include <vector>
 
 namespace headless::jobs {
+
+/// As losses_of, for the project of a ride that has not begun.
+/// @param folder  for the renders
+std::vector<Failure> losses_of_ride(std::span<const std::filesystem::path> recordings,
+                                    const std::filesystem::path& folder,
+                                    const std::filesystem::path& project_file);
 
 class RideSession {
 public:
@@ -29,10 +37,9 @@ public:
     /// @param ratio  0 (lightest) .. 4, as the plug-in takes it
     Result<report::RideReport> ride(const std::filesystem::path& file, int ratio);
 
-    /// Saves the project with everything that was ridden.
-    /// @returns as save_project_over
-    Result<std::vector<Failure>> save(const std::filesystem::path& project_file,
-                                      const EarlierProject& earlier);
+    /// Saves the project with everything that was ridden, as save_project_over does.
+    Result<SavedProject> save(const std::filesystem::path& project_file, const EarlierProject& earlier,
+                              Losses losses);
 
 private:
     using RideFunction = bool(MediaItem*, int);

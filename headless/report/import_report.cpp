@@ -129,6 +129,7 @@ std::string json_summary(const ImportReport& report) {
         {{"subject_folder", report.subject_folder.string()},
          {"base_folder", report.base_folder.string()},
          {"project", report.project.empty() ? ordered_json(nullptr) : ordered_json(report.project.string())},
+         {"backup", report.backup.empty() ? ordered_json(nullptr) : ordered_json(report.backup.string())},
          {"dry_run", report.is_dry_run},
          {"length_seconds", report.length_seconds()},
          {"groups", groups},
@@ -138,6 +139,7 @@ std::string json_summary(const ImportReport& report) {
          {"near_names", list_of(report.survey.near_lines)},
          {"same_subject_names", list_of(report.survey.same_subject_names)},
          {"same_base_names", list_of(report.survey.same_base_names)},
+         {"losses", report.losses},
          {"errors", report.failures}});
 }
 

@@ -52,6 +52,8 @@ struct ImportReport {
     std::vector<ImportedGroup> groups{}; ///< in the order of their tracks
     std::vector<ImportedPair> pairs{};   ///< in the order of the timeline
     matching::LineSurvey survey{};
+    std::filesystem::path backup{};      ///< of the project as it was; empty: none was needed
+    std::vector<std::string> losses{};   ///< what the project file cannot hold; messages
     std::vector<std::string> notices{};  ///< messages that are no failures
     std::vector<std::string> failures{}; ///< messages
 

@@ -56,4 +56,8 @@ std::string json_failure_line(const std::filesystem::path& file, std::string_vie
     return line_of({{"file", file.string()}, {"error", message}});
 }
 
+std::string json_backup_line(const std::filesystem::path& project, const std::filesystem::path& backup) {
+    return line_of({{"project", project.string()}, {"backup", backup.string()}});
+}
+
 } // namespace headless::report

@@ -41,4 +41,7 @@ std::string json_line(const RideReport& report);
 /// The same for a recording that could not be ridden: `{"file":...,"error":...}`.
 std::string json_failure_line(const std::filesystem::path& file, std::string_view message);
 
+/// The same for a project of another program that was saved over: `{"project":...,"backup":...}`.
+std::string json_backup_line(const std::filesystem::path& project, const std::filesystem::path& backup);
+
 } // namespace headless::report

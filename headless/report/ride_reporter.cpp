@@ -1,6 +1,7 @@
 #include "headless/report/ride_reporter.hpp"
 
 #include "headless/report/printable.hpp"
+#include "headless/report/remarks.hpp"
 
 namespace headless::report {
 
@@ -28,6 +29,13 @@ void RideReporter::failed(const std::filesystem::path& path, const Failure& fail
         results_ << json_failure_line(path, failure.message) << std::flush;
     failures_ << "felspar: " << printable(failure.message) << std::endl;
     anything_failed_ = true;
+}
+
+void RideReporter::kept(const std::filesystem::path& project, const std::filesystem::path& backup) {
+    progress_.erase();
+    if (form_ == ReportForm::json)
+        results_ << json_backup_line(project, backup) << std::flush;
+    failures_ << "felspar: " << printable(backup_message(project, backup)) << std::endl;
 }
 
 void RideReporter::finish(const std::filesystem::path& folder, const std::filesystem::path& project) {

@@ -31,6 +31,9 @@ public:
     /// @param path  of the recording, or of whatever else could not be done
     void failed(const std::filesystem::path& path, const Failure& failure);
 
+    /// The project was saved over another program's, of which there is a backup.
+    void kept(const std::filesystem::path& project, const std::filesystem::path& backup);
+
     /// The closing line of the text form.
     /// @param project  empty if none was written
     void finish(const std::filesystem::path& folder, const std::filesystem::path& project);

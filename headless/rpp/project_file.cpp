@@ -1,4 +1,3 @@
-#include "headless/base/atomic_file.hpp"
 #include "headless/base/file_reading.hpp"
 #include "headless/rpp/rpp.hpp"
 
@@ -6,17 +5,38 @@
 #include <string>
 
 namespace headless::rpp {
+namespace {
+
+bool holds_own_object(std::string_view text) {
+    constexpr std::size_t guid_size = 38;
+    for (std::size_t place = text.find('{'); place != text.npos; place = text.find('{', place + 1)) {
+        const auto guid = chunk::guid_of(text.substr(place, guid_size));
+        if (guid && chunk::is_own(*guid))
+            return true;
+    }
+    return false;
+}
+
+} // namespace
 
 Result<void> save_project(project::Project& project, const std::filesystem::path& file) {
+    return write_new_file(project, file).and_then([](AtomicFile&& written) {
+        return written.publish(ExistingFile::replace);
+    });
+}
+
+Result<AtomicFile> write_new_file(project::Project& project, const std::filesystem::path& file) {
     auto written = AtomicFile::create(file);
     if (!written)
-        return tl::unexpected(written.error());
+        return written;
     Result<void> result;
     write_project(project, file.parent_path(), [&](std::string_view piece) {
         if (result)
             result = written->write(piece);
     });
-    return result.and_then([&] { return written->publish(ExistingFile::replace); });
+    if (!result)
+        return tl::unexpected(result.error());
+    return written;
 }
 
 Result<void> load_project(project::Project& project, const std::filesystem::path& given) {
@@ -43,10 +63,15 @@ Result<void> load_project(project::Project& project, const std::filesystem::path
 }
 
 Result<bool> is_own_project(const std::filesystem::path& file) {
+    constexpr std::string_view of_any = "<REAPER_PROJECT ";
     const std::string_view own = beginning_of_own_projects();
-    return beginning_of(file, own.size()).map([&](const std::optional<std::string>& beginning) {
-        return beginning == own;
-    });
+    const auto beginning = beginning_of(file, own.size());
+    if (!beginning)
+        return tl::unexpected(beginning.error());
+    if (!*beginning || !(*beginning)->starts_with(of_any) || **beginning == own)
+        return *beginning == own;
+    return text_of(file).map(
+        [](const std::optional<std::string>& text) { return text && holds_own_object(*text); });
 }
 
 } // namespace headless::rpp

@@ -1,6 +1,7 @@
 #pragma once
 // The workstation's text project file: writes a Project and reads it back.
 
+#include "headless/base/atomic_file.hpp"
 #include "headless/base/failure.hpp"
 #include "headless/chunk/output.hpp"
 #include "headless/project/project.hpp"
@@ -19,6 +20,9 @@ namespace headless::rpp {
 /// the same bytes.
 Result<void> save_project(project::Project& project, const std::filesystem::path& file);
 
+/// As save_project, but `file` is replaced only when the caller publishes the result.
+Result<AtomicFile> write_new_file(project::Project& project, const std::filesystem::path& file);
+
 /// Reads the file into `project`, which must be empty. If `file` is a link, the target is read and becomes the
 /// project's own path. Lines and blocks that the model does not know are kept for save_project. Fails with the path and
 /// the number of the line at fault.
@@ -32,17 +36,18 @@ struct ChangedName {
 };
 
 /// The names that do not read back unchanged: those with line breaks, and those of markers and regions with
-/// all three kinds of quote.
+/// all three kinds of quote. A name that is as it was read always fits.
 std::vector<ChangedName> names_that_do_not_fit(const project::Project& project);
 
 /// The paths of audio files and of the record folder that the file's syntax cannot hold: those with line
 /// breaks, or with all three kinds of quote. They are written with other characters instead, so they will not
-/// be found.
+/// be found. A path that is as it was read always fits.
 /// @param folder where the file will lie
 std::vector<std::filesystem::path> paths_that_do_not_fit(const project::Project& project,
                                                          const std::filesystem::path& folder);
 
-/// Whether `file` is a project file that save_project wrote; false where no regular file lies. Fails, naming
+/// Whether `file` is a project file that save_project wrote, or one that another program made of such a file: it
+/// holds objects with identifiers that only this program gives. False where no regular file lies. Fails, naming
 /// it, when it cannot be read.
 Result<bool> is_own_project(const std::filesystem::path& file);
 

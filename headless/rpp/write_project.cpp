@@ -4,6 +4,7 @@
 #include "headless/rpp/extension_lines.hpp"
 #include "headless/rpp/marker_lines.hpp"
 #include "headless/rpp/media_source.hpp"
+#include "headless/rpp/names.hpp"
 #include "headless/rpp/rpp.hpp"
 #include "headless/rpp/tempo_lines.hpp"
 #include "headless/rpp/time_lines.hpp"
@@ -175,32 +176,57 @@ std::string_view line_end_of(const project::Project& project) {
     return has_carriage_returns ? "\r\n" : "\n";
 }
 
-// What reads back from a line that holds the text.
-std::string as_written(const std::string& text) { return chunk::in_quotes(text).substr(1, text.size()); }
-
-bool fits(const std::string& text) { return as_written(text) == text; }
+bool fits_in_quotes(const std::string& text) { return chunk::in_quotes(text).substr(1, text.size()) == text; }
 
 // Most paths can be decided as they are; making a path relative to the folder is expensive.
 bool path_fits(const std::filesystem::path& file, const std::filesystem::path& folder) {
-    return file.empty() || (file.is_absolute() && fits(file.string())) || fits(path_text(file, folder));
+    return file.empty() || (file.is_absolute() && fits_in_quotes(file.string())) ||
+           fits_in_quotes(path_text(file, folder));
 }
 
-// Names of tracks and takes have a form for all quotes; those of markers share their line with other fields.
-void note_name(std::vector<ChangedName>& changed, std::string object, const std::string& name) {
-    if (const std::string written = chunk::on_one_line(name); written != name)
+// Whether the take's source will be copied as it was read.
+bool has_source_as_read(const project::Take& take, const project::Project& project,
+                        const std::filesystem::path& folder) {
+    const chunk::Block* block = chunk::find_block(take.lines, "SOURCE");
+    return block && project.source && project.source->folder == folder &&
+           plays_same(take.source, read_source(*block, folder));
+}
+
+bool has_record_path_as_read(const project::Project& project) {
+    const chunk::Text* line =
+        project.source ? chunk::find_line(project.source->document.root.lines, "RECORD_PATH") : nullptr;
+    return line && chunk::text_at(*line, 1) == project.record_path.native();
+}
+
+// Markers share their line with other fields, so they have no form for all quotes.
+void note_name(std::vector<ChangedName>& changed, const project::Marker& marker) {
+    const Text* line = marker.lines.empty() ? nullptr : marker.lines.front().line();
+    if (line && chunk::text_at(*line, 3) == marker.name)
+        return;
+    const Text written = Text::made("NAME " + chunk::as_word(marker.name));
+    if (const std::string_view name = chunk::text_at(written, 1); name != marker.name)
+        changed.push_back({(marker.is_region ? "region " : "marker ") + std::to_string(marker.number),
+                           marker.name, std::string(name)});
+}
+
+void note_name(std::vector<ChangedName>& changed, std::string object, const std::string& name,
+               const Lines& lines) {
+    const std::string written = chunk::on_one_line(name);
+    if (written != name && read_name(lines) != name)
         changed.push_back({std::move(object), name, written});
 }
 
 void note_names_on(std::vector<ChangedName>& changed, const project::Track& track) {
     const std::string on_track = "track " + std::to_string(track.index() + 1);
-    note_name(changed, on_track, track.name);
+    static const Lines none;
+    note_name(changed, on_track, track.name, track.block ? track.block->lines : none);
     for (std::size_t item = 0; item < track.items().size(); ++item) {
         const auto& takes = track.items()[item]->takes();
         for (std::size_t take = 0; take < takes.size(); ++take) {
             note_name(changed,
                       "take " + std::to_string(take + 1) + " of item " + std::to_string(item + 1) + " on " +
                           on_track,
-                      takes[take]->name);
+                      takes[take]->name, takes[take]->lines);
         }
     }
 }
@@ -209,12 +235,8 @@ void note_names_on(std::vector<ChangedName>& changed, const project::Track& trac
 
 std::vector<ChangedName> names_that_do_not_fit(const project::Project& project) {
     std::vector<ChangedName> changed;
-    for (const project::Marker& marker : project.markers.all()) {
-        if (!fits(marker.name)) {
-            changed.push_back({(marker.is_region ? "region " : "marker ") + std::to_string(marker.number),
-                               marker.name, as_written(marker.name)});
-        }
-    }
+    for (const project::Marker& marker : project.markers.all())
+        note_name(changed, marker);
     for (const auto& track : project.tracks())
         note_names_on(changed, *track);
     return changed;
@@ -223,12 +245,13 @@ std::vector<ChangedName> names_that_do_not_fit(const project::Project& project) 
 std::vector<std::filesystem::path> paths_that_do_not_fit(const project::Project& project,
                                                          const std::filesystem::path& folder) {
     std::vector<std::filesystem::path> paths;
-    if (!fits(project.record_path.string()))
+    if (!fits_in_quotes(project.record_path.string()) && !has_record_path_as_read(project))
         paths.push_back(project.record_path);
     for (const auto& track : project.tracks()) {
         for (const auto& item : track->items()) {
             for (const auto& take : item->takes())
-                if (!path_fits(take->source.root().file, folder))
+                if (!path_fits(take->source.root().file, folder) &&
+                    !has_source_as_read(*take, project, folder))
                     paths.push_back(take->source.root().file);
         }
     }

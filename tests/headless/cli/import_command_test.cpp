@@ -199,6 +199,57 @@ TEST_F(ImportCommand, BacksUpAForeignProject) {
     EXPECT_TRUE(fs::is_symlink(folder / "link.rpp"));
 }
 
+TEST_F(ImportCommand, ReplacesWhatItMadeOfAForeignProject) {
+    for (const char* side : {"fr", "en"}) {
+        fs::create_directory(folder / side);
+        write_speech(folder / side / "bob.wav", 1.0);
+    }
+    const auto save_theirs = [&](const std::string& time) {
+        write_bytes(folder / "theirs.rpp", "<REAPER_PROJECT 0.1 \"6.19/linux-x86_64\" " + time +
+                                               "\n  RECORD_PATH \"takes\" \"\"\n>\n");
+    };
+    const auto import_anew = [&](const std::string& ratio) {
+        return import(
+            {"--onto", "theirs.rpp", "-o", "new.rpp", "--match", "--ride", "--ratio", ratio, "--json"});
+    };
+    save_theirs("1700000000");
+    for (const auto& [ratio, render] : {std::pair{"0", "bob.wav"}, {"4", "bob-001.wav"}}) {
+        const Outcome outcome = import_anew(ratio);
+        EXPECT_EQ(outcome.status, 0) << outcome.errors;
+        EXPECT_EQ(nlohmann::json::parse(outcome.output)["backup"], nullptr);
+        EXPECT_THAT(names_in(folder / "takes"), ElementsAre(render)) << "only what the new project plays";
+    }
+    save_theirs("1700000001");
+    const std::string before = bytes_of(folder / "new.rpp");
+    const Outcome outcome = import_anew("4");
+    EXPECT_EQ(nlohmann::json::parse(outcome.output)["backup"], "new.rpp-bak")
+        << "another program may have saved it";
+    EXPECT_THAT(outcome.errors, HasSubstr("new.rpp: was changed; as it was it is kept as new.rpp-bak\n"));
+    EXPECT_EQ(bytes_of(folder / "new.rpp-bak"), before);
+}
+
+TEST_F(ImportCommand, WritesNothingThatTheProjectCannotHold) {
+    write_speech(folder / "line.wav", 1.0);
+    for (const char* side : {"fr", "en"}) {
+        fs::create_directory(folder / side);
+        fs::copy_file(folder / "line.wav", folder / side / "a\nb.wav");
+    }
+    const auto before = snapshot();
+    const Outcome refused = import({"--match", "--ride", "--csv", "pairs.csv", "--json"});
+    EXPECT_EQ(refused.status, 1);
+    EXPECT_EQ(snapshot(), before);
+    const auto report = nlohmann::json::parse(refused.output);
+    EXPECT_EQ(report["project"], nullptr);
+    EXPECT_EQ(report["losses"].size(), 5U) << "two paths, three takes";
+    EXPECT_THAT(report["errors"].dump(),
+                HasSubstr("fr.rpp: not written, as it cannot hold 5 names or paths"));
+    EXPECT_EQ(lines_of(refused.errors).size(), 6U);
+    const Outcome accepted = import({"--match", "--ride", "--accept-losses", "--json"});
+    EXPECT_EQ(accepted.status, 0);
+    EXPECT_EQ(nlohmann::json::parse(accepted.output)["losses"].size(), 5U);
+    EXPECT_TRUE(fs::exists(folder / "fr.rpp"));
+}
+
 TEST_F(ImportCommand, WritesNothingInADryRunOrWhenItRefuses) {
     write_difficult_pairs();
     line("fr/EN/more.wav", 0.1);

@@ -111,8 +111,13 @@ TEST_F(RideCommand, RendersFilesOfAnyName) {
         write_speech(folder / name, 1.0);
         arguments.push_back(name);
     }
+    const Outcome refused = felspar(arguments);
+    EXPECT_EQ(refused.status, 1);
+    EXPECT_THAT(refused.errors, HasSubstr("p.rpp: not written, as it cannot hold 4 names or paths"));
+    EXPECT_FALSE(fs::exists(folder / "ridden")) << "nothing was written";
+    arguments.insert(arguments.begin() + 1, "--accept-losses");
     const Outcome outcome = felspar(arguments);
-    EXPECT_EQ(outcome.status, 1);
+    EXPECT_EQ(outcome.status, 0);
     const auto tells_of_path = HasSubstr("p.rpp: cannot hold the path of");
     const auto tells_of_name = HasSubstr("p.rpp: cannot hold the name of take");
     EXPECT_THAT(lines_of(outcome.errors),

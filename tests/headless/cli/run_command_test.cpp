@@ -55,8 +55,36 @@ TEST_F(RunCommand, EscapesControlBytesInMessages) {
     EXPECT_THAT(felspar({"run", "\x1b[2J"}).errors, HasSubstr("\\x1b[2J"));
     const Outcome outcome = run(add_track, {"--save", "a.rpp", "--", "a\nb"});
     EXPECT_EQ(outcome.status, 1);
-    EXPECT_EQ(outcome.errors,
-              "felspar: a.rpp: cannot hold the name of track 1: \"a\\nb\" is written as \"a b\"\n");
+    EXPECT_THAT(lines_of(outcome.errors),
+                testing::ElementsAre(
+                    "felspar: a.rpp: cannot hold the name of track 1: \"a\\nb\" is written as \"a b\"",
+                    HasSubstr("a.rpp: not written, as it cannot hold 1 name or path; --accept-losses")));
+}
+
+TEST_F(RunCommand, SavesLossesOnlyIfTheyAreAccepted) {
+    const std::string name_in_block = R"(<REAPER_PROJECT 0.1 "6.80/win64" 1700000000
+  MARKER 1 2 "a" 0
+  <TRACK
+    NAME "a b"
+    <NAME
+      |a
+      |b
+    >
+  >
+>
+)";
+    write_bytes(folder / "a.rpp", name_in_block);
+    EXPECT_EQ(run("reaper.SetEditCurPos(3, false, false)", {"--project", "a.rpp", "--save", "b.rpp"}).errors,
+              "")
+        << "a name that is not written anew is kept";
+    EXPECT_THAT(bytes_of(folder / "b.rpp"), HasSubstr("      |a\n      |b\n"));
+    const std::string rename = "reaper.SetProjectMarker(1, false, 2, 0, 'x\\ny')";
+    EXPECT_EQ(run(rename, {"--project", "a.rpp", "--save", "c.rpp"}).status, 1);
+    EXPECT_FALSE(std::filesystem::exists(folder / "c.rpp"));
+    const Outcome accepted = run(rename, {"--project", "a.rpp", "--save", "c.rpp", "--accept-losses"});
+    EXPECT_EQ(accepted.status, 0);
+    EXPECT_THAT(accepted.errors, HasSubstr("the name of marker 1"));
+    EXPECT_THAT(bytes_of(folder / "c.rpp"), HasSubstr("MARKER 1 2 \"x y\" 0\n"));
 }
 
 TEST_F(RunCommand, ReportsMissingSourcesOfAProject) {
@@ -76,14 +104,41 @@ TEST_F(RunCommand, ReportsMissingSourcesOfAProject) {
     EXPECT_THAT(lines_of(outcome.errors), testing::ElementsAre(HasSubstr("b.wav: No such file")));
 }
 
-TEST_F(RunCommand, BacksUpAForeignProject) {
+TEST_F(RunCommand, OverwritesNoProjectOfAnotherProgram) {
     const std::string theirs = "<REAPER_PROJECT 0.1 \"6.19/linux-x86_64\" 1700000000\n>\n";
     write_bytes(folder / "a.rpp", theirs);
     EXPECT_EQ(run("print(1)", {"--save", "a.rpp"}).output, "") << "refused before the script runs";
     EXPECT_EQ(bytes_of(folder / "a.rpp"), theirs);
-    EXPECT_EQ(run("", {"--project", "a.rpp", "--save", "a.rpp"}).status, 0);
-    EXPECT_EQ(bytes_of(folder / "a.rpp-bak"), theirs);
     EXPECT_EQ(run("", {"--save", "script.lua"}).status, 1);
+}
+
+// Programs note the time of saving in the first line, which stays when the project is saved here.
+TEST_F(RunCommand, KeepsEachProjectOfAnotherProgramOnce) {
+    const auto saved_by_them = [&](int time, double cursor) {
+        const std::string text = "<REAPER_PROJECT 0.1 \"6.19/linux-x86_64\" " + std::to_string(time) +
+                                 "\n  CURSOR " + std::to_string(cursor) + "\n>\n";
+        write_bytes(folder / "a.rpp", text);
+        return text;
+    };
+    const auto move_cursor = [&](int seconds, const std::string& target) {
+        return run("reaper.SetEditCurPos(" + std::to_string(seconds) + ", false, false)",
+                   {"--project", "a.rpp", "--save", target});
+    };
+    const std::string first = saved_by_them(1700000000, 2.0);
+    EXPECT_EQ(run("", {"--project", "a.rpp", "--save", "a.rpp"}).errors, "") << "nothing changes";
+    EXPECT_EQ(bytes_of(folder / "a.rpp"), first);
+    const Outcome changed = move_cursor(3, "a.rpp");
+    EXPECT_EQ(changed.status, 0);
+    EXPECT_EQ(changed.errors, "felspar: a.rpp: was changed; as it was it is kept as a.rpp-bak\n");
+    EXPECT_EQ(move_cursor(4, "a.rpp").errors, "");
+    EXPECT_EQ(bytes_of(folder / "a.rpp-bak"), first);
+    EXPECT_EQ(move_cursor(5, "b.rpp").errors, "");
+    EXPECT_EQ(move_cursor(6, "b.rpp").errors, "") << "b.rpp was made from a.rpp";
+    EXPECT_THAT(bytes_of(folder / "b.rpp"), HasSubstr("CURSOR 6\n"));
+    const std::string second = saved_by_them(1700000001, 7.0);
+    EXPECT_THAT(move_cursor(8, "a.rpp").errors, HasSubstr("a.rpp-bak2\n"));
+    EXPECT_EQ(bytes_of(folder / "a.rpp-bak2"), second);
+    EXPECT_THAT(move_cursor(9, "b.rpp").errors, HasSubstr("b.rpp: not overwritten")) << "may be the user's";
 }
 
 TEST_F(RunCommand, SavesTheRestWhenAFunctionFails) {

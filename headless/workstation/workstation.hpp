@@ -7,6 +7,8 @@
 #include "headless/project/project.hpp"
 #include "headless/workstation/dialogs.hpp"
 #include "headless/workstation/script_call.hpp"
+#include "headless/workstation/session_state.hpp"
+#include "headless/workstation/track_session.hpp"
 
 #include <cstddef>
 #include <filesystem>
@@ -96,6 +98,10 @@ public:
 
     /// Values that scripts store for one another.
     ExtensionStates extension_states;
+
+    /// What else scripts set and read back.
+    SessionState session;
+    TrackSession track_session;
 
     /// Answers that dialogs use before they ask anyone.
     DialogAnswers dialog_answers;

@@ -1,0 +1,27 @@
+#pragma once
+// What scripts set of tracks and read back, and what no project holds.
+
+#include "headless/project/track.hpp"
+
+#include <cstdint>
+#include <map>
+#include <string>
+
+namespace headless::project {
+class Project;
+}
+
+namespace headless::workstation {
+
+struct TrackSession {
+    /// The track that was last selected alone; null if it is gone.
+    project::Track* last_touched(const project::Project& project) const;
+    void touch(const project::Track& track) { last_touched_ = track.serial(); }
+
+    std::map<std::uint64_t, std::string> marked_areas{}; ///< of tracks by serial, as scripts gave them
+
+private:
+    std::uint64_t last_touched_ = 0;
+};
+
+} // namespace headless::workstation

@@ -12,7 +12,9 @@ std::span<const workstation::HostFunction> all_functions() {
         for (const auto table :
              {track_functions(), item_functions(), take_functions(), source_functions(), audio_functions(),
               envelope_functions(), marker_functions(), project_functions(), dialog_functions(),
-              insertion_functions(), file_functions(), session_functions()})
+              insertion_functions(), file_functions(), session_functions(), track_property_functions(),
+              track_state_functions(), send_functions(), effect_functions(), envelope_point_functions(),
+              envelope_property_functions()})
             functions.insert(functions.end(), table.begin(), table.end());
         return functions;
     }();

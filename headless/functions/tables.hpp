@@ -19,5 +19,11 @@ std::span<const workstation::HostFunction> dialog_functions();
 std::span<const workstation::HostFunction> insertion_functions();
 std::span<const workstation::HostFunction> file_functions();
 std::span<const workstation::HostFunction> session_functions();
+std::span<const workstation::HostFunction> track_property_functions();
+std::span<const workstation::HostFunction> track_state_functions();
+std::span<const workstation::HostFunction> send_functions();
+std::span<const workstation::HostFunction> effect_functions();
+std::span<const workstation::HostFunction> envelope_point_functions();
+std::span<const workstation::HostFunction> envelope_property_functions();
 
 } // namespace headless::functions

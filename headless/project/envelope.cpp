@@ -128,8 +128,9 @@ bool Envelope::erase_point(std::size_t index) {
 
 void Envelope::erase_points(double from_seconds, double to_seconds) {
     sort_points();
-    const auto [first, last] = std::pair(std::ranges::lower_bound(points_, from_seconds, {}, &EnvelopePoint::position_seconds),
-                                         std::ranges::lower_bound(points_, to_seconds, {}, &EnvelopePoint::position_seconds));
+    const auto [first, last] =
+        std::pair(std::ranges::lower_bound(points_, from_seconds, {}, &EnvelopePoint::position_seconds),
+                  std::ranges::lower_bound(points_, to_seconds, {}, &EnvelopePoint::position_seconds));
     if (first >= last)
         return;
     points_.erase(first, last);
@@ -147,7 +148,8 @@ void Envelope::sort_points() const {
                                              &EnvelopePoint::position_seconds),
                     tail, points_.end());
     else
-        std::ranges::inplace_merge(points_.begin(), tail, points_.end(), {}, &EnvelopePoint::position_seconds);
+        std::ranges::inplace_merge(points_.begin(), tail, points_.end(), {},
+                                   &EnvelopePoint::position_seconds);
     sorted_ = points_.size();
 }
 

@@ -130,8 +130,8 @@ private:
     std::uint64_t serial_;
     bool has_new_points_ = false;
     std::string name_;
-    bool is_left_unsorted_ = false;                ///< those after the sorted ones are to keep their indices
-    mutable std::size_t sorted_ = 0;               ///< as many points from the first on are sorted
+    bool is_left_unsorted_ = false;  ///< those after the sorted ones are to keep their indices
+    mutable std::size_t sorted_ = 0; ///< as many points from the first on are sorted
     mutable std::vector<EnvelopePoint> points_;
 };
 

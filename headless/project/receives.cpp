@@ -181,7 +181,8 @@ EnvelopeOwner owner_of(const Envelope& envelope) {
     const std::string_view token = chunk::token(envelope.block->head.content());
     if (token.starts_with("AUX") || token.starts_with("HW")) {
         const bool is_send = token.starts_with("AUX");
-        for (const Route& route : is_send ? receives_of(*envelope.track) : hardware_outputs_of(*envelope.track))
+        for (const Route& route :
+             is_send ? receives_of(*envelope.track) : hardware_outputs_of(*envelope.track))
             if (std::ranges::count(envelopes_of(route), &envelope) > 0)
                 owner.route = route;
     } else if (token == "PARMENV") {

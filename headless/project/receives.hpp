@@ -24,12 +24,12 @@ void renumber_receives(const Project& project, const NewIndices& new_indices);
 
 /// A line of that kind. It is valid until lines of its track come or go.
 struct Route {
-    Track* holder;            ///< the track in whose lines it stands
-    Track* source;            ///< null if the line names a track that does not exist
-    Track* destination;       ///< null for the hardware
-    std::size_t place;        ///< of the line among the holder's
-    std::size_t end;          ///< of its envelopes
-    std::size_t index;        ///< among the holder's lines of that token
+    Track* holder;      ///< the track in whose lines it stands
+    Track* source;      ///< null if the line names a track that does not exist
+    Track* destination; ///< null for the hardware
+    std::size_t place;  ///< of the line among the holder's
+    std::size_t end;    ///< of its envelopes
+    std::size_t index;  ///< among the holder's lines of that token
 };
 
 /// In the order of their lines. Sends are those of the first receiving track first.

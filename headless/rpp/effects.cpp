@@ -16,7 +16,7 @@ constexpr std::size_t offline_word = 2;
 /// Where an effect's block has its names.
 struct EffectKind {
     std::string_view token;
-    std::size_t alias_word; ///< what the user called it
+    std::size_t alias_word;  ///< what the user called it
     std::string_view prefix; ///< of the other name, word 1
 };
 
@@ -64,7 +64,9 @@ std::size_t EffectChain::end_of(std::size_t index) const {
     return index + 1 < starts_.size() ? starts_[index + 1] : block_->lines.size();
 }
 
-chunk::Text& EffectChain::bypass_line(std::size_t index) const { return *block_->lines[starts_[index]].line(); }
+chunk::Text& EffectChain::bypass_line(std::size_t index) const {
+    return *block_->lines[starts_[index]].line();
+}
 
 const chunk::Block* EffectChain::block_of(std::size_t index) const {
     for (std::size_t place = starts_[index]; place < end_of(index); ++place)
@@ -77,14 +79,17 @@ std::string EffectChain::name(std::size_t index) const {
     const chunk::Block* block = block_of(index);
     if (!block)
         return "";
-    const EffectKind& kind = *std::ranges::find(effect_kinds, chunk::token(block->head.content()), &EffectKind::token);
+    const EffectKind& kind =
+        *std::ranges::find(effect_kinds, chunk::token(block->head.content()), &EffectKind::token);
     const std::string_view alias = chunk::text_at(block->head, kind.alias_word);
-    return alias.empty() ? std::string(kind.prefix).append(chunk::text_at(block->head, 1)) : std::string(alias);
+    return alias.empty() ? std::string(kind.prefix).append(chunk::text_at(block->head, 1))
+                         : std::string(alias);
 }
 
 std::string EffectChain::id(std::size_t index) const {
     for (std::size_t place = starts_[index]; place < end_of(index); ++place)
-        if (const chunk::Text* line = block_->lines[place].line(); line && chunk::token(line->content()) == "FXID")
+        if (const chunk::Text* line = block_->lines[place].line();
+            line && chunk::token(line->content()) == "FXID")
             return std::string(chunk::text_at(*line, 1));
     return "";
 }

@@ -19,12 +19,11 @@ using project::Track;
 using Copies = std::unordered_map<const Track*, Track*>; // by what they were copied from
 
 void renew_effects(chunk::Lines& lines, project::Project& project) {
-    for (chunk::Node& node : lines) {
+    for (chunk::Node& node : lines)
         if (chunk::Block* block = node.block())
             renew_effects(block->lines, project);
         else if (chunk::Text* line = node.line(); line && node.token() == "FXID")
             chunk::set_word(*line, 1, chunk::text_of(project.guids.next()));
-    }
 }
 
 void renew_takes(project::Item& item, project::Project& project) {
@@ -95,8 +94,8 @@ void copy_sends(const Track& original, Track& copy, const Copies& copies) {
         Reading in(copy.project(), {}, "");
         read_envelopes(in, *route->holder, added);
         chunk::Lines& lines = *project::file_lines_of(*route->holder);
-        lines.insert(lines.begin() + static_cast<std::ptrdiff_t>(route->end), std::make_move_iterator(added.begin()),
-                     std::make_move_iterator(added.end()));
+        lines.insert(lines.begin() + static_cast<std::ptrdiff_t>(route->end),
+                     std::make_move_iterator(added.begin()), std::make_move_iterator(added.end()));
     }
 }
 
@@ -113,11 +112,15 @@ void nest(const std::vector<Track*>& made, const std::vector<Track*>& originals)
     const int missing = std::max(outermost - made.front()->depth(), 0);
     Track* previous = made.front()->project().track(made.front()->index() - 1);
     previous->set_folder_depth_change(previous->folder_depth_change() + missing);
-    for (std::size_t i = 0; i < made.size(); ++i) {
-        const bool is_last = i + 1 == made.size();
-        const int follower = is_last ? outermost - missing : originals[i + 1]->depth();
-        made[i]->set_folder_depth_change(follower - originals[i]->depth());
+    std::vector<int> depths; // below the outermost
+    std::unordered_map<const Track*, int> depth_of;
+    for (const Track* original : originals) {
+        const auto folder = depth_of.find(original->parent());
+        depths.push_back(depth_of[original] = folder == depth_of.end() ? 0 : folder->second + 1);
     }
+    depths.push_back(-missing); // what follows
+    for (std::size_t i = 0; i < made.size(); ++i)
+        made[i]->set_folder_depth_change(depths[i + 1] - depths[i]);
 }
 
 } // namespace

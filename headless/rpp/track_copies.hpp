@@ -11,6 +11,7 @@ namespace headless::rpp {
 /// the outermost of them. Copies have identifiers of their own. What the tracks send to one another is sent
 /// between the copies as well; what they exchange with others, the copies exchange too.
 /// @returns the copies of the given tracks
-std::vector<project::Track*> copy_tracks(project::Project& project, const std::vector<project::Track*>& tracks);
+std::vector<project::Track*> copy_tracks(project::Project& project,
+                                         const std::vector<project::Track*>& tracks);
 
 } // namespace headless::rpp

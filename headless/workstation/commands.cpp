@@ -1,6 +1,7 @@
 #include "headless/workstation/commands.hpp"
 
 #include "headless/workstation/render_take.hpp"
+#include "headless/workstation/track_commands.hpp"
 #include "headless/workstation/workstation.hpp"
 
 #include <string>
@@ -56,6 +57,8 @@ void run_command(Workstation& workstation, int number) {
             return;
         }
     }
+    if (run_track_command(workstation, number))
+        return;
     workstation.report(Failure{"command " + std::to_string(number) + " is not known and was not run"});
 }
 

@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <map>
 #include <string>
+#include <utility>
 
 namespace headless::project {
 class Project;
@@ -18,7 +19,8 @@ struct TrackSession {
     project::Track* last_touched(const project::Project& project) const;
     void touch(const project::Track& track) { last_touched_ = track.serial(); }
 
-    std::map<std::uint64_t, std::string> marked_areas{}; ///< of tracks by serial, as scripts gave them
+    /// As scripts gave them, by the serial of the track and the key.
+    std::map<std::pair<std::uint64_t, std::string>, std::string> marked_areas{};
 
 private:
     std::uint64_t last_touched_ = 0;

@@ -15,6 +15,7 @@ std::span<const workstation::HostFunction> audio_functions();
 std::span<const workstation::HostFunction> envelope_functions();
 std::span<const workstation::HostFunction> marker_functions();
 std::span<const workstation::HostFunction> project_functions();
+std::span<const workstation::HostFunction> project_setting_functions();
 std::span<const workstation::HostFunction> dialog_functions();
 std::span<const workstation::HostFunction> insertion_functions();
 std::span<const workstation::HostFunction> file_functions();

@@ -11,10 +11,10 @@ std::span<const workstation::HostFunction> all_functions() {
         std::vector<workstation::HostFunction> functions;
         for (const auto table :
              {track_functions(), item_functions(), take_functions(), source_functions(), audio_functions(),
-              envelope_functions(), marker_functions(), project_functions(), project_setting_functions(), dialog_functions(),
-              insertion_functions(), file_functions(), session_functions(), track_property_functions(),
-              track_state_functions(), send_functions(), effect_functions(), envelope_point_functions(),
-              envelope_property_functions()})
+              envelope_functions(), marker_functions(), project_functions(), project_setting_functions(),
+              dialog_functions(), insertion_functions(), file_functions(), session_functions(),
+              track_property_functions(), track_state_functions(), send_functions(), effect_functions(),
+              envelope_point_functions(), envelope_property_functions()})
             functions.insert(functions.end(), table.begin(), table.end());
         return functions;
     }();

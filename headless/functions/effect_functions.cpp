@@ -29,7 +29,8 @@ struct Place {
 Place place_of(Track& track, int index) {
     const bool is_recording = index >= recording_flag;
     const auto chain = is_recording ? rpp::Chain::recording : rpp::Chain::playback;
-    return {rpp::EffectChain(track, chain), static_cast<std::size_t>(is_recording ? index - recording_flag : index)};
+    return {rpp::EffectChain(track, chain),
+            static_cast<std::size_t>(is_recording ? index - recording_flag : index)};
 }
 
 Place place_of(Take& take, int index) { return {rpp::EffectChain(take), static_cast<std::size_t>(index)}; }
@@ -39,7 +40,9 @@ int count_effects(T& object) {
     return static_cast<int>(place_of(object, 0).chain.size());
 }
 
-int count_recording_effects(Track& track) { return static_cast<int>(place_of(track, recording_flag).chain.size()); }
+int count_recording_effects(Track& track) {
+    return static_cast<int>(place_of(track, recording_flag).chain.size());
+}
 
 template <class T>
 bool get_name(T& object, int index, char* buffer, int size) {
@@ -100,7 +103,8 @@ bool delete_effect(T& object, int index) {
 }
 
 std::string in_small_letters(std::string text) {
-    std::ranges::transform(text, text.begin(), [](unsigned char letter) { return static_cast<char>(std::tolower(letter)); });
+    std::ranges::transform(text, text.begin(),
+                           [](unsigned char letter) { return static_cast<char>(std::tolower(letter)); });
     return text;
 }
 
@@ -126,7 +130,8 @@ int add_by_name(Workstation& workstation, Track& track, const char* name, bool i
     constexpr int add_if_missing = 1;
     if (instances == 0 || (instances == add_if_missing && found >= 0))
         return found;
-    workstation.report_once({"TrackFX_AddByName: the effect \"" + wanted + "\" is not added, as effects are not loaded"});
+    workstation.report_once(
+        {"TrackFX_AddByName: the effect \"" + wanted + "\" is not added, as effects are not loaded"});
     return -1;
 }
 
@@ -139,25 +144,39 @@ int get_by_name(Workstation& workstation, Track& track, const char* name, bool a
 std::span<const workstation::HostFunction> effect_functions() {
     static const workstation::HostFunction table[] = {
         {"TrackFX_GetCount", host_function<count_effects<Track>>("track", "Number of the track's effects")},
-        {"TrackFX_GetRecCount", host_function<count_recording_effects>("track", "Number of effects on the track's input")},
-        {"TrackFX_GetFXName", host_function<get_name<Track>>("track,fx,bufOut,bufOut_sz", "The effect's name; of a script, its file")},
-        {"TrackFX_GetFXGUID", host_function<get_id_bytes<Track>, get_id<Track>>("track,fx", "The effect's identifier, nil if there is none")},
-        {"TrackFX_GetEnabled", host_function<is_enabled<Track>>("track,fx", "Whether the effect is not bypassed")},
-        {"TrackFX_SetEnabled", host_function<set_enabled<Track>>("track,fx,enabled", "Bypasses the effect, or not")},
+        {"TrackFX_GetRecCount",
+         host_function<count_recording_effects>("track", "Number of effects on the track's input")},
+        {"TrackFX_GetFXName", host_function<get_name<Track>>("track,fx,bufOut,bufOut_sz",
+                                                             "The effect's name; of a script, its file")},
+        {"TrackFX_GetFXGUID", host_function<get_id_bytes<Track>, get_id<Track>>(
+                                  "track,fx", "The effect's identifier, nil if there is none")},
+        {"TrackFX_GetEnabled",
+         host_function<is_enabled<Track>>("track,fx", "Whether the effect is not bypassed")},
+        {"TrackFX_SetEnabled",
+         host_function<set_enabled<Track>>("track,fx,enabled", "Bypasses the effect, or not")},
         {"TrackFX_GetOffline", host_function<is_offline<Track>>("track,fx", "Whether the effect is offline")},
-        {"TrackFX_SetOffline", host_function<set_offline<Track>>("track,fx,offline", "Sets the effect offline, or online")},
-        {"TrackFX_Delete", host_function<delete_effect<Track>>("track,fx", "Removes the effect with its envelopes")},
+        {"TrackFX_SetOffline",
+         host_function<set_offline<Track>>("track,fx,offline", "Sets the effect offline, or online")},
+        {"TrackFX_Delete",
+         host_function<delete_effect<Track>>("track,fx", "Removes the effect with its envelopes")},
         {"TrackFX_AddByName",
-         host_function<add_by_name>("track,fxname,recFX,instantiate", "Index of the effect of that name, -1 if there is none; none is added")},
+         host_function<add_by_name>("track,fxname,recFX,instantiate",
+                                    "Index of the effect of that name, -1 if there is none; none is added")},
         {"TrackFX_GetByName",
-         host_function<get_by_name>("track,fxname,instantiate", "Index of the effect of that name, -1 if there is none; none is added")},
+         host_function<get_by_name>("track,fxname,instantiate",
+                                    "Index of the effect of that name, -1 if there is none; none is added")},
         {"TakeFX_GetCount", host_function<count_effects<Take>>("take", "Number of the take's effects")},
-        {"TakeFX_GetFXName", host_function<get_name<Take>>("take,fx,bufOut,bufOut_sz", "The effect's name; of a script, its file")},
-        {"TakeFX_GetFXGUID", host_function<get_id_bytes<Take>, get_id<Take>>("take,fx", "The effect's identifier, nil if there is none")},
-        {"TakeFX_GetEnabled", host_function<is_enabled<Take>>("take,fx", "Whether the effect is not bypassed")},
-        {"TakeFX_SetEnabled", host_function<set_enabled<Take>>("take,fx,enabled", "Bypasses the effect, or not")},
+        {"TakeFX_GetFXName", host_function<get_name<Take>>("take,fx,bufOut,bufOut_sz",
+                                                           "The effect's name; of a script, its file")},
+        {"TakeFX_GetFXGUID", host_function<get_id_bytes<Take>, get_id<Take>>(
+                                 "take,fx", "The effect's identifier, nil if there is none")},
+        {"TakeFX_GetEnabled",
+         host_function<is_enabled<Take>>("take,fx", "Whether the effect is not bypassed")},
+        {"TakeFX_SetEnabled",
+         host_function<set_enabled<Take>>("take,fx,enabled", "Bypasses the effect, or not")},
         {"TakeFX_GetOffline", host_function<is_offline<Take>>("take,fx", "Whether the effect is offline")},
-        {"TakeFX_SetOffline", host_function<set_offline<Take>>("take,fx,offline", "Sets the effect offline, or online")},
+        {"TakeFX_SetOffline",
+         host_function<set_offline<Take>>("take,fx,offline", "Sets the effect offline, or online")},
         {"TakeFX_Delete", host_function<delete_effect<Take>>("take,fx", "Removes the effect")},
     };
     return table;

@@ -24,13 +24,13 @@ struct KindRange {
 // Types: 0 volume, 2 pan, 4 width, each + 1 before effects, 6 mute, 7 pitch, 8 play rate, 9 tempo, 10 parameter.
 constexpr int parameter_type = 10;
 constexpr std::array kind_ranges{
-    KindRange{"VOLENV", {0, 2, 1, 1}},       KindRange{"VOLENV2", {0, 2, 1, 0}},
-    KindRange{"VOLENV3", {0, 2, 1, 0}},      KindRange{"PANENV", {-1, 1, 0, 3}},
-    KindRange{"PANENV2", {-1, 1, 0, 2}},     KindRange{"WIDTHENV", {-1, 1, 1, 5}},
-    KindRange{"WIDTHENV2", {-1, 1, 1, 4}},   KindRange{"DUALPANENVL", {-1, 1, -1, 3}},
+    KindRange{"VOLENV", {0, 2, 1, 1}},         KindRange{"VOLENV2", {0, 2, 1, 0}},
+    KindRange{"VOLENV3", {0, 2, 1, 0}},        KindRange{"PANENV", {-1, 1, 0, 3}},
+    KindRange{"PANENV2", {-1, 1, 0, 2}},       KindRange{"WIDTHENV", {-1, 1, 1, 5}},
+    KindRange{"WIDTHENV2", {-1, 1, 1, 4}},     KindRange{"DUALPANENVL", {-1, 1, -1, 3}},
     KindRange{"DUALPANENVL2", {-1, 1, -1, 2}}, KindRange{"DUALPANENV", {-1, 1, 1, 3}},
-    KindRange{"DUALPANENV2", {-1, 1, 1, 2}}, KindRange{"MUTEENV", {0, 1, 1, 6}},
-    KindRange{"PITCHENV", {-3, 3, 0, 7}},    KindRange{"PLAYSPEEDENV", {0.1, 4, 1, 8}}};
+    KindRange{"DUALPANENV2", {-1, 1, 1, 2}},   KindRange{"MUTEENV", {0, 1, 1, 6}},
+    KindRange{"PITCHENV", {-3, 3, 0, 7}},      KindRange{"PLAYSPEEDENV", {0.1, 4, 1, 8}}};
 
 std::string_view without_owner(std::string_view token) {
     for (const std::string_view owner : {"MASTER", "AUX", "HW"})
@@ -61,7 +61,8 @@ Envelope* find_envelope(const Track& track, std::string_view text) {
     const std::string_view token = text.starts_with('<') ? text.substr(1) : text;
     for (Envelope* envelope : envelopes_of(track)) {
         const std::string present = rpp::envelope_token(*envelope);
-        const bool is_masters = present.starts_with("MASTER") && present.substr(std::string_view("MASTER").size()) == token;
+        const bool is_masters =
+            present.starts_with("MASTER") && present.substr(std::string_view("MASTER").size()) == token;
         if (id ? envelope->id == *id : present == token || is_masters)
             return envelope;
     }
@@ -79,8 +80,8 @@ ValueRange range_of(const Envelope& envelope) {
     const std::string token = rpp::envelope_token(envelope);
     if (token == "PARMENV") {
         const chunk::Text& head = envelope.block->head;
-        return {chunk::number_at(head, 2, 0.0), chunk::number_at(head, 3, 1.0), chunk::number_at(head, 4, 0.5),
-                parameter_type};
+        return {chunk::number_at(head, 2, 0.0), chunk::number_at(head, 3, 1.0),
+                chunk::number_at(head, 4, 0.5), parameter_type};
     }
     const auto kind = std::ranges::find(kind_ranges, without_owner(token), &KindRange::token);
     ValueRange range = kind == kind_ranges.end() ? ValueRange{0, 1, 0, parameter_type} : kind->range;

@@ -29,7 +29,8 @@ bool is_envelope_itself(Workstation& workstation, int automation_item, const cha
 int count_points(const Envelope& envelope) { return static_cast<int>(envelope.point_count()); }
 
 int count_points_in(Workstation& workstation, const Envelope& envelope, int automation_item) {
-    return is_envelope_itself(workstation, automation_item, "CountEnvelopePointsEx") ? count_points(envelope) : 0;
+    return is_envelope_itself(workstation, automation_item, "CountEnvelopePointsEx") ? count_points(envelope)
+                                                                                     : 0;
 }
 
 bool get_point(const Envelope& envelope, int index, double* time, double* value, int* shape, double* tension,
@@ -45,8 +46,8 @@ bool get_point(const Envelope& envelope, int index, double* time, double* value,
     return true;
 }
 
-bool get_point_in(Workstation& workstation, const Envelope& envelope, int automation_item, int index, double* time,
-                  double* value, int* shape, double* tension, bool* is_selected) {
+bool get_point_in(Workstation& workstation, const Envelope& envelope, int automation_item, int index,
+                  double* time, double* value, int* shape, double* tension, bool* is_selected) {
     return is_envelope_itself(workstation, automation_item, "GetEnvelopePointEx") &&
            get_point(envelope, index, time, value, shape, tension, is_selected);
 }
@@ -86,8 +87,8 @@ bool insert_point(Envelope& envelope, double time, double value, int shape, doub
         is_sorted_after(leaves_unsorted));
 }
 
-bool insert_point_in(Workstation& workstation, Envelope& envelope, int automation_item, double time, double value,
-                     int shape, double tension, bool is_selected, bool* leaves_unsorted) {
+bool insert_point_in(Workstation& workstation, Envelope& envelope, int automation_item, double time,
+                     double value, int shape, double tension, bool is_selected, bool* leaves_unsorted) {
     return is_envelope_itself(workstation, automation_item, "InsertEnvelopePointEx") &&
            insert_point(envelope, time, value, shape, tension, is_selected, leaves_unsorted);
 }
@@ -108,7 +109,8 @@ bool delete_points(Envelope& envelope, double from, double to) {
     return true;
 }
 
-bool delete_points_in(Workstation& workstation, Envelope& envelope, int automation_item, double from, double to) {
+bool delete_points_in(Workstation& workstation, Envelope& envelope, int automation_item, double from,
+                      double to) {
     return is_envelope_itself(workstation, automation_item, "DeleteEnvelopePointRangeEx") &&
            delete_points(envelope, from, to);
 }
@@ -124,8 +126,9 @@ int point_at(const Envelope& envelope, double time) {
 }
 
 int point_at_in(Workstation& workstation, const Envelope& envelope, int automation_item, double time) {
-    return is_envelope_itself(workstation, automation_item, "GetEnvelopePointByTimeEx") ? point_at(envelope, time)
-                                                                                        : -1;
+    return is_envelope_itself(workstation, automation_item, "GetEnvelopePointByTimeEx")
+               ? point_at(envelope, time)
+               : -1;
 }
 
 // What runs from one point to the next, on the scale that scripts see.
@@ -134,7 +137,9 @@ struct Segment {
     EnvelopePoint to;
     bool is_straight; ///< or constant
 
-    double value_at(double time) const { return is_straight && from.value == to.value ? from.value : value_between(from, to, time); }
+    double value_at(double time) const {
+        return is_straight && from.value == to.value ? from.value : value_between(from, to, time);
+    }
 };
 
 Segment segment_at(const Envelope& envelope, double time) {
@@ -157,8 +162,8 @@ Segment segment_at(const Envelope& envelope, double time) {
 }
 
 // Derivatives are per sample. They hold up to the next point where the curve is straight.
-int evaluate(const Envelope& envelope, double time, double sample_rate, int samples, double* value, double* first,
-             double* second, double* third) {
+int evaluate(const Envelope& envelope, double time, double sample_rate, int samples, double* value,
+             double* first, double* second, double* third) {
     const double seconds = std::isfinite(time) ? time : 0.0;
     const Segment segment = segment_at(envelope, seconds);
     put(value, segment.value_at(seconds));
@@ -187,46 +192,60 @@ double scale_from(int mode, double value) { return mode == 1 ? gain_at(value) : 
 std::span<const workstation::HostFunction> envelope_point_functions() {
     static const workstation::HostFunction table[] = {
         {"CountEnvelopePoints", host_function<count_points>("envelope", "Number of points")},
-        {"CountEnvelopePointsEx", host_function<count_points_in>("envelope,autoitem_idx", "Number of points; -1 is the envelope itself")},
+        {"CountEnvelopePointsEx",
+         host_function<count_points_in>("envelope,autoitem_idx",
+                                        "Number of points; -1 is the envelope itself")},
         {"GetEnvelopePoint",
          host_function<get_point>("envelope,ptidx,timeOut,valueOut,shapeOut,tensionOut,selectedOut",
                                   "The point of that index, counted from 0")},
         {"GetEnvelopePointEx",
-         host_function<get_point_in>("envelope,autoitem_idx,ptidx,timeOut,valueOut,shapeOut,tensionOut,selectedOut",
-                                     "The point of that index, counted from 0")},
+         host_function<get_point_in>(
+             "envelope,autoitem_idx,ptidx,timeOut,valueOut,shapeOut,tensionOut,selectedOut",
+             "The point of that index, counted from 0")},
         {"SetEnvelopePoint",
-         host_function<set_point_c>("envelope,ptidx,timeInOptional,valueInOptional,shapeInOptional,tensionInOptional,"
-                                    "selectedInOptional,noSortInOptional",
-                                    "Changes a point; what is left out stays as it is")},
+         host_function<set_point_c>(
+             "envelope,ptidx,timeInOptional,valueInOptional,shapeInOptional,tensionInOptional,"
+             "selectedInOptional,noSortInOptional",
+             "Changes a point; what is left out stays as it is")},
         {"SetEnvelopePointEx",
-         host_function<set_point_in>("envelope,autoitem_idx,ptidx,timeInOptional,valueInOptional,shapeInOptional,"
-                                     "tensionInOptional,selectedInOptional,noSortInOptional",
-                                     "Changes a point; what is left out stays as it is")},
+         host_function<set_point_in>(
+             "envelope,autoitem_idx,ptidx,timeInOptional,valueInOptional,shapeInOptional,"
+             "tensionInOptional,selectedInOptional,noSortInOptional",
+             "Changes a point; what is left out stays as it is")},
         {"InsertEnvelopePoint",
-         host_function<insert_point>("envelope,time,value,shape,tension,selected,noSortInOptional", "Adds a point")},
+         host_function<insert_point>("envelope,time,value,shape,tension,selected,noSortInOptional",
+                                     "Adds a point")},
         {"InsertEnvelopePointEx",
-         host_function<insert_point_in>("envelope,autoitem_idx,time,value,shape,tension,selected,noSortInOptional",
-                                        "Adds a point")},
+         host_function<insert_point_in>(
+             "envelope,autoitem_idx,time,value,shape,tension,selected,noSortInOptional", "Adds a point")},
         {"Envelope_SortPoints", host_function<sort_points>("envelope", "Sorts the points by time")},
-        {"Envelope_SortPointsEx", host_function<sort_points_in>("envelope,autoitem_idx", "Sorts the points by time")},
+        {"Envelope_SortPointsEx",
+         host_function<sort_points_in>("envelope,autoitem_idx", "Sorts the points by time")},
         {"DeleteEnvelopePointRange",
-         host_function<delete_points>("envelope,time_start,time_end", "Deletes the points from the start to before the end")},
+         host_function<delete_points>("envelope,time_start,time_end",
+                                      "Deletes the points from the start to before the end")},
         {"DeleteEnvelopePointRangeEx",
          host_function<delete_points_in>("envelope,autoitem_idx,time_start,time_end",
                                          "Deletes the points from the start to before the end")},
-        {"DeleteEnvelopePointEx", host_function<delete_point_in>("envelope,autoitem_idx,ptidx", "Deletes the point")},
+        {"DeleteEnvelopePointEx",
+         host_function<delete_point_in>("envelope,autoitem_idx,ptidx", "Deletes the point")},
         {"GetEnvelopePointByTime",
-         host_function<point_at>("envelope,time", "Index of the last point at or before that time, -1 if there is none")},
+         host_function<point_at>("envelope,time",
+                                 "Index of the last point at or before that time, -1 if there is none")},
         {"GetEnvelopePointByTimeEx",
          host_function<point_at_in>("envelope,autoitem_idx,time",
                                     "Index of the last point at or before that time, -1 if there is none")},
         {"Envelope_Evaluate",
-         host_function<evaluate>("envelope,time,samplerate,samplesRequested,valueOut,dVdSOut,ddVdSOut,dddVdSOut",
-                                 "The value at that time and its derivatives per sample; returns for how many samples "
-                                 "they hold")},
-        {"GetEnvelopeScalingMode", host_function<scaling_mode>("env", "1 if values are positions of a fader, else 0")},
-        {"ScaleToEnvelopeMode", host_function<scale_to>("scaling_mode,val", "The value that stands for a linear gain")},
-        {"ScaleFromEnvelopeMode", host_function<scale_from>("scaling_mode,val", "The linear gain that a value stands for")},
+         host_function<evaluate>(
+             "envelope,time,samplerate,samplesRequested,valueOut,dVdSOut,ddVdSOut,dddVdSOut",
+             "The value at that time and its derivatives per sample; returns for how many samples "
+             "they hold")},
+        {"GetEnvelopeScalingMode",
+         host_function<scaling_mode>("env", "1 if values are positions of a fader, else 0")},
+        {"ScaleToEnvelopeMode",
+         host_function<scale_to>("scaling_mode,val", "The value that stands for a linear gain")},
+        {"ScaleFromEnvelopeMode",
+         host_function<scale_from>("scaling_mode,val", "The linear gain that a value stands for")},
     };
     return table;
 }

@@ -42,14 +42,17 @@ Envelope* get_track_envelope_by_chunk_name(const Track& track, const char* name)
     return name ? find_envelope(track, name) : nullptr;
 }
 
-Envelope* get_effect_envelope(Workstation& workstation, const Track& track, int effect, int parameter, bool creates) {
+Envelope* get_effect_envelope(Workstation& workstation, const Track& track, int effect, int parameter,
+                              bool creates) {
     for (Envelope* envelope : envelopes_of(track)) {
         const auto owner = owner_of(*envelope);
-        if (owner.effect == static_cast<std::size_t>(effect) && owner.parameter == static_cast<std::size_t>(parameter))
+        if (owner.effect == static_cast<std::size_t>(effect) &&
+            owner.parameter == static_cast<std::size_t>(parameter))
             return envelope;
     }
     if (creates)
-        workstation.report_once({"GetFXEnvelope: envelopes of effects cannot be made, as no effect is loaded"});
+        workstation.report_once(
+            {"GetFXEnvelope: envelopes of effects cannot be made, as no effect is loaded"});
     return nullptr;
 }
 
@@ -254,14 +257,15 @@ struct AutomationKey {
 };
 
 constexpr std::array automation_keys{
-    AutomationKey{"D_POOL_ID", 1, 0},  AutomationKey{"D_POSITION", 2, 0}, AutomationKey{"D_LENGTH", 3, 0},
-    AutomationKey{"D_STARTOFFS", 4, 0}, AutomationKey{"D_PLAYRATE", 5, 1}, AutomationKey{"D_UISEL", 6, 0},
-    AutomationKey{"D_BASELINE", 7, 0}, AutomationKey{"D_AMPLITUDE", 8, 1}, AutomationKey{"D_LOOPSRC", 9, 1}};
+    AutomationKey{"D_POOL_ID", 1, 0},   AutomationKey{"D_POSITION", 2, 0},  AutomationKey{"D_LENGTH", 3, 0},
+    AutomationKey{"D_STARTOFFS", 4, 0}, AutomationKey{"D_PLAYRATE", 5, 1},  AutomationKey{"D_UISEL", 6, 0},
+    AutomationKey{"D_BASELINE", 7, 0},  AutomationKey{"D_AMPLITUDE", 8, 1}, AutomationKey{"D_LOOPSRC", 9, 1}};
 
 // Returns the value after the change.
-double get_set_automation_item(Workstation& workstation, Envelope& envelope, int index, const char* key, double value,
-                               bool is_set) {
-    const auto known = std::ranges::find(automation_keys, std::string_view(key ? key : ""), &AutomationKey::key);
+double get_set_automation_item(Workstation& workstation, Envelope& envelope, int index, const char* key,
+                               double value, bool is_set) {
+    const auto known =
+        std::ranges::find(automation_keys, std::string_view(key ? key : ""), &AutomationKey::key);
     if (known == automation_keys.end()) {
         report_unknown_key(workstation, "GetSetAutomationItemInfo", key);
         return 0.0;
@@ -285,43 +289,54 @@ int insert_automation_item(Workstation& workstation, Envelope&, int, double, dou
 
 std::span<const workstation::HostFunction> envelope_property_functions() {
     static const workstation::HostFunction table[] = {
-        {"CountTrackEnvelopes",
-         host_function<count_track_envelopes>("track", "Number of envelopes of the track, its effects and its sends")},
-        {"GetTrackEnvelope", host_function<get_track_envelope>("track,envidx", "The envelope of that index, counted from 0")},
-        {"GetTrackEnvelopeByName",
-         host_function<get_track_envelope_by_name>("track,envname", "The envelope of that name, such as Volume")},
+        {"CountTrackEnvelopes", host_function<count_track_envelopes>(
+                                    "track", "Number of envelopes of the track, its effects and its sends")},
+        {"GetTrackEnvelope",
+         host_function<get_track_envelope>("track,envidx", "The envelope of that index, counted from 0")},
+        {"GetTrackEnvelopeByName", host_function<get_track_envelope_by_name>(
+                                       "track,envname", "The envelope of that name, such as Volume")},
         {"GetTrackEnvelopeByChunkName",
          host_function<get_track_envelope_by_chunk_name>(
-             "tr,cfgchunkname_or_guid", "The envelope of that kind, such as <VOLENV2, or with that identifier")},
-        {"GetFXEnvelope",
-         host_function<get_effect_envelope>("track,fxindex,parameterindex,create", "The envelope of an effect's parameter")},
-        {"GetSelectedEnvelope", host_function<get_selected_envelope>("proj", "The selected envelope, nil if there is none")},
-        {"GetSelectedTrackEnvelope",
-         host_function<get_selected_track_envelope>("proj", "The selected envelope, nil unless it is a track's")},
-        {"GetEnvelopeName", host_function<get_envelope_name>("env,bufOut,bufOut_sz", "The name, such as Volume")},
+             "tr,cfgchunkname_or_guid",
+             "The envelope of that kind, such as <VOLENV2, or with that identifier")},
+        {"GetFXEnvelope", host_function<get_effect_envelope>("track,fxindex,parameterindex,create",
+                                                             "The envelope of an effect's parameter")},
+        {"GetSelectedEnvelope",
+         host_function<get_selected_envelope>("proj", "The selected envelope, nil if there is none")},
+        {"GetSelectedTrackEnvelope", host_function<get_selected_track_envelope>(
+                                         "proj", "The selected envelope, nil unless it is a track's")},
+        {"GetEnvelopeName",
+         host_function<get_envelope_name>("env,bufOut,bufOut_sz", "The name, such as Volume")},
         {"Envelope_GetParentTake",
-         host_function<get_parent_take>("env,indexOut,index2Out",
-                                        "The take, nil for another envelope; effect and parameter, -1 if none")},
+         host_function<get_parent_take>(
+             "env,indexOut,index2Out",
+             "The take, nil for another envelope; effect and parameter, -1 if none")},
         {"Envelope_GetParentTrack",
-         host_function<get_parent_track>("env,indexOut,index2Out",
-                                         "The track, nil for a take's envelope; effect and parameter, -1 if none")},
+         host_function<get_parent_track>(
+             "env,indexOut,index2Out",
+             "The track, nil for a take's envelope; effect and parameter, -1 if none")},
         {"GetEnvelopeInfo_Value",
-         host_function<get_value<attributes>>("env,parmname",
-                                              "P_TRACK, P_DESTTRACK, P_ITEM, P_TAKE, I_SEND_IDX, I_HWOUT_IDX, "
-                                              "I_RECV_IDX, I_TCPY or I_TCPH")},
+         host_function<get_value<attributes>>(
+             "env,parmname", "P_TRACK, P_DESTTRACK, P_ITEM, P_TAKE, I_SEND_IDX, I_HWOUT_IDX, "
+                             "I_RECV_IDX, I_TCPY or I_TCPH")},
         {"GetSetEnvelopeInfo_String",
-         host_function<get_set_envelope_string>("env,parmname,stringNeedBig,setNewValue",
-                                                "Gets or sets ACTIVE, ARM, VISIBLE, SHOWLANE or P_EXT:key, gets GUID")},
-        {"Envelope_FormatValue", host_function<format_value>("env,value,bufOut,bufOut_sz", "The value as users see it")},
-        {"GetEnvelopeStateChunk",
-         host_function<get_state>("env,strNeedBig,strNeedBig_sz,isundoOptional", "The envelope's lines in the project file")},
-        {"SetEnvelopeStateChunk", host_function<set_state>("env,str,isundoOptional", "Replaces the envelope by those lines")},
+         host_function<get_set_envelope_string>(
+             "env,parmname,stringNeedBig,setNewValue",
+             "Gets or sets ACTIVE, ARM, VISIBLE, SHOWLANE or P_EXT:key, gets GUID")},
+        {"Envelope_FormatValue",
+         host_function<format_value>("env,value,bufOut,bufOut_sz", "The value as users see it")},
+        {"GetEnvelopeStateChunk", host_function<get_state>("env,strNeedBig,strNeedBig_sz,isundoOptional",
+                                                           "The envelope's lines in the project file")},
+        {"SetEnvelopeStateChunk",
+         host_function<set_state>("env,str,isundoOptional", "Replaces the envelope by those lines")},
         {"CountAutomationItems", host_function<count_automation_items>("env", "Number of automation items")},
         {"GetSetAutomationItemInfo",
-         host_function<get_set_automation_item>("env,autoitem_idx,desc,value,is_set",
-                                                "Gets or sets D_POOL_ID, D_POSITION, D_LENGTH, D_STARTOFFS, D_PLAYRATE, "
-                                                "D_UISEL, D_BASELINE, D_AMPLITUDE or D_LOOPSRC")},
-        {"InsertAutomationItem", host_function<insert_automation_item>("env,pool_id,position,length", "Reported: cannot be done")},
+         host_function<get_set_automation_item>(
+             "env,autoitem_idx,desc,value,is_set",
+             "Gets or sets D_POOL_ID, D_POSITION, D_LENGTH, D_STARTOFFS, D_PLAYRATE, "
+             "D_UISEL, D_BASELINE, D_AMPLITUDE or D_LOOPSRC")},
+        {"InsertAutomationItem",
+         host_function<insert_automation_item>("env,pool_id,position,length", "Reported: cannot be done")},
     };
     return table;
 }

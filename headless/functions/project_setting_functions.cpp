@@ -46,7 +46,8 @@ constexpr Attribute<Project> rows[] = {
 constexpr Attributes<Project> attributes{"GetSetProjectInfo", "GetSetProjectInfo", rows};
 
 // Returns the value that there is afterwards.
-double get_set_number(Workstation& workstation, Project& project, const char* key, double value, bool is_set) {
+double get_set_number(Workstation& workstation, Project& project, const char* key, double value,
+                      bool is_set) {
     if (is_set)
         set_value<attributes>(workstation, project, key, value);
     return get_value<attributes>(workstation, project, key);
@@ -62,10 +63,10 @@ struct TextPlace {
     rpp::FieldPlace place;
 };
 
-constexpr std::array text_places{TextPlace{"PROJECT_TITLE", {"TITLE", 1}}, TextPlace{"PROJECT_AUTHOR", {"AUTHOR", 1}},
-                                 TextPlace{"RECORD_PATH_SECONDARY", {"RECORD_PATH", 2}},
-                                 TextPlace{"RENDER_FILE", {"RENDER_FILE", 1}},
-                                 TextPlace{"RENDER_PATTERN", {"RENDER_PATTERN", 1}}};
+constexpr std::array text_places{
+    TextPlace{"PROJECT_TITLE", {"TITLE", 1}}, TextPlace{"PROJECT_AUTHOR", {"AUTHOR", 1}},
+    TextPlace{"RECORD_PATH_SECONDARY", {"RECORD_PATH", 2}}, TextPlace{"RENDER_FILE", {"RENDER_FILE", 1}},
+    TextPlace{"RENDER_PATTERN", {"RENDER_PATTERN", 1}}};
 
 struct FormatBlock {
     std::string_view key;
@@ -73,8 +74,9 @@ struct FormatBlock {
 };
 
 // Settings of audio formats, in base64.
-constexpr std::array format_blocks{FormatBlock{"RECORD_FORMAT", "RECORD_CFG"}, FormatBlock{"APPLYFX_FORMAT", "APPLYFX_CFG"},
-                                   FormatBlock{"RENDER_FORMAT", "RENDER_CFG"}, FormatBlock{"RENDER_FORMAT2", "RENDER_CFG2"}};
+constexpr std::array format_blocks{
+    FormatBlock{"RECORD_FORMAT", "RECORD_CFG"}, FormatBlock{"APPLYFX_FORMAT", "APPLYFX_CFG"},
+    FormatBlock{"RENDER_FORMAT", "RENDER_CFG"}, FormatBlock{"RENDER_FORMAT2", "RENDER_CFG2"}};
 
 const chunk::Block* find_block(const Project& project, std::string_view token) {
     return project.source ? chunk::find_block(project.source->document.root.lines, token) : nullptr;
@@ -95,7 +97,8 @@ std::string in_base64(std::string_view letters) {
     for (std::size_t begin = 0; begin < letters.size(); begin += 3) {
         std::uint32_t group = 0;
         for (std::size_t i = 0; i < 3; ++i)
-            group = group << 8 | (begin + i < letters.size() ? static_cast<unsigned char>(letters[begin + i]) : 0U);
+            group = group << 8 |
+                    (begin + i < letters.size() ? static_cast<unsigned char>(letters[begin + i]) : 0U);
         for (std::size_t i = 0; i < 4; ++i)
             text += begin + i <= letters.size() ? digits[group >> (18 - 6 * i) & six_bits] : '=';
     }
@@ -156,7 +159,8 @@ void set_tag(Project& project, std::string_view id, std::string_view value) {
     const auto present = std::ranges::find_if(lines, is_tag);
     if (present != lines.end() && chunk::text_at(*present->line(), 2) == value)
         return;
-    const std::string content = std::string(tag_token) + " " + chunk::as_word(id) + " " + chunk::as_word(value);
+    const std::string content =
+        std::string(tag_token) + " " + chunk::as_word(id) + " " + chunk::as_word(value);
     if (value.empty())
         std::erase_if(lines, is_tag);
     else if (present != lines.end())
@@ -206,7 +210,8 @@ bool get_marker_id(Project& project, std::string_view index, char* text) {
 bool find_marker_by_id(const Project& project, std::string_view text, char* index) {
     const auto id = chunk::guid_of(text);
     const auto& markers = project.markers.all();
-    const auto marker = std::ranges::find_if(markers, [&](const project::Marker& known) { return id && known.id == *id; });
+    const auto marker =
+        std::ranges::find_if(markers, [&](const project::Marker& known) { return id && known.id == *id; });
     put_text(marker == markers.end() ? "" : std::to_string(marker - markers.begin()), index);
     return marker != markers.end();
 }
@@ -234,7 +239,8 @@ bool get_set_group_name(Project& project, std::string_view number, char* text, b
     else if (exists)
         lines->erase(line);
     else if (*text)
-        rpp::insert(project, chunk::Text::made(std::string(token) + " " + std::to_string(*group - 1) + " " + chunk::in_quotes(text)));
+        rpp::insert(project, chunk::Text::made(std::string(token) + " " + std::to_string(*group - 1) + " " +
+                                               chunk::in_quotes(text)));
     return true;
 }
 
@@ -245,7 +251,8 @@ bool get_set_record_path(Project& project, char* text, bool is_set) {
     return true;
 }
 
-bool get_set_text(Workstation& workstation, Project& project, const char* parameter, char* text, bool is_set) {
+bool get_set_text(Workstation& workstation, Project& project, const char* parameter, char* text,
+                  bool is_set) {
     if (!parameter || !text)
         return false;
     const std::string_view key = parameter;
@@ -272,7 +279,8 @@ bool get_set_text(Workstation& workstation, Project& project, const char* parame
         rpp::set_text(project, known->place, text);
         return true;
     }
-    if (const auto known = std::ranges::find(format_blocks, key, &FormatBlock::key); known != format_blocks.end()) {
+    if (const auto known = std::ranges::find(format_blocks, key, &FormatBlock::key);
+        known != format_blocks.end()) {
         if (!is_set)
             return put_text(format_text(project, known->token), text);
         set_format(project, known->token, text);
@@ -286,13 +294,14 @@ bool get_set_text(Workstation& workstation, Project& project, const char* parame
 
 std::span<const workstation::HostFunction> project_setting_functions() {
     static const workstation::HostFunction table[] = {
-        {"GetSetProjectInfo",
-         host_function<get_set_number>("project,desc,value,is_set",
-                                       "Gets or sets PROJECT_SRATE, RENDER_SETTINGS, RENDER_BOUNDSFLAG, ...")},
+        {"GetSetProjectInfo", host_function<get_set_number>(
+                                  "project,desc,value,is_set",
+                                  "Gets or sets PROJECT_SRATE, RENDER_SETTINGS, RENDER_BOUNDSFLAG, ...")},
         {"GetSetProjectInfo_String",
-         host_function<get_set_text>("project,desc,valuestrNeedBig,is_set",
-                                     "Gets or sets PROJECT_TITLE, RECORD_PATH, RENDER_FILE, RENDER_PATTERN, RENDER_METADATA, "
-                                     "...; gets PROJECT_NAME")},
+         host_function<get_set_text>(
+             "project,desc,valuestrNeedBig,is_set",
+             "Gets or sets PROJECT_TITLE, RECORD_PATH, RENDER_FILE, RENDER_PATTERN, RENDER_METADATA, "
+             "...; gets PROJECT_NAME")},
     };
     return table;
 }

@@ -163,7 +163,8 @@ std::optional<double> object_of(const Route& route, std::string_view key) {
 
 int count_sends(Track& track, int category) { return static_cast<int>(routes_of(track, category).size()); }
 
-double get_route_value(Workstation& workstation, Track& track, int category, int index, const char* parameter) {
+double get_route_value(Workstation& workstation, Track& track, int category, int index,
+                       const char* parameter) {
     const std::string_view key = parameter ? parameter : "";
     const RouteField* field = find_field(key);
     const bool is_object = key.starts_with("P_");
@@ -182,7 +183,8 @@ double get_route_value(Workstation& workstation, Track& track, int category, int
     return object.value_or(0.0);
 }
 
-bool set_route_value(Workstation& workstation, Track& track, int category, int index, const char* parameter, double value) {
+bool set_route_value(Workstation& workstation, Track& track, int category, int index, const char* parameter,
+                     double value) {
     const RouteField* field = find_field(parameter ? parameter : "");
     if (!field) {
         report_unknown_key(workstation, "SetTrackSendInfo_Value", parameter);
@@ -281,8 +283,10 @@ std::string output_name(const Route& route) {
 bool put_name(const std::optional<Route>& route, const Track* track, char* buffer, int size) {
     if (!route)
         return false;
-    workstation::copy_text(track ? displayed_name(*track) : route->destination ? "" : output_name(*route), buffer,
-                           size);
+    workstation::copy_text(track                ? displayed_name(*track)
+                           : route->destination ? ""
+                                                : output_name(*route),
+                           buffer, size);
     return true;
 }
 
@@ -310,9 +314,13 @@ bool put_volume_and_pan(const std::optional<Route>& route, double* volume, doubl
     return true;
 }
 
-bool get_send_mute(Track& track, int index, bool* mute) { return put_mute(find_shown_route(track, index), mute); }
+bool get_send_mute(Track& track, int index, bool* mute) {
+    return put_mute(find_shown_route(track, index), mute);
+}
 
-bool get_receive_mute(Track& track, int index, bool* mute) { return put_mute(find_route(track, -1, index), mute); }
+bool get_receive_mute(Track& track, int index, bool* mute) {
+    return put_mute(find_route(track, -1, index), mute);
+}
 
 bool get_send_volume_and_pan(Track& track, int index, double* volume, double* pan) {
     return put_volume_and_pan(find_shown_route(track, index), volume, pan);
@@ -341,37 +349,57 @@ bool set_send_pan(Track& track, int index, double pan, int /*edit*/) {
 
 std::span<const workstation::HostFunction> send_functions() {
     static const workstation::HostFunction table[] = {
-        {"GetTrackNumSends", host_function<count_sends>("tr,category", "Number of receives (-1), sends (0) or hardware outputs (1)")},
+        {"GetTrackNumSends",
+         host_function<count_sends>("tr,category",
+                                    "Number of receives (-1), sends (0) or hardware outputs (1)")},
         {"CreateTrackSend",
-         host_function<create_send>("tr,desttrInOptional", "Makes a send, without a track an output; returns its index, -1 if it cannot be")},
-        {"RemoveTrackSend", host_function<remove_send>("tr,category,sendidx", "Removes a receive, send or output")},
+         host_function<create_send>(
+             "tr,desttrInOptional",
+             "Makes a send, without a track an output; returns its index, -1 if it cannot be")},
+        {"RemoveTrackSend",
+         host_function<remove_send>("tr,category,sendidx", "Removes a receive, send or output")},
         {"GetTrackSendInfo_Value",
-         host_function<get_route_value>("tr,category,sendidx,parmname",
-                                  "D_VOL, D_PAN, B_MUTE, I_SENDMODE, I_SRCCHAN, P_DESTTRACK, ... of a receive, send or output")},
+         host_function<get_route_value>(
+             "tr,category,sendidx,parmname",
+             "D_VOL, D_PAN, B_MUTE, I_SENDMODE, I_SRCCHAN, P_DESTTRACK, ... of a receive, send or output")},
         {"SetTrackSendInfo_Value",
          host_function<set_route_value>("tr,category,sendidx,parmname,newvalue",
-                                  "Sets what GetTrackSendInfo_Value gives, but for the keys with P")},
+                                        "Sets what GetTrackSendInfo_Value gives, but for the keys with P")},
         {"BR_GetSetTrackSendInfo",
-         host_function<get_set_value>("track,category,sendidx,parmname,setNewValue,newValue",
-                                      "Gets or sets what GetTrackSendInfo_Value gives, and parts of the MIDI flags")},
+         host_function<get_set_value>(
+             "track,category,sendidx,parmname,setNewValue,newValue",
+             "Gets or sets what GetTrackSendInfo_Value gives, and parts of the MIDI flags")},
         {"BR_GetMediaTrackSendInfo_Track",
-         host_function<get_route_track>("track,category,sendidx,trackType", "The sending track (0) or the receiving one (1)")},
+         host_function<get_route_track>("track,category,sendidx,trackType",
+                                        "The sending track (0) or the receiving one (1)")},
         {"BR_GetMediaTrackSendInfo_Envelope",
-         host_function<get_route_envelope>("track,category,sendidx,envelopeType", "The envelope of volume (0), pan (1) or mute (2)")},
+         host_function<get_route_envelope>("track,category,sendidx,envelopeType",
+                                           "The envelope of volume (0), pan (1) or mute (2)")},
         {"GetTrackSendName",
-         host_function<get_send_name>("track,send_index,bufOut,bufOut_sz", "Where the output or send goes; outputs are counted first")},
-        {"GetTrackReceiveName", host_function<get_receive_name>("track,recv_index,bufOut,bufOut_sz", "Where the receive comes from")},
+         host_function<get_send_name>("track,send_index,bufOut,bufOut_sz",
+                                      "Where the output or send goes; outputs are counted first")},
+        {"GetTrackReceiveName", host_function<get_receive_name>("track,recv_index,bufOut,bufOut_sz",
+                                                                "Where the receive comes from")},
         {"GetTrackSendUIMute",
-         host_function<get_send_mute>("track,send_index,muteOut", "Whether the output or send is muted; outputs are counted first")},
-        {"GetTrackReceiveUIMute", host_function<get_receive_mute>("track,recv_index,muteOut", "Whether the receive is muted")},
+         host_function<get_send_mute>("track,send_index,muteOut",
+                                      "Whether the output or send is muted; outputs are counted first")},
+        {"GetTrackReceiveUIMute",
+         host_function<get_receive_mute>("track,recv_index,muteOut", "Whether the receive is muted")},
         {"GetTrackSendUIVolPan",
-         host_function<get_send_volume_and_pan>("track,send_index,volumeOut,panOut", "Volume and pan; outputs are counted first")},
+         host_function<get_send_volume_and_pan>("track,send_index,volumeOut,panOut",
+                                                "Volume and pan; outputs are counted first")},
         {"GetTrackReceiveUIVolPan",
-         host_function<get_receive_volume_and_pan>("track,recv_index,volumeOut,panOut", "Volume and pan of the receive")},
+         host_function<get_receive_volume_and_pan>("track,recv_index,volumeOut,panOut",
+                                                   "Volume and pan of the receive")},
         {"ToggleTrackSendUIMute",
-         host_function<toggle_mute>("track,send_idx", "Mutes or unmutes; outputs are counted first, receives below 0")},
-        {"SetTrackSendUIVol", host_function<set_send_volume>("track,send_idx,vol,isend", "Sets the volume; outputs are counted first, receives below 0")},
-        {"SetTrackSendUIPan", host_function<set_send_pan>("track,send_idx,pan,isend", "Sets the pan; outputs are counted first, receives below 0")},
+         host_function<toggle_mute>("track,send_idx",
+                                    "Mutes or unmutes; outputs are counted first, receives below 0")},
+        {"SetTrackSendUIVol",
+         host_function<set_send_volume>("track,send_idx,vol,isend",
+                                        "Sets the volume; outputs are counted first, receives below 0")},
+        {"SetTrackSendUIPan",
+         host_function<set_send_pan>("track,send_idx,pan,isend",
+                                     "Sets the pan; outputs are counted first, receives below 0")},
     };
     return table;
 }

@@ -67,7 +67,9 @@ void set_folder_depth(Track& track, double value) { track.set_folder_depth_chang
 constexpr int most_channels = 128;
 
 // Tracks have an even number of channels.
-double even_channels(double value) { return static_cast<double>(std::clamp((to_int(value) + 1) / 2 * 2, 2, most_channels)); }
+double even_channels(double value) {
+    return static_cast<double>(std::clamp((to_int(value) + 1) / 2 * 2, 2, most_channels));
+}
 
 double get_channels(const Track& track) { return rpp::number_of(track, {"NCHAN", 1}); }
 void set_channels(Track& track, double value) { rpp::set_number(track, {"NCHAN", 1}, even_channels(value)); }
@@ -79,14 +81,16 @@ void set_master_channels(Track& master, double value) {
 
 // A missing line means the meter that tracks had before there were others.
 double get_meter(const Track& track) {
-    return track.block && !chunk::find_line(track.block->lines, "VU") ? 0.0 : rpp::number_of(track, {"VU", 1});
+    return track.block && !chunk::find_line(track.block->lines, "VU") ? 0.0
+                                                                      : rpp::number_of(track, {"VU", 1});
 }
 void set_meter(Track& track, double value) {
     if (get_meter(track) == value)
         return;
     rpp::set_number(track, {"VU", 1}, std::max(to_int(value), 0));
     rpp::give_lines(track);
-    if (!chunk::find_line(track.block->lines, "VU")) // the default is written, too, as its absence means another value
+    if (!chunk::find_line(track.block->lines,
+                          "VU")) // the default is written, too, as its absence means another value
         rpp::insert(track, chunk::Text::made("VU " + std::to_string(to_int(value))));
 }
 
@@ -176,7 +180,8 @@ constexpr const char* writer = "SetMediaTrackInfo_Value";
 const Attribute<Track>* find_attribute(Workstation& workstation, const Track& track, const char* function,
                                        const char* key) {
     const auto has_key = [key](const Attribute<Track>& row) { return key && std::strcmp(row.key, key) == 0; };
-    const std::span<const Attribute<Track>> own = is_master(track) ? std::span<const Attribute<Track>>(master_rows) : track_rows;
+    const std::span<const Attribute<Track>> own =
+        is_master(track) ? std::span<const Attribute<Track>>(master_rows) : track_rows;
     for (const std::span<const Attribute<Track>> rows : {std::span<const Attribute<Track>>(common_rows), own})
         if (const auto row = std::ranges::find_if(rows, has_key); row != rows.end())
             return &*row;
@@ -187,7 +192,8 @@ const Attribute<Track>* find_attribute(Workstation& workstation, const Track& tr
 double get_track_value(Workstation& workstation, Track& track, const char* key) {
     constexpr std::string_view envelope_prefix = "P_ENV:";
     if (const std::string text = workstation::to_string(key); text.starts_with(envelope_prefix)) {
-        project::Envelope* envelope = find_envelope(track, std::string_view(text).substr(envelope_prefix.size()));
+        project::Envelope* envelope =
+            find_envelope(track, std::string_view(text).substr(envelope_prefix.size()));
         return envelope ? address_of(envelope) : 0.0;
     }
     const Attribute<Track>* attribute = find_attribute(workstation, track, reader, key);
@@ -221,7 +227,8 @@ bool get_set_guid(Track& track, char* text, bool is_set) {
 }
 
 // Areas that are marked on the screen are no part of the project.
-bool get_set_marked_areas(Workstation& workstation, const Track& track, const char* key, char* text, bool is_set) {
+bool get_set_marked_areas(Workstation& workstation, const Track& track, const char* key, char* text,
+                          bool is_set) {
     get_or_set(workstation.track_session.marked_areas[{track.serial(), key}], text, is_set);
     return true;
 }
@@ -256,7 +263,8 @@ bool get_set_icon(Track& track, char* text, bool is_set) {
     return true;
 }
 
-bool get_set_track_string(Workstation& workstation, Track& track, const char* parameter, char* text, bool is_set) {
+bool get_set_track_string(Workstation& workstation, Track& track, const char* parameter, char* text,
+                          bool is_set) {
     if (!parameter || !text)
         return false;
     const std::string_view key = parameter;
@@ -265,8 +273,8 @@ bool get_set_track_string(Workstation& workstation, Track& track, const char* pa
         return get_set_guid(track, text, is_set);
     if (key == "P_RAZOREDITS" || key == "P_RAZOREDITS_EXT")
         return get_set_marked_areas(workstation, track, parameter, text, is_set);
-    const bool is_known = key == "P_NAME" || key == "P_ICON" || key == "P_TCP_LAYOUT" || key == "P_MCP_LAYOUT" ||
-                          key.starts_with(script_prefix);
+    const bool is_known = key == "P_NAME" || key == "P_ICON" || key == "P_TCP_LAYOUT" ||
+                          key == "P_MCP_LAYOUT" || key.starts_with(script_prefix);
     if (!is_known) {
         report_unknown_key(workstation, "GetSetMediaTrackInfo_String", parameter);
         return false;
@@ -291,7 +299,8 @@ bool get_set_track_string(Workstation& workstation, Track& track, const char* pa
 std::span<const workstation::HostFunction> track_property_functions() {
     static const workstation::HostFunction table[] = {
         {"GetMediaTrackInfo_Value",
-         host_function<get_track_value>("tr,parmname", "A property of the track, such as D_VOL or I_FOLDERDEPTH")},
+         host_function<get_track_value>("tr,parmname",
+                                        "A property of the track, such as D_VOL or I_FOLDERDEPTH")},
         {"SetMediaTrackInfo_Value",
          host_function<set_track_value>("tr,parmname,newvalue",
                                         "Sets what GetMediaTrackInfo_Value gives, but for the keys with P")},

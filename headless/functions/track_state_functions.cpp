@@ -24,7 +24,9 @@ constexpr FieldPlace armed{"REC", 1};
 constexpr FieldPlace monitoring{"REC", 3};
 
 FieldPlace effects_place(const Track& track) { return {is_master(track) ? "MASTER_FX" : "FX", 1}; }
-FieldPlace automation_place(const Track& track) { return {is_master(track) ? "MASTERAUTOMODE" : "AUTOMODE", 1}; }
+FieldPlace automation_place(const Track& track) {
+    return {is_master(track) ? "MASTERAUTOMODE" : "AUTOMODE", 1};
+}
 
 // The meanings of I_SOLO.
 constexpr int solo_plain = 1;
@@ -112,12 +114,31 @@ void set_automation_mode(Track& track, int mode) {
 }
 
 /// The names of group flags in the order of the line's words from 1 on.
-constexpr auto group_flags = std::to_array<std::string_view>(
-    {"VOLUME_LEAD",     "VOLUME_FOLLOW",  "PAN_LEAD",       "PAN_FOLLOW",     "MUTE_LEAD",
-     "MUTE_FOLLOW",     "SOLO_LEAD",      "SOLO_FOLLOW",    "RECARM_LEAD",    "RECARM_FOLLOW",
-     "POLARITY_LEAD",   "POLARITY_FOLLOW", "AUTOMODE_LEAD", "AUTOMODE_FOLLOW", "VOLUME_REVERSE",
-     "PAN_REVERSE",     "NO_LEAD_WHEN_FOLLOW", "WIDTH_REVERSE", "WIDTH_LEAD", "WIDTH_FOLLOW",
-     "VOLUME_VCA_LEAD", "VOLUME_VCA_FOLLOW", "VOLUME_VCA_FOLLOW_ISPREFX", "MEDIA_EDIT_LEAD", "MEDIA_EDIT_FOLLOW"});
+constexpr auto group_flags = std::to_array<std::string_view>({"VOLUME_LEAD",
+                                                              "VOLUME_FOLLOW",
+                                                              "PAN_LEAD",
+                                                              "PAN_FOLLOW",
+                                                              "MUTE_LEAD",
+                                                              "MUTE_FOLLOW",
+                                                              "SOLO_LEAD",
+                                                              "SOLO_FOLLOW",
+                                                              "RECARM_LEAD",
+                                                              "RECARM_FOLLOW",
+                                                              "POLARITY_LEAD",
+                                                              "POLARITY_FOLLOW",
+                                                              "AUTOMODE_LEAD",
+                                                              "AUTOMODE_FOLLOW",
+                                                              "VOLUME_REVERSE",
+                                                              "PAN_REVERSE",
+                                                              "NO_LEAD_WHEN_FOLLOW",
+                                                              "WIDTH_REVERSE",
+                                                              "WIDTH_LEAD",
+                                                              "WIDTH_FOLLOW",
+                                                              "VOLUME_VCA_LEAD",
+                                                              "VOLUME_VCA_FOLLOW",
+                                                              "VOLUME_VCA_FOLLOW_ISPREFX",
+                                                              "MEDIA_EDIT_LEAD",
+                                                              "MEDIA_EDIT_FOLLOW"});
 
 // Earlier versions called leading and following otherwise.
 std::string current_name(std::string name) {
@@ -191,26 +212,36 @@ std::span<const workstation::HostFunction> track_state_functions() {
     static const workstation::HostFunction table[] = {
         {"GetTrackState",
          host_function<get_track_state>(
-             "track,flagsOut", "The name, and flags: 1 folder, 2 selected, 4 effects on, 8 mute, 16 solo, 32 solo in "
-                               "place, 64 armed, 128 or 256 monitoring, 512 and 1024 hidden in panel and mixer")},
+             "track,flagsOut",
+             "The name, and flags: 1 folder, 2 selected, 4 effects on, 8 mute, 16 solo, 32 solo in "
+             "place, 64 armed, 128 or 256 monitoring, 512 and 1024 hidden in panel and mixer")},
         {"SetTrackUISolo",
-         host_function<set_solo>("track,solo,igngroupflags", "Below 0 toggles, 0 off, 1 default, 2 plain, 4 in place; returns the new I_SOLO")},
-        {"SetTrackUIMute", host_function<set_mute>("track,mute,igngroupflags", "Below 0 toggles, 0 unmutes, 1 mutes; returns the new state")},
+         host_function<set_solo>(
+             "track,solo,igngroupflags",
+             "Below 0 toggles, 0 off, 1 default, 2 plain, 4 in place; returns the new I_SOLO")},
+        {"SetTrackUIMute",
+         host_function<set_mute>("track,mute,igngroupflags",
+                                 "Below 0 toggles, 0 unmutes, 1 mutes; returns the new state")},
         {"SoloAllTracks", host_function<solo_all>("solo", "Solo of all tracks: 0 off, 1 on, 2 in place")},
         {"MuteAllTracks", host_function<mute_all>("mute", "Mutes or unmutes all tracks")},
         {"AnyTrackSolo", host_function<any_track_solo>("proj", "Whether a track is soloed")},
         {"ClearAllRecArmed", host_function<disarm_all>("", "Disarms all tracks")},
         {"GetTrackUIMute", host_function<get_mute>("track,muteOut", "Whether the track is muted")},
         {"GetTrackUIVolPan", host_function<get_volume_and_pan>("track,volumeOut,panOut", "Volume and pan")},
-        {"GetMasterMuteSoloFlags", host_function<master_flags>("", "1 if the master is muted + 2 if it is soloed")},
-        {"GetTrackAutomationMode", host_function<get_automation_mode>("tr", "0 trim, 1 read, 2 touch, 3 write, 4 latch, 5 latch preview")},
-        {"SetTrackAutomationMode", host_function<set_automation_mode>("tr,mode", "Sets what GetTrackAutomationMode gives")},
+        {"GetMasterMuteSoloFlags",
+         host_function<master_flags>("", "1 if the master is muted + 2 if it is soloed")},
+        {"GetTrackAutomationMode", host_function<get_automation_mode>(
+                                       "tr", "0 trim, 1 read, 2 touch, 3 write, 4 latch, 5 latch preview")},
+        {"SetTrackAutomationMode",
+         host_function<set_automation_mode>("tr,mode", "Sets what GetTrackAutomationMode gives")},
         {"GetSetTrackGroupMembership",
-         host_function<get_set_low_groups>("tr,groupname,setmask,setvalue",
-                                           "Membership in groups 1 to 32, one bit each, before the bits of the mask are set")},
+         host_function<get_set_low_groups>(
+             "tr,groupname,setmask,setvalue",
+             "Membership in groups 1 to 32, one bit each, before the bits of the mask are set")},
         {"GetSetTrackGroupMembershipHigh",
-         host_function<get_set_high_groups>("tr,groupname,setmask,setvalue",
-                                            "Membership in groups 33 to 64, one bit each, before the bits of the mask are set")},
+         host_function<get_set_high_groups>(
+             "tr,groupname,setmask,setvalue",
+             "Membership in groups 33 to 64, one bit each, before the bits of the mask are set")},
     };
     return table;
 }

@@ -24,7 +24,7 @@ bool write_back(Workstation& workstation, EnvelopeObject& object) {
     if (!workstation.project().live_objects().contains(object.target))
         return false;
     project::Envelope& target = *object.target;
-    project::Envelope edited(target.serial(), target.name());
+    project::Envelope edited(target.name());
     edited.set_points(object.points.elements());
     if (target.properties == object.properties && std::ranges::equal(target.points(), edited.points()))
         return false;
@@ -48,9 +48,10 @@ ValueRange range_of(const Workstation& workstation, const EnvelopeObject& object
     return is_alive ? functions::range_of(*object.target) : ValueRange{0.0, 2.0, 1.0, 0};
 }
 
-void get_properties(Workstation& workstation, const EnvelopeObject& object, bool* active, bool* visible, bool* armed, bool* in_lane,
-                    int* lane_height, int* default_shape, double* minimum, double* maximum, double* center,
-                    int* type, bool* fader_scaling, int* automation_item_options) {
+void get_properties(Workstation& workstation, const EnvelopeObject& object, bool* active, bool* visible,
+                    bool* armed, bool* in_lane, int* lane_height, int* default_shape, double* minimum,
+                    double* maximum, double* center, int* type, bool* fader_scaling,
+                    int* automation_item_options) {
     const project::EnvelopeProperties& properties = object.properties;
     put(active, properties.active);
     put(visible, properties.visible);

@@ -69,13 +69,16 @@ constexpr std::array master_lines{
 // A track's block with what the project's lines hold of the master.
 std::string state_of_master(project::Track& master) {
     project::Project& project = master.project();
-    const chunk::Block root = chunk::parse_file(project_text(project, folder_of(project)))->root;
+    const std::string file = project_text(project, folder_of(project));
+    const auto document = chunk::parse_file(file);
+    const chunk::Lines none;
+    const chunk::Lines& lines = document ? document->root.lines : none;
     chunk::Block state{chunk::Text::made("<TRACK"), {}};
     const std::string mute_and_solo =
         "MUTESOLO " + std::to_string(master.mute ? 1 : 0) + " " + std::to_string(master.solo) + " 0";
     state.lines.emplace_back(chunk::Text::made(mute_and_solo));
     for (const MasterLine& known : master_lines) {
-        for (chunk::Node node : root.lines) {
+        for (chunk::Node node : lines) {
             chunk::Text* head = node.line() ? node.line() : node.block() ? &node.block()->head : nullptr;
             if (!head || node.token() != known.token)
                 continue;
@@ -149,7 +152,7 @@ Result<void> set_state(project::Envelope& envelope, project::Project& project, s
     auto block = block_of(text, envelope_token(envelope));
     if (!block)
         return tl::unexpected(block.error());
-    project::Envelope scratch(0, envelope.name());
+    project::Envelope scratch(envelope.name());
     Reading in(project, folder_of(project), "");
     read_envelope(in, scratch, std::move(*block));
     if (in.failure())

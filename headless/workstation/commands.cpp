@@ -1,9 +1,12 @@
 #include "headless/workstation/commands.hpp"
 
+#include "headless/workstation/named_commands.hpp"
 #include "headless/workstation/render_take.hpp"
 #include "headless/workstation/track_commands.hpp"
 #include "headless/workstation/workstation.hpp"
 
+#include <algorithm>
+#include <iterator>
 #include <string>
 
 namespace headless::workstation {
@@ -49,6 +52,11 @@ constexpr Command commands[] = {
 
 } // namespace
 
+bool is_command(int number) {
+    return find_named_command(number) != nullptr ||
+           std::ranges::find(commands, number, &Command::number) != std::end(commands);
+}
+
 void run_command(Workstation& workstation, int number) {
     for (const Command& command : commands) {
         if (command.number == number) {
@@ -59,7 +67,13 @@ void run_command(Workstation& workstation, int number) {
     }
     if (run_track_command(workstation, number))
         return;
-    workstation.report(Failure{"command " + std::to_string(number) + " is not known and was not run"});
+    if (const NamedCommand* command = find_named_command(number)) {
+        command->run(workstation);
+        return;
+    }
+    const std::string& unknown_name = workstation.session.unknown_command; // its number is 0
+    const std::string name = number == 0 && !unknown_name.empty() ? unknown_name : std::to_string(number);
+    workstation.report(Failure{"command " + name + " is not known and was not run"});
 }
 
 } // namespace headless::workstation

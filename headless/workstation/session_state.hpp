@@ -17,6 +17,7 @@ struct SessionState {
     MediaTrack* leftmost_in_mixer = nullptr;    ///< may be stale
     std::vector<MediaTrack*> kept_selection{};  ///< of tracks, some of which may be stale
     std::string clipboard{};
+    std::string unknown_command{};                      ///< the last name that no command has
     std::map<std::pair<int, int>, int> toggle_states{}; ///< by section and command
     std::map<std::string, double> preferences{};        ///< by name
     bool is_marked_dirty = false;                       ///< the project needs saving, whatever it holds

@@ -1,6 +1,7 @@
 #include "headless/workstation/track_commands.hpp"
 
 #include "headless/rpp/track_copies.hpp"
+#include "headless/workstation/transport.hpp"
 #include "headless/workstation/workstation.hpp"
 
 #include <algorithm>
@@ -79,21 +80,21 @@ void duplicate_tracks(Workstation& workstation) {
     workstation.track_session.touch(*copies.front());
 }
 
-// Bits of the play state.
-constexpr int playing = 1;
-constexpr int recording = 4;
+void start(Workstation& workstation) { play(workstation.project()); }
 
-void play(Workstation& workstation) {
-    workstation.project().play_state = playing;
-    workstation.project().play_position_seconds = workstation.project().cursor_seconds;
+void halt(Workstation& workstation) { stop(workstation.project()); }
+
+void record_nothing(Workstation&) {} // there is no input
+
+void save(Workstation& workstation) {
+    const Result<void> saved = workstation.save_project
+                                   ? workstation.save_project()
+                                   : tl::unexpected(Failure{"the project cannot be saved by a command here"});
+    if (!saved)
+        workstation.report(saved.error());
 }
 
-void stop(Workstation& workstation) { workstation.project().play_state = 0; }
-
-void record(Workstation& workstation) {
-    play(workstation);
-    workstation.project().play_state = playing | recording;
-}
+void remove_time_selection(Workstation& workstation) { workstation.project().set_time_selection({}); }
 
 struct Command {
     int number;
@@ -101,11 +102,12 @@ struct Command {
 };
 
 constexpr Command commands[] = {
-    {1007, play},
-    {1013, record},
-    {1016, stop},
+    {1007, start},
+    {1013, record_nothing},
+    {1016, halt},
     {40001, insert_track},
     {40005, remove_tracks},
+    {40026, save},
     {40062, duplicate_tracks},
     {40285, select_next},
     {40286, select_previous},
@@ -113,6 +115,7 @@ constexpr Command commands[] = {
     {40297, unselect_tracks},
     {40339, unmute_all},
     {40340, unsolo_all},
+    {40635, remove_time_selection},
     {40914, touch_first_selected},
 };
 

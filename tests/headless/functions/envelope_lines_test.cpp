@@ -11,15 +11,16 @@ namespace {
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-const std::string sample =
-    project_of("  <MASTERVOLENV2\n    ACT 1 -1\n    PT 0 1 0\n  >\n"
-               "  <TRACK\n    NAME a\n"
-               "    <VOLENV2\n      EGUID {40000000-0000-4000-8000-0000000000E1}\n      ACT 1 -1\n      VIS 1 1 1\n"
-               "      ARM 0\n      VOLTYPE 1\n      POOLEDENVINST 4 1 2.5 0 1 0 0 1 1 0 0 0 0 3 0 0\n"
-               "      PT 0.00000000 1.00000000 0\n      PT 1.00000000 2.00000000 5 0 1 0 0.25\n"
-               "      PT 2.00000000 0.00000000 1\n    >\n"
-               "    <PANENV2\n      ACT 0 -1\n      PT 0 0.5 2\n      PT 4 -0.5 0\n    >\n"
-               "    <ITEM\n      POSITION 3\n      LENGTH 1\n      NAME take\n      <SOURCE EMPTY\n      >\n    >\n  >\n");
+const std::string sample = project_of(
+    "  <MASTERVOLENV2\n    ACT 1 -1\n    PT 0 1 0\n  >\n"
+    "  <TRACK\n    NAME a\n"
+    "    <VOLENV2\n      EGUID {40000000-0000-4000-8000-0000000000E1}\n      ACT 1 -1\n      VIS 1 1 1\n"
+    "      ARM 0\n      VOLTYPE 1\n      POOLEDENVINST 4 1 2.5 0 1 0 0 1 1 0 0 0 0 3 0 0\n"
+    "      PT 0.00000000 1.00000000 0\n      PT 1.00000000 2.00000000 5 0 1 0 0.25\n"
+    "      PT 2.00000000 0.00000000 1\n    >\n"
+    "    <PANENV2\n      ACT 0 -1\n      PT 0 0.5 2\n      PT 4 -0.5 0\n    >\n"
+    "    <ITEM\n      POSITION 3\n      LENGTH 1\n      NAME take\n      <SOURCE EMPTY\n      >\n    >\n  "
+    ">\n");
 
 class EnvelopeLines : public ProjectLines {
 protected:
@@ -34,27 +35,29 @@ protected:
     }
 
     bool insert(TrackEnvelope* envelope, double time, double value, bool no_sort = false) const {
-        return function<bool(TrackEnvelope*, double, double, int, double, bool, bool*)>("InsertEnvelopePoint")(
-            envelope, time, value, 0, 0.0, false, &no_sort);
+        return function<bool(TrackEnvelope*, double, double, int, double, bool, bool*)>(
+            "InsertEnvelopePoint")(envelope, time, value, 0, 0.0, false, &no_sort);
     }
 
     bool move(TrackEnvelope* envelope, int index, double time, bool no_sort = false) const {
-        return function<bool(TrackEnvelope*, int, double*, double*, int*, double*, bool*, bool*)>("SetEnvelopePoint")(
-            envelope, index, &time, nullptr, nullptr, nullptr, nullptr, &no_sort);
+        return function<bool(TrackEnvelope*, int, double*, double*, int*, double*, bool*, bool*)>(
+            "SetEnvelopePoint")(envelope, index, &time, nullptr, nullptr, nullptr, nullptr, &no_sort);
     }
 
     std::vector<double> times(TrackEnvelope* envelope) const {
         std::vector<double> found;
-        const auto get = function<bool(TrackEnvelope*, int, double*, double*, int*, double*, bool*)>("GetEnvelopePoint");
-        for (double time = 0.0; get(envelope, static_cast<int>(found.size()), &time, nullptr, nullptr, nullptr, nullptr);)
+        const auto get =
+            function<bool(TrackEnvelope*, int, double*, double*, int*, double*, bool*)>("GetEnvelopePoint");
+        for (double time = 0.0;
+             get(envelope, static_cast<int>(found.size()), &time, nullptr, nullptr, nullptr, nullptr);)
             found.push_back(time);
         return found;
     }
 
     double evaluate(TrackEnvelope* envelope, double time) const {
         double value = -1.0;
-        function<int(TrackEnvelope*, double, double, int, double*, double*, double*, double*)>("Envelope_Evaluate")(
-            envelope, time, 0.0, 0, &value, nullptr, nullptr, nullptr);
+        function<int(TrackEnvelope*, double, double, int, double*, double*, double*, double*)>(
+            "Envelope_Evaluate")(envelope, time, 0.0, 0, &value, nullptr, nullptr, nullptr);
         return value;
     }
 
@@ -118,7 +121,8 @@ TEST_F(EnvelopeLines, PointsAreSortedUnlessToldOtherwise) {
     EXPECT_TRUE(function<bool(TrackEnvelope*, double, double)>("DeleteEnvelopePointRange")(pan, 2.0, 4.0));
     EXPECT_THAT(times(pan), ElementsAre(1.5, 4.0, 9.0));
     EXPECT_TRUE(function<bool(TrackEnvelope*, int, int)>("DeleteEnvelopePointEx")(pan, -1, 1));
-    EXPECT_TRUE(function<bool(TrackEnvelope*, double, double)>("DeleteEnvelopePointRange")(pan, 2.0, INFINITY));
+    EXPECT_TRUE(
+        function<bool(TrackEnvelope*, double, double)>("DeleteEnvelopePointRange")(pan, 2.0, INFINITY));
     EXPECT_THAT(times(pan), ElementsAre(1.5));
 }
 
@@ -144,12 +148,14 @@ TEST_F(EnvelopeLines, OnlyChangedPropertiesAndPointsAreWritten) {
     EXPECT_TRUE(text(pan, "P_EXT:note", buffer.data(), true));
     EXPECT_THAT(changes(), ElementsAre("+<EXT", "+note \"my note\"", "+>"));
 
-    const auto automation = function<double(TrackEnvelope*, int, const char*, double, bool)>("GetSetAutomationItemInfo");
+    const auto automation =
+        function<double(TrackEnvelope*, int, const char*, double, bool)>("GetSetAutomationItemInfo");
     EXPECT_EQ(function<int(TrackEnvelope*)>("CountAutomationItems")(volume), 1);
     EXPECT_EQ(automation(volume, 0, "D_LENGTH", 0.0, false), 2.5);
     EXPECT_EQ(automation(volume, 0, "D_POSITION", 7.0, true), 7.0);
     EXPECT_EQ(automation(volume, 1, "D_POSITION", 7.0, true), 0.0);
-    EXPECT_THAT(changes(), ElementsAre("-POOLEDENVINST 4 1 2.5 0 1 0 0 1 1 0 0 0 0 3 0 0", "+POOLEDENVINST 4 7 2.5 0 1 0 0 1 1 0 0 0 0 3 0 0"));
+    EXPECT_THAT(changes(), ElementsAre("-POOLEDENVINST 4 1 2.5 0 1 0 0 1 1 0 0 0 0 3 0 0",
+                                       "+POOLEDENVINST 4 7 2.5 0 1 0 0 1 1 0 0 0 0 3 0 0"));
     EXPECT_THAT(workstation.take_failures(), IsEmpty());
     EXPECT_EQ(function<int(TrackEnvelope*, int)>("CountEnvelopePointsEx")(volume, 0), 0);
     EXPECT_EQ(workstation.take_failures().size(), 1) << "the points of automation items";
@@ -165,7 +171,8 @@ TEST_F(EnvelopeLines, StatesReplaceTheWholeEnvelope) {
     EXPECT_THAT(times(pan), ElementsAre(1.0));
     EXPECT_FALSE(set(pan, "<VOLENV2\nPT 1 0.25 0\n>\n", false));
     EXPECT_FALSE(set(pan, "no block", false));
-    EXPECT_NE(written().find("    <PANENV2\n      ACT 1 -1\n      ODD 1\n      PT 1 0.25 0\n    >\n"), std::string::npos);
+    EXPECT_NE(written().find("    <PANENV2\n      ACT 1 -1\n      ODD 1\n      PT 1 0.25 0\n    >\n"),
+              std::string::npos);
 
     project::Take& take = *project.item(0)->take(0);
     take.add_envelope("Volume").set_points({{0.0, 1.0}});
@@ -174,24 +181,29 @@ TEST_F(EnvelopeLines, StatesReplaceTheWholeEnvelope) {
     EXPECT_TRUE(set(of_take, "<VOLENV\nPT 0 0.5 0\n>\n", false));
     EXPECT_NE(written().find("<VOLENV\n"), std::string::npos) << "an envelope that had no lines yet";
     int effect = 0;
-    EXPECT_EQ(function<MediaItem_Take*(TrackEnvelope*, int*, int*)>("Envelope_GetParentTake")(of_take, &effect, nullptr),
+    EXPECT_EQ(function<MediaItem_Take*(TrackEnvelope*, int*, int*)>("Envelope_GetParentTake")(
+                  of_take, &effect, nullptr),
               workstation::Workstation::handle(take));
     EXPECT_EQ(effect, -1);
-    EXPECT_EQ((function<MediaTrack*(TrackEnvelope*, int*, int*)>("Envelope_GetParentTrack")(of_take, nullptr, nullptr)), nullptr);
+    EXPECT_EQ((function<MediaTrack*(TrackEnvelope*, int*, int*)>("Envelope_GetParentTrack")(of_take, nullptr,
+                                                                                            nullptr)),
+              nullptr);
 }
 
 class ProjectSettings : public ProjectLines {
 protected:
     ProjectSettings() {
-        read(project_of("  RECORD_PATH \"media\" \"\"\n  <RECORD_CFG\n    ZXZhdxgAAQ==\n  >\n  RENDER_FILE \"out\"\n"
-                        "  RENDER_FMT 0 2 44100\n  RENDER_RANGE 1 0 0 18 1000\n  SAMPLERATE 44100 0 0\n"
-                        "  MARKER 1 2.5 intro 0 0 1 B {50000000-0000-4000-8000-000000000001} 0\n"));
+        read(project_of(
+            "  RECORD_PATH \"media\" \"\"\n  <RECORD_CFG\n    ZXZhdxgAAQ==\n  >\n  RENDER_FILE \"out\"\n"
+            "  RENDER_FMT 0 2 44100\n  RENDER_RANGE 1 0 0 18 1000\n  SAMPLERATE 44100 0 0\n"
+            "  MARKER 1 2.5 intro 0 0 1 B {50000000-0000-4000-8000-000000000001} 0\n"));
     }
 
     std::string text(const char* key, std::string given = "", bool is_set = false) const {
         std::array<char, 1024> buffer{};
         std::ranges::copy(given, buffer.begin());
-        return function<bool(ReaProject*, const char*, char*, bool)>("GetSetProjectInfo_String")(nullptr, key, buffer.data(), is_set)
+        return function<bool(ReaProject*, const char*, char*, bool)>("GetSetProjectInfo_String")(
+                   nullptr, key, buffer.data(), is_set)
                    ? buffer.data()
                    : "(false)";
     }
@@ -203,8 +215,9 @@ TEST_F(ProjectSettings, AreFieldsOfTheirLines) {
     EXPECT_EQ(info(nullptr, "RENDER_BOUNDSFLAG", 2.0, true), 2);
     EXPECT_EQ(info(nullptr, "PROJECT_SRATE_USE", 1.0, true), 1);
     EXPECT_EQ(info(nullptr, "RENDER_NORMALIZE_TARGET", 0.5, true), 0.5);
-    EXPECT_THAT(changes(), ElementsAre("-RENDER_RANGE 1 0 0 18 1000", "-SAMPLERATE 44100 0 0", "+RENDER_RANGE 2 0 0 18 1000",
-                                       "+RENDER_NORMALIZE 0 0.5", "+SAMPLERATE 44100 1 0"));
+    EXPECT_THAT(changes(), ElementsAre("-RENDER_RANGE 1 0 0 18 1000", "-SAMPLERATE 44100 0 0",
+                                       "+RENDER_RANGE 2 0 0 18 1000", "+RENDER_NORMALIZE 0 0.5",
+                                       "+SAMPLERATE 44100 1 0"));
     EXPECT_EQ(info(nullptr, "RENDER_NOTHING", 0.0, false), 0);
     EXPECT_EQ(workstation.take_failures().size(), 1);
 }
@@ -223,8 +236,10 @@ TEST_F(ProjectSettings, TextsReadBack) {
     text("RENDER_FORMAT", "l3pm", true);
     text("RENDER_METADATA", "ID3:TALB|An album", true);
     text("TRACK_GROUP_NAME:2", "Drums", true);
-    EXPECT_THAT(changes(), testing::UnorderedElementsAre("+RENDER_PATTERN $project", "+<RENDER_CFG", "+bDNwbQ==", "+>", "+<RENDER_METADATA",
-                                       "+TAG ID3:TALB \"An album\"", "+>", "+TITLE \"Ein Stück\"", "+GROUP_NAME 1 \"Drums\""));
+    EXPECT_THAT(changes(),
+                testing::UnorderedElementsAre("+RENDER_PATTERN $project", "+<RENDER_CFG", "+bDNwbQ==", "+>",
+                                              "+<RENDER_METADATA", "+TAG ID3:TALB \"An album\"", "+>",
+                                              "+TITLE \"Ein Stück\"", "+GROUP_NAME 1 \"Drums\""));
     EXPECT_EQ(text("RENDER_METADATA"), "ID3:TALB");
     EXPECT_EQ(text("RENDER_METADATA", "ID3:TALB"), "An album");
     EXPECT_EQ(text("TRACK_GROUP_NAME:2"), "Drums");

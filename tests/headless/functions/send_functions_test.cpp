@@ -10,17 +10,19 @@ namespace {
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-const std::string send_envelope = "    <AUXVOLENV\n      EGUID {30000000-0000-4000-8000-0000000000E1}\n      ACT 1 -1\n"
-                                  "      VOLTYPE 1\n      PT 0 0.5 0\n    >\n";
+const std::string send_envelope =
+    "    <AUXVOLENV\n      EGUID {30000000-0000-4000-8000-0000000000E1}\n      ACT 1 -1\n"
+    "      VOLTYPE 1\n      PT 0 0.5 0\n    >\n";
 
 // "a" sends to "b" and "c", "c" sends to "b" and "a".
-const std::string sample = project_of("  <TRACK\n    NAME a\n    AUXRECV 2 0 1 0 0 0 0 0 0 -1:U 0 -1 ''\n"
-                                      "    HWOUT 0 0 1 0 0 0 0 -1:U -1\n    <HWVOLENV\n      PT 0 1 0\n    >\n"
-                                      "    HWOUT 1026 3 0.5 0 0 0 0 -1:U -1\n    <VOLENV2\n      PT 0 1 0\n    >\n  >\n"
-                                      "  <TRACK\n    NAME b\n    AUXRECV 0 0 1 0 0 0 0 0 0 -1:U 0 -1 '' newer\n" +
-                                      send_envelope +
-                                      "    AUXRECV 2 3 0.5 -0.5 1 0 0 1024 2 -1.00000000\n    <PANENV2\n      PT 0 0 0\n    >\n  >\n"
-                                      "  <TRACK\n    NAME c\n    AUXRECV 0 0 1 0 0 0 0 0 0 -1:U 31 -1 ''\n  >\n");
+const std::string sample =
+    project_of("  <TRACK\n    NAME a\n    AUXRECV 2 0 1 0 0 0 0 0 0 -1:U 0 -1 ''\n"
+               "    HWOUT 0 0 1 0 0 0 0 -1:U -1\n    <HWVOLENV\n      PT 0 1 0\n    >\n"
+               "    HWOUT 1026 3 0.5 0 0 0 0 -1:U -1\n    <VOLENV2\n      PT 0 1 0\n    >\n  >\n"
+               "  <TRACK\n    NAME b\n    AUXRECV 0 0 1 0 0 0 0 0 0 -1:U 0 -1 '' newer\n" +
+               send_envelope +
+               "    AUXRECV 2 3 0.5 -0.5 1 0 0 1024 2 -1.00000000\n    <PANENV2\n      PT 0 0 0\n    >\n  >\n"
+               "  <TRACK\n    NAME c\n    AUXRECV 0 0 1 0 0 0 0 0 0 -1:U 31 -1 ''\n  >\n");
 
 class Sends : public ProjectLines {
 protected:
@@ -31,11 +33,13 @@ protected:
     }
 
     double send_value(MediaTrack* track, int category, int index, const char* key) const {
-        return function<double(MediaTrack*, int, int, const char*)>("GetTrackSendInfo_Value")(track, category, index, key);
+        return function<double(MediaTrack*, int, int, const char*)>("GetTrackSendInfo_Value")(track, category,
+                                                                                              index, key);
     }
 
     bool set_send_value(MediaTrack* track, int category, int index, const char* key, double value) const {
-        return function<bool(MediaTrack*, int, int, const char*, double)>("SetTrackSendInfo_Value")(track, category, index, key, value);
+        return function<bool(MediaTrack*, int, int, const char*, double)>("SetTrackSendInfo_Value")(
+            track, category, index, key, value);
     }
 
     MediaTrack* other_end(MediaTrack* track, int category, int index) const {
@@ -48,7 +52,8 @@ protected:
         Lines found;
         for (std::size_t sender = 0; sender < project.tracks().size(); ++sender)
             for (int i = 0; i < count(track(sender), 0); ++i)
-                found.push_back(project.track(sender)->name + ">" + workstation.live(other_end(track(sender), 0, i))->name);
+                found.push_back(project.track(sender)->name + ">" +
+                                workstation.live(other_end(track(sender), 0, i))->name);
         return found;
     }
 };
@@ -76,13 +81,18 @@ TEST_F(Sends, OnlyTheirFieldChanges) {
     EXPECT_TRUE(set_send_value(track(0), 0, 0, "D_VOL", 0.25));
     EXPECT_TRUE(set_send_value(track(1), -1, 0, "D_PANLAW", 0.5));
     EXPECT_TRUE(set_send_value(track(1), -1, 1, "I_MIDIFLAGS", 31.0));
-    EXPECT_THAT(changes(), ElementsAre("-AUXRECV 0 0 1 0 0 0 0 0 0 -1:U 0 -1 '' newer", "+AUXRECV 0 0 0.25 0 0 0 0 0 0 0.5:U 0 -1 '' newer",
-                                       "-AUXRECV 2 3 0.5 -0.5 1 0 0 1024 2 -1.00000000", "+AUXRECV 2 3 0.5 -0.5 1 0 0 1024 2 -1.00000000 31"));
+    EXPECT_THAT(changes(), ElementsAre("-AUXRECV 0 0 1 0 0 0 0 0 0 -1:U 0 -1 '' newer",
+                                       "+AUXRECV 0 0 0.25 0 0 0 0 0 0 0.5:U 0 -1 '' newer",
+                                       "-AUXRECV 2 3 0.5 -0.5 1 0 0 1024 2 -1.00000000",
+                                       "+AUXRECV 2 3 0.5 -0.5 1 0 0 1024 2 -1.00000000 31"));
     EXPECT_TRUE(function<bool(MediaTrack*, int)>("ToggleTrackSendUIMute")(track(0), 1));
     EXPECT_TRUE(function<bool(MediaTrack*, int)>("ToggleTrackSendUIMute")(track(1), -2));
-    EXPECT_THAT(changes(), ElementsAre("-HWOUT 1026 3 0.5 0 0 0 0 -1:U -1", "+HWOUT 1026 3 0.5 0 1 0 0 -1:U -1",
-                                       "-AUXRECV 2 3 0.5 -0.5 1 0 0 1024 2 -1.00000000 31", "+AUXRECV 2 3 0.5 -0.5 0 0 0 1024 2 -1.00000000 31"));
-    const auto midi = function<double(MediaTrack*, int, int, const char*, bool, double)>("BR_GetSetTrackSendInfo");
+    EXPECT_THAT(changes(),
+                ElementsAre("-HWOUT 1026 3 0.5 0 0 0 0 -1:U -1", "+HWOUT 1026 3 0.5 0 1 0 0 -1:U -1",
+                            "-AUXRECV 2 3 0.5 -0.5 1 0 0 1024 2 -1.00000000 31",
+                            "+AUXRECV 2 3 0.5 -0.5 0 0 0 1024 2 -1.00000000 31"));
+    const auto midi =
+        function<double(MediaTrack*, int, int, const char*, bool, double)>("BR_GetSetTrackSendInfo");
     EXPECT_EQ(midi(track(1), -1, 1, "I_MIDI_SRCCHAN", false, 0.0), -1.0);
     EXPECT_EQ(midi(track(1), -1, 1, "I_MIDI_DSTBUS", true, 3.0), 3.0);
     EXPECT_EQ(send_value(track(1), -1, 1, "I_MIDIFLAGS"), 31 + (3 << 22));
@@ -108,7 +118,8 @@ TEST_F(Sends, AreMadeAndRemoved) {
     const auto create = function<int(MediaTrack*, MediaTrack*)>("CreateTrackSend");
     EXPECT_EQ(create(track(0), track(1)), 1) << "a second one between the same tracks";
     EXPECT_EQ(create(track(0), nullptr), 2);
-    EXPECT_THAT(changes(), ElementsAre("+HWOUT 0 0 1 0 0 0 0 -1:U -1", "+AUXRECV 0 0 1 0 0 0 0 0 0 -1:U 0 -1 ''"));
+    EXPECT_THAT(changes(),
+                ElementsAre("+HWOUT 0 0 1 0 0 0 0 -1:U -1", "+AUXRECV 0 0 1 0 0 0 0 0 0 -1:U 0 -1 ''"));
     EXPECT_EQ(create(track(0), track(0)), -1);
     EXPECT_EQ(create(track(0), master()), -1);
     EXPECT_EQ(create(master(), nullptr), 0);
@@ -124,13 +135,15 @@ TEST_F(Sends, AreMadeAndRemoved) {
 }
 
 TEST_F(Sends, EnvelopesBelongToTheSender) {
-    const auto envelope = function<TrackEnvelope*(MediaTrack*, int, int, int)>("BR_GetMediaTrackSendInfo_Envelope");
+    const auto envelope =
+        function<TrackEnvelope*(MediaTrack*, int, int, int)>("BR_GetMediaTrackSendInfo_Envelope");
     TrackEnvelope* volume = envelope(track(0), 0, 0, 0);
     ASSERT_NE(volume, nullptr);
     EXPECT_EQ(envelope(track(1), -1, 0, 0), volume);
     EXPECT_EQ(envelope(track(0), 0, 0, 1), nullptr);
     EXPECT_EQ(envelope(track(0), 0, 1, 0), nullptr);
-    EXPECT_EQ(function<int(MediaTrack*)>("CountTrackEnvelopes")(track(0)), 3) << "of an output, its own, of the send";
+    EXPECT_EQ(function<int(MediaTrack*)>("CountTrackEnvelopes")(track(0)), 3)
+        << "of an output, its own, of the send";
     EXPECT_EQ(function<int(MediaTrack*)>("CountTrackEnvelopes")(track(1)), 1);
     const auto info = function<double(TrackEnvelope*, const char*)>("GetEnvelopeInfo_Value");
     EXPECT_EQ(info(volume, "I_SEND_IDX"), 1.0);
@@ -147,7 +160,8 @@ TEST_F(Sends, AreCopiedWithTheTracks) {
     ASSERT_EQ(project.tracks().size(), 5);
     project.track(2)->name = "a2";
     project.track(3)->name = "b2";
-    EXPECT_THAT(connections(), testing::UnorderedElementsAre("a>b", "a>c", "c>a", "c>b", "a2>b2", "a2>c", "c>a2", "c>b2"));
+    EXPECT_THAT(connections(),
+                testing::UnorderedElementsAre("a>b", "a>c", "c>a", "c>b", "a2>b2", "a2>c", "c>a2", "c>b2"));
     const std::string text = written();
     project::Project again;
     ASSERT_TRUE(rpp::parse_project(again, text, folder.path));

@@ -76,8 +76,8 @@ protected:
     bool text_of(MediaTrack* track, const char* key, std::string& text, bool is_set = false) const {
         std::array<char, 1024> buffer{};
         std::copy(text.begin(), text.end(), buffer.begin());
-        const bool done = function<bool(MediaTrack*, const char*, char*, bool)>("GetSetMediaTrackInfo_String")(
-            track, key, buffer.data(), is_set);
+        const bool done = function<bool(MediaTrack*, const char*, char*, bool)>(
+            "GetSetMediaTrackInfo_String")(track, key, buffer.data(), is_set);
         text = buffer.data();
         return done;
     }
@@ -99,8 +99,11 @@ TEST_F(TrackLines, OnlyTheFieldOfAKeyChanges) {
     EXPECT_TRUE(set_value(track(0), "I_RECARM", 1.0));
     EXPECT_THAT(changes(), ElementsAre("-REC 0 5088 1 0 0 0 0 7\r", "+REC 1 5088 1 0 0 0 0 7\r"));
     EXPECT_TRUE(set_value(track(0), "D_PANLAW", 0.5));
-    EXPECT_THAT(changes(), ElementsAre("-VOLPAN 1.00000000000000 0.25000000000000 -1.00000000000000 -1.00000000000000 1.00000000000000\r",
-                                       "+VOLPAN 1.00000000000000 0.25000000000000 0.5 -1.00000000000000 1.00000000000000\r"));
+    EXPECT_THAT(
+        changes(),
+        ElementsAre("-VOLPAN 1.00000000000000 0.25000000000000 -1.00000000000000 -1.00000000000000 "
+                    "1.00000000000000\r",
+                    "+VOLPAN 1.00000000000000 0.25000000000000 0.5 -1.00000000000000 1.00000000000000\r"));
     EXPECT_TRUE(set_value(track(1), "I_NCHAN", 5.0));
     EXPECT_TRUE(set_value(track(1), "D_WIDTH", -3.0));
     EXPECT_THAT(changes(), ElementsAre("+WIDTH -1\r", "+NCHAN 6\r"));
@@ -118,9 +121,10 @@ TEST_F(TrackLines, TheMastersLinesAreTheProjects) {
     EXPECT_TRUE(set_value(master(), "D_VOL", 1.0));
     EXPECT_EQ(function<int(int)>("SetMasterTrackVisibility")(2), 1);
     EXPECT_THAT(changes(),
-                ElementsAre("-MASTERTRACKVIEW 1 0.6667 0.5 0.5 0 0 0\r", "+MASTERTRACKVIEW 2 0.6667 0.5 0.5 0 0 0\r",
-                            "-MASTER_NCH 2 2\r", "-MASTER_VOLUME 0.5 0 -1 -1 1\r", "-MASTER_FX 1\r",
-                            "+MASTER_NCH 4 2\r", "+MASTER_VOLUME 1 0 -1 -1 1\r", "+MASTER_FX 0\r"));
+                ElementsAre("-MASTERTRACKVIEW 1 0.6667 0.5 0.5 0 0 0\r",
+                            "+MASTERTRACKVIEW 2 0.6667 0.5 0.5 0 0 0\r", "-MASTER_NCH 2 2\r",
+                            "-MASTER_VOLUME 0.5 0 -1 -1 1\r", "-MASTER_FX 1\r", "+MASTER_NCH 4 2\r",
+                            "+MASTER_VOLUME 1 0 -1 -1 1\r", "+MASTER_FX 0\r"));
     EXPECT_FALSE(set_value(master(), "I_RECARM", 1.0));
     EXPECT_FALSE(set_value(master(), "B_MAINSEND", 1.0));
     EXPECT_FALSE(set_text(master(), "P_EXT:key", "text"));
@@ -142,7 +146,8 @@ TEST_F(TrackLines, TextsReadBack) {
     EXPECT_EQ(get_text(track(1), "P_RAZOREDITS"), "1 2.5 \"\"");
     EXPECT_TRUE(set_text(track(0), "P_EXT:maker", ""));
     EXPECT_TRUE(set_text(track(1), "P_ICON", ""));
-    EXPECT_THAT(changes(), ElementsAre("-<EXT\r", "-maker \"two words\"\r", "->\r", "-TRACKIMGFN \"drum.png\"\r"));
+    EXPECT_THAT(changes(),
+                ElementsAre("-<EXT\r", "-maker \"two words\"\r", "->\r", "-TRACKIMGFN \"drum.png\"\r"));
 }
 
 TEST_F(TrackLines, IdentifiersAreFoundAndSetInBothPlaces) {
@@ -167,14 +172,17 @@ TEST_F(TrackLines, GroupsAreWordsOfALineWithoutTrailingZeros) {
     EXPECT_EQ(groups(track(0), "MUTE_FOLLOW", 4, 0), 4);
     EXPECT_THAT(changes(), ElementsAre("-GROUP_FLAGS 0 0 0 0 1 4\r", "+GROUP_FLAGS 0 0 0 0 1\r"));
     EXPECT_EQ(groups(track(0), "MUTE_LEAD", 1, 0), 1);
-    EXPECT_EQ(function<int(MediaTrack*, const char*, int, int)>("GetSetTrackGroupMembershipHigh")(track(1), "VOLUME_FOLLOW", -1, 1 << 31), 0);
+    EXPECT_EQ(function<int(MediaTrack*, const char*, int, int)>("GetSetTrackGroupMembershipHigh")(
+                  track(1), "VOLUME_FOLLOW", -1, 1 << 31),
+              0);
     EXPECT_THAT(changes(), ElementsAre("-GROUP_FLAGS 0 0 0 0 1\r", "+GROUP_FLAGS_HIGH 0 2147483648\r"));
 }
 
 TEST_F(TrackLines, EffectsComeAndGoWithAllTheirLines) {
     const auto name = [&](int index) {
         std::array<char, 64> buffer{};
-        function<bool(MediaTrack*, int, char*, int)>("TrackFX_GetFXName")(track(0), index, buffer.data(), buffer.size());
+        function<bool(MediaTrack*, int, char*, int)>("TrackFX_GetFXName")(track(0), index, buffer.data(),
+                                                                          buffer.size());
         return std::string(buffer.data());
     };
     const auto find = function<int(MediaTrack*, const char*, bool, int)>("TrackFX_AddByName");
@@ -189,10 +197,13 @@ TEST_F(TrackLines, EffectsComeAndGoWithAllTheirLines) {
     EXPECT_THAT(changes(), ElementsAre("-BYPASS 1 0 0\r", "+BYPASS 0 0 0\r"));
 
     const auto count_envelopes = function<int(MediaTrack*)>("CountTrackEnvelopes");
-    TrackEnvelope* size = function<TrackEnvelope*(MediaTrack*, int, int, bool)>("GetFXEnvelope")(track(0), 0, 3, false);
+    TrackEnvelope* size =
+        function<TrackEnvelope*(MediaTrack*, int, int, bool)>("GetFXEnvelope")(track(0), 0, 3, false);
     int effect = -1;
     int parameter = -1;
-    EXPECT_EQ(function<MediaTrack*(TrackEnvelope*, int*, int*)>("Envelope_GetParentTrack")(size, &effect, &parameter), track(0));
+    EXPECT_EQ(function<MediaTrack*(TrackEnvelope*, int*, int*)>("Envelope_GetParentTrack")(size, &effect,
+                                                                                           &parameter),
+              track(0));
     EXPECT_EQ(effect, 0);
     EXPECT_EQ(parameter, 3);
     EXPECT_EQ(count_envelopes(track(0)), 1);
@@ -230,7 +241,8 @@ TEST_F(TrackLines, CommandsSelectAndDuplicate) {
     EXPECT_NE(get_text(track(3), "GUID"), get_text(track(0), "GUID"));
     const Lines added = changes();
     EXPECT_EQ(std::ranges::count(added, "+NEWER 1 \"kept  as it is\" 2\r"), 1);
-    EXPECT_EQ(std::ranges::count(added, "+FXID {10000000-0000-4000-8000-0000000000F1}\r"), 0) << "copies have their own";
+    EXPECT_EQ(std::ranges::count(added, "+FXID {10000000-0000-4000-8000-0000000000F1}\r"), 0)
+        << "copies have their own";
     run(40005, 0);
     EXPECT_EQ(project.tracks().size(), 5) << "the folder itself";
     EXPECT_EQ(project.track(4)->depth(), 0);
@@ -242,7 +254,8 @@ TEST_F(ProjectLines, MovedFoldersKeepWhatTheyHold) {
     constexpr int levels = 60;
     std::string lines;
     for (int level = 0; level < levels; ++level)
-        lines += "  <TRACK\n    NAME " + std::to_string(level) + (level + 1 < levels ? "\n    ISBUS 1 1\n  >\n" : "\n    ISBUS 2 -59\n  >\n");
+        lines += "  <TRACK\n    NAME " + std::to_string(level) +
+                 (level + 1 < levels ? "\n    ISBUS 1 1\n  >\n" : "\n    ISBUS 2 -59\n  >\n");
     read(project_of(lines + "  <TRACK\n    NAME last\n    ISBUS 0 0\n    SEL 1\n    ODD line\n  >\n"));
     const auto reorder = function<bool(int, int)>("ReorderSelectedTracks");
     EXPECT_EQ(project.track(59)->depth(), 59);

@@ -45,7 +45,10 @@ std::string_view Text::content() const {
     std::string_view content = bytes();
     if (!has_layout_)
         return content;
-    content.remove_prefix(std::min(content.find_first_not_of(" \t"), content.size()));
+    std::size_t indent = 0;
+    while (indent < content.size() && (content[indent] == ' ' || content[indent] == '\t'))
+        ++indent;
+    content.remove_prefix(indent);
     content.remove_suffix(content.ends_with('\n') ? 1 : 0);
     content.remove_suffix(content.ends_with('\r') ? 1 : 0);
     return content;

@@ -2,6 +2,7 @@
 
 #include "headless/functions/adapter.hpp"
 #include "headless/functions/c_values.hpp"
+#include "headless/functions/envelope_lookup.hpp"
 #include "headless/functions/tables.hpp"
 #include "headless/workstation/envelope_objects.hpp"
 
@@ -13,31 +14,10 @@ namespace {
 
 using workstation::EnvelopeObject;
 
-// The host's limits of a volume envelope: silence to +6 dB, around unity.
-constexpr double lowest_value = 0.0;
-constexpr double highest_value = 2.0;
-constexpr double middle_value = 1.0;
-constexpr int volume_type = 0;
-
-bool has_envelope(const project::Item& item, const project::Envelope& envelope) {
-    return std::ranges::any_of(item.takes(), [&](const auto& take) {
-        return std::ranges::find(take->envelopes(), &envelope, &std::unique_ptr<project::Envelope>::get) !=
-               take->envelopes().end();
-    });
-}
-
-const project::Item* item_of(const project::Project& project, const project::Envelope& envelope) {
-    for (const auto& track : project.tracks()) {
-        for (const auto& item : track->items())
-            if (has_envelope(*item, envelope))
-                return item.get();
-    }
-    return nullptr;
-}
-
 EnvelopeObject* allocate(Workstation& workstation, project::Envelope& envelope, bool takes_use_project_time) {
-    const project::Item* item = takes_use_project_time ? item_of(workstation.project(), envelope) : nullptr;
-    return &workstation.envelope_objects().take_out(envelope, item ? -item->position_seconds() : 0.0);
+    const bool uses_project_time = takes_use_project_time && envelope.take;
+    return &workstation.envelope_objects().take_out(
+        envelope, uses_project_time ? -envelope.take->item().position_seconds() : 0.0);
 }
 
 bool write_back(Workstation& workstation, EnvelopeObject& object) {
@@ -62,9 +42,16 @@ bool free_object(Workstation& workstation, EnvelopeObject& object, bool commit) 
     return written;
 }
 
-void get_properties(const EnvelopeObject& object, bool* active, bool* visible, bool* armed, bool* in_lane,
-                    int* lane_height, int* default_shape, double* minimum, double* maximum, double* center,
-                    int* type, bool* fader_scaling, int* automation_item_options) {
+// Of a volume envelope, if the envelope is gone.
+ValueRange range_of(const Workstation& workstation, const EnvelopeObject& object) {
+    const bool is_alive = workstation.live(Workstation::handle(*object.target)) != nullptr;
+    return is_alive ? functions::range_of(*object.target) : ValueRange{0.0, 2.0, 1.0, 0};
+}
+
+void get_properties(Workstation& workstation, const EnvelopeObject& object, bool* active, bool* visible,
+                    bool* armed, bool* in_lane, int* lane_height, int* default_shape, double* minimum,
+                    double* maximum, double* center, int* type, bool* fader_scaling,
+                    int* automation_item_options) {
     const project::EnvelopeProperties& properties = object.properties;
     put(active, properties.active);
     put(visible, properties.visible);
@@ -72,10 +59,11 @@ void get_properties(const EnvelopeObject& object, bool* active, bool* visible, b
     put(in_lane, properties.in_lane);
     put(lane_height, properties.lane_height);
     put(default_shape, static_cast<int>(properties.default_shape));
-    put(minimum, lowest_value);
-    put(maximum, highest_value);
-    put(center, middle_value);
-    put(type, volume_type);
+    const ValueRange range = range_of(workstation, object);
+    put(minimum, range.lowest);
+    put(maximum, range.highest);
+    put(center, range.center);
+    put(type, range.type);
     put(fader_scaling, properties.fader_scaling);
     put(automation_item_options, properties.automation_item_options);
 }
@@ -153,7 +141,7 @@ std::span<const workstation::HostFunction> envelope_functions() {
          host_function<get_properties>(
              "envelope,activeOut,visibleOut,armedOut,inLaneOut,laneHeightOut,defaultShapeOut,minValueOut,"
              "maxValueOut,centerValueOut,typeOut,faderScalingOut,automationItemsOptionsOutOptional",
-             "The envelope's settings; type 0 is volume")},
+             "The envelope's settings and range; type 0 is volume, 2 pan, 6 mute, 7 pitch, 10 a parameter")},
         {"BR_EnvSetProperties",
          host_function<set_properties>(
              "envelope,active,visible,armed,inLane,laneHeight,defaultShape,faderScaling,"

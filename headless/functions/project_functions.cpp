@@ -1,7 +1,6 @@
 // Host functions for the project as a whole: cursor, transport, folders, commands, registration.
 
 #include "headless/functions/adapter.hpp"
-#include "headless/functions/attributes.hpp"
 #include "headless/functions/c_values.hpp"
 #include "headless/functions/tables.hpp"
 #include "headless/project/time_text.hpp"
@@ -10,7 +9,6 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdlib>
-#include <cstring>
 #include <string>
 
 namespace headless::functions {
@@ -67,25 +65,6 @@ void get_project_path(Workstation& workstation, char* buffer, int size) {
     workstation::copy_text(workstation.render_folder().native(), buffer, size);
 }
 
-bool get_set_project_string(Workstation& workstation, project::Project& project, const char* key, char* text,
-                            bool is_set) {
-    if (!key || !text)
-        return false;
-    if (std::strcmp(key, "PROJECT_NAME") == 0 && !is_set) {
-        workstation::copy_text(project.file.filename().native(), text, workstation::unsized_buffer_bytes);
-        return true;
-    }
-    if (std::strcmp(key, "RECORD_PATH") != 0) {
-        report_unknown_key(workstation, "GetSetProjectInfo_String", key);
-        return false;
-    }
-    if (is_set)
-        project.record_path = text;
-    else
-        workstation::copy_text(project.record_path.native(), text, workstation::unsized_buffer_bytes);
-    return true;
-}
-
 std::string resource_folder() {
     if (const std::string configuration = workstation::to_string(std::getenv("XDG_CONFIG_HOME"));
         !configuration.empty())
@@ -131,9 +110,6 @@ std::span<const workstation::HostFunction> project_functions() {
          host_function<get_frame_rate>("proj,dropFrameOutOptional", "The project's frames a second")},
         {"GetProjectPath",
          host_function<get_project_path>("bufOut,bufOut_sz", "The folder that recordings and renders go to")},
-        {"GetSetProjectInfo_String",
-         host_function<get_set_project_string>("project,desc,valuestrNeedBig,is_set",
-                                               "Gets or sets RECORD_PATH, gets PROJECT_NAME")},
         {"GetResourcePath", host_function<get_resource_path>("", "The folder of the user's configuration")},
         {"UpdateArrange", host_function<update_arrange>("", "Nothing is drawn here: does nothing")},
         {"plugin_register", host_function<register_from_plugin>()},

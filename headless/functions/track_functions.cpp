@@ -5,8 +5,10 @@
 #include "headless/functions/attributes.hpp"
 #include "headless/functions/c_values.hpp"
 #include "headless/functions/tables.hpp"
+#include "headless/functions/track_names.hpp"
+#include "headless/workstation/track_commands.hpp"
 
-#include <cstring>
+#include <algorithm>
 #include <string>
 
 namespace headless::functions {
@@ -38,66 +40,133 @@ project::Track* get_parent_track(const project::Track& track) { return track.par
 
 int get_track_depth(const project::Track& track) { return track.depth(); }
 
-bool is_master(const project::Track& track) { return &track == &track.project().master(); }
-
-std::string displayed_name(const project::Track& track) {
-    if (is_master(track))
-        return "MASTER";
-    return track.name.empty() ? "Track " + std::to_string(track.index() + 1) : track.name;
-}
+// Bits of the master's visibility.
+constexpr int shown_in_panel = 1;
+constexpr int hidden_in_mixer = 2;
 
 bool get_track_name(const project::Track& track, char* buffer, int size) {
     workstation::copy_text(displayed_name(track), buffer, size);
     return true;
 }
 
-bool get_set_track_string(Workstation& workstation, project::Track& track, const char* key, char* text,
-                          bool is_set) {
-    if (!key || !text)
-        return false;
-    // Areas that are marked on the screen; there are none.
-    const bool is_razor_edit = std::strncmp(key, "P_RAZOREDITS", std::strlen("P_RAZOREDITS")) == 0;
-    if (is_razor_edit && (!is_set || !*text)) {
-        *text = '\0';
-        return true;
-    }
-    if (std::strcmp(key, "P_NAME") != 0) {
-        report_unknown_key(workstation, "GetSetMediaTrackInfo_String", key);
-        return false;
-    }
+project::Track* get_selected_track_2(const project::Project& project, int index, bool wants_master) {
+    const bool has_master = wants_master && project.master().selected();
+    if (has_master && index == 0)
+        return &project.master();
+    return get_selected_track(project, has_master ? index - 1 : index);
+}
+
+project::Track* get_last_touched_track(Workstation& workstation) {
+    return workstation.track_session.last_touched(workstation.project());
+}
+
+chunk::Guid id_of(project::Track& track) {
+    if (!is_master(track) && !track.id)
+        track.id = track.project().guids.next();
+    return track.id;
+}
+
+// The bytes stay until the next call.
+void* get_track_guid(project::Track& track) {
+    static chunk::Guid kept;
+    kept = id_of(track);
+    return kept.bytes.data();
+}
+
+const char* get_track_guid_text(project::Track& track) {
+    static std::string kept;
+    kept = chunk::text_of(id_of(track));
+    return kept.c_str();
+}
+
+void copy_track_guid(project::Track& track, char* buffer, int size) {
+    workstation::copy_text(get_track_guid_text(track), buffer, size);
+}
+
+project::Track* find_track_by_guid(project::Project& project, const char* text) {
+    const auto id = chunk::guid_of(workstation::to_string(text));
+    if (!id)
+        return nullptr;
+    if (!*id)
+        return &project.master();
+    for (const auto& track : project.tracks())
+        if (id_of(*track) == *id)
+            return track.get();
+    return nullptr;
+}
+
+bool is_shown_in_mixer(const project::Track& track) {
     if (is_master(track))
+        return (to_int(rpp::number_of(track, {"MASTERTRACKVIEW", 1})) & hidden_in_mixer) == 0;
+    return rpp::number_of(track, {"SHOWINMIX", 1}) != 0.0;
+}
+
+bool is_shown_in_panel(const project::Track& track) {
+    if (is_master(track))
+        return (to_int(rpp::number_of(track, {"MASTERTRACKVIEW", 1})) & shown_in_panel) != 0;
+    return rpp::number_of(track, {"SHOWINMIX", 4}) != 0.0;
+}
+
+bool is_track_visible(const project::Track& track, bool in_mixer) {
+    return in_mixer ? is_shown_in_mixer(track) : is_shown_in_panel(track);
+}
+
+int get_master_visibility(Workstation& workstation) {
+    return to_int(rpp::number_of(workstation.project(), {"MASTERTRACKVIEW", 1})) &
+           (shown_in_panel | hidden_in_mixer);
+}
+
+int set_master_visibility(Workstation& workstation, int flags) {
+    const int before = get_master_visibility(workstation);
+    const int others = to_int(rpp::number_of(workstation.project(), {"MASTERTRACKVIEW", 1})) &
+                       ~(shown_in_panel | hidden_in_mixer);
+    rpp::set_number(workstation.project(), {"MASTERTRACKVIEW", 1},
+                    others | (flags & (shown_in_panel | hidden_in_mixer)));
+    return before;
+}
+
+project::Track* track_from_id(Workstation& workstation, int id, bool of_mixer) {
+    const project::Project& project = workstation.project();
+    if (id == 0)
+        return &project.master();
+    for (const auto& track : project.tracks())
+        if ((!of_mixer || is_shown_in_mixer(*track)) && --id == 0)
+            return track.get();
+    return nullptr;
+}
+
+int track_to_id(const project::Track& track, bool of_mixer) {
+    if (is_master(track))
+        return 0;
+    if (of_mixer && !is_shown_in_mixer(track))
+        return -1;
+    int id = 0;
+    for (const auto& other : track.project().tracks()) {
+        id += !of_mixer || is_shown_in_mixer(*other) ? 1 : 0;
+        if (other.get() == &track)
+            break;
+    }
+    return id;
+}
+
+int count_shown_tracks(Workstation& workstation, bool of_mixer) {
+    const auto& tracks = workstation.project().tracks();
+    return static_cast<int>(std::ranges::count_if(
+        tracks, [&](const auto& track) { return !of_mixer || is_shown_in_mixer(*track); }));
+}
+
+bool reorder_selected_tracks(Workstation& workstation, int before, int mode) {
+    using Nesting = project::Project::Nesting;
+    project::Project& project = workstation.project();
+    const auto selected = project.selected_tracks().all();
+    if (selected.empty())
         return false;
-    get_or_set(track.name, text, is_set);
+    const Nesting nesting = mode == 1   ? Nesting::in_folder
+                            : mode == 2 ? Nesting::as_previous
+                                        : Nesting::as_next;
+    project.move_tracks(selected, static_cast<std::size_t>(std::max(before, 0)), nesting);
     return true;
 }
-
-// The number that users see; -1 for the master.
-double track_number(const project::Track& track) {
-    return is_master(track) ? -1.0 : static_cast<double>(track.index() + 1);
-}
-
-constexpr Attribute<project::Track> rows[] = {
-    {"P_PROJECT", [](const project::Track& track) { return address_of(&track.project()); }, nullptr},
-    {"P_PARTRACK", [](const project::Track& track) { return address_of(track.parent()); }, nullptr},
-    {"IP_TRACKNUMBER", track_number, nullptr},
-    {"B_MUTE", [](const project::Track& track) { return track.mute ? 1.0 : 0.0; },
-     [](project::Track& track, double value) { track.mute = value != 0.0; }},
-    {"I_SOLO", [](const project::Track& track) { return static_cast<double>(track.solo); },
-     [](project::Track& track, double value) { track.solo = to_int(value); }},
-    {"I_SELECTED", [](const project::Track& track) { return track.selected() ? 1.0 : 0.0; },
-     [](project::Track& track, double value) { track.set_selected(value != 0.0); }},
-    {"I_FOLDERDEPTH",
-     [](const project::Track& track) { return static_cast<double>(track.folder_depth_change()); },
-     [](project::Track& track, double value) { track.set_folder_depth_change(to_int(value)); }},
-    {"I_CUSTOMCOLOR", [](const project::Track& track) { return static_cast<double>(track.color); },
-     [](project::Track& track, double value) { track.color = used_color(to_int(value)); }},
-    {"D_VOL", [](const project::Track& track) { return track.volume; },
-     [](project::Track& track, double value) { track.volume = value; }},
-    {"D_PAN", [](const project::Track& track) { return track.pan; },
-     [](project::Track& track, double value) { track.pan = value; }},
-};
-
-constexpr Attributes<project::Track> attributes{"GetMediaTrackInfo_Value", "SetMediaTrackInfo_Value", rows};
 
 int get_track_color(const project::Track& track) { return track.color; }
 
@@ -109,17 +178,16 @@ bool is_track_selected(const project::Track& track) { return track.selected(); }
 
 // Without a track none is selected.
 void set_only_track_selected(Workstation& workstation, project::Track* track) {
-    const auto& selected = workstation.project().selected_tracks();
-    while (selected.size() > 0)
-        selected.at(selected.size() - 1)->set_selected(false);
-    workstation.project().master().set_selected(false);
-    if (track)
-        track->set_selected(true);
+    workstation::select_only(workstation, track);
 }
 
 // Tracks have no default effects or envelopes here, so both kinds of insertion are the same.
+void insert_track_in(project::Project& project, int index, int) {
+    project.insert_track(static_cast<std::size_t>(index < 0 ? 0 : index));
+}
+
 void insert_track_at_index(Workstation& workstation, int index, bool) {
-    workstation.project().insert_track(static_cast<std::size_t>(index < 0 ? 0 : index));
+    insert_track_in(workstation.project(), index, 0);
 }
 
 void delete_track(const project::Track& track) { track.project().erase_track(track); }
@@ -138,22 +206,40 @@ std::span<const workstation::HostFunction> track_functions() {
          host_function<count_selected_tracks_2>("proj,wantmaster", "Number of selected tracks")},
         {"GetSelectedTrack", host_function<get_selected_track>(
                                  "proj,seltrackidx", "The selected track of that index, counted from 0")},
+        {"GetSelectedTrack2", host_function<get_selected_track_2>(
+                                  "proj,seltrackidx,wantmaster",
+                                  "The selected track of that index; a selected master is the first")},
+        {"GetLastTouchedTrack", host_function<get_last_touched_track>(
+                                    "", "The track that was last selected alone, nil if there is none")},
+        {"GetTrackGUID", host_function<get_track_guid, get_track_guid_text>("tr", "The track's identifier")},
+        {"BR_GetMediaTrackGUID",
+         host_function<copy_track_guid>("track,guidStringOut,guidStringOut_sz", "The track's identifier")},
+        {"BR_GetMediaTrackByGUID",
+         host_function<find_track_by_guid>("proj,guidStringIn",
+                                           "The track with that identifier, nil if there is none")},
+        {"IsTrackVisible", host_function<is_track_visible>(
+                               "track,mixer", "Whether the mixer or the track panel shows the track")},
+        {"GetMasterTrackVisibility",
+         host_function<get_master_visibility>("", "1 shown in the track panel + 2 not shown in the mixer")},
+        {"SetMasterTrackVisibility",
+         host_function<set_master_visibility>(
+             "flag", "Sets what GetMasterTrackVisibility gives; returns what was set before")},
+        {"CSurf_TrackFromID",
+         host_function<track_from_id>("idx,mcpView", "The track of that number; 0 is the master")},
+        {"CSurf_TrackToID",
+         host_function<track_to_id>("track,mcpView", "The track's number; 0 for the master")},
+        {"CSurf_NumTracks",
+         host_function<count_shown_tracks>("mcpView", "Number of tracks, or of those in the mixer")},
+        {"ReorderSelectedTracks",
+         host_function<reorder_selected_tracks>("beforeTrackIdx,makePrevFolder",
+                                                "Moves the selected tracks to before the track of that "
+                                                "index; 1: into the track before it, 2: into "
+                                                "the folder that the track before it ends")},
         {"GetParentTrack",
          host_function<get_parent_track>("track", "The folder track around the track, nil at top level")},
         {"GetTrackDepth", host_function<get_track_depth>("track", "Number of folders around the track")},
         {"GetTrackName", host_function<get_track_name>("track,bufOut,bufOut_sz",
                                                        "The name; \"Track N\" for a track without one")},
-        {"GetSetMediaTrackInfo_String",
-         host_function<get_set_track_string>("tr,parmname,stringNeedBig,setNewValue",
-                                             "Gets or sets P_NAME; P_RAZOREDITS is empty")},
-        {"GetMediaTrackInfo_Value",
-         host_function<get_value<attributes>>(
-             "tr,parmname",
-             "B_MUTE, I_SOLO, I_SELECTED, I_FOLDERDEPTH, I_CUSTOMCOLOR, D_VOL, D_PAN, IP_TRACKNUMBER, "
-             "P_PARTRACK or P_PROJECT")},
-        {"SetMediaTrackInfo_Value",
-         host_function<set_value<attributes>>(
-             "tr,parmname,newvalue", "Sets what GetMediaTrackInfo_Value gives, but for the keys with P")},
         {"GetTrackColor",
          host_function<get_track_color>("track", "Native colour with the flag 0x1000000, 0 for none")},
         {"SetTrackColor", host_function<set_track_color>(
@@ -165,6 +251,8 @@ std::span<const workstation::HostFunction> track_functions() {
          host_function<set_only_track_selected>("track", "Selects the track and no other")},
         {"InsertTrackAtIndex",
          host_function<insert_track_at_index>("idx,wantDefaults", "Makes a track of that index")},
+        {"InsertTrackInProject",
+         host_function<insert_track_in>("proj,idx,flags", "Makes a track of that index")},
         {"DeleteTrack", host_function<delete_track>("tr", "Deletes the track with its items")},
     };
     return table;

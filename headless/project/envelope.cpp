@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 namespace headless::project {
 namespace {
@@ -59,6 +60,8 @@ void Envelope::set_points(std::vector<EnvelopePoint> points) {
                                 &EnvelopePoint::position_seconds)) // sorting needs half as much memory again
         std::ranges::stable_sort(points, {}, &EnvelopePoint::position_seconds);
     points_ = std::move(points);
+    sorted_ = points_.size();
+    is_left_unsorted_ = false;
     has_new_points_ = true;
 }
 
@@ -67,7 +70,91 @@ void Envelope::read_points(std::vector<EnvelopePoint> points) {
     has_new_points_ = false;
 }
 
+const EnvelopePoint* Envelope::point(std::size_t index) const {
+    if (!is_left_unsorted_)
+        sort_points();
+    return index < points_.size() ? &points_[index] : nullptr;
+}
+
+bool Envelope::insert_point(const EnvelopePoint& point, bool sorts) {
+    if (!is_finite(point))
+        return false;
+    const bool stays_sorted = sorted_ == points_.size() &&
+                              (points_.empty() || points_.back().position_seconds <= point.position_seconds);
+    points_.push_back(point);
+    sorted_ = stays_sorted ? points_.size() : sorted_;
+    is_left_unsorted_ = !sorts;
+    has_new_points_ = true;
+    return true;
+}
+
+bool Envelope::replace_point(std::size_t index, const EnvelopePoint& point, bool sorts) {
+    const EnvelopePoint* present = this->point(index);
+    if (!present || !is_finite(point))
+        return false;
+    const bool is_moved = present->position_seconds != point.position_seconds;
+    points_[index] = point;
+    has_new_points_ = true;
+    if (!is_moved && !sorts)
+        return true;
+    is_left_unsorted_ = !sorts;
+    const auto place = points_.begin() + static_cast<std::ptrdiff_t>(index);
+    if (is_moved && index < sorted_ && sorts) {
+        // Only this point is out of order among the sorted ones.
+        const auto end = points_.begin() + static_cast<std::ptrdiff_t>(sorted_);
+        const auto before = std::ranges::upper_bound(points_.begin(), place, point.position_seconds, {},
+                                                     &EnvelopePoint::position_seconds);
+        if (before != place) {
+            std::rotate(before, place, place + 1);
+        } else {
+            const auto behind = std::ranges::lower_bound(place + 1, end, point.position_seconds, {},
+                                                         &EnvelopePoint::position_seconds);
+            std::rotate(place, place + 1, behind);
+        }
+    } else if (is_moved) {
+        sorted_ = std::min(sorted_, index);
+    }
+    return true;
+}
+
+bool Envelope::erase_point(std::size_t index) {
+    if (!point(index))
+        return false;
+    points_.erase(points_.begin() + static_cast<std::ptrdiff_t>(index));
+    sorted_ -= index < sorted_ ? 1 : 0;
+    has_new_points_ = true;
+    return true;
+}
+
+void Envelope::erase_points(double from_seconds, double to_seconds) {
+    sort_points();
+    const auto [first, last] =
+        std::pair(std::ranges::lower_bound(points_, from_seconds, {}, &EnvelopePoint::position_seconds),
+                  std::ranges::lower_bound(points_, to_seconds, {}, &EnvelopePoint::position_seconds));
+    if (first >= last)
+        return;
+    points_.erase(first, last);
+    sorted_ = points_.size();
+    has_new_points_ = true;
+}
+
+void Envelope::sort_points() const {
+    if (sorted_ == points_.size())
+        return;
+    const auto tail = points_.begin() + static_cast<std::ptrdiff_t>(sorted_);
+    std::ranges::stable_sort(tail, points_.end(), {}, &EnvelopePoint::position_seconds);
+    if (points_.end() - tail == 1) // the usual case, which needs no memory
+        std::rotate(std::ranges::upper_bound(points_.begin(), tail, tail->position_seconds, {},
+                                             &EnvelopePoint::position_seconds),
+                    tail, points_.end());
+    else
+        std::ranges::inplace_merge(points_.begin(), tail, points_.end(), {},
+                                   &EnvelopePoint::position_seconds);
+    sorted_ = points_.size();
+}
+
 std::size_t Envelope::points_up_to(double position_seconds) const {
+    sort_points();
     const auto next =
         std::ranges::upper_bound(points_, position_seconds, {}, &EnvelopePoint::position_seconds);
     return static_cast<std::size_t>(next - points_.begin());
@@ -76,7 +163,7 @@ std::size_t Envelope::points_up_to(double position_seconds) const {
 double Envelope::value_at(double position_seconds) const {
     if (points_.empty())
         return 1.0;
-    const std::size_t next = points_up_to(position_seconds);
+    const std::size_t next = points_up_to(position_seconds); // sorts
     if (next == 0)
         return points_.front().value;
     if (next == points_.size())

@@ -44,6 +44,9 @@ struct EnvelopeProperties {
     bool operator==(const EnvelopeProperties&) const = default;
 };
 
+class Take;
+class Track;
+
 /// The curve's value at `position_seconds`, which lies from `from`'s position to before `to`'s.
 double value_between(const EnvelopePoint& from, const EnvelopePoint& to, double position_seconds);
 
@@ -57,6 +60,11 @@ public:
     /// "Volume", "Pan", ...: what GetTakeEnvelopeByName looks for.
     const std::string& name() const { return name_; }
 
+    /// Whose lines hold it: one of the two, or neither for a copy. The envelope of a send lies with the track
+    /// that receives.
+    Take* take = nullptr;
+    Track* track = nullptr;
+
     EnvelopeProperties properties;
 
     chunk::Guid id; ///< none until the envelope is saved or asked for it
@@ -65,7 +73,10 @@ public:
     std::unique_ptr<chunk::Block> block;
 
     /// Ascending by position. Points at the same position keep the order they were given in.
-    std::span<const EnvelopePoint> points() const { return points_; }
+    std::span<const EnvelopePoint> points() const {
+        sort_points();
+        return points_;
+    }
 
     /// Sorts by position (stable) and leaves out points whose position or value is not finite.
     void set_points(std::vector<EnvelopePoint> points);
@@ -77,7 +88,34 @@ public:
     bool has_new_points() const { return has_new_points_; }
 
     /// Moves all points out of an envelope that will not be used again.
-    std::vector<EnvelopePoint> take_points() && { return std::move(points_); }
+    std::vector<EnvelopePoint> take_points() && {
+        sort_points();
+        sorted_ = 0;
+        return std::move(points_);
+    }
+
+    // Edits of single points. Those that are left unsorted keep their indices until something sorts them: the
+    // next edit that does, or a call of any other function here. Many insertions in a row are sorted once.
+
+    std::size_t point_count() const { return points_.size(); }
+
+    /// Null past the end.
+    const EnvelopePoint* point(std::size_t index) const;
+
+    /// Does nothing for a point whose position or value is not finite, here and below.
+    /// @returns whether there is such a point now
+    bool insert_point(const EnvelopePoint& point, bool sorts = true);
+
+    /// @returns false past the end, too
+    bool replace_point(std::size_t index, const EnvelopePoint& point, bool sorts = true);
+
+    /// @returns false past the end
+    bool erase_point(std::size_t index);
+
+    /// Erases the points from `from_seconds` to before `to_seconds`.
+    void erase_points(double from_seconds, double to_seconds);
+
+    void sort_points() const;
 
     /// Number of points at or before the position, which is also the index of the next point. A walk along
     /// the curve calls this once and then counts up.
@@ -92,7 +130,9 @@ private:
     std::uint64_t serial_;
     bool has_new_points_ = false;
     std::string name_;
-    std::vector<EnvelopePoint> points_;
+    bool is_left_unsorted_ = false;  ///< those after the sorted ones are to keep their indices
+    mutable std::size_t sorted_ = 0; ///< as many points from the first on are sorted
+    mutable std::vector<EnvelopePoint> points_;
 };
 
 } // namespace headless::project

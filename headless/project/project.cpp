@@ -76,6 +76,100 @@ void Project::erase_track(const Track& track) {
     renumber_receives(*this, new_indices);
 }
 
+std::vector<Track*> Project::with_contents(const std::vector<Track*>& tracks) const {
+    std::vector<bool> is_wanted(tracks_.size());
+    for (const Track* track : tracks)
+        if (this->track(track->index()) == track)
+            is_wanted[track->index()] = true;
+    std::vector<Track*> all;
+    for (const auto& track : tracks_) {
+        const Track* folder = track->parent();
+        if (folder && is_wanted[folder->index()])
+            is_wanted[track->index()] = true;
+        if (is_wanted[track->index()])
+            all.push_back(track.get());
+    }
+    return all;
+}
+
+void Project::move_tracks(const std::vector<Track*>& tracks, std::size_t before, Nesting nesting) {
+    const std::vector<Track*> moved = with_contents(tracks);
+    if (moved.empty())
+        return;
+    std::vector<bool> is_moved(tracks_.size());
+    for (const Track* track : moved)
+        is_moved[track->index()] = true;
+
+    std::vector<Track*> order;
+    for (std::size_t index = 0; index < tracks_.size(); ++index) {
+        if (index == before)
+            order.insert(order.end(), moved.begin(), moved.end());
+        if (!is_moved[index])
+            order.push_back(tracks_[index].get());
+    }
+    if (before >= tracks_.size())
+        order.insert(order.end(), moved.begin(), moved.end());
+
+    const auto place = static_cast<std::size_t>(std::ranges::find(order, moved.front()) - order.begin());
+    const Track* previous = place == 0 ? nullptr : order[place - 1];
+    const Track* next = place + moved.size() < order.size() ? order[place + moved.size()] : nullptr;
+    int base = next ? next->depth() : 0;
+    if (nesting == Nesting::in_folder)
+        base = previous ? previous->depth() + 1 : 0;
+    else if (nesting == Nesting::as_previous)
+        base = previous ? previous->depth() : 0;
+
+    std::vector<int> depths;
+    int zero = 0; // depth of the outermost track that is moved along with the present one
+    for (const Track* track : order) {
+        if (is_moved[track->index()] && (!track->parent() || !is_moved[track->parent()->index()]))
+            zero = track->depth();
+        depths.push_back(is_moved[track->index()] ? base + track->depth() - zero : track->depth());
+    }
+    reorder(order, depths);
+}
+
+// Puts the tracks in that order, with those depths.
+void Project::reorder(const std::vector<Track*>& order, const std::vector<int>& depths) {
+    // Selections are in project order.
+    const auto tracks = selected_tracks_.all();
+    const auto items = selected_items_.all();
+    for (Track* track : tracks)
+        track->set_selected(false);
+    for (Item* item : items)
+        item->set_selected(false);
+
+    const Track* last = tracks_.back().get();
+    std::vector<int> old_steps; // to the depth of the track that follows
+    for (const Track* track : order) {
+        const Track* follower = this->track(track->index() + 1);
+        old_steps.push_back(follower ? follower->depth() - track->depth() : -track->depth());
+    }
+    NewIndices new_indices(tracks_.size());
+    std::vector<std::unique_ptr<Track>> reordered;
+    for (const Track* track : order) {
+        new_indices[track->index()] = reordered.size();
+        reordered.push_back(std::move(tracks_[track->index()]));
+    }
+    tracks_ = std::move(reordered);
+    renumber_tracks();
+    for (std::size_t i = 0; i < order.size(); ++i) {
+        const bool is_last = i + 1 == order.size();
+        const int step = (is_last ? 0 : depths[i + 1]) - depths[i];
+        // A track may close more folders than there are, which is left as it is.
+        const bool stays = step == old_steps[i] && (order[i] == last) == is_last;
+        if (!stays)
+            order[i]->set_folder_depth_change(step);
+    }
+    renumber_receives(*this, new_indices);
+    has_new_tree_ = true;
+
+    for (Track* track : tracks)
+        track->set_selected(true);
+    for (Item* item : items)
+        item->set_selected(true);
+}
+
 // The lines of the regions that name the track as one to be rendered.
 void Project::remove_from_region_renders(const chunk::Guid& track) {
     if (!track)

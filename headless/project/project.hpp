@@ -95,6 +95,20 @@ public:
     /// level; all other tracks keep their depths. The master and tracks of other projects are left alone.
     void erase_track(const Track& track);
 
+    /// How deep tracks that are moved come to lie.
+    enum class Nesting {
+        as_next,    ///< as deep as the track that follows them
+        in_folder,  ///< the track before them becomes or is their folder
+        as_previous ///< as deep as the track before them: if that one ends a folder, the folder grows
+    };
+
+    /// Moves the tracks, in their order and each folder with all that it holds, to before the track of that
+    /// index, or to the end if the index is past it. All other tracks keep their depths.
+    void move_tracks(const std::vector<Track*>& tracks, std::size_t before, Nesting nesting);
+
+    /// The tracks with all that those of them hold that are folders, in project order.
+    std::vector<Track*> with_contents(const std::vector<Track*>& tracks) const;
+
     std::size_t item_count() const;
 
     /// In track order, then by position; null past the end.
@@ -134,6 +148,7 @@ private:
     void add_end(double end_seconds);
     void remove_end(double end_seconds);
     void pass_on_depth_change(std::size_t index);
+    void reorder(const std::vector<Track*>& order, const std::vector<int>& depths);
     void update_tree() const;
     std::optional<std::size_t> last_in_folder(std::size_t index) const;
 

@@ -44,8 +44,10 @@ Envelope* Take::envelope(std::string_view wanted) const {
 }
 
 Envelope& Take::add_envelope(std::string envelope_name) {
-    envelopes_.push_back(std::make_unique<Envelope>(std::move(envelope_name), item_.track().project().next_serial()));
+    envelopes_.push_back(
+        std::make_unique<Envelope>(std::move(envelope_name), item_.track().project().next_serial()));
     item_.track().project().live_objects_.add(envelopes_.back().get());
+    envelopes_.back()->take = this;
     return *envelopes_.back();
 }
 

@@ -85,9 +85,8 @@ private:
 
     const ExtensionData::Entry* find(const std::string& key) const {
         const std::string* value = data_.value(section_.name, key);
-        const auto entry = std::ranges::find_if(section_.entries, [&](const auto& known) {
-            return &known.value == value;
-        });
+        const auto entry =
+            std::ranges::find_if(section_.entries, [&](const auto& known) { return &known.value == value; });
         return entry == section_.entries.end() ? nullptr : &*entry;
     }
 
@@ -139,9 +138,9 @@ void write_extension_data(chunk::Output& out, const Block* block, const Extensio
     out.begin_block(block ? block->head : Text::literal("<EXTSTATE"));
     for (const Node& node : block ? block->lines : Lines()) {
         const ExtensionData::Section* section = node.block() ? data.section(node.token()) : nullptr;
-        const bool holds_values = node.block() && std::ranges::any_of(
-                                                       node.block()->lines,
-                                                       [](const Node& line) { return value_of(line).has_value(); });
+        const bool holds_values =
+            node.block() && std::ranges::any_of(node.block()->lines,
+                                                [](const Node& line) { return value_of(line).has_value(); });
         if (section)
             SectionWriter(out, data, *section).write(node.block());
         else if (!holds_values)

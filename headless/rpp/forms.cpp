@@ -193,8 +193,7 @@ constexpr Form forms_of_envelope[] = {
 };
 
 std::optional<std::size_t> rank(Forms forms, std::string_view token) {
-    const auto form =
-        std::ranges::find(forms, token, [](const Form& known) { return chunk::token(known.line); });
+    const auto form = std::ranges::find(forms, token, &Form::token);
     return form == forms.end() ? std::nullopt : std::optional<std::size_t>(form - forms.begin());
 }
 

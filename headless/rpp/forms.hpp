@@ -11,8 +11,12 @@ namespace headless::rpp {
 
 /// A line with the values that it has by default.
 struct Form {
+    consteval Form(const char* line_text, bool standard = false)
+        : line(line_text), token(line.substr(0, line.find(' '))), is_standard(standard) {}
+
     std::string_view line;
-    bool is_standard = false; ///< new objects have it; the others are written only for other values
+    std::string_view token;
+    bool is_standard; ///< new objects have it; the others are written only for other values
 };
 
 /// The head of the projects that this program makes. A workstation that saves them puts its own platform there.

@@ -122,9 +122,9 @@ void write_renders(chunk::Output& out, project::Project& project, const project:
 
 void write_new(chunk::Output& out, project::Project& project, const project::Marker& marker) {
     const std::string number = "MARKER " + std::to_string(marker.number) + " ";
-    out.line(Text::made(number + chunk::decimal(marker.position_seconds) + " " + chunk::in_quotes(marker.name) +
-                        (marker.is_region ? " 1 " : " 0 ") + std::to_string(marker.color) + " 1 R " +
-                        text_of(marker.id) + " 0"));
+    out.line(Text::made(number + chunk::decimal(marker.position_seconds) + " " +
+                        chunk::in_quotes(marker.name) + (marker.is_region ? " 1 " : " 0 ") +
+                        std::to_string(marker.color) + " 1 R " + text_of(marker.id) + " 0"));
     if (marker.is_region && !marker.renders.empty())
         write_renders(out, project, marker, nullptr);
     if (marker.is_region)

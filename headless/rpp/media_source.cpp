@@ -48,7 +48,8 @@ void write_new(chunk::Output& out, const project::Source& source, const fs::path
 bool is_of_kind(const chunk::Block& block, const project::Source& source, const fs::path& folder) {
     const project::Source present = read_source(block, folder);
     const bool same_inside = static_cast<bool>(present.inner) == static_cast<bool>(source.inner);
-    return present.type == source.type && same_inside && present.file.empty() == source.file.empty();
+    return present.type == source.type && present.section == source.section && same_inside &&
+           present.file.empty() == source.file.empty();
 }
 
 class EditedSource {
@@ -84,18 +85,7 @@ private:
         const std::string_view token = chunk::token(line.content());
         if (token == "FILE" && file_of(chunk::text_at(line, 1), folder_) != source.file)
             chunk::set_word(line, 1, chunk::in_quotes(path_text(source.file, folder_)));
-        if (source.inner) {
-            edit_number(line, token, "LENGTH", source.section.length_seconds);
-            edit_number(line, token, "STARTPOS", source.section.start_seconds);
-            edit_number(line, token, "OVERLAP", source.section.overlap_seconds);
-        }
         return line;
-    }
-
-    static void edit_number(chunk::Text& line, std::string_view token, std::string_view wanted,
-                            double value) {
-        if (token == wanted && chunk::number_at(line, 1, 0.0) != value)
-            chunk::set_word(line, 1, chunk::decimal(value));
     }
 
     chunk::Output& out_;

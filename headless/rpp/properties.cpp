@@ -13,17 +13,29 @@ using chunk::Text;
 const Lines no_lines;
 
 // The lines and the forms of each kind of object.
-const Lines& lines_of(const project::Track& track) { return track.block ? track.block->lines : no_lines; }
+bool is_master(const project::Track& track) { return &track == &track.project().master(); }
+
+const Lines& lines_of(const project::Project& project) {
+    return project.source ? project.source->document.root.lines : no_lines;
+}
+const Lines& lines_of(const project::Track& track) {
+    if (is_master(track))
+        return lines_of(track.project());
+    return track.block ? track.block->lines : no_lines;
+}
 const Lines& lines_of(const project::Item& item) { return item.block ? item.block->lines : no_lines; }
 const Lines& lines_of(const project::Take& take) { return take.lines; }
 const Lines& lines_of(const project::Envelope& envelope) {
     return envelope.block ? envelope.block->lines : no_lines;
 }
-const Lines& lines_of(const project::Project& project) {
-    return project.source ? project.source->document.root.lines : no_lines;
-}
 
+Lines& lines_to_edit(project::Project& project) {
+    give_lines(project);
+    return project.source->document.root.lines;
+}
 Lines& lines_to_edit(project::Track& track) {
+    if (is_master(track))
+        return lines_to_edit(track.project());
     give_lines(track);
     return track.block->lines;
 }
@@ -36,12 +48,8 @@ Lines& lines_to_edit(project::Take& take) {
     return take.lines;
 }
 Lines& lines_to_edit(project::Envelope& envelope) { return envelope.block->lines; }
-Lines& lines_to_edit(project::Project& project) {
-    give_lines(project);
-    return project.source->document.root.lines;
-}
 
-Forms forms_of(const project::Track&) { return track_forms; }
+Forms forms_of(const project::Track& track) { return is_master(track) ? project_forms : track_forms; }
 Forms forms_of(const project::Item&) { return item_forms; }
 Forms forms_of(const project::Take&) { return take_forms; }
 Forms forms_of(const project::Envelope&) { return envelope_forms; }
@@ -101,7 +109,7 @@ void give_id(chunk::Guid& id, project::Project& project) {
 } // namespace
 
 void give_lines(project::Track& track) {
-    if (track.block)
+    if (track.block || is_master(track))
         return;
     give_id(track.id, track.project());
     track.block = std::make_unique<chunk::Block>(

@@ -1,5 +1,6 @@
 #pragma once
-// Properties that the model has no members for: they are read from the object's lines and written there.
+// Properties that the model has no members for: they are read from the object's lines and written there. The
+// lines of the master are the project's: {"MASTER_NCH", 1} is a place of both.
 
 #include "headless/project/project.hpp"
 

@@ -68,6 +68,7 @@ chunk::Node place_of(const project::Envelope& envelope) {
 
 void read_take(Reading& in, project::Take& take, bool is_first, const Lines& item_lines, Lines lines) {
     take.lines = std::move(lines);
+    take.lines.shrink_to_fit();
     take.name = read_name(take.lines);
     take.id = read_guid(in, take.lines, "GUID");
     const Text* volume = chunk::find_line(take.lines, is_first ? "VOLPAN" : "TAKEVOLPAN");

@@ -3,8 +3,10 @@
 #include "headless/chunk/parse.hpp"
 #include "headless/rpp/fields.hpp"
 #include "headless/rpp/read_object.hpp"
+#include "headless/rpp/rpp.hpp"
 #include "headless/rpp/write_object.hpp"
 
+#include <array>
 #include <utility>
 
 namespace headless::rpp {
@@ -47,9 +49,58 @@ Result<void> check(const project::Project& project, const chunk::Block& block, R
     return in.failure() ? Result<void>(tl::unexpected(*in.failure())) : Result<void>();
 }
 
+/// A line of the master among the project's, and its form in a track's block.
+struct MasterLine {
+    std::string_view token;
+    std::string_view token_of_track;
+};
+
+constexpr std::array master_lines{
+    MasterLine{"MASTERPEAKCOL", "PEAKCOL"},   MasterLine{"MASTERAUTOMODE", "AUTOMODE"},
+    MasterLine{"MASTER_PANMODE", "PANMODE"},  MasterLine{"MASTER_VOLUME", "VOLPAN"},
+    MasterLine{"MASTER_SEL", "SEL"},          MasterLine{"MASTERTRACKHEIGHT", "TRACKHEIGHT"},
+    MasterLine{"MASTER_NCH", "NCHAN"},        MasterLine{"MASTER_FX", "FX"},
+    MasterLine{"MASTERHWOUT", "HWOUT"},       MasterLine{"MASTERVOLENV", "VOLENV"},
+    MasterLine{"MASTERVOLENV2", "VOLENV2"},   MasterLine{"MASTERVOLENV3", "VOLENV3"},
+    MasterLine{"MASTERPANENV", "PANENV"},     MasterLine{"MASTERPANENV2", "PANENV2"},
+    MasterLine{"MASTERWIDTHENV", "WIDTHENV"}, MasterLine{"MASTERWIDTHENV2", "WIDTHENV2"},
+    MasterLine{"MASTERFXLIST", "FXCHAIN"}};
+
+// A track's block with what the project's lines hold of the master.
+std::string state_of_master(project::Track& master) {
+    project::Project& project = master.project();
+    const std::string file = project_text(project, folder_of(project));
+    const auto document = chunk::parse_file(file);
+    const chunk::Lines none;
+    const chunk::Lines& lines = document ? document->root.lines : none;
+    chunk::Block state{chunk::Text::made("<TRACK"), {}};
+    const std::string mute_and_solo =
+        "MUTESOLO " + std::to_string(master.mute ? 1 : 0) + " " + std::to_string(master.solo) + " 0";
+    state.lines.emplace_back(chunk::Text::made(mute_and_solo));
+    for (const MasterLine& known : master_lines) {
+        for (chunk::Node node : lines) {
+            chunk::Text* head = node.line() ? node.line() : node.block() ? &node.block()->head : nullptr;
+            if (!head || node.token() != known.token)
+                continue;
+            const std::size_t mark = node.block() ? 1 : 0; // "<"
+            head->replace(mark, known.token.size(), known.token_of_track);
+            state.lines.push_back(std::move(node));
+        }
+    }
+    std::string text;
+    chunk::Output out({.is_file = false}, [&](std::string_view piece) { text += piece; });
+    out.copy(state);
+    out.flush();
+    return text;
+}
+
+bool is_master(const project::Track& track) { return &track == &track.project().master(); }
+
 } // namespace
 
 std::string state_of(project::Track& track) {
+    if (is_master(track))
+        return state_of_master(track);
     return written(track.project(), [&](ObjectWriter& writer) { writer.write(track); });
 }
 
@@ -62,6 +113,8 @@ std::string state_of(project::Envelope& envelope, project::Project& project) {
 }
 
 Result<void> set_state(project::Track& track, std::string_view text) {
+    if (is_master(track))
+        return tl::unexpected(Failure{"the master's state cannot be replaced"});
     auto block = block_of(text, "TRACK");
     if (!block)
         return tl::unexpected(block.error());

@@ -45,8 +45,10 @@ Text line_of(const TempoPoint& point) {
     present.line = point.line;
     if (present == point)
         return line;
-    const int meter = point.meter ? point.meter->denominator * denominator_factor + point.meter->numerator : 0;
-    const int bits = (point.meter ? sets_meter : 0) | (point.sets_tempo ? 0 : sets_no_tempo) | point.other_flags;
+    const int meter =
+        point.meter ? point.meter->denominator * denominator_factor + point.meter->numerator : 0;
+    const int bits =
+        (point.meter ? sets_meter : 0) | (point.sets_tempo ? 0 : sets_no_tempo) | point.other_flags;
     edit_number(line, 1, point.position_seconds);
     edit_number(line, 2, point.tempo_bpm);
     edit_number(line, 3, point.is_gradual ? 0.0 : 1.0);

@@ -70,7 +70,8 @@ project::Grid read_grid(const Text& line) {
     if (const double division = chunk::number_at(line, 3, 0.0); division > 0.0)
         grid.division_quarters = division;
     const int swing = to_int(chunk::number_at(line, 6, 0.0));
-    grid.swing = swing == 1 || swing == 3 ? static_cast<project::Grid::Swing>(swing) : project::Grid::Swing::off;
+    grid.swing =
+        swing == 1 || swing == 3 ? static_cast<project::Grid::Swing>(swing) : project::Grid::Swing::off;
     grid.swing_amount = chunk::number_at(line, 7, 0.0);
     return grid;
 }
@@ -102,8 +103,8 @@ void read_time_lines(Project& project, const chunk::Lines& lines) {
     if (const Text* line = chunk::find_line(lines, "GRID"))
         project.grid = read_grid(*line);
     if (const Text* line = chunk::find_line(lines, "ZOOM"))
-        project.view = project::ArrangeView::from_zoom(chunk::number_at(*line, 1, 0.0),
-                                                       chunk::number_at(*line, 2, 0.0));
+        project.view =
+            project::ArrangeView::from_zoom(chunk::number_at(*line, 1, 0.0), chunk::number_at(*line, 2, 0.0));
     const Text* selection = chunk::find_line(lines, "SELECTION");
     const Text* loop = chunk::find_line(lines, "SELECTION2");
     const TimeRange time_selection = selection ? read_range(*selection) : TimeRange();

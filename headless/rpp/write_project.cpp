@@ -97,7 +97,9 @@ private:
         const bool lacks_extension_data = !chunk::find_block(lines, "EXTSTATE");
         const std::size_t extension_data =
             lacks_extension_data ? place_for(lines, project_forms, "EXTSTATE") : none;
-        const auto write_track = [this](project::Track* track) { objects_.write(*track, depth_change(*track)); };
+        const auto write_track = [this](project::Track* track) {
+            objects_.write(*track, depth_change(*track));
+        };
         const auto write_marker = [this](project::Marker* marker) {
             rpp::write_marker(out_, project_, *marker);
         };

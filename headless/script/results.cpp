@@ -1,5 +1,7 @@
 #include "headless/script/results.hpp"
 
+#include <algorithm>
+#include <cstddef>
 #include <cstdint>
 #include <cstring>
 
@@ -63,9 +65,14 @@ void push_output(lua_State* L, ValueKind kind, const ArgumentValue& value) {
 
 /// In C such a function returns a number for every key; scripts get a handle if the key names an object.
 bool returns_object(const BridgedFunction& function, const Arguments& arguments) {
-    const char* key = arguments.values[1].text;
-    return function.definition.result == ValueKind::number && function.name.ends_with("Info_Value") && key &&
-           std::strncmp(key, "P_", 2) == 0;
+    if (function.definition.result != ValueKind::number || !function.name.ends_with("Info_Value"))
+        return false;
+    const auto& parameters = function.definition.parameters;
+    const auto key = std::ranges::find(parameters, ValueKind::text, &Parameter::kind);
+    const char* text = key == parameters.end()
+                           ? nullptr
+                           : arguments.values[static_cast<std::size_t>(key - parameters.begin())].text;
+    return text && std::strncmp(text, "P_", 2) == 0;
 }
 
 void* address_in(const void* number) {

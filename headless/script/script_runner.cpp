@@ -13,10 +13,10 @@
 #include <lua.hpp>
 
 #include <algorithm>
-#include <ranges>
 #include <cstdlib>
 #include <iterator>
 #include <optional>
+#include <ranges>
 
 namespace headless::script {
 namespace {

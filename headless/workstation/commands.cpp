@@ -2,6 +2,7 @@
 
 #include "headless/workstation/named_commands.hpp"
 #include "headless/workstation/render_take.hpp"
+#include "headless/workstation/track_commands.hpp"
 #include "headless/workstation/workstation.hpp"
 
 #include <algorithm>
@@ -64,6 +65,8 @@ void run_command(Workstation& workstation, int number) {
             return;
         }
     }
+    if (run_track_command(workstation, number))
+        return;
     if (const NamedCommand* command = find_named_command(number)) {
         command->run(workstation);
         return;

@@ -9,6 +9,7 @@
 #include "headless/workstation/fast_strings.hpp"
 #include "headless/workstation/script_call.hpp"
 #include "headless/workstation/session_state.hpp"
+#include "headless/workstation/track_session.hpp"
 
 #include <cstddef>
 #include <filesystem>
@@ -103,6 +104,7 @@ public:
 
     /// What else scripts set and read back.
     SessionState session;
+    TrackSession track_session;
     FastStrings fast_strings;
 
     /// Saves the project under the name that it has. Without it projects cannot be saved by functions.

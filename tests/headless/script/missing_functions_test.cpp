@@ -61,8 +61,9 @@ TEST_F(MissingFunction, LeavesOtherCallsOfNilToLua) {
 
 TEST_F(MissingFunction, IsReportedWhenTheScriptCatchesTheError) {
     EXPECT_EQ(run("for _ = 1, 2 do pcall(reaper.No_Such) end\n if reaper.Other then end").status, 0);
-    EXPECT_THAT(workstation.take_failures(),
-                testing::ElementsAre(tells("a missing function: the headless workstation has no No_Such (line 1)")));
+    EXPECT_THAT(
+        workstation.take_failures(),
+        testing::ElementsAre(tells("a missing function: the headless workstation has no No_Such (line 1)")));
 }
 
 TEST_F(MissingFunction, CanBeAskedFor) {

@@ -3,6 +3,7 @@
 
 #include <optional>
 #include <string>
+#include <system_error>
 
 namespace headless::rpp {
 namespace {
@@ -15,6 +16,14 @@ bool holds_own_object(std::string_view text) {
             return true;
     }
     return false;
+}
+
+/// Absolute and without links, so that another spelling of it is no other folder when the project is saved.
+std::filesystem::path true_folder_of(const std::filesystem::path& file) {
+    std::error_code error;
+    const std::filesystem::path absolute = std::filesystem::absolute(file, error);
+    const std::filesystem::path found = std::filesystem::weakly_canonical(absolute, error);
+    return (error ? file : found).parent_path();
 }
 
 } // namespace
@@ -55,7 +64,7 @@ Result<void> load_project(project::Project& project, const std::filesystem::path
         return failure(std::filesystem::exists(file, error) ? "is no regular file"
                                                             : "No such file or directory");
     }
-    const auto parsed = parse_project(project, std::move(**text), file.parent_path());
+    const auto parsed = parse_project(project, std::move(**text), true_folder_of(file));
     if (!parsed)
         return failure(parsed.error().message);
     project.file = file;

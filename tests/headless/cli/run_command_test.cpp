@@ -61,6 +61,22 @@ TEST_F(RunCommand, EscapesControlBytesInMessages) {
                     HasSubstr("a.rpp: not written, as it cannot hold 1 name or path; --accept-losses")));
 }
 
+TEST_F(RunCommand, KeepsPathsHoweverTheFolderIsNamed) {
+    const std::string theirs =
+        "<REAPER_PROJECT 0.1 \"6.80/win64\" 1700000000\n  CURSOR 1\n  <TRACK\n    <ITEM\n"
+        "      <SOURCE WAVE\n        FILE \"audio\\a.wav\"\n      >\n    >\n  >\n>\n";
+    std::filesystem::create_directories(folder / "p/audio");
+    std::filesystem::create_directory_symlink("p", folder / "link");
+    write_speech(folder / "p/audio/a.wav", 0.5);
+    const std::vector<std::string> places{"p/a.rpp", "./p/../p/a.rpp", "link/a.rpp",
+                                          (folder / "p/a.rpp").string()};
+    for (const std::string& place : places) {
+        write_bytes(folder / "p/a.rpp", theirs);
+        EXPECT_EQ(run("", {"--project", place, "--save", place}).status, 0);
+        EXPECT_EQ(bytes_of(folder / "p/a.rpp"), theirs) << place;
+    }
+}
+
 TEST_F(RunCommand, SavesLossesOnlyIfTheyAreAccepted) {
     const std::string name_in_block = R"(<REAPER_PROJECT 0.1 "6.80/win64" 1700000000
   MARKER 1 2 "a" 0

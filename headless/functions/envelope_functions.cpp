@@ -17,7 +17,8 @@ using workstation::EnvelopeObject;
 EnvelopeObject* allocate(Workstation& workstation, project::Envelope& envelope, bool takes_use_project_time) {
     const bool uses_project_time = takes_use_project_time && envelope.take;
     return &workstation.envelope_objects().take_out(
-        envelope, uses_project_time ? -envelope.take->item().position_seconds() : 0.0);
+        envelope, uses_project_time ? -envelope.take->item().position_seconds() : 0.0,
+        envelope.take ? envelope.take->play_rate : 1.0);
 }
 
 bool write_back(Workstation& workstation, EnvelopeObject& object) {
@@ -102,7 +103,7 @@ bool get_point(const EnvelopeObject& object, int id, double* position, double* v
     if (!has_point(object, id))
         return false;
     const project::EnvelopePoint& point = object.points[static_cast<std::size_t>(id)];
-    put(position, point.position_seconds - object.zero_seconds);
+    put(position, point.position_seconds / object.play_rate - object.zero_seconds);
     put(value, point.value);
     put(shape, static_cast<int>(point.shape));
     put(selected, point.selected);
@@ -115,8 +116,8 @@ bool set_point(EnvelopeObject& object, int id, double position, double value, in
     const bool is_new = id == -1;
     if (!std::isfinite(position) || !std::isfinite(value) || !(is_new || has_point(object, id)))
         return false;
-    const project::EnvelopePoint point{position + object.zero_seconds, value, project::point_shape(shape),
-                                       selected, bezier};
+    const project::EnvelopePoint point{(position + object.zero_seconds) * object.play_rate, value,
+                                       project::point_shape(shape), selected, bezier};
     if (is_new) {
         object.points.push_back(point);
         ++object.edit.points_created;

@@ -18,7 +18,8 @@ using EnvelopePoints = GapBuffer<project::EnvelopePoint, std::deque<project::Env
 /// A copy of an envelope being edited. Points are addressed by index and keep their places until sorted.
 struct EnvelopeObject {
     project::Envelope* target; ///< may no longer exist at write-back
-    double zero_seconds;       ///< zero of the positions, relative to the take's start
+    double zero_seconds;       ///< zero of the positions, relative to the item's start
+    double play_rate;          ///< of the take: its envelopes run in the time of the source
     project::EnvelopeProperties properties;
     EnvelopePoints points;
     EnvelopeEdit edit;
@@ -26,8 +27,9 @@ struct EnvelopeObject {
 
 class EnvelopeObjects {
 public:
-    /// @param zero_seconds position 0 of the points that are read and set, in seconds from the take's start
-    EnvelopeObject& take_out(project::Envelope& envelope, double zero_seconds);
+    /// @param zero_seconds position 0 of the points that are read and set, in seconds from the item's start
+    /// @param play_rate    of the envelope's take, otherwise 1
+    EnvelopeObject& take_out(project::Envelope& envelope, double zero_seconds, double play_rate);
 
     /// Null for a null, released or foreign handle.
     EnvelopeObject* find(BR_Envelope* handle) const;

@@ -76,6 +76,15 @@ TEST_F(EnvelopeFunctions, OnlyCommittedChangesAreWritten) {
     EXPECT_FALSE(free(orphan, true)) << "its envelope has gone";
 }
 
+TEST_F(EnvelopeFunctions, PositionsAreThoseOfTheItemAtEveryPlayRate) {
+    envelope->take->play_rate = 2.0; // the envelope runs in the time of the source
+    BR_Envelope* object = take_out();
+    EXPECT_EQ(position_of(object, 1), 0.5);
+    EXPECT_TRUE(set(object, 1, 0.25, 0.5));
+    EXPECT_TRUE(free(object, true));
+    EXPECT_EQ(envelope->points()[1].position_seconds, 0.5);
+}
+
 TEST_F(EnvelopeFunctions, PositionsMayBeProjectTime) {
     BR_Envelope* object = take_out(true);
     EXPECT_EQ(position_of(object, 1), 11.0);

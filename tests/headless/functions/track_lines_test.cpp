@@ -1,5 +1,6 @@
 // What functions change of the lines of tracks, and that nothing else changes.
 
+#include "headless/rpp/state.hpp"
 #include "tests/headless/functions/project_lines.hpp"
 
 #include <array>
@@ -129,6 +130,15 @@ TEST_F(TrackLines, TheMastersLinesAreTheProjects) {
     EXPECT_FALSE(set_value(master(), "B_MAINSEND", 1.0));
     EXPECT_FALSE(set_text(master(), "P_EXT:key", "text"));
     EXPECT_THAT(changes(), IsEmpty());
+}
+
+TEST_F(TrackLines, TheMastersStateIsThatOfATrack) {
+    project.master().mute = true;
+    EXPECT_EQ(
+        rpp::state_of(project.master()),
+        "<TRACK\nMUTESOLO 1 0 0\nAUTOMODE 0\nVOLPAN 0.5 0 -1 -1 1\nNCHAN 2 2\nFX 1\nHWOUT 0 0 1 0 0 0 0 -1\n"
+        "<VOLENV2\nEGUID {10000000-0000-4000-8000-0000000000E0}\nACT 1 -1\nVOLTYPE 1\nPT 0 1 0\n>\n>\n");
+    EXPECT_FALSE(rpp::set_state(project.master(), "<TRACK\n>\n"));
 }
 
 TEST_F(TrackLines, TextsReadBack) {

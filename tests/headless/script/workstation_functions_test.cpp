@@ -106,14 +106,15 @@ TEST_F(WorkstationFunctions, ReportUnknownKeysOnce) {
         local is_known, text = reaper.GetSetMediaTrackInfo_String(track, "P_RAZOREDITS", "x", false)
         assert(is_known and text == "")
         for _ = 1, 2 do
-            assert(reaper.GetMediaTrackInfo_Value(track, "I_UNHEARD_OF") == 0)
-            assert(not reaper.SetMediaItemTakeInfo_Value(take, "I_UNHEARD_OF", 1))
-            assert(not reaper.GetSetMediaTrackInfo_String(track, "P_UNHEARD_OF", "", false))
+            assert(reaper.GetMediaTrackInfo_Value(track, "I_NOTHING") == 0)
+            assert(reaper.GetMediaTrackInfo_Value(track, "D_LENGTH") == 0)
+            assert(not reaper.SetMediaItemTakeInfo_Value(take, "I_NCHAN", 1))
+            assert(not reaper.GetSetMediaTrackInfo_String(track, "P_NOTHING", "", false))
         end)");
     EXPECT_THAT(workstation.take_failures(),
                 testing::ElementsAre(
-                    tells("GetMediaTrackInfo_Value: the key \"I_UNHEARD_OF\" is not known"),
-                    tells("SetMediaItemTakeInfo_Value: the key \"I_UNHEARD_OF\""), tells("P_UNHEARD_OF")));
+                    tells("GetMediaTrackInfo_Value: the key \"I_NOTHING\" is not known"), tells("D_LENGTH"),
+                    tells("SetMediaItemTakeInfo_Value: the key \"I_NCHAN\""), tells("P_NOTHING")));
 }
 
 TEST_F(WorkstationFunctions, AddChangeAndDeleteMarkers) {

@@ -4,9 +4,10 @@
 
 namespace headless::workstation {
 
-EnvelopeObject& EnvelopeObjects::take_out(project::Envelope& envelope, double zero_seconds, double play_rate) {
-    auto object = std::make_unique<EnvelopeObject>(
-        EnvelopeObject{&envelope, zero_seconds, play_rate, envelope.properties, EnvelopePoints(envelope.points()), {}});
+EnvelopeObject& EnvelopeObjects::take_out(project::Envelope& envelope, double zero_seconds,
+                                          double play_rate) {
+    auto object = std::make_unique<EnvelopeObject>(EnvelopeObject{
+        &envelope, zero_seconds, play_rate, envelope.properties, EnvelopePoints(envelope.points()), {}});
     EnvelopeObject& added = *object;
     objects_.emplace(&added, std::move(object));
     return added;

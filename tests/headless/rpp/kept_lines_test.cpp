@@ -3,11 +3,11 @@
 #include "headless/rpp/rpp.hpp"
 #include "headless/rpp/state.hpp"
 
-#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <algorithm>
 #include <functional>
+#include <gmock/gmock.h>
 #include <random>
 #include <sstream>
 #include <string>
@@ -317,10 +317,18 @@ struct Change {
 };
 
 TEST(KeptLines, ChangeOnlyWithWhatTheyHold) {
-    const auto item = [](project::Project& project) -> project::Item& { return *project.track(1)->items()[1]; };
+    const auto item = [](project::Project& project) -> project::Item& {
+        return *project.track(1)->items()[1];
+    };
     const std::vector<Change> changes{
-        {"the cursor", [](auto& project) { project.cursor_seconds = 2.25; }, {"CURSOR 1.50000000000000"}, {"CURSOR 2.25"}},
-        {"the tempo", [](auto& project) { project.tempo_bpm = 60.0; }, {"TEMPO 97.5 3 8 16"}, {"TEMPO 60 3 8 16"}},
+        {"the cursor",
+         [](auto& project) { project.cursor_seconds = 2.25; },
+         {"CURSOR 1.50000000000000"},
+         {"CURSOR 2.25"}},
+        {"the tempo",
+         [](auto& project) { project.tempo_bpm = 60.0; },
+         {"TEMPO 97.5 3 8 16"},
+         {"TEMPO 60 3 8 16"}},
         {"the frame rate",
          [](auto& project) {
              project.frame_rate = 23.976;
@@ -328,7 +336,10 @@ TEST(KeptLines, ChangeOnlyWithWhatTheyHold) {
          },
          {"TIMEMODE 1 5 -1 30 1 0 -1 7"},
          {"TIMEMODE 1 5 -1 24 2 0 -1 7"}},
-        {"the master", [](auto& project) { project.master().mute = false; }, {"MASTERMUTESOLO 5"}, {"MASTERMUTESOLO 4"}},
+        {"the master",
+         [](auto& project) { project.master().mute = false; },
+         {"MASTERMUTESOLO 5"},
+         {"MASTERMUTESOLO 4"}},
         {"a marker's name",
          [](auto& project) {
              project::Marker marker = project.markers.all()[1];
@@ -403,10 +414,7 @@ TEST(KeptLines, ChangeOnlyWithWhatTheyHold) {
          },
          {"KEY.ONE \"two words\""},
          {"KEY.ONE 1", "<OTHER", "<BIN LINES", "eAp5", ">", ">"}},
-        {"the tempo map",
-         [](auto& project) { project.tempo_map.erase(1); },
-         {"PT 4 110 0"},
-         {}},
+        {"the tempo map", [](auto& project) { project.tempo_map.erase(1); }, {"PT 4 110 0"}, {}},
     };
     for (const std::string line_end : {"\n", "\r\n"}) {
         for (const Change& change : changes) {
@@ -420,8 +428,10 @@ TEST(KeptLines, ChangeOnlyWithWhatTheyHold) {
                 EXPECT_THAT(only_in(text, corners), testing::Contains(line)) << change.subject;
             const bool is_of_an_object = change.subject.find("track") != std::string::npos;
             if (!is_of_an_object) {
-                EXPECT_THAT(only_in(corners, text), UnorderedElementsAreArray(change.removed)) << change.subject;
-                EXPECT_THAT(only_in(text, corners), UnorderedElementsAreArray(change.added)) << change.subject;
+                EXPECT_THAT(only_in(corners, text), UnorderedElementsAreArray(change.removed))
+                    << change.subject;
+                EXPECT_THAT(only_in(text, corners), UnorderedElementsAreArray(change.added))
+                    << change.subject;
             }
             Loaded again(text);
             EXPECT_EQ(again.text(), text) << change.subject;
@@ -469,8 +479,10 @@ TEST(KeptLines, HoldWhateverChanges) {
         project::Project& project = loaded.project;
         for (int step = 0; step < 12; ++step) {
             project::Track* track = project.track(below(project.tracks().size()));
-            project::Item* item = track ? (track->items().empty() ? nullptr : track->items()[below(track->items().size())].get())
-                                        : nullptr;
+            project::Item* item =
+                track
+                    ? (track->items().empty() ? nullptr : track->items()[below(track->items().size())].get())
+                    : nullptr;
             switch (below(12)) {
             case 0:
                 project.insert_track(below(5)).name = "new " + std::to_string(step);
@@ -481,7 +493,8 @@ TEST(KeptLines, HoldWhateverChanges) {
                 break;
             case 2:
                 if (track)
-                    track->add_item(static_cast<double>(below(10)), 1.0).add_take({.file = "/songs/n.wav"}, "n");
+                    track->add_item(static_cast<double>(below(10)), 1.0)
+                        .add_take({.file = "/songs/n.wav"}, "n");
                 break;
             case 3:
                 if (item)
@@ -493,7 +506,9 @@ TEST(KeptLines, HoldWhateverChanges) {
                 break;
             case 5:
                 if (item)
-                    item->add_take({.file = "/other/t.wav"}, "t").add_envelope("Volume").set_points({{0.0, 0.5}});
+                    item->add_take({.file = "/other/t.wav"}, "t")
+                        .add_envelope("Volume")
+                        .set_points({{0.0, 0.5}});
                 break;
             case 6:
                 if (item && !item->takes().empty())

@@ -16,7 +16,6 @@
 #include <cstdlib>
 #include <iterator>
 #include <optional>
-#include <ranges>
 
 namespace headless::script {
 namespace {
@@ -262,8 +261,8 @@ ScriptOutcome run_script(workstation::Workstation& workstation, const workstatio
     ScriptOutcome outcome =
         run.main_thread ? run_in_state(run) : ScriptOutcome{1, run.file + ": not enough memory"};
     report_caught_calls(workstation, run.missing, outcome.error);
-    std::ranges::set_difference(run.missing.looked_up(), std::views::keys(run.missing.called()),
-                                std::back_inserter(outcome.asked_for));
+    std::ranges::copy_if(run.missing.looked_up(), std::back_inserter(outcome.asked_for),
+                         [&](const std::string& name) { return !run.missing.called().contains(name); });
     if (before_closing)
         before_closing(outcome);
     return outcome;

@@ -54,12 +54,11 @@ Result<Document> parse(std::string_view rest, MakeText make_text) {
         }
     }
     document.is_cut_off = !open.empty();
-    for (; !open.empty(); open.pop_back()) {
+    for (; !open.empty(); open.pop_back())
         if (open.size() == 1)
             document.root = std::move(open.back());
         else
             open[open.size() - 2].lines.emplace_back(std::move(open.back()));
-    }
     if (!has_root)
         return tl::unexpected(failure_at(line_number, "there is no block"));
     return document;

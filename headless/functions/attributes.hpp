@@ -1,23 +1,87 @@
 #pragma once
-// Attributes by key, as in the Get...Info_Value and Set...Info_Value functions: one row each.
+// Attributes by key, as in the Get...Info_Value and Set...Info_Value functions: one row each. A row names the
+// functions that read and write the property, or where it stands in the object's lines:
+//
+//   {"D_FADEINLEN", number_at("FADEIN", 2, 0.0)}
 
 #include "headless/functions/parameters.hpp"
+#include "headless/rpp/properties.hpp"
 
 #include <algorithm>
 #include <cmath>
+#include <cstddef>
 #include <cstdint>
 #include <cstring>
 #include <limits>
 #include <span>
 #include <string>
+#include <string_view>
+#include <type_traits>
 
 namespace headless::functions {
 
+/// A property that has no member: it is read from the object's lines and written there.
+struct LineField {
+    rpp::FieldPlace place;
+    double lowest = std::numeric_limits<double>::lowest(); ///< values outside are limited to the range
+    double highest = std::numeric_limits<double>::max();
+    bool is_whole = false; ///< fractions are cut off
+};
+
+/// A number from `lowest` to `highest`.
+constexpr LineField number_at(std::string_view token, std::size_t word, double lowest = LineField{}.lowest,
+                              double highest = LineField{}.highest) {
+    return {{token, word}, lowest, highest, false};
+}
+
+/// A whole number from `lowest` to `highest`.
+constexpr LineField whole_number_at(std::string_view token, std::size_t word,
+                                    double lowest = std::numeric_limits<int>::min(),
+                                    double highest = std::numeric_limits<int>::max()) {
+    return {{token, word}, lowest, highest, true};
+}
+
+/// 0 or 1.
+constexpr LineField flag_at(std::string_view token, std::size_t word) {
+    return {{token, word}, 0.0, 1.0, true};
+}
+
+/// One key: its property is reached through two functions, or lies in the object's lines.
 template <class T>
-struct Attribute {
+class Attribute {
+public:
+    using Read = double (*)(const T&);
+    using Write = void (*)(T&, double);
+
+    /// @param writer null: read-only
+    constexpr Attribute(const char* attribute_key, Read reader, Write writer)
+        : key(attribute_key), read_(reader), write_(writer) {}
+    constexpr Attribute(const char* attribute_key, LineField field) : key(attribute_key), field_(field) {}
+
+    double read(const T& object) const {
+        return read_ ? read_(object) : rpp::number_of(object, field_.place);
+    }
+
+    /// @returns false if the attribute is read-only
+    bool write(T& object, double value) const {
+        if (write_)
+            write_(object, value);
+        else if (!read_)
+            rpp::set_number(object, field_.place, held(value));
+        return write_ || !read_;
+    }
+
     const char* key;
-    double (*read)(const T&);
-    void (*write)(T&, double); ///< null: read-only
+
+private:
+    double held(double value) const {
+        const double limited = std::clamp(value, field_.lowest, field_.highest);
+        return field_.is_whole ? std::trunc(limited) : limited;
+    }
+
+    Read read_ = nullptr;
+    Write write_ = nullptr;
+    LineField field_{};
 };
 
 /// Reports once that `function` was called with a key that this host does not know.
@@ -59,10 +123,7 @@ double get_value(Workstation& workstation, const ObjectOfTable<Table>& object, c
 template <const auto& Table>
 bool set_value(Workstation& workstation, ObjectOfTable<Table>& object, const char* key, double value) {
     const auto* attribute = Table.find(workstation, Table.writer, key);
-    if (!attribute || !attribute->write || !std::isfinite(value))
-        return false;
-    attribute->write(object, value);
-    return true;
+    return attribute && std::isfinite(value) && attribute->write(object, value);
 }
 
 /// A handle as a number, for functions that return numbers.

@@ -57,12 +57,11 @@ void Project::remove_from_region_renders(const chunk::Guid& track) {
     if (!track)
         return;
     markers.edit([&](Marker& marker) {
-        for (chunk::Node& node : marker.lines) {
+        for (chunk::Node& node : marker.lines)
             if (chunk::Block* renders = node.block(); renders && node.token() == "REGIONRENDER")
                 std::erase_if(renders->lines, [&](const chunk::Node& line) {
                     return line.line() && chunk::guid_of(chunk::text_at(*line.line(), 1)) == track;
                 });
-        }
     });
 }
 

@@ -37,8 +37,8 @@ Envelope* Take::envelope(std::string_view wanted) const {
 }
 
 Envelope& Take::add_envelope(std::string envelope_name) {
-    envelopes_.push_back(std::make_unique<Envelope>(
-        item_.track().project().next_serial(), std::move(envelope_name)));
+    envelopes_.push_back(
+        std::make_unique<Envelope>(item_.track().project().next_serial(), std::move(envelope_name)));
     item_.track().project().live_objects_.add(envelopes_.back().get());
     return *envelopes_.back();
 }

@@ -7,7 +7,9 @@
 
 namespace headless::project {
 
-Track::Track(Project& project) : project_(project), serial_(project.next_serial()) { project.live_objects_.add(this); }
+Track::Track(Project& project) : project_(project), serial_(project.next_serial()) {
+    project.live_objects_.add(this);
+}
 
 Track::~Track() {
     items_.clear();

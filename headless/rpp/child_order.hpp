@@ -17,7 +17,8 @@ template <class T>
 struct Child {
     T* object;
     std::uint64_t serial;
-    bool may_stay; ///< false if it is to be written where the model has it, though the file has a place for it
+    bool
+        may_stay; ///< false if it is to be written where the model has it, though the file has a place for it
 };
 
 template <class T>

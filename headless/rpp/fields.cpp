@@ -20,8 +20,12 @@ double held_track_color(double value) {
 }
 
 Field<Track> track_color(std::string_view token) {
-    return {token, 1, no_track_color, [](const Track& track) { return held_track_color(track.color); },
-            [](Track& track, double value) { track.color = used_color(to_int(value)); }, held_track_color};
+    return {token,
+            1,
+            no_track_color,
+            [](const Track& track) { return held_track_color(track.color); },
+            [](Track& track, double value) { track.color = used_color(to_int(value)); },
+            held_track_color};
 }
 
 double at_least_zero(double value) { return std::max(value, 0.0); }
@@ -106,10 +110,8 @@ std::span<const Field<Item>> item_fields() {
 
 std::span<const Field<Take>> take_fields() {
     static const Field<Take> fields[] = {
-        field<&Take::start_offset_seconds>("SOFFS", 1, 0),
-        field<&Take::play_rate>("PLAYRATE", 1, 1),
-        field<&Take::preserve_pitch>("PLAYRATE", 2, 1),
-        field<&Take::pitch_semitones>("PLAYRATE", 3, 0),
+        field<&Take::start_offset_seconds>("SOFFS", 1, 0), field<&Take::play_rate>("PLAYRATE", 1, 1),
+        field<&Take::preserve_pitch>("PLAYRATE", 2, 1),    field<&Take::pitch_semitones>("PLAYRATE", 3, 0),
         field<&Take::channel_mode>("CHANMODE", 1, 0),
     };
     return fields;

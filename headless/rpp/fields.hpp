@@ -16,10 +16,10 @@ template <class T>
 struct Field {
     std::string_view token;
     std::size_t word;
-    double otherwise;          ///< what it means that the word is missing
-    double (*get)(const T&);   ///< as it stands in the file
-    void (*set)(T&, double);   ///< a value from the file
-    double (*held)(double);    ///< what `get` returns after `set`
+    double otherwise;        ///< what it means that the word is missing
+    double (*get)(const T&); ///< as it stands in the file
+    void (*set)(T&, double); ///< a value from the file
+    double (*held)(double);  ///< what `get` returns after `set`
     /// What to write over a value in the file that holds more than the member; null: the member's value.
     double (*merged)(double in_file, double wanted) = nullptr;
 };
@@ -48,7 +48,9 @@ template <auto member>
 constexpr auto field(std::string_view token, std::size_t word, double otherwise) {
     using T = typename MemberOf<decltype(member)>::Object;
     using Value = typename MemberOf<decltype(member)>::Type;
-    return Field<T>{token, word, otherwise,
+    return Field<T>{token,
+                    word,
+                    otherwise,
                     [](const T& object) { return static_cast<double>(object.*member); },
                     [](T& object, double value) {
                         if constexpr (std::is_same_v<Value, double>)
@@ -58,7 +60,9 @@ constexpr auto field(std::string_view token, std::size_t word, double otherwise)
                         else
                             object.*member = static_cast<Value>(to_int(value));
                     },
-                    std::is_same_v<Value, double> ? as_is : std::is_same_v<Value, bool> ? as_flag : as_int};
+                    std::is_same_v<Value, double> ? as_is
+                    : std::is_same_v<Value, bool> ? as_flag
+                                                  : as_int};
 }
 
 std::span<const Field<project::Project>> project_fields();

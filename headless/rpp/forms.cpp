@@ -185,20 +185,16 @@ constexpr Form forms_of_take[] = {
 };
 
 constexpr Form forms_of_envelope[] = {
-    {"EGUID", true},
-    {"ACT 1 -1", true},
-    {"VIS 1 1 1", true},
-    {"LANEHEIGHT 0 0", true},
-    {"ARM 0", true},
-    {"DEFSHAPE 0 -1 -1", true},
-    {"VOLTYPE 0"},
-    {"EXT"},
-    {"POOLEDENVINST"},
-    {"PT"},
+    {"EGUID", true},     {"ACT 1 -1", true},
+    {"VIS 1 1 1", true}, {"LANEHEIGHT 0 0", true},
+    {"ARM 0", true},     {"DEFSHAPE 0 -1 -1", true},
+    {"VOLTYPE 0"},       {"EXT"},
+    {"POOLEDENVINST"},   {"PT"},
 };
 
 std::optional<std::size_t> rank(Forms forms, std::string_view token) {
-    const auto form = std::ranges::find(forms, token, [](const Form& known) { return chunk::token(known.line); });
+    const auto form =
+        std::ranges::find(forms, token, [](const Form& known) { return chunk::token(known.line); });
     return form == forms.end() ? std::nullopt : std::optional<std::size_t>(form - forms.begin());
 }
 

@@ -47,9 +47,9 @@ std::size_t end_of_region(const Lines& lines, std::size_t start) {
     std::size_t end = start + 1;
     while (end < lines.size() && lines[end].token() == "REGIONRENDER")
         ++end;
-    const bool ends = end < lines.size() && is_marker_line(lines[end]) && is_region(*lines[end].line()) &&
-                      chunk::number_at(*lines[end].line(), 1, 0.0) ==
-                          chunk::number_at(*lines[start].line(), 1, 0.0);
+    const bool ends =
+        end < lines.size() && is_marker_line(lines[end]) && is_region(*lines[end].line()) &&
+        chunk::number_at(*lines[end].line(), 1, 0.0) == chunk::number_at(*lines[start].line(), 1, 0.0);
     return ends ? end + 1 : start + 1;
 }
 
@@ -98,8 +98,8 @@ void read_markers(Reading& in, Lines& lines) {
             marker.end_seconds = number_of(in, *lines[end - 1].line(), 2);
         for (; i < end; ++i)
             marker.lines.push_back(std::move(lines[i]));
-        kept.emplace_back(chunk::Place{in.project().markers.add_as_read(std::move(marker)),
-                                       chunk::ObjectKind::marker});
+        kept.emplace_back(
+            chunk::Place{in.project().markers.add_as_read(std::move(marker)), chunk::ObjectKind::marker});
     }
     lines = std::move(kept);
 }

@@ -18,8 +18,9 @@ constexpr int plays_reversed = 2;
 
 // "C:\..." and "\\server\...": absolute where the project was saved, and to be kept as they are.
 bool is_windows_absolute(std::string_view text) {
-    return text.starts_with("\\\\") || (text.size() > 2 && std::isalpha(static_cast<unsigned char>(text[0])) != 0 &&
-                                        text[1] == ':' && (text[2] == '\\' || text[2] == '/'));
+    return text.starts_with("\\\\") ||
+           (text.size() > 2 && std::isalpha(static_cast<unsigned char>(text[0])) != 0 && text[1] == ':' &&
+            (text[2] == '\\' || text[2] == '/'));
 }
 
 std::string head_of(const project::Source& source) {
@@ -60,14 +61,13 @@ public:
             return;
         }
         out_.begin_block(head(block.head, source));
-        for (const chunk::Node& node : block.lines) {
+        for (const chunk::Node& node : block.lines)
             if (const chunk::Text* line = node.line())
                 out_.line(edited(*line, source));
             else if (node.token() == "SOURCE" && source.inner)
                 write(*node.block(), *source.inner);
             else
                 out_.copy(node);
-        }
         out_.end_block(block.end);
     }
 
@@ -92,7 +92,8 @@ private:
         return line;
     }
 
-    static void edit_number(chunk::Text& line, std::string_view token, std::string_view wanted, double value) {
+    static void edit_number(chunk::Text& line, std::string_view token, std::string_view wanted,
+                            double value) {
         if (token == wanted && chunk::number_at(line, 1, 0.0) != value)
             chunk::set_word(line, 1, chunk::decimal(value));
     }

@@ -51,7 +51,8 @@ bool is_take_token(std::string_view token) {
 
 // The number of nodes before those of the first take. A volume line belongs to the take that follows.
 std::size_t end_of_item_lines(const Lines& lines) {
-    const auto first = std::ranges::find_if(lines, [](const Node& node) { return is_take_token(node.token()); });
+    const auto first =
+        std::ranges::find_if(lines, [](const Node& node) { return is_take_token(node.token()); });
     const auto end = static_cast<std::size_t>(first - lines.begin());
     return end > 0 && first != lines.end() && lines[end - 1].token() == "VOLPAN" ? end - 1 : end;
 }
@@ -78,8 +79,7 @@ void read_take(Reading& in, project::Take& take, bool is_first, const Lines& ite
     if (const Block* source = chunk::find_block(take.lines, "SOURCE"))
         take.source = read_source(*source, in.folder());
     for (Node& node : take.lines) {
-        const EnvelopeKind* kind =
-            node.block() ? find_kind(take_envelope_kinds, node.token()) : nullptr;
+        const EnvelopeKind* kind = node.block() ? find_kind(take_envelope_kinds, node.token()) : nullptr;
         if (!kind || take.envelope(kind->name))
             continue; // a second one of a kind stays as it is
         project::Envelope& envelope = take.add_envelope(std::string(kind->name));

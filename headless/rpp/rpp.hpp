@@ -58,7 +58,6 @@ void write_project(project::Project& project, const std::filesystem::path& folde
 std::string project_text(project::Project& project, const std::filesystem::path& folder);
 
 /// As load_project, from a text. Failures name the line.
-Result<void> parse_project(project::Project& project, std::string text,
-                           const std::filesystem::path& folder);
+Result<void> parse_project(project::Project& project, std::string text, const std::filesystem::path& folder);
 
 } // namespace headless::rpp

@@ -65,9 +65,9 @@ Result<void> set_state(project::Track& track, std::string_view text) {
     auto block = block_of(text, "TRACK");
     if (!block)
         return tl::unexpected(block.error());
-    const auto valid = check(track.project(), *block, [](Reading& in, project::Track& scratch, const auto& read) {
-        read_track(in, scratch, read);
-    });
+    const auto valid =
+        check(track.project(), *block,
+              [](Reading& in, project::Track& scratch, const auto& read) { read_track(in, scratch, read); });
     return valid.map([&] {
         track.clear();
         reset(track, track_fields());

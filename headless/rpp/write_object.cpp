@@ -24,7 +24,8 @@ const Text end_line = Text::literal(">");
 
 // Writes the lines in their order, with those to be inserted among them.
 template <class WriteNode>
-void write_lines(chunk::Output& out, const Lines& lines, const InsertedLines& inserted, WriteNode write_node) {
+void write_lines(chunk::Output& out, const Lines& lines, const InsertedLines& inserted,
+                 WriteNode write_node) {
     for (std::size_t i = 0; i <= lines.size(); ++i) {
         for (auto [line, end] = inserted.equal_range(i); line != end; ++line)
             out.line(line->second);
@@ -151,12 +152,11 @@ void ObjectWriter::write_kept(const Node& node, const project::Track& track) {
     } else if (const Block* block = node.block()) {
         out_.begin_block(block->head);
         const bool has_path = is_moved() && node.token() == "SOURCE";
-        for (const Node& inner : block->lines) {
+        for (const Node& inner : block->lines)
             if (has_path && inner.line() && inner.token() == "FILE")
                 out_.line(moved_line(*inner.line(), 1, project_.source->folder, folder_));
             else
                 write_kept(inner, track);
-        }
         out_.end_block(block->end);
     } else {
         out_.line(*node.line());
@@ -213,9 +213,9 @@ void ObjectWriter::write(project::Take& take, std::size_t index) {
     const Lines& lines = is_new ? standard_take_lines(is_first) : take.lines;
     InsertedLines inserted;
     add_missing_lines(inserted, lines, tokens_of(lines), take, take_fields(), take_forms);
-    const bool has_volume = chunk::find_line(lines, "VOLPAN") || chunk::find_line(lines, "TAKEVOLPAN") ||
-                            (is_first && take.item().block &&
-                             chunk::find_line(take.item().block->lines, "VOLPAN"));
+    const bool has_volume =
+        chunk::find_line(lines, "VOLPAN") || chunk::find_line(lines, "TAKEVOLPAN") ||
+        (is_first && take.item().block && chunk::find_line(take.item().block->lines, "VOLPAN"));
     if (const auto token = is_first ? "VOLPAN" : "TAKEVOLPAN"; !has_volume) {
         const Text standard = Text::literal(default_line(take_forms, token));
         const Text line = volume_line(take, is_first, standard);
@@ -262,7 +262,8 @@ void ObjectWriter::write(project::Item& item) {
     const Lines& lines = is_new ? standard : item.block->lines;
     InsertedLines inserted;
     Tokens present = tokens_of(lines);
-    for (const auto& take : item.takes()) // hand-made files may have lines of the item among those of its takes
+    for (const auto& take :
+         item.takes()) // hand-made files may have lines of the item among those of its takes
         add_tokens(present, take->lines);
     if (!item.takes().empty())
         present.emplace_back("VOLPAN"); // is written with the first take
@@ -299,7 +300,8 @@ void ObjectWriter::write(project::Track& track, std::optional<int> depth_change)
     std::vector<Child<project::Item>> items;
     for (const auto& item : track.items())
         items.push_back({item.get(), item->serial(), stays_in_place(*item)});
-    const ChildOrder<project::Item> order(lines, ObjectKind::item, items, place_for(lines, track_forms, "ITEM"));
+    const ChildOrder<project::Item> order(lines, ObjectKind::item, items,
+                                          place_for(lines, track_forms, "ITEM"));
     const auto write_item = [this](project::Item* item) { write(*item); };
     const std::size_t envelopes = place_for(lines, track_forms, "VOLENV");
     const auto write_between = [&](std::size_t place) {
@@ -315,10 +317,9 @@ void ObjectWriter::write(project::Track& track, std::optional<int> depth_change)
     NameWriter name(out_, track.name, lines);
     const bool has_head_id = !is_new && chunk::guid_of(chunk::text_at(track.block->head, 1));
     const bool has_line_id = !is_new && chunk::find_line(lines, "TRACKID");
-    out_.begin_block(is_new ? Text::made("<TRACK " + text_of(track.id))
-                     : has_head_id && !has_line_id
-                         ? id_line(track.id, false, track.block->head, 1)
-                         : track.block->head);
+    out_.begin_block(is_new                        ? Text::made("<TRACK " + text_of(track.id))
+                     : has_head_id && !has_line_id ? id_line(track.id, false, track.block->head, 1)
+                                                   : track.block->head);
     if (name.is_missing())
         write_name(out_, track.name);
     write_lines(out_, lines, inserted, [&](std::size_t place, const Node& node) {

@@ -1,8 +1,8 @@
 #include "headless/rpp/write_points.hpp"
 
+#include "headless/rpp/edit_fields.hpp"
 #include "headless/rpp/fields.hpp"
 #include "headless/rpp/forms.hpp"
-#include "headless/rpp/edit_fields.hpp"
 
 #include <string>
 

@@ -75,7 +75,9 @@ private:
         const auto tracks = track_order(lines);
         const auto markers = marker_order(lines);
         const InsertedLines inserted = missing_lines(lines);
-        const auto write_track = [this](project::Track* track) { objects_.write(*track, depth_change(*track)); };
+        const auto write_track = [this](project::Track* track) {
+            objects_.write(*track, depth_change(*track));
+        };
         const auto write_marker = [this](project::Marker* marker) {
             rpp::write_marker(out_, project_, *marker);
         };

@@ -77,7 +77,8 @@ Result<project::Take*> render_to_new_take(project::Item& item, Workstation& work
         return tl::unexpected(audio.error());
     const fs::path plain =
         workstation.render_folder() / file_name_for(without_audio_extension(take->name), ".wav");
-    auto render = audio::render(workstation.audio(), take->source.root().file, audio->range, gain_of(*take), plain);
+    auto render =
+        audio::render(workstation.audio(), take->source.root().file, audio->range, gain_of(*take), plain);
     if (!render)
         return tl::unexpected(render.error());
     const auto file = publish(plain, render->file, workstation, *take);

@@ -1,0 +1,17 @@
+#pragma once
+// Copies of items. A copy has everything that the item has, and identifiers of its own.
+
+#include "headless/project/project.hpp"
+
+#include <string_view>
+
+namespace headless::rpp {
+
+/// Adds a copy of the item to a track of its project, at the item's position.
+project::Item& copy_item(project::Item& item, project::Track& to);
+
+/// Adds an item with that state (state.hpp), but with identifiers of its own.
+/// @returns null if the text is no state of an item
+project::Item* add_item(project::Track& track, std::string_view state);
+
+} // namespace headless::rpp

@@ -7,3 +7,6 @@ inline constexpr int color_in_use = 0x1000000;
 
 /// Returns 0, which is no colour, for a colour without the flag.
 constexpr int used_color(int color) { return (color & color_in_use) != 0 ? color : 0; }
+
+/// What project files of this platform say about that order.
+inline constexpr const char* color_byte_order = "B";

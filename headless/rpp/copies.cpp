@@ -8,12 +8,11 @@ namespace headless::rpp {
 namespace {
 
 void renew_effects(chunk::Lines& lines, project::Project& project) {
-    for (chunk::Node& node : lines) {
+    for (chunk::Node& node : lines)
         if (chunk::Block* block = node.block())
             renew_effects(block->lines, project);
         else if (chunk::Text* line = node.line(); line && node.token() == "FXID")
             chunk::set_word(*line, 1, chunk::text_of(project.guids.next()));
-    }
 }
 
 // MIDI sources stay in the pool that they share.

@@ -12,8 +12,8 @@ namespace headless::rpp {
 struct StretchMarker {
     double position_seconds = 0.0; ///< from the item's start, times the take's play rate
     double source_seconds = 0.0;   ///< in the source
-    double slope = 0.0;            ///< -1..1: up to the next marker, the rate goes from 1 - slope to 1 + slope
-    std::string flag{};            ///< a further word in the file, empty if there is none
+    double slope = 0.0; ///< -1..1: up to the next marker, the rate goes from 1 - slope to 1 + slope
+    std::string flag{}; ///< a further word in the file, empty if there is none
 };
 
 using StretchMarkers = std::vector<StretchMarker>;

@@ -36,19 +36,19 @@ std::optional<std::string> find_text(const Lines& lines, std::string_view key) {
     const Block* texts = chunk::find_block(lines, texts_token);
     if (!texts)
         return std::nullopt;
-    const auto line = std::ranges::find_if(texts->lines, [&](const Node& node) { return has_key(node, key); });
+    const auto line =
+        std::ranges::find_if(texts->lines, [&](const Node& node) { return has_key(node, key); });
     if (line == texts->lines.end())
         return std::nullopt;
     return std::string(chunk::text_at(*line->line(), 1));
 }
 
-bool fits(std::string_view text) {
-    return chunk::on_one_line(text) == text && !chunk::has_all_quotes(text);
-}
+bool fits(std::string_view text) { return chunk::on_one_line(text) == text && !chunk::has_all_quotes(text); }
 
 // Keys that would read as something else than a line's first word.
 bool is_key(std::string_view key) {
-    return !key.empty() && fits(key) && !key.starts_with('<') && !key.starts_with('>') && !key.starts_with('|');
+    return !key.empty() && fits(key) && !key.starts_with('<') && !key.starts_with('>') &&
+           !key.starts_with('|');
 }
 
 void change(Lines& lines, std::string_view key, std::string_view text) {

@@ -20,7 +20,8 @@ std::optional<std::string> script_text(const project::Envelope& envelope, std::s
 bool set_script_text(project::Track& track, std::string_view key, std::string_view text);
 bool set_script_text(project::Item& item, std::string_view key, std::string_view text);
 bool set_script_text(project::Take& take, std::string_view key, std::string_view text);
-bool set_script_text(project::Envelope& envelope, std::string_view key, std::string_view text); ///< after give_lines
+bool set_script_text(project::Envelope& envelope, std::string_view key,
+                     std::string_view text); ///< after give_lines
 
 /// The item's notes; empty if it has none.
 std::string notes_of(const project::Item& item);

@@ -1,0 +1,47 @@
+#include "headless/rpp/midi_item.hpp"
+
+#include "headless/rpp/properties.hpp"
+
+#include <algorithm>
+#include <cmath>
+#include <string>
+
+namespace headless::rpp {
+namespace {
+
+constexpr double ticks_a_quarter_note = 960.0;
+
+chunk::Text identifier(std::string token, project::Project& project) {
+    return chunk::Text::made(token.append(" ").append(text_of(project.guids.next())));
+}
+
+// The source ends with its last event, which ends all notes.
+chunk::Block empty_midi_source(project::Project& project, double length_seconds) {
+    const double quarter_notes = length_seconds * project.tempo_bpm / 60.0;
+    const auto ticks = std::to_string(std::llround(std::min(quarter_notes * ticks_a_quarter_note, 2e9)));
+    chunk::Block source{chunk::Text::literal("<SOURCE MIDI"), {}};
+    source.lines.emplace_back(chunk::Text::literal("HASDATA 1 960 QN"));
+    source.lines.emplace_back(chunk::Text::literal("CCINTERP 32"));
+    source.lines.emplace_back(identifier("POOLEDEVTS", project));
+    source.lines.emplace_back(chunk::Text::made("E " + ticks + " b0 7b 00"));
+    source.lines.emplace_back(chunk::Text::literal("CCINTERP 32"));
+    source.lines.emplace_back(identifier("GUID", project));
+    source.lines.emplace_back(chunk::Text::literal("IGNTEMPO 0 120 4 4"));
+    source.lines.emplace_back(chunk::Text::literal("SRCCOLOR 0"));
+    source.lines.emplace_back(chunk::Text::literal("VELLANE -1 100 0"));
+    return source;
+}
+
+} // namespace
+
+project::Item& add_midi_item(project::Track& track, double start_seconds, double end_seconds) {
+    const double start = std::max(start_seconds, 0.0);
+    project::Item& item = track.add_item(start, std::max(end_seconds - start, 0.0));
+    item.loop = true; // as the workstation makes them
+    project::Take& take = item.add_take(project::Source{.file = {}, .type = "MIDI"}, "");
+    give_lines(take);
+    insert(take, empty_midi_source(track.project(), item.length_seconds()));
+    return item;
+}
+
+} // namespace headless::rpp

@@ -34,7 +34,8 @@ bool move_to_track(project::Item& item, project::Track& track) {
 bool set_edges(project::Item& item, double start, double end) { return rpp::set_edges(item, start, end); }
 
 project::Item* make_midi_item(project::Track& track, double start, double end, bool* in_quarter_notes) {
-    const double seconds_a_unit = in_quarter_notes && *in_quarter_notes ? 60.0 / track.project().tempo_bpm : 1.0;
+    const double seconds_a_unit =
+        in_quarter_notes && *in_quarter_notes ? 60.0 / track.project().tempo_bpm : 1.0;
     return &rpp::add_midi_item(track, start * seconds_a_unit, end * seconds_a_unit);
 }
 
@@ -51,10 +52,11 @@ std::span<const workstation::HostFunction> item_edit_functions() {
         {"AddTakeToMediaItem", host_function<add_take>("item", "Adds a take that has nothing to play yet")},
         {"DeleteTrackMediaItem", host_function<delete_item>("tr,it", "Deletes the track's item")},
         {"SplitMediaItem",
-         host_function<split>("item,position",
-                              "Splits the item at a time in seconds; the part after it, nil if it lies outside")},
-        {"MoveMediaItemToTrack",
-         host_function<move_to_track>("item,desttr", "Moves the item to another track; false if it is there")},
+         host_function<split>(
+             "item,position",
+             "Splits the item at a time in seconds; the part after it, nil if it lies outside")},
+        {"MoveMediaItemToTrack", host_function<move_to_track>(
+                                     "item,desttr", "Moves the item to another track; false if it is there")},
         {"BR_SetItemEdges",
          host_function<set_edges>("item,startTime,endTime",
                                   "Moves the edges; what the item plays stays where it is in time")},

@@ -81,7 +81,8 @@ void set_fade_shape(project::Item& item, double value) {
     const double shape = std::clamp(std::trunc(value), 0.0, 6.0);
     if (shape == fade_shape<fade>(item))
         return;
-    const bool is_crossfade = has_fade_field<fade>(item, 5) && rpp::number_of(item, fade_field<fade>(5)) == 1.0;
+    const bool is_crossfade =
+        has_fade_field<fade>(item, 5) && rpp::number_of(item, fade_field<fade>(5)) == 1.0;
     if (has_fade_field<fade>(item, 4))
         rpp::set_number(item, fade_field<fade>(4), shape);
     rpp::set_number(item, fade_field<fade>(1), is_crossfade ? shape + 0.1 : shape);
@@ -94,8 +95,8 @@ double fade_curve(const project::Item& item) {
 
 template <Fade fade>
 void set_fade_curve(project::Item& item, double value) {
-    const bool are_equal = has_fade_field<fade>(item, 7) &&
-                           rpp::number_of(item, fade_field<fade>(7)) == fade_curve<fade>(item);
+    const bool are_equal =
+        has_fade_field<fade>(item, 7) && rpp::number_of(item, fade_field<fade>(7)) == fade_curve<fade>(item);
     rpp::set_number(item, fade_field<fade>(6), std::clamp(value, -1.0, 1.0));
     if (are_equal)
         rpp::set_number(item, fade_field<fade>(7), std::clamp(value, -1.0, 1.0));
@@ -265,10 +266,9 @@ std::span<const workstation::HostFunction> item_value_functions() {
         {"SetMediaItemInfo_Value",
          host_function<set_value<attributes>>(
              "item,parmname,newvalue", "Sets what GetMediaItemInfo_Value gives, but for the keys with P")},
-        {"GetSetMediaItemInfo_String",
-         host_function<get_set_text<texts>, get_set_sized_text<texts>>(
-             "item,parmname,stringNeedBig,stringNeedBig_sz,setNewValue",
-             "Gets or sets P_NOTES, GUID, or P_EXT:key, a text of scripts")},
+        {"GetSetMediaItemInfo_String", host_function<get_set_text<texts>, get_set_sized_text<texts>>(
+                                           "item,parmname,stringNeedBig,stringNeedBig_sz,setNewValue",
+                                           "Gets or sets P_NOTES, GUID, or P_EXT:key, a text of scripts")},
         {"SetMediaItemPosition",
          host_function<set_item_position>("item,position,refreshUI", "Moves the item, to a time in seconds")},
         {"SetMediaItemLength",
@@ -283,8 +283,8 @@ std::span<const workstation::HostFunction> item_value_functions() {
          host_function<displayed_item_color>(
              "item", "The colour of the active take, else of the item, else of the track; 0 for none")},
         {"GetDisplayedMediaItemColor2",
-         host_function<displayed_color>("item,take",
-                                        "The colour of the take, else of the item, else of the track; 0 for none")},
+         host_function<displayed_color>(
+             "item,take", "The colour of the take, else of the item, else of the track; 0 for none")},
         {"BR_GetMediaItemImageResource",
          host_function<get_image>("item,imageOut,imageOut_sz,imageFlagsOut",
                                   "The image that the item shows; false if there is none")},

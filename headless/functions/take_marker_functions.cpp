@@ -53,8 +53,7 @@ double between(double value, double low, double high) { return std::max(low, std
 int add_stretch_marker(project::Take& take, StretchMarkers& markers, StretchMarker marker) {
     const auto next =
         std::ranges::upper_bound(markers, marker.position_seconds, {}, &StretchMarker::position_seconds);
-    const bool is_taken =
-        next != markers.begin() && (next - 1)->position_seconds == marker.position_seconds;
+    const bool is_taken = next != markers.begin() && (next - 1)->position_seconds == marker.position_seconds;
     if (is_taken)
         return -1;
     marker.source_seconds =
@@ -151,17 +150,18 @@ bool delete_take_marker(project::Take& take, int index) {
 
 std::span<const workstation::HostFunction> take_marker_functions() {
     static const workstation::HostFunction table[] = {
-        {"GetTakeNumStretchMarkers", host_function<count_stretch_markers>("take", "Number of stretch markers")},
-        {"GetTakeStretchMarker",
-         host_function<get_stretch_marker>("take,idx,posOut,srcposOutOptional",
-                                           "The stretch marker of that index, -1 if there is none: where it is "
-                                           "in the item, times the play rate, and in the source")},
-        {"SetTakeStretchMarker",
-         host_function<set_stretch_marker>("take,idx,pos,srcposInOptional",
-                                           "Moves a stretch marker; index -1 makes a new one. Its index, or -1")},
+        {"GetTakeNumStretchMarkers",
+         host_function<count_stretch_markers>("take", "Number of stretch markers")},
+        {"GetTakeStretchMarker", host_function<get_stretch_marker>(
+                                     "take,idx,posOut,srcposOutOptional",
+                                     "The stretch marker of that index, -1 if there is none: where it is "
+                                     "in the item, times the play rate, and in the source")},
+        {"SetTakeStretchMarker", host_function<set_stretch_marker>(
+                                     "take,idx,pos,srcposInOptional",
+                                     "Moves a stretch marker; index -1 makes a new one. Its index, or -1")},
         {"DeleteTakeStretchMarkers",
-         host_function<delete_stretch_markers>("take,idx,countInOptional",
-                                               "Deletes stretch markers from that index on; how many it were")},
+         host_function<delete_stretch_markers>(
+             "take,idx,countInOptional", "Deletes stretch markers from that index on; how many it were")},
         {"GetTakeStretchMarkerSlope",
          host_function<get_slope>("take,idx", "How the rate changes up to the next stretch marker, -1 to 1")},
         {"SetTakeStretchMarkerSlope",

@@ -91,7 +91,8 @@ bool get_set_sized_text(Workstation& workstation, ObjectOfTable<Table>& object, 
 template <const auto& Table>
 bool get_set_text(Workstation& workstation, ObjectOfTable<Table>& object, const char* key, char* text,
                   bool is_set) {
-    return get_set_sized_text<Table>(workstation, object, key, text, workstation::unsized_buffer_bytes, is_set);
+    return get_set_sized_text<Table>(workstation, object, key, text, workstation::unsized_buffer_bytes,
+                                     is_set);
 }
 
 } // namespace headless::functions

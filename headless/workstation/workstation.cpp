@@ -4,6 +4,7 @@
 #include "headless/audio/loudness_cache.hpp"
 #include "headless/workstation/envelope_objects.hpp"
 #include "headless/workstation/host_function.hpp"
+#include "headless/workstation/item_clipboard.hpp"
 #include "headless/workstation/source_handles.hpp"
 
 #include <algorithm>
@@ -30,7 +31,8 @@ Workstation::Workstation(std::span<const HostFunction> functions)
     : project_(std::make_unique<project::Project>()), audio_(std::make_unique<audio::AudioCache>()),
       loudness_(std::make_unique<audio::LoudnessCache>(*audio_)),
       envelope_objects_(std::make_unique<EnvelopeObjects>()),
-      source_handles_(std::make_unique<SourceHandles>(project_->live_objects())) {
+      source_handles_(std::make_unique<SourceHandles>(project_->live_objects())),
+      item_clipboard_(std::make_unique<ItemClipboard>()) {
     if (living_workstation)
         throw std::logic_error("there is a workstation already");
     for (const HostFunction& function : functions)

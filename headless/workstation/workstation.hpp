@@ -30,6 +30,7 @@ class LoudnessCache;
 namespace headless::workstation {
 
 class EnvelopeObjects;
+class ItemClipboard;
 struct EnvelopeObject;
 class SourceHandles;
 struct EntryPoints;
@@ -168,6 +169,7 @@ public:
     }
     EnvelopeObjects& envelope_objects() { return *envelope_objects_; }
     SourceHandles& source_handles() { return *source_handles_; }
+    ItemClipboard& item_clipboard() { return *item_clipboard_; }
 
 private:
     /// One of the names of the host function with that entry point.
@@ -178,6 +180,7 @@ private:
     std::unique_ptr<audio::LoudnessCache> loudness_; // reads from the audio
     std::unique_ptr<EnvelopeObjects> envelope_objects_;
     std::unique_ptr<SourceHandles> source_handles_;
+    std::unique_ptr<ItemClipboard> item_clipboard_;
     std::unordered_map<std::string, EntryPoints> host_functions_;
     std::unordered_map<std::string, void*> registered_;
     std::vector<Failure> failures_;

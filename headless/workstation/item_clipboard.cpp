@@ -31,8 +31,8 @@ void ItemClipboard::copy_selected(project::Project& project) {
     const std::size_t first_track = items.front()->track().index();
     items_.clear();
     for (project::Item* item : items)
-        items_.push_back({rpp::state_of(*item), item->track().index() - first_track,
-                          item->position_seconds() - start});
+        items_.push_back(
+            {rpp::state_of(*item), item->track().index() - first_track, item->position_seconds() - start});
 }
 
 double ItemClipboard::paste(project::Project& project, std::size_t first_track, double at_seconds) const {

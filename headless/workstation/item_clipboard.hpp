@@ -25,7 +25,7 @@ public:
 private:
     struct CopiedItem {
         std::string state;
-        std::size_t track; ///< after the first
+        std::size_t track;       ///< after the first
         double position_seconds; ///< after the first
     };
 

@@ -37,15 +37,12 @@ void report_missing_undo(Workstation& workstation) {
 void do_nothing(Workstation&) {} // the window only
 
 constexpr Command commands[] = {
-    {40029, report_missing_undo},
-    {40030, report_missing_undo},
-    {40041, toggle_auto_crossfade},
+    {40029, report_missing_undo}, {40030, report_missing_undo}, {40041, toggle_auto_crossfade},
     {40441, do_nothing}, // builds the peaks that are drawn
     {40514, do_nothing}, // cursor to the mouse
     {40913, do_nothing}, // scrolls to the selected tracks
     {41110, do_nothing}, // selects the track under the mouse
-    {41120, start_trimming},
-    {41121, stop_trimming},
+    {41120, start_trimming},      {41121, stop_trimming},
 };
 
 } // namespace

@@ -41,7 +41,8 @@ void split_at_cursor(Workstation& workstation) {
 void split_at_edit_or_play_cursor(Workstation& workstation) {
     project::Project& project = workstation.project();
     const bool is_playing = (project.play_state & 1) != 0;
-    split_at(project, is_playing ? project.play_position_seconds : project.cursor_seconds, Selects::as_before);
+    split_at(project, is_playing ? project.play_position_seconds : project.cursor_seconds,
+             Selects::as_before);
 }
 
 void split_at_time_selection(Workstation& workstation) {
@@ -54,10 +55,8 @@ void split_at_time_selection(Workstation& workstation) {
 }
 
 constexpr Command commands[] = {
-    {40012, split_at_edit_or_play_cursor},
-    {40061, split_at_time_selection},
-    {40757, split_at_cursor<Selects::as_before>},
-    {40758, split_at_cursor<Selects::left>},
+    {40012, split_at_edit_or_play_cursor},        {40061, split_at_time_selection},
+    {40757, split_at_cursor<Selects::as_before>}, {40758, split_at_cursor<Selects::left>},
     {40759, split_at_cursor<Selects::right>},
 };
 

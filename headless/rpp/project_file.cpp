@@ -4,15 +4,25 @@
 
 #include <optional>
 #include <string>
+#include <system_error>
 
 namespace headless::rpp {
+namespace {
+
+std::filesystem::path folder_of(const std::filesystem::path& file) {
+    std::error_code error; // without a current folder the path stays relative
+    const auto absolute = std::filesystem::absolute(file, error);
+    return (error ? file : absolute).parent_path();
+}
+
+} // namespace
 
 Result<void> save_project(project::Project& project, const std::filesystem::path& file) {
     auto written = AtomicFile::create(file);
     if (!written)
         return tl::unexpected(written.error());
     Result<void> result;
-    write_project(project, file.parent_path(), [&](std::string_view piece) {
+    write_project(project, folder_of(file), [&](std::string_view piece) {
         if (result)
             result = written->write(piece);
     });
@@ -35,7 +45,7 @@ Result<void> load_project(project::Project& project, const std::filesystem::path
         return failure(std::filesystem::exists(file, error) ? "is no regular file"
                                                             : "No such file or directory");
     }
-    const auto parsed = parse_project(project, std::move(**text), file.parent_path());
+    const auto parsed = parse_project(project, std::move(**text), folder_of(file));
     if (!parsed)
         return failure(parsed.error().message);
     project.file = file;

@@ -164,21 +164,22 @@ private:
     }
 
     /// By the longest common sequence of lines.
-    static std::string difference(const std::vector<std::string>& before, const std::vector<std::string>& after) {
-        std::vector<std::vector<std::size_t>> common(before.size() + 1, std::vector<std::size_t>(after.size() + 1));
+    static std::string difference(const std::vector<std::string>& before,
+                                  const std::vector<std::string>& after) {
+        std::vector<std::vector<std::size_t>> common(before.size() + 1,
+                                                     std::vector<std::size_t>(after.size() + 1));
         for (std::size_t i = before.size(); i-- > 0;)
             for (std::size_t j = after.size(); j-- > 0;)
                 common[i][j] = before[i] == after[j] ? common[i + 1][j + 1] + 1
                                                      : std::max(common[i + 1][j], common[i][j + 1]);
         std::string text;
-        for (std::size_t i = 0, j = 0; i < before.size() || j < after.size();) {
+        for (std::size_t i = 0, j = 0; i < before.size() || j < after.size();)
             if (i < before.size() && j < after.size() && before[i] == after[j])
                 ++i, ++j;
             else if (j == after.size() || (i < before.size() && common[i + 1][j] >= common[i][j + 1]))
                 text += "-" + before[i++] + "\n";
             else
                 text += "+" + after[j++] + "\n";
-        }
         return text;
     }
 

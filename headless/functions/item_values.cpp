@@ -1,8 +1,8 @@
 // Host functions that read and change the properties and texts of items.
 
-#include "common/native_color.hpp"
 #include "headless/functions/adapter.hpp"
 #include "headless/functions/attributes.hpp"
+#include "headless/functions/colors.hpp"
 #include "headless/functions/tables.hpp"
 #include "headless/functions/text_attributes.hpp"
 
@@ -12,6 +12,8 @@
 
 namespace headless::functions {
 namespace {
+
+constexpr rpp::FieldPlace color_place{"COLOR", 1};
 
 double number_on_track(const project::Item& item) {
     const auto& items = item.track().items();
@@ -34,10 +36,13 @@ void set_active_take_number(project::Item& item, double value) {
         item.set_active_take(*take);
 }
 
+double get_color(const project::Item& item) { return native_color(item, color_place, item.color); }
+
 void set_color(project::Item& item, double value) {
+    if (value == get_color(item))
+        return;
     item.color = used_color(to_int(value));
-    if (item.color != 0)
-        rpp::set_text(item, {"COLOR", 2}, color_byte_order);
+    rpp::set_text(item, {color_place.token, 2}, native_byte_order);
 }
 
 // An item that is soloed sounds even if it is muted; the others of its track then do not.
@@ -132,8 +137,7 @@ constexpr Attribute<project::Item> rows[] = {
     {"P_TRACK", [](const project::Item& item) { return address_of(&item.track()); }, nullptr},
     {"IP_ITEMNUMBER", number_on_track, nullptr},
     {"I_CURTAKE", active_take_number, set_active_take_number},
-    {"I_CUSTOMCOLOR", [](const project::Item& item) { return static_cast<double>(used_color(item.color)); },
-     set_color},
+    {"I_CUSTOMCOLOR", get_color, set_color},
     {"D_POSITION", [](const project::Item& item) { return item.position_seconds(); },
      [](project::Item& item, double value) { item.set_position_seconds(std::max(value, 0.0)); }},
     {"D_LENGTH", [](const project::Item& item) { return item.length_seconds(); },
@@ -232,8 +236,10 @@ project::Item* find_item(const project::Project& project, const char* text) {
 }
 
 int displayed_color(const project::Item& item, const project::Take* take) {
-    const int own = take ? used_color(to_int(rpp::number_of(*take, {"TAKECOLOR", 1}))) : 0;
-    return own != 0 ? own : item.color != 0 ? used_color(item.color) : item.track().color;
+    constexpr rpp::FieldPlace take_place{"TAKECOLOR", 1};
+    const int of_take = take ? native_color(*take, take_place, to_int(rpp::number_of(*take, take_place))) : 0;
+    const int own = of_take != 0 ? of_take : native_color(item, color_place, item.color);
+    return own != 0 ? own : item.track().color;
 }
 
 int displayed_item_color(const project::Item& item) { return displayed_color(item, item.active_take()); }

@@ -1,10 +1,10 @@
 // Host functions for takes: names, values, and access to their envelopes.
 
-#include "common/native_color.hpp"
 #include "headless/functions/adapter.hpp"
 #include "headless/functions/attributes.hpp"
 #include "headless/functions/c_guid.hpp"
 #include "headless/functions/c_values.hpp"
+#include "headless/functions/colors.hpp"
 #include "headless/functions/tables.hpp"
 #include "headless/functions/text_attributes.hpp"
 
@@ -75,15 +75,17 @@ rpp::FieldPlace pan_law_place(const project::Take& take) {
                                                       : rpp::FieldPlace{"VOLPAN", 4};
 }
 
+constexpr rpp::FieldPlace color_place{"TAKECOLOR", 1};
+
 double get_color(const project::Take& take) {
-    return used_color(to_int(rpp::number_of(take, {"TAKECOLOR", 1})));
+    return native_color(take, color_place, to_int(rpp::number_of(take, color_place)));
 }
 
 void set_color(project::Take& take, double value) {
-    const int color = used_color(to_int(value));
-    rpp::set_number(take, {"TAKECOLOR", 1}, color);
-    if (color != 0)
-        rpp::set_text(take, {"TAKECOLOR", 2}, color_byte_order);
+    if (value == get_color(take))
+        return;
+    rpp::set_number(take, color_place, used_color(to_int(value)));
+    rpp::set_text(take, {color_place.token, 2}, native_byte_order);
 }
 
 double nothing(const project::Take&) { return 0.0; }

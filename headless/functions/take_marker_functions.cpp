@@ -18,7 +18,8 @@ namespace {
 using rpp::StretchMarker;
 using rpp::StretchMarkers;
 
-constexpr double infinity = std::numeric_limits<double>::infinity();
+constexpr double lowest = std::numeric_limits<double>::lowest();
+constexpr double highest = std::numeric_limits<double>::max();
 
 bool has(const StretchMarkers& markers, int index) {
     return index >= 0 && static_cast<std::size_t>(index) < markers.size();
@@ -57,8 +58,8 @@ int add_stretch_marker(project::Take& take, StretchMarkers& markers, StretchMark
     if (is_taken)
         return -1;
     marker.source_seconds =
-        between(marker.source_seconds, next == markers.begin() ? -infinity : (next - 1)->source_seconds,
-                next == markers.end() ? infinity : next->source_seconds);
+        between(marker.source_seconds, next == markers.begin() ? lowest : (next - 1)->source_seconds,
+                next == markers.end() ? highest : next->source_seconds);
     const auto added = markers.insert(next, marker);
     const auto index = static_cast<int>(added - markers.begin());
     rpp::set_stretch_markers(take, markers);
@@ -78,11 +79,11 @@ int set_stretch_marker(project::Take& take, int index, double position, double* 
     const auto marker = markers.begin() + index;
     const bool is_first = index == 0;
     const bool is_last = marker + 1 == markers.end();
-    marker->position_seconds = between(position, is_first ? -infinity : (marker - 1)->position_seconds,
-                                       is_last ? infinity : (marker + 1)->position_seconds);
+    marker->position_seconds = between(position, is_first ? lowest : (marker - 1)->position_seconds,
+                                       is_last ? highest : (marker + 1)->position_seconds);
     if (source)
-        marker->source_seconds = between(*source, is_first ? -infinity : (marker - 1)->source_seconds,
-                                         is_last ? infinity : (marker + 1)->source_seconds);
+        marker->source_seconds = between(*source, is_first ? lowest : (marker - 1)->source_seconds,
+                                         is_last ? highest : (marker + 1)->source_seconds);
     rpp::set_stretch_markers(take, markers);
     return index;
 }

@@ -104,6 +104,7 @@ inline constexpr std::string_view items_text = R"(<REAPER_PROJECT 0.1 "6.80/win6
       LENGTH 1
       SEL 0
       GROUP 3
+      COLOR 17834032 B
       IGUID {B0000000-0000-4000-8000-000000000003}
     >
   >

@@ -17,6 +17,8 @@ TEST_F(ItemScripts, KeysOfItemsReadTheirLines) {
             equal({value}, key(one, name))
         end
         equal({3, 0}, key(old, "C_FADEOUTSHAPE"), key(old, "I_GROUPID"))
+        equal({0x1302010, 0x1302010}, key(two, "I_CUSTOMCOLOR"), r.GetDisplayedMediaItemColor(two))
+        assert(r.SetMediaItemInfo_Value(two, "I_CUSTOMCOLOR", 0x1302010))
         equal({2, -1, 0.0025}, r.GetMediaItemTakeInfo_Value(take, "D_PLAYRATE"),
               r.GetMediaItemTakeInfo_Value(take, "D_PANLAW"), r.GetMediaItemTakeInfo_Value(take, "F_STRETCHFADESIZE"))
         assert(r.SetMediaItemInfo_Value(one, "D_PLAYRATE", 3) == false)
@@ -57,10 +59,11 @@ TEST_F(ItemScripts, KeysChangeTheirFieldsOnly) {
 +TAKEVOLPAN 0.00 1.000 0.5
 -PLAYRATE 2 1 0 -1 0 0.0025
 +PLAYRATE 2 1 0 65536 0 0.0025
-+TAKECOLOR 16777216 B
++TAKECOLOR 16777216 R
 -FADEIN 0 0.01 0
 +FADEIN 6 0.01 0.5
-+COLOR 16843267 B
+-COLOR 17834032 B
++COLOR 16843267 R
 +LOCK 1
 )");
 }
@@ -303,6 +306,7 @@ TEST_F(ItemScripts, ItemsMoveToOtherTracksWhole) {
 -LENGTH 1
 -SEL 0
 -GROUP 3
+-COLOR 17834032 B
 -IGUID {B0000000-0000-4000-8000-000000000003}
 ->
 )");
@@ -359,7 +363,7 @@ TEST_F(ItemScripts, NewItemsHaveStandardLines) {
 TEST_F(ItemScripts, StatesAreBlocksOfTheFile) {
     EXPECT_EQ(changes(R"(
         local found, state = r.GetItemStateChunk(two, "", false)
-        equal({true, "<ITEM\nPOSITION 4\nLENGTH 1\nSEL 0\nGROUP 3\nIGUID {B0000000-0000-4000-8000-000000000003}\n>\n"},
+        equal({true, "<ITEM\nPOSITION 4\nLENGTH 1\nSEL 0\nGROUP 3\nCOLOR 17834032 B\nIGUID {B0000000-0000-4000-8000-000000000003}\n>\n"},
               found, state)
         for _, bad in ipairs{"", "<TRACK\n>\n", "<ITEM\nPOSITION 9\n", "<ITEM\nPOSITION x\n>\n"} do
             assert(not r.SetItemStateChunk(two, bad, false), bad)

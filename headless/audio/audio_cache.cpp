@@ -24,6 +24,12 @@ std::optional<Truncation> AudioCache::truncation(const std::filesystem::path& fi
     return cached ? (*cached)->file.truncation() : std::nullopt;
 }
 
+Result<Metadata> AudioCache::metadata(const std::filesystem::path& file) {
+    return stamp_of(file)
+        .and_then([&](const FileStamp&) { return decoder_->open(file); })
+        .map([](const SoundFile& sound) { return metadata_of(sound.handle(), sound.info); });
+}
+
 Result<void> AudioCache::read(const std::filesystem::path& file, FrameRange range,
                               const FrameVisitor& visit) {
     const auto visit_unless_interrupted = [&](std::span<const float> block) -> Result<void> {

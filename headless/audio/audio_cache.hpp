@@ -2,6 +2,7 @@
 // Reads audio files as blocks of float frames: decoded once and cached in memory up to a limit.
 
 #include "headless/audio/frames.hpp"
+#include "headless/audio/metadata.hpp"
 #include "headless/base/failure.hpp"
 
 #include <chrono>
@@ -56,6 +57,9 @@ public:
     /// Empty for a file that is as long as its header claims, and for one that cannot be opened. That a file
     /// larger than the limit is truncated is known once it has been read to its end.
     std::optional<Truncation> truncation(const std::filesystem::path& file);
+
+    /// The texts in the file's header. Fails as `format` does.
+    Result<Metadata> metadata(const std::filesystem::path& file);
 
     /// Bytes of decoded audio in memory, never above the limit.
     std::size_t resident_bytes() const { return resident_bytes_; }

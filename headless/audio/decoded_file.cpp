@@ -1,43 +1,15 @@
 #include "headless/audio/decoded_file.hpp"
 
+#include "headless/audio/blocks.hpp"
+
 #include <algorithm>
-#include <array>
-#include <cmath>
 #include <limits>
-#include <vector>
 
 namespace headless::audio {
 namespace {
 
 // Codecs rarely pack more samples than this into a byte; a header that claims more is checked by decoding.
 constexpr std::int64_t believable_samples_per_byte = 16;
-
-std::int64_t frames_per_block(int channels) {
-    return std::max<std::int64_t>(1, static_cast<std::int64_t>(block_samples) / channels);
-}
-
-// Calls visit(frame, count) for the frames from `first` up to but not including `end`, at most a block at a
-// time.
-template <class Visit>
-Result<void> for_each_block(std::int64_t first, std::int64_t end, int channels, Visit visit) {
-    for (std::int64_t frame = first; frame < end;) {
-        const std::int64_t count = std::min(end - frame, frames_per_block(channels));
-        if (auto done = visit(frame, count); !done)
-            return done;
-        frame += count;
-    }
-    return {};
-}
-
-Result<void> visit_silence(std::int64_t frames, int channels, const FrameVisitor& visit) {
-    if (frames <= 0)
-        return {};
-    const std::vector<float> silence(
-        static_cast<std::size_t>(std::min(frames, frames_per_block(channels)) * channels));
-    return for_each_block(0, frames, channels, [&](std::int64_t, std::int64_t count) {
-        return visit(std::span(silence).first(static_cast<std::size_t>(count * channels)));
-    });
-}
 
 tl::unexpected<Failure> failure(const std::filesystem::path& file, const char* reason) {
     return tl::unexpected(path_failure(file, reason));
@@ -107,18 +79,14 @@ Result<void> DecodedFile::load() {
 }
 
 Result<void> DecodedFile::read(FrameRange range, const FrameVisitor& visit) {
-    const std::int64_t first = range.first_frame;
-    const std::int64_t end = first + std::max<std::int64_t>(0, range.frame_count);
-    const std::int64_t audio_first = std::clamp<std::int64_t>(0, first, end);
-    const std::int64_t audio_end = std::clamp(format_.frames, audio_first, end);
-    return visit_silence(audio_first - first, format_.channels, visit)
-        .and_then([&] { return read_audio(audio_first, audio_end, visit); })
-        .and_then([&] { return visit_silence(end - audio_end, format_.channels, visit); });
+    return visit_with_silence(range, format_, visit, [&](std::int64_t first, std::int64_t end) {
+        return read_audio(first, end, visit);
+    });
 }
 
 Result<void> DecodedFile::read_audio(std::int64_t first, std::int64_t end, const FrameVisitor& visit) {
     if (!is_resident())
-        return first < end ? stream_audio(first, end, visit) : Result<void>{};
+        return stream_audio(first, end, visit);
     const int channels = format_.channels;
     return for_each_block(first, end, channels, [&](std::int64_t frame, std::int64_t count) {
         return visit({samples_.get() + frame * channels, static_cast<std::size_t>(count * channels)});

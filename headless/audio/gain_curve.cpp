@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <numbers>
 #include <type_traits>
 
 namespace headless::audio {
@@ -98,11 +99,44 @@ void scale_channels(std::span<const double> gains, std::size_t channels, const f
 
 } // namespace
 
-GainCurve::GainCurve(const project::Envelope& envelope, double start_seconds, double factor)
-    : points_(envelope.points().begin(), envelope.points().end()), start_seconds_(start_seconds),
-      factor_(factor) {}
+GainCurve::GainCurve(const project::Envelope& envelope, double start_seconds, double factor, double speed)
+    : points_(envelope.points().begin(), envelope.points().end()), start_seconds_(start_seconds / speed),
+      factor_(factor) {
+    if (speed != 1.0)
+        for (project::EnvelopePoint& point : points_)
+            point.position_seconds /= speed;
+}
+
+double Fade::gain_at(double seconds) const {
+    const double passed = std::clamp((seconds - start_seconds) / length_seconds, 0.0, 1.0);
+    const double t = is_fall ? 1.0 - passed : passed;
+    switch (shape) {
+    case Shape::fast_quadratic:
+        return 1.0 - (1.0 - t) * (1.0 - t);
+    case Shape::slow_quadratic:
+        return t * t;
+    case Shape::fast_quartic:
+        return 1.0 - std::pow(1.0 - t, 4);
+    case Shape::slow_quartic:
+        return std::pow(t, 4);
+    case Shape::cosine_s:
+        return 0.5 - 0.5 * std::cos(std::numbers::pi * t);
+    case Shape::quartic_s:
+        return t < 0.5 ? 8.0 * std::pow(t, 4) : 1.0 - 8.0 * std::pow(1.0 - t, 4);
+    default:
+        return t;
+    }
+}
 
 void GainCurve::evaluate(std::int64_t first_frame, int sample_rate, std::span<double> gains) const {
+    evaluate_envelope(first_frame, sample_rate, gains);
+    for (const Fade& fade : fades_)
+        for (std::size_t i = 0; i < gains.size(); ++i)
+            gains[i] *=
+                fade.gain_at(static_cast<double>(first_frame + static_cast<std::int64_t>(i)) / sample_rate);
+}
+
+void GainCurve::evaluate_envelope(std::int64_t first_frame, int sample_rate, std::span<double> gains) const {
     if (points_.empty()) {
         std::ranges::fill(gains, factor_);
         return;

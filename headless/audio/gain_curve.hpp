@@ -10,6 +10,28 @@
 
 namespace headless::audio {
 
+/// A rise from 0 to 1 over a stretch of time, or a fall from 1 to 0.
+struct Fade {
+    /// In the workstation's numbering. Fast and slow tell how a rise starts; a fall is its mirror image.
+    enum class Shape {
+        linear,
+        fast_quadratic,
+        slow_quadratic,
+        fast_quartic,
+        slow_quartic,
+        cosine_s,
+        quartic_s
+    };
+
+    double start_seconds = 0.0;
+    double length_seconds = 0.0;
+    Shape shape = Shape::linear;
+    bool is_fall = false;
+
+    double gain_at(double seconds) const;
+    bool operator==(const Fade&) const = default;
+};
+
 /// A linear gain for every frame of a range. Frame 0 is the range's first frame.
 class GainCurve {
 public:
@@ -18,7 +40,12 @@ public:
 
     /// `factor` times the envelope, whether or not the envelope is active. Keeps a copy of the points.
     /// @param start_seconds position in the envelope at which frame 0 lies
-    GainCurve(const project::Envelope& envelope, double start_seconds, double factor = 1.0);
+    /// @param speed         seconds of the envelope in a second of audio, above 0
+    GainCurve(const project::Envelope& envelope, double start_seconds, double factor = 1.0,
+              double speed = 1.0);
+
+    /// Multiplies the gains by the fade, whose times count from frame 0.
+    void add(const Fade& fade) { fades_.push_back(fade); }
 
     /// Writes the gains of frames `first_frame`, `first_frame + 1`, ... into `gains`, one per frame. Blocks
     /// may start anywhere: each costs one search among the points.
@@ -29,16 +56,21 @@ public:
     void apply(std::int64_t first_frame, int sample_rate, int channels, std::span<const float> source,
                std::span<float> target) const;
 
-    /// The gain if it is constant; empty with an envelope.
-    std::optional<double> constant() const { return points_.empty() ? std::optional(factor_) : std::nullopt; }
+    /// The gain if it is constant; empty with an envelope or fades.
+    std::optional<double> constant() const {
+        return points_.empty() && fades_.empty() ? std::optional(factor_) : std::nullopt;
+    }
 
     /// True if every gain is 1.
     bool is_unity() const { return constant() == 1.0; }
 
 private:
+    void evaluate_envelope(std::int64_t first_frame, int sample_rate, std::span<double> gains) const;
+
     std::vector<project::EnvelopePoint> points_; // empty: the factor alone
     double start_seconds_ = 0.0;
     double factor_ = 1.0;
+    std::vector<Fade> fades_;
 };
 
 } // namespace headless::audio

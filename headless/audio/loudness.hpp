@@ -4,6 +4,7 @@
 
 #include "headless/audio/audio_cache.hpp"
 #include "headless/audio/gain_curve.hpp"
+#include "headless/audio/sound.hpp"
 
 #include <filesystem>
 #include <optional>
@@ -50,8 +51,12 @@ struct Loudness {
 /// Whether loudness is defined for this sample rate and number of channels.
 bool is_loudness_defined(int sample_rate, int channels);
 
-/// Measures `range` of `file` times `gain`. Fails as AudioCache::read does, and if loudness is not defined
-/// for the sample rate or number of channels.
+/// Measures `range` of `sound` times `gain`. Fails as reading does, and if loudness is not defined for the
+/// sample rate or number of channels.
+Result<Loudness> measure_loudness(Sound& sound, FrameRange range, const GainCurve& gain,
+                                  const LoudnessRequest& request);
+
+/// The same of a file.
 Result<Loudness> measure_loudness(AudioCache& cache, const std::filesystem::path& file, FrameRange range,
                                   const GainCurve& gain, const LoudnessRequest& request);
 

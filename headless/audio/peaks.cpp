@@ -137,30 +137,36 @@ private:
 
 } // namespace
 
-Result<std::int64_t> measure_peaks(AudioCache& cache, const std::filesystem::path& file,
-                                   const PeakRequest& request, std::span<double> maxima,
+Result<std::int64_t> measure_peaks(Sound& sound, const PeakRequest& request, std::span<double> maxima,
                                    std::span<double> minima) {
     std::ranges::fill(maxima, 0.0);
     std::ranges::fill(minima, 0.0);
-    const auto format = cache.format(file);
-    if (!format)
-        return tl::unexpected(format.error());
+    const AudioFormat& format = sound.format();
     const auto channels = static_cast<std::size_t>(std::max(1, request.channel_count));
     const auto intervals = static_cast<std::int64_t>(std::min(maxima.size(), minima.size()) / channels);
-    const double sample_rate = format->sample_rate;
+    const double sample_rate = format.sample_rate;
     const Grid grid{request.start_seconds * sample_rate, sample_rate, request.peaks_per_second};
     if (request.channel_count < 1 || !grid.is_usable(intervals))
-        return tl::unexpected(path_failure(file, "peaks were asked for at an impossible place or rate"));
+        return tl::unexpected(
+            path_failure(sound.file(), "peaks were asked for at an impossible place or rate"));
     if (intervals == 0)
         return 0;
-    const std::int64_t first = std::clamp<std::int64_t>(grid.begin(0), 0, format->frames);
-    const std::int64_t end = std::clamp(grid.end(intervals - 1), first, format->frames);
-    PeakMeter meter(grid, intervals, format->channels, request.channel_count, maxima, minima, first);
+    const std::int64_t first = std::clamp<std::int64_t>(grid.begin(0), 0, format.frames);
+    const std::int64_t end = std::clamp(grid.end(intervals - 1), first, format.frames);
+    PeakMeter meter(grid, intervals, format.channels, request.channel_count, maxima, minima, first);
     const auto process = [&](std::span<const float> block) -> Result<void> {
         meter.process(block);
         return {};
     };
-    return cache.read(file, {first, end - first}, process).map([&] { return meter.finish(); });
+    return sound.read({first, end - first}, process).map([&] { return meter.finish(); });
+}
+
+Result<std::int64_t> measure_peaks(AudioCache& cache, const std::filesystem::path& file,
+                                   const PeakRequest& request, std::span<double> maxima,
+                                   std::span<double> minima) {
+    return FileSound::open(cache, file).and_then([&](FileSound&& sound) {
+        return measure_peaks(sound, request, maxima, minima);
+    });
 }
 
 } // namespace headless::audio

@@ -72,9 +72,8 @@ private:
     int library_error_ = 0;
 };
 
-Result<void> write_wav(AudioCache& cache, const std::filesystem::path& source, FrameRange range,
-                       const GainCurve& gain, const AudioFormat& format, int descriptor,
-                       const std::filesystem::path& target) {
+Result<void> write_wav(Sound& source, FrameRange range, const GainCurve& gain, const AudioFormat& format,
+                       int descriptor, const std::filesystem::path& target) {
     WavWriter wav(descriptor, format);
     std::vector<float> scaled;
     std::int64_t frame = 0;
@@ -84,26 +83,31 @@ Result<void> write_wav(AudioCache& cache, const std::filesystem::path& source, F
         frame += static_cast<std::int64_t>(block.size()) / format.channels;
         return wav.write(scaled) ? Result<void>() : tl::unexpected(wav.failure(target));
     };
-    return cache.read(source, range, write_block).and_then([&] {
+    return source.read(range, write_block).and_then([&] {
         return wav.close() ? Result<void>() : tl::unexpected(wav.failure(target));
     });
 }
 
 } // namespace
 
-Result<RenderedFile> render(AudioCache& cache, const std::filesystem::path& source, FrameRange range,
-                            const GainCurve& gain, const std::filesystem::path& target) {
-    auto format = cache.format(source);
-    if (!format)
-        return tl::unexpected(format.error());
+Result<RenderedFile> render(Sound& source, FrameRange range, const GainCurve& gain,
+                            const std::filesystem::path& target) {
     if (range.frame_count <= 0)
         return tl::unexpected(path_failure(target, "there is nothing to render"));
-    format->frames = range.frame_count;
+    AudioFormat format = source.format();
+    format.frames = range.frame_count;
     auto file = AtomicFile::create(target);
     if (!file)
         return tl::unexpected(file.error());
-    return write_wav(cache, source, range, gain, *format, file->descriptor(), target).map([&] {
-        return RenderedFile{std::move(*file), *format};
+    return write_wav(source, range, gain, format, file->descriptor(), target).map([&] {
+        return RenderedFile{std::move(*file), format};
+    });
+}
+
+Result<RenderedFile> render(AudioCache& cache, const std::filesystem::path& source, FrameRange range,
+                            const GainCurve& gain, const std::filesystem::path& target) {
+    return FileSound::open(cache, source).and_then([&](FileSound&& sound) {
+        return render(sound, range, gain, target);
     });
 }
 

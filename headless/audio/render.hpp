@@ -1,8 +1,8 @@
 #pragma once
-// Writes a range of an audio file times a gain as a new wav file.
+// Writes a range of a sound times a gain as a new wav file.
 
-#include "headless/audio/audio_cache.hpp"
 #include "headless/audio/gain_curve.hpp"
+#include "headless/audio/sound.hpp"
 #include "headless/base/atomic_file.hpp"
 
 #include <filesystem>
@@ -19,6 +19,10 @@ struct RenderedFile {
 /// with the source's sample rate and channels, no clipping, no dither. The same input gives the same bytes.
 /// Fails, naming the path at fault, if the source cannot be read or the target cannot be written; then
 /// nothing has changed and no temporary file is left.
+Result<RenderedFile> render(Sound& source, FrameRange range, const GainCurve& gain,
+                            const std::filesystem::path& target);
+
+/// The same of a file.
 Result<RenderedFile> render(AudioCache& cache, const std::filesystem::path& source, FrameRange range,
                             const GainCurve& gain, const std::filesystem::path& target);
 

@@ -66,6 +66,8 @@ Result<void> load(workstation::Workstation& workstation, const char* project_fil
     });
 }
 
+Result<void> save_in_place();
+
 Result<void> open(const char* plugin_file, const char* project_file) {
     if (session)
         return failure("a workstation is open already");
@@ -77,6 +79,7 @@ Result<void> open(const char* plugin_file, const char* project_file) {
         return tl::unexpected(plugin.error());
     opened->plugin.emplace(std::move(*plugin));
     opened->functions = opened->workstation.script_functions();
+    opened->workstation.save_project = save_in_place;
     return load(opened->workstation, project_file).map([&] { session = opened.release(); });
 }
 
@@ -96,6 +99,12 @@ Result<void> save(const char* project_file) {
         .map([](std::vector<Failure> losses) {
             failures.insert(failures.end(), losses.begin(), losses.end());
         });
+}
+
+/// What a script saves of its own accord.
+Result<void> save_in_place() {
+    const std::filesystem::path file = session->workstation.project().file;
+    return file.empty() ? failure("the project has no file to save it in") : save(file.c_str());
 }
 
 Result<void> add_answer(const char* title, const char* answer) {

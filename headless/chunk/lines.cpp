@@ -78,6 +78,12 @@ double number_at(const Text& line, std::size_t number, double otherwise) {
     return found ? chunk::number(found->text).value_or(otherwise) : otherwise;
 }
 
+std::string in_form_of(const Text& line, std::size_t number, std::string_view text) {
+    const auto present = word(line.content(), number);
+    const bool is_bare = present && present->end - present->begin == present->text.size();
+    return is_bare ? as_word(text) : in_quotes(text);
+}
+
 void set_word(Text& line, std::size_t number, std::string_view wanted, std::string_view defaults) {
     if (const auto present = word(line.content(), number)) {
         line.replace(present->begin, present->end - present->begin, wanted);

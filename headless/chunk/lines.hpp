@@ -16,6 +16,8 @@
 
 namespace headless::chunk {
 
+inline constexpr std::string_view byte_order_mark = "\xEF\xBB\xBF";
+
 enum class ObjectKind : std::uint8_t { track, item, envelope, marker };
 
 /// Where the lines of an object stand among those of the object that it belongs to.
@@ -79,6 +81,9 @@ std::string_view text_at(const Text& line, std::size_t number, std::string_view 
 
 /// As text_at, as a number; `otherwise` also for a word that is no finite number.
 double number_at(const Text& line, std::size_t number, double otherwise);
+
+/// The text as a word: in quotes if the line's word `number` is, or if it needs them.
+std::string in_form_of(const Text& line, std::size_t number, std::string_view text);
 
 /// Replaces word `number`, whose form (bare or quoted) is `word`. A line that is too short gets the words
 /// between from `defaults`, a line of the same token, or zeros where that is too short as well.

@@ -26,6 +26,7 @@ public:
     Output& operator=(const Output&) = delete;
     ~Output() = default;
 
+    void byte_order_mark() { text_ += chunk::byte_order_mark; }
     void line(const Text& line);
 
     /// Between these two, lines are indented by one level more.

@@ -66,7 +66,14 @@ Result<Document> parse(std::string_view rest, MakeText make_text) {
 
 } // namespace
 
-Result<Document> parse_file(std::string_view text) { return parse(text, Text::in_file); }
+Result<Document> parse_file(std::string_view text) {
+    const bool is_marked = text.starts_with(byte_order_mark);
+    text.remove_prefix(is_marked ? byte_order_mark.size() : 0);
+    return parse(text, Text::in_file).map([&](Document&& document) {
+        document.has_byte_order_mark = is_marked;
+        return std::move(document);
+    });
+}
 
 Result<Block> parse_block(std::string_view text) {
     auto document =

@@ -8,8 +8,9 @@
 
 namespace headless::chunk {
 
-/// A file's outermost block, and what lies around it: a byte order mark, blank lines.
+/// A file's outermost block, and what lies around it.
 struct Document {
+    bool has_byte_order_mark = false;
     Lines before;
     Block root;
     Lines after;

@@ -1,6 +1,7 @@
 #include "headless/cli/run_command.hpp"
 
 #include "headless/base/interruption.hpp"
+#include "headless/cli/check_scripts.hpp"
 #include "headless/cli/messages.hpp"
 #include "headless/cli/plugin_location.hpp"
 #include "headless/cli/signals.hpp"
@@ -28,6 +29,8 @@ struct RunOptions {
     std::filesystem::path save;    ///< empty: nothing is saved
     std::filesystem::path plugin;  ///< empty: where it was built or installed
     std::vector<std::string> dialogs;
+    bool checks = false; ///< does not run the script, nor those among its arguments
+    bool json = false;
 };
 
 Result<void> check_save(const RunOptions& options) {
@@ -85,6 +88,24 @@ Result<std::vector<Failure>> save(const RunOptions& options, workstation::Workst
     });
 }
 
+/// Where a script's own request to save goes.
+Result<void> save_for_script(const RunOptions& options, workstation::Workstation& workstation) {
+    const std::filesystem::path& target = options.save.empty() ? options.project : options.save;
+    if (target.empty())
+        return tl::unexpected(
+            Failure{"the script wants to save a project that has no file; --save names one"});
+    const std::vector<std::filesystem::path> inputs{options.script.file};
+    if (auto permitted = jobs::check_project_output(jobs::OutputGuard(inputs), target, options.project);
+        !permitted)
+        return permitted;
+    RunOptions saving = options;
+    saving.save = target;
+    return save(saving, workstation).map([&](const std::vector<Failure>& losses) {
+        for (const Failure& loss : losses)
+            workstation.report(loss);
+    });
+}
+
 /// The script may not have noticed failures, as many functions cannot report them.
 /// @returns whether everything was done and saved
 bool finish(const RunOptions& options, workstation::Workstation& workstation,
@@ -98,6 +119,8 @@ bool finish(const RunOptions& options, workstation::Workstation& workstation,
     }
     const bool failed = print_errors(workstation.take_failures());
     const bool lost = print_errors(losses);
+    for (const std::string& name : outcome.asked_for)
+        print_error("the script asked for " + name + ", which the headless workstation does not have");
     for (const std::string& title : workstation.dialog_answers.never_asked())
         print_error("no dialog \"" + title + "\" has come");
     return outcome.status == 0 && !failed && !lost;
@@ -118,7 +141,19 @@ int run_and_save(const RunOptions& options, workstation::Workstation& workstatio
     return outcome.status != 0 ? outcome.status : is_done && !failed && is_told ? 0 : 1;
 }
 
+int check(const RunOptions& options) {
+    std::vector<std::filesystem::path> scripts{options.script.file};
+    scripts.insert(scripts.end(), options.script.arguments.begin(), options.script.arguments.end());
+    workstation::Workstation workstation{functions::all_functions()};
+    const auto plugin = load_plugin(options.plugin, workstation);
+    if (!plugin)
+        return cannot_begin(plugin.error());
+    return check_scripts(workstation, scripts, options.json ? CheckForm::json : CheckForm::text);
+}
+
 int run(const RunOptions& options) {
+    if (options.checks)
+        return check(options);
     watch_signals();
     if (const auto permitted = check_save(options); !permitted)
         return cannot_begin(permitted.error());
@@ -129,6 +164,7 @@ int run(const RunOptions& options) {
     if (const auto opened = open_project(options, workstation); !opened)
         return cannot_begin(opened.error());
     add_answers(options, workstation.dialog_answers);
+    workstation.save_project = [&] { return save_for_script(options, workstation); };
     return run_and_save(options, workstation, *plugin);
 }
 
@@ -146,7 +182,9 @@ void add_run_command(CLI::App& app, int& exit_status) {
         ->required()
         ->check(CLI::ExistingFile.description(""))
         ->type_name("SCRIPT.lua");
-    run_app->add_option("arguments", options->script.arguments, "The script's arguments, behind --")
+    run_app
+        ->add_option("arguments", options->script.arguments,
+                     "The script's arguments, behind --; with --check more scripts")
         ->type_name("ARGS");
     run_app->add_option("--project", options->project, "Open this project first (default: a new one)")
         ->type_name("IN.rpp");
@@ -160,6 +198,12 @@ void add_run_command(CLI::App& app, int& exit_status) {
         ->check(CLI::Validator(check_answer, ""))
         ->type_name("TITLE=ANSWER")
         ->allow_extra_args(false);
+    auto* check = run_app->add_flag(
+        "--check", options->checks,
+        "Run nothing: list the functions, keys and commands that the given scripts would miss here");
+    for (const char* option : {"--project", "--save", "--dialog"})
+        check->excludes(option);
+    run_app->add_flag("--json", options->json, "List them as JSON, one object for each script")->needs(check);
     add_plugin_option(*run_app, options->plugin);
     run_app->callback([options, &exit_status] { exit_status = run(*options); });
 }

@@ -124,6 +124,29 @@ bool get_user_inputs(Workstation& workstation, const char* title, int field_coun
     return true;
 }
 
+/// The answer given in advance, otherwise the line that is typed; empty when cancelled.
+std::string ask_path(Workstation& workstation, const char* title, const char* caption, const char* start) {
+    Form form{{{caption, workstation::to_string(start)}}, '\n'};
+    return answer_form(workstation, workstation::to_string(title), form) ? form.fields.front().value : "";
+}
+
+bool get_file_for_reading(Workstation& workstation, char* file, const char* title, const char*) {
+    if (!file)
+        return false;
+    const std::string path = ask_path(workstation, title, "File", file);
+    constexpr int path_bytes = 4096;
+    if (!path.empty())
+        workstation::copy_text(path, file, path_bytes);
+    return !path.empty();
+}
+
+int browse_for_folder(Workstation& workstation, const char* title, const char* start, char* folder,
+                      int folder_size) {
+    const std::string path = ask_path(workstation, title, "Folder", start);
+    workstation::copy_text(path, folder, folder_size);
+    return path.empty() ? 0 : 1;
+}
+
 } // namespace
 
 std::span<const workstation::HostFunction> dialog_functions() {
@@ -137,6 +160,12 @@ std::span<const workstation::HostFunction> dialog_functions() {
         {"GetUserInputs",
          host_function<get_user_inputs>("title,num_inputs,captions_csv,retvals_csv,retvals_csv_sz",
                                         "Asks for up to 16 values; false when cancelled")},
+        {"GetUserFileNameForRead",
+         host_function<get_file_for_reading>("filenameNeed4096,title,defext",
+                                             "Asks for a file; false when cancelled")},
+        {"JS_Dialog_BrowseForFolder",
+         host_function<browse_for_folder>("caption,initialFolder,folderOut,folderOut_sz",
+                                          "Asks for a folder; 0 when cancelled")},
     };
     return table;
 }

@@ -44,7 +44,7 @@ bool write_back(Workstation& workstation, EnvelopeObject& object) {
     if (!workstation.project().live_objects().contains(object.target))
         return false;
     project::Envelope& target = *object.target;
-    project::Envelope edited(target.serial(), target.name());
+    project::Envelope edited(target.name());
     edited.set_points(object.points.elements());
     if (target.properties == object.properties && std::ranges::equal(target.points(), edited.points()))
         return false;

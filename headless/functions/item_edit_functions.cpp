@@ -34,12 +34,11 @@ bool move_to_track(project::Item& item, project::Track& track) {
 bool set_edges(project::Item& item, double start, double end) { return rpp::set_edges(item, start, end); }
 
 project::Item* make_midi_item(project::Track& track, double start, double end, bool* in_quarter_notes) {
-    const double seconds_a_unit =
-        in_quarter_notes && *in_quarter_notes ? 60.0 / track.project().tempo_bpm : 1.0;
-    return &rpp::add_midi_item(track, start * seconds_a_unit, end * seconds_a_unit);
+    const project::TempoMap& map = track.project().tempo_map;
+    if (in_quarter_notes && *in_quarter_notes)
+        return &rpp::add_midi_item(track, map.seconds_at(start), map.seconds_at(end));
+    return &rpp::add_midi_item(track, start, end);
 }
-
-void update_item(const project::Item&) {} // nothing is drawn
 
 bool update_lanes(const project::Project&) { return true; }
 
@@ -63,7 +62,6 @@ std::span<const workstation::HostFunction> item_edit_functions() {
         {"CreateNewMIDIItemInProj",
          host_function<make_midi_item>("track,starttime,endtime,qnInOptional",
                                        "Makes an item with an empty MIDI take, in seconds or quarter notes")},
-        {"UpdateItemInProject", host_function<update_item>("item", "Nothing is drawn here: does nothing")},
         {"UpdateItemLanes", host_function<update_lanes>("proj", "Items stay in their lanes: does nothing")},
     };
     return table;

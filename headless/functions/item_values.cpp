@@ -166,7 +166,10 @@ constexpr Attribute<project::Item> rows[] = {
     {"D_FADEOUTDIR", fade_curve<Fade::out>, set_fade_curve<Fade::out>},
     {"I_GROUPID", whole_number_at("GROUP", 1, 0.0)},
     {"C_LOCK", whole_number_at("LOCK", 1, 0.0)},
-    {"C_BEATATTACHMODE", whole_number_at("BEAT", 1, -1.0, 2.0)},
+    {"C_BEATATTACHMODE", [](const project::Item& item) { return static_cast<double>(item.timebase); },
+     [](project::Item& item, double value) {
+         item.timebase = static_cast<project::Timebase>(to_int(std::clamp(value, -1.0, 2.0)));
+     }},
     {"C_AUTOSTRETCH", flag_at("IMPLIEDWARP", 1)},
     {"F_FREEMODE_Y", number_at("YPOS", 1, 0.0, 1.0)},
     {"F_FREEMODE_H", number_at("YPOS", 2, 0.0, 1.0)},

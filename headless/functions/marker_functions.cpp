@@ -65,18 +65,68 @@ int add_plain_marker(project::Project* project, bool is_region, double position,
     return add_marker(project, is_region, position, region_end, name, wanted_number, 0);
 }
 
-bool set_marker(project::Project& project, int number, bool is_region, double position, double region_end,
-                const char* name, int color) {
+constexpr int clears_name = 1;
+constexpr int leaves_unsorted = 2;
+
+// An empty name and the colour 0 leave what the marker has.
+project::Marker changed_marker(project::Marker marker, double position, double region_end, const char* name,
+                               int color, int flags) {
+    marker.position_seconds = position;
+    marker.end_seconds = marker.is_region ? region_end : 0.0;
+    if (const std::string new_name = workstation::to_string(name); !new_name.empty())
+        marker.name = new_name;
+    else if ((flags & clears_name) != 0)
+        marker.name.clear();
+    if (color != 0)
+        marker.color = color;
+    return marker;
+}
+
+bool set_marker_4(project::Project& project, int number, bool is_region, double position, double region_end,
+                  const char* name, int color, int flags) {
     const project::Marker* present = project.markers.find(is_region, number);
     if (!present || !is_on_timeline(position, region_end))
         return false;
-    const int new_color = color == 0 ? present->color : color;
-    return project.markers.replace(make_marker(is_region, position, region_end, name, number, new_color));
+    return project.markers.replace(changed_marker(*present, position, region_end, name, color, flags));
 }
 
-bool set_marker_keeping_color(Workstation& workstation, int number, bool is_region, double position,
-                              double region_end, const char* name) {
-    return set_marker(workstation.project(), number, is_region, position, region_end, name, 0);
+bool set_marker_3(project::Project& project, int number, bool is_region, double position, double region_end,
+                  const char* name, int color) {
+    return set_marker_4(project, number, is_region, position, region_end, name, color, 0);
+}
+
+bool set_marker_2(project::Project& project, int number, bool is_region, double position, double region_end,
+                  const char* name) {
+    return set_marker_4(project, number, is_region, position, region_end, name, 0, 0);
+}
+
+bool set_marker(Workstation& workstation, int number, bool is_region, double position, double region_end,
+                const char* name) {
+    return set_marker_2(workstation.project(), number, is_region, position, region_end, name);
+}
+
+// The index -1 sorts what earlier calls left unsorted.
+bool set_indexed_marker_2(project::Project& project, int index, bool is_region, double position,
+                          double region_end, int number, const char* name, int color, int flags) {
+    project::MarkerList& markers = project.markers;
+    const bool sorts = (flags & leaves_unsorted) == 0;
+    if (index == -1 && !sorts) {
+        markers.sort();
+        return true;
+    }
+    const auto place = static_cast<std::size_t>(index);
+    if (place >= markers.all().size() || !is_on_timeline(position, region_end) || number < 0)
+        return false;
+    project::Marker marker = markers.all()[place];
+    marker.is_region = is_region;
+    marker.number = number;
+    return markers.replace(place, changed_marker(std::move(marker), position, region_end, name, color, flags),
+                           sorts);
+}
+
+bool set_indexed_marker(project::Project& project, int index, bool is_region, double position,
+                        double region_end, int number, const char* name, int color) {
+    return set_indexed_marker_2(project, index, is_region, position, region_end, number, name, color, 0);
 }
 
 bool delete_numbered_marker(project::Project& project, int number, bool is_region) {
@@ -123,12 +173,28 @@ std::span<const workstation::HostFunction> marker_functions() {
                                  "Adds a marker or region without a colour; the result is its number")},
         {"AddProjectMarker2", host_function<add_marker>("proj,isrgn,pos,rgnend,name,wantidx,color",
                                                         "Adds a marker or region; the result is its number")},
-        {"SetProjectMarker3",
-         host_function<set_marker>("proj,markrgnindexnumber,isrgn,pos,rgnend,name,color",
-                                   "Changes the marker or region of that number; colour 0 keeps the colour")},
+        {"SetProjectMarker3", host_function<set_marker_3>(
+                                  "proj,markrgnindexnumber,isrgn,pos,rgnend,name,color",
+                                  "Changes the marker or region of that number; colour 0 and an empty name "
+                                  "change neither")},
         {"SetProjectMarker",
-         host_function<set_marker_keeping_color>("markrgnindexnumber,isrgn,pos,rgnend,name",
-                                                 "Changes the marker or region of that number")},
+         host_function<set_marker>(
+             "markrgnindexnumber,isrgn,pos,rgnend,name",
+             "Changes the marker or region of that number; an empty name does not change it")},
+        {"SetProjectMarker2",
+         host_function<set_marker_2>(
+             "proj,markrgnindexnumber,isrgn,pos,rgnend,name",
+             "Changes the marker or region of that number; an empty name does not change it")},
+        {"SetProjectMarker4",
+         host_function<set_marker_4>("proj,markrgnindexnumber,isrgn,pos,rgnend,name,color,flags",
+                                     "Changes the marker or region of that number; flag 1 clears the name")},
+        {"SetProjectMarkerByIndex",
+         host_function<set_indexed_marker>("proj,markrgnidx,isrgn,pos,rgnend,IDnumber,name,color",
+                                           "Changes the marker or region of that index")},
+        {"SetProjectMarkerByIndex2",
+         host_function<set_indexed_marker_2>(
+             "proj,markrgnidx,isrgn,pos,rgnend,IDnumber,name,color,flags",
+             "Changes the marker or region of that index; flag 1 clears the name, 2 sorts later: index -1")},
         {"DeleteProjectMarker",
          host_function<delete_numbered_marker>("proj,markrgnindexnumber,isrgn",
                                                "Deletes the marker or region of that number")},

@@ -4,6 +4,7 @@
 #include "headless/functions/attributes.hpp"
 #include "headless/functions/c_values.hpp"
 #include "headless/functions/tables.hpp"
+#include "headless/project/time_text.hpp"
 #include "headless/workstation/commands.hpp"
 
 #include <algorithm>
@@ -28,8 +29,6 @@ double get_active_cursor(Workstation& workstation) { return get_cursor(workstati
 void set_active_cursor(Workstation& workstation, double seconds, bool moves_view, bool seeks) {
     set_cursor(workstation.project(), seconds, moves_view, seeks);
 }
-
-double get_play_position(const project::Project& project) { return project.play_position_seconds; }
 
 int get_play_state(Workstation& workstation) { return workstation.project().play_state; }
 
@@ -61,7 +60,7 @@ double get_project_length(const project::Project& project) { return project.end_
 
 double get_frame_rate(const project::Project& project, bool* drop_frame) {
     put(drop_frame, project.drop_frame);
-    return project.frame_rate;
+    return project::exact_frame_rate(project);
 }
 
 void get_project_path(Workstation& workstation, char* buffer, int size) {
@@ -115,7 +114,6 @@ std::span<const workstation::HostFunction> project_functions() {
         {"GetCursorPosition", host_function<get_active_cursor>("", "The edit cursor's position in seconds")},
         {"SetEditCurPos",
          host_function<set_active_cursor>("time,moveview,seekplay", "Moves the edit cursor")},
-        {"GetPlayPositionEx", host_function<get_play_position>("proj", "The play position in seconds")},
         {"GetPlayState", host_function<get_play_state>("", "1 playing, 2 paused, 4 recording, 0 stopped")},
         {"CSurf_GoEnd", host_function<go_to_end>("", "Moves the edit cursor to the project's end")},
         {"Main_OnCommandEx",

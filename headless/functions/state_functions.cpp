@@ -3,6 +3,7 @@
 #include "headless/functions/adapter.hpp"
 #include "headless/functions/tables.hpp"
 #include "headless/rpp/state.hpp"
+#include "headless/workstation/fast_strings.hpp"
 #include "headless/workstation/text.hpp"
 
 #include <string>
@@ -42,6 +43,28 @@ bool set_track_state(Workstation& workstation, project::Track& track, const char
            rpp::set_state(track, workstation::to_string(text)).has_value();
 }
 
+// Reads the object's state into the text, or sets it to the text.
+template <class Object, class... Context>
+bool get_set_state(workstation::FastString& state, bool is_set, Object& object, Context&... context) {
+    if (is_set)
+        return rpp::set_state(object, context..., state.text).has_value();
+    state.text = rpp::state_of(object, context...);
+    return true;
+}
+
+// States are whole, also where a minimal one would do.
+bool get_set_object_state(Workstation& workstation, void* object, workstation::FastString& state, bool is_set,
+                          bool /*is_minimal*/) {
+    if (project::Track* track = workstation.live(static_cast<MediaTrack*>(object)))
+        return !is_master(workstation, *track, "SNM_GetSetObjectState") &&
+               get_set_state(state, is_set, *track);
+    if (project::Item* item = workstation.live(static_cast<MediaItem*>(object)))
+        return get_set_state(state, is_set, *item);
+    if (project::Envelope* envelope = workstation.live(static_cast<TrackEnvelope*>(object)))
+        return get_set_state(state, is_set, *envelope, workstation.project());
+    return false;
+}
+
 } // namespace
 
 std::span<const workstation::HostFunction> state_functions() {
@@ -58,6 +81,9 @@ std::span<const workstation::HostFunction> state_functions() {
         {"SetTrackStateChunk",
          host_function<set_track_state>("track,str,isundoOptional",
                                         "Replaces all of the track; false for a text that is no such block")},
+        {"SNM_GetSetObjectState",
+         host_function<get_set_object_state>("obj,state,setnewvalue,wantminimalstate",
+                                             "Gets or sets the block of a track, an item or an envelope")},
     };
     return table;
 }

@@ -50,7 +50,7 @@ double value_between(const EnvelopePoint& from, const EnvelopePoint& to, double 
 class Envelope {
 public:
     /// @param serial unique among the project's envelopes
-    Envelope(std::uint64_t serial, std::string name) : serial_(serial), name_(std::move(name)) {}
+    explicit Envelope(std::string name, std::uint64_t serial = 0) : serial_(serial), name_(std::move(name)) {}
 
     std::uint64_t serial() const { return serial_; }
 

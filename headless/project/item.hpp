@@ -4,6 +4,7 @@
 #include "headless/chunk/guid.hpp"
 #include "headless/chunk/lines.hpp"
 #include "headless/project/take.hpp"
+#include "headless/project/timeline.hpp"
 
 #include <cstddef>
 #include <cstdint>
@@ -61,6 +62,7 @@ public:
     bool mute = false;
     bool loop = false; ///< the source repeats if the item is longer
     bool plays_all_takes = false;
+    Timebase timebase = Timebase::inherited;
     int color = 0; ///< native with the flag 0x1000000, 0 for none
 
     const std::vector<std::unique_ptr<Take>>& takes() const { return takes_; }

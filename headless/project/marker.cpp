@@ -35,17 +35,48 @@ bool MarkerList::replace(Marker marker) {
     const Marker* present = find(marker.is_region, marker.number);
     if (!present)
         return false;
-    const auto place = markers_.begin() + (present - markers_.data());
+    return replace(static_cast<std::size_t>(present - markers_.data()), std::move(marker));
+}
+
+bool MarkerList::replace(std::size_t index, Marker marker, bool sorts) {
+    if (index >= markers_.size())
+        return false;
+    const Marker* namesake = marker.is_region ? find(true, marker.number) : nullptr;
+    if (namesake && namesake != &markers_[index])
+        return false;
+    const auto place = markers_.begin() + static_cast<std::ptrdiff_t>(index);
     marker.serial = place->serial;
     marker.id = place->id;
     marker.lines = std::move(place->lines);
-    if (place->position_seconds == marker.position_seconds) {
+    if (!sorts || place->position_seconds == marker.position_seconds) {
         *place = std::move(marker);
         return true;
     }
     markers_.erase(place);
     insert(std::move(marker));
     return true;
+}
+
+void MarkerList::sort() { std::ranges::stable_sort(markers_, {}, &Marker::position_seconds); }
+
+bool MarkerList::set_render(int number, Track& track, std::optional<int> channels) {
+    const Marker* found = find(true, number);
+    if (!found)
+        return false;
+    auto& renders = markers_[static_cast<std::size_t>(found - markers_.data())].renders;
+    const auto render = std::ranges::find(renders, &track, &RegionRender::track);
+    if (!channels)
+        std::erase_if(renders, [&](const RegionRender& one) { return one.track == &track; });
+    else if (render == renders.end())
+        renders.push_back({&track, *channels});
+    else
+        render->channels = *channels;
+    return true;
+}
+
+void MarkerList::erase_renders(const Track& track) {
+    for (Marker& marker : markers_)
+        std::erase_if(marker.renders, [&](const RegionRender& render) { return render.track == &track; });
 }
 
 const Marker* MarkerList::find(bool is_region, int number) const {

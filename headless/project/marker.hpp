@@ -13,13 +13,24 @@
 
 namespace headless::project {
 
+class Track;
+
+/// A track that is rendered for a region.
+struct RegionRender {
+    Track* track; ///< of the same project; may be the master
+    int channels; ///< 0 for the track's own
+
+    bool operator==(const RegionRender&) const = default;
+};
+
 struct Marker {
     bool is_region = false;
     double position_seconds = 0.0;
     double end_seconds = 0.0; ///< of a region; a marker's is 0
     std::string name{};
-    int number = 0; ///< as displayed; markers and regions are numbered separately
-    int color = 0;  ///< native with the flag 0x1000000, 0 for the default
+    int number = 0;                      ///< as displayed; markers and regions are numbered separately
+    int color = 0;                       ///< native with the flag 0x1000000, 0 for the default
+    std::vector<RegionRender> renders{}; ///< of a region, no track twice
 
     std::uint64_t serial = 0; ///< unique among the list's entries, which give it
     chunk::Guid id{};         ///< none until the entry is saved or asked for it
@@ -51,6 +62,21 @@ public:
     /// Replaces what users see of the first entry of that kind and number.
     /// @returns false if there is none
     bool replace(Marker marker);
+
+    /// Replaces the entry of that index. Unless `sorts`, it keeps its index until `sort`.
+    /// @returns false, with nothing changed, past the end or if another region has the region's number
+    bool replace(std::size_t index, Marker marker, bool sorts = true);
+
+    /// Orders by position; entries at the same position keep their order.
+    void sort();
+
+    /// Renders a track for the first region of that number, with that many channels (0 for the track's own).
+    /// Empty: no longer renders it.
+    /// @returns false if there is no such region
+    bool set_render(int number, Track& track, std::optional<int> channels);
+
+    /// No region renders the track any more.
+    void erase_renders(const Track& track);
 
     /// The first entry of that kind and number, null if there is none.
     const Marker* find(bool is_region, int number) const;

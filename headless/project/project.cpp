@@ -3,9 +3,32 @@
 #include "headless/project/receives.hpp"
 
 #include <algorithm>
+#include <cmath>
+#include <optional>
 #include <utility>
 
 namespace headless::project {
+namespace {
+
+// Empty if an end is not finite.
+std::optional<TimeRange> in_order(TimeRange range) {
+    if (!std::isfinite(range.start_seconds) || !std::isfinite(range.end_seconds))
+        return std::nullopt;
+    if (range.end_seconds < range.start_seconds)
+        std::swap(range.start_seconds, range.end_seconds);
+    return range;
+}
+
+void set_range(TimeRange& target, TimeRange& linked, TimeRange range) {
+    const auto ordered = in_order(range);
+    if (!ordered)
+        return;
+    if (linked == target)
+        linked = *ordered;
+    target = *ordered;
+}
+
+} // namespace
 
 bool ComesBefore::operator()(const Item* left, const Item* right) const {
     if (&left->track() != &right->track())
@@ -42,6 +65,7 @@ void Project::erase_track(const Track& track) {
         remove_end(item->end_seconds());
     }
     going.set_selected(false);
+    markers.erase_renders(going);
     remove_from_region_renders(going.id);
     tracks_.erase(tracks_.begin() + static_cast<std::ptrdiff_t>(index));
     renumber_tracks();
@@ -142,6 +166,15 @@ void Project::select_all_items(bool selected) {
     for (const auto& track : tracks_)
         for (const auto& item : track->items())
             item->set_selected(true);
+}
+
+void Project::set_time_selection(TimeRange range) { set_range(time_selection_, loop_range_, range); }
+
+void Project::set_loop_range(TimeRange range) { set_range(loop_range_, time_selection_, range); }
+
+void Project::load_ranges(TimeRange time_selection, TimeRange loop_range) {
+    time_selection_ = in_order(time_selection).value_or(TimeRange());
+    loop_range_ = in_order(loop_range).value_or(TimeRange());
 }
 
 // Records that an item now ends here.

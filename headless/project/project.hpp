@@ -4,9 +4,12 @@
 
 #include "headless/chunk/guid.hpp"
 #include "headless/chunk/parse.hpp"
+#include "headless/project/extension_data.hpp"
 #include "headless/project/live_objects.hpp"
 #include "headless/project/marker.hpp"
 #include "headless/project/selection.hpp"
+#include "headless/project/tempo_map.hpp"
+#include "headless/project/timeline.hpp"
 #include "headless/project/track.hpp"
 
 #include <cstddef>
@@ -60,10 +63,22 @@ public:
     double frame_rate = 24.0; ///< frames per second
     bool drop_frame = false;
     int sample_rate = 48000;
-    double tempo_bpm = 120.0;
+    double tempo_bpm =
+        120.0; ///< quarter notes a minute; this and the signature hold where `tempo_map` has none
     int meter_numerator = 4;
     int meter_denominator = 4;
+    TempoMap tempo_map{*this};
+    Timebase timebase = Timebase::beats;       ///< of items, markers and regions
+    Timebase tempo_timebase = Timebase::beats; ///< of the tempo map's points
+    double start_seconds = 0.0;                ///< what rulers and texts show at position 0
+    int start_measure = 0;                     ///< added to measure numbers that are shown
+    RulerMode ruler_mode = RulerMode::beats_and_time;
+    Grid grid;
+    ArrangeView view;
+    bool repeats = false;   ///< playback of the loop
+    double play_rate = 1.0; ///< of the transport
     MarkerList markers;
+    ExtensionData extension_data;
 
     const std::vector<std::unique_ptr<Track>>& tracks() const { return tracks_; }
 
@@ -90,6 +105,18 @@ public:
 
     /// Without the master.
     const Selection<Track, ComesBefore>& selected_tracks() const { return selected_tracks_; }
+
+    /// Empty ranges if nothing is selected.
+    TimeRange time_selection() const { return time_selection_; }
+    TimeRange loop_range() const { return loop_range_; }
+
+    /// Both put the ends in order. The two ranges move together while they are equal, as the workstation links
+    /// them unless told otherwise. A range with an end that is not finite changes nothing.
+    void set_time_selection(TimeRange range);
+    void set_loop_range(TimeRange range);
+
+    /// For a project file, which holds the two one after the other: neither moves the other.
+    void load_ranges(TimeRange time_selection, TimeRange loop_range);
 
     /// Where the last item, marker or region ends; 0 for an empty project.
     double end_seconds() const;
@@ -119,6 +146,8 @@ private:
     mutable bool item_counts_are_stale_ = false;
     mutable std::vector<std::size_t> items_up_to_;          ///< item counts, each track included
     mutable std::optional<double> items_end_seconds_ = 0.0; ///< empty if it has to be searched for
+    TimeRange time_selection_;
+    TimeRange loop_range_;
     std::unique_ptr<Track> master_;
     std::vector<std::unique_ptr<Track>> tracks_;
 };

@@ -10,6 +10,13 @@ double Source::length_seconds() const {
     return sample_rate > 0 ? static_cast<double>(frames) / sample_rate : 0.0;
 }
 
+const Source& Source::root() const {
+    const Source* source = this;
+    while (source->inner)
+        source = source->inner.get();
+    return *source;
+}
+
 bool Source::operator==(const Source& other) const {
     const bool plays_the_same = inner && other.inner ? *inner == *other.inner : inner == other.inner;
     return plays_the_same && file == other.file && type == other.type && sample_rate == other.sample_rate &&
@@ -38,7 +45,7 @@ Envelope* Take::envelope(std::string_view wanted) const {
 
 Envelope& Take::add_envelope(std::string envelope_name) {
     envelopes_.push_back(
-        std::make_unique<Envelope>(item_.track().project().next_serial(), std::move(envelope_name)));
+        std::make_unique<Envelope>(std::move(envelope_name), item_.track().project().next_serial()));
     item_.track().project().live_objects_.add(envelopes_.back().get());
     return *envelopes_.back();
 }

@@ -10,6 +10,7 @@
 #include <memory>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 namespace headless::project {
@@ -41,8 +42,8 @@ struct Source {
     std::shared_ptr<Source> inner{}; ///< what a section plays; otherwise null. Copies share it
 
     /// The innermost source, which has the file.
-    const Source& root() const { return inner ? inner->root() : *this; }
-    Source& root() { return inner ? inner->root() : *this; }
+    const Source& root() const;
+    Source& root() { return const_cast<Source&>(std::as_const(*this).root()); }
 
     /// 0 while the sample rate is unknown.
     double length_seconds() const;
@@ -77,7 +78,7 @@ public:
     double play_rate = 1.0;
     bool preserve_pitch = true;
     double pitch_semitones = 0.0;
-    int channel_mode = 0; ///< 0 normal, 1 reversed, 2 downmix, 3 left, 4 right, ...
+    int channel_mode = 0; ///< 0 normal, 1 reversed, 2 downmix, 3 left, 4 right, 5 third channel, ...
 
     const std::vector<std::unique_ptr<Envelope>>& envelopes() const { return envelopes_; }
 

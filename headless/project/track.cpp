@@ -49,7 +49,7 @@ Track* Track::parent() const {
 }
 
 Envelope& Track::add_envelope(std::string envelope_name) {
-    envelopes_.push_back(std::make_unique<Envelope>(project_.next_serial(), std::move(envelope_name)));
+    envelopes_.push_back(std::make_unique<Envelope>(std::move(envelope_name), project_.next_serial()));
     project_.live_objects_.add(envelopes_.back().get());
     return *envelopes_.back();
 }

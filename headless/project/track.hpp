@@ -4,6 +4,7 @@
 #include "headless/chunk/guid.hpp"
 #include "headless/chunk/lines.hpp"
 #include "headless/project/item.hpp"
+#include "headless/project/timeline.hpp"
 
 #include <cstddef>
 #include <cstdint>
@@ -41,6 +42,7 @@ public:
     double volume = 1.0; ///< linear
     double pan = 0.0;    ///< -1 left .. 1 right
     bool mute = false;
+    Timebase timebase = Timebase::inherited;
     int solo = 0; ///< 0 off, 1 solo, 2 in place, 5 safe solo, 6 safe solo in place
 
     bool selected() const { return selected_; }

@@ -15,7 +15,7 @@ namespace headless::rpp {
 /// Writes those of the object's fields into the line that are read as another value from it.
 template <class T>
 void edit_fields(chunk::Text& line, const T& object, std::span<const Field<T>> fields, Forms forms) {
-    const std::string_view token = chunk::token(line.content());
+    const std::string token(chunk::token(line.content())); // editing moves the line's text
     for (const Field<T>& field : fields) {
         if (field.token != token)
             continue;

@@ -42,9 +42,14 @@ double held_master_state(double value) { return to_int(value) & (master_mute | m
 
 std::span<const Field<Project>> project_fields() {
     static const Field<Project> fields[] = {
-        field<&Project::frame_rate>("TIMEMODE", 4, 24),
-        field<&Project::drop_frame>("TIMEMODE", 5, 0),
+        field<&Project::start_seconds>("PROJOFFS", 1, 0),
+        field<&Project::start_measure>("PROJOFFS", 2, 0),
+        field<&Project::ruler_mode>("TIMEMODE", 1, 1),
         field<&Project::cursor_seconds>("CURSOR", 1, 0),
+        field<&Project::repeats>("LOOP", 1, 0),
+        field<&Project::timebase>("TIMELOCKMODE", 1, 1),
+        field<&Project::tempo_timebase>("TEMPOENVLOCKMODE", 1, 1),
+        field<&Project::play_rate>("PLAYRATE", 1, 1),
         field<&Project::sample_rate>("SAMPLERATE", 1, 48000),
         field<&Project::tempo_bpm>("TEMPO", 1, 120),
         field<&Project::meter_numerator>("TEMPO", 2, 4),
@@ -56,6 +61,7 @@ std::span<const Field<Project>> project_fields() {
 std::span<const Field<Track>> track_fields() {
     static const Field<Track> fields[] = {
         track_color("PEAKCOL"),
+        field<&Track::timebase>("BEAT", 1, -1),
         field<&Track::volume>("VOLPAN", 1, 1),
         field<&Track::pan>("VOLPAN", 2, 0),
         field<&Track::mute>("MUTESOLO", 1, 0),
@@ -100,6 +106,7 @@ std::span<const Field<Item>> item_fields() {
         field<&Item::loop>("LOOP", 1, 0),
         field<&Item::plays_all_takes>("ALLTAKES", 1, 0),
         field<&Item::color>("COLOR", 1, 0),
+        field<&Item::timebase>("BEAT", 1, -1),
         {"SEL", 1, 0, [](const Item& item) { return item.selected() ? 1.0 : 0.0; },
          [](Item& item, double value) { item.set_selected(value != 0.0); }, as_flag},
         field<&Item::mute>("MUTE", 1, 0),

@@ -66,22 +66,24 @@ void shift_envelope(Envelope& envelope, double seconds) {
 }
 
 // The second number of a take's offset, which only MIDI has, counts quarter notes.
-void move_offset(project::Take& take, double seconds) {
+void move_offset(project::Take& take, double seconds, double quarter_notes) {
     take.start_offset_seconds += seconds;
     const FieldPlace in_beats{"SOFFS", 2};
-    if (!text_of(take, in_beats).empty()) {
-        const double beats = seconds * take.item().track().project().tempo_bpm / 60.0;
-        set_number(take, in_beats, number_of(take, in_beats) + beats);
-    }
+    if (!text_of(take, in_beats).empty())
+        set_number(take, in_beats, number_of(take, in_beats) + quarter_notes);
 }
 
-// Lets the takes begin that much later (or earlier) in what they play.
-void move_beginning(project::Item& item, double seconds) {
+// Lets the takes begin later (or earlier) in what they play, as their item begins at `to_seconds` instead of
+// `from_seconds`.
+void move_beginning(project::Item& item, double from_seconds, double to_seconds) {
+    const project::TempoMap& map = item.track().project().tempo_map;
+    const double seconds = to_seconds - from_seconds;
+    const double quarter_notes = map.quarters_at(to_seconds) - map.quarters_at(from_seconds);
     for (const auto& take : item.takes()) {
         if (take->is_empty)
             continue;
         const double in_take = seconds * take->play_rate;
-        move_offset(*take, in_take);
+        move_offset(*take, in_take, quarter_notes * take->play_rate);
         shift_stretch_markers(*take, -in_take);
         for (const auto& envelope : take->envelopes())
             shift_envelope(*envelope, -in_take);
@@ -126,7 +128,7 @@ project::Item* split_item(project::Item& item, double at_seconds) {
     project::Item& right = copy_item(item, item.track());
     right.set_position_seconds(at_seconds);
     right.set_length_seconds(end - at_seconds);
-    move_beginning(right, length);
+    move_beginning(right, item.position_seconds(), at_seconds);
     cut_before_beginning(right);
     remove_fade(right, "FADEIN");
     item.set_length_seconds(length);
@@ -141,7 +143,7 @@ bool set_edges(project::Item& item, double start_seconds, double end_seconds) {
     if (is_there || !std::isfinite(end_seconds) || !(end_seconds > start))
         return false;
     if (start != item.position_seconds())
-        move_beginning(item, start - item.position_seconds());
+        move_beginning(item, item.position_seconds(), start);
     item.set_position_seconds(start);
     item.set_length_seconds(end_seconds - start);
     return true;

@@ -62,7 +62,7 @@ void edit_start(Text& line, const project::Marker& marker) {
     edit_number(line, 1, marker.number);
     edit_number(line, 2, marker.position_seconds);
     if (chunk::text_at(line, 3) != marker.name)
-        chunk::set_word(line, 3, chunk::as_word(marker.name));
+        chunk::set_word(line, 3, chunk::in_form_of(line, 3, marker.name));
     edit_number(line, 5, marker.color);
     const auto id = chunk::guid_of(chunk::text_at(line, id_word));
     if (marker.id && id != marker.id)
@@ -74,16 +74,73 @@ void edit_end(Text& line, const project::Marker& marker) {
     edit_number(line, 2, marker.end_seconds);
 }
 
-void write_new(chunk::Output& out, const project::Marker& marker) {
+project::Track* track_of(const project::Project& project, const chunk::Guid& guid) {
+    for (const auto& track : project.tracks())
+        if (track->id == guid)
+            return track.get();
+    return guid ? nullptr : &project.master();
+}
+
+// The track that a line of a region's renders names; null if there is none of that identifier.
+project::Track* rendered_track(const project::Project& project, const Node& node) {
+    const auto guid = node.line() && node.token() == "TRACK" ? chunk::guid_of(chunk::text_at(*node.line(), 1))
+                                                             : std::nullopt;
+    return guid ? track_of(project, *guid) : nullptr;
+}
+
+Text render_line(project::Project& project, const project::RegionRender& render) {
+    const bool is_master = render.track == &project.master();
+    if (!render.track->id && !is_master)
+        render.track->id = project.guids.next();
+    std::string line = "TRACK " + text_of(is_master ? chunk::Guid() : render.track->id);
+    if (render.channels > 0)
+        line += " " + std::to_string(render.channels);
+    return Text::made(line);
+}
+
+void write_renders(chunk::Output& out, project::Project& project, const project::Marker& marker,
+                   const chunk::Block* block) {
+    std::vector<project::RegionRender> added = marker.renders;
+    out.begin_block(block ? block->head : Text::made("<REGIONRENDER " + std::to_string(marker.number)));
+    for (const Node& node : block ? block->lines : Lines()) {
+        const project::Track* track = rendered_track(project, node);
+        const auto wanted = std::ranges::find(added, track, &project::RegionRender::track);
+        if (track && wanted == added.end())
+            continue;
+        if (track) {
+            const int channels = to_int(chunk::number_at(*node.line(), 2, 0.0));
+            out.line(channels == wanted->channels ? *node.line() : render_line(project, *wanted));
+            added.erase(wanted);
+        } else {
+            out.copy(node);
+        }
+    }
+    for (const project::RegionRender& render : added)
+        out.line(render_line(project, render));
+    out.end_block(block ? block->end : Text::literal(">"));
+}
+
+void write_new(chunk::Output& out, project::Project& project, const project::Marker& marker) {
     const std::string number = "MARKER " + std::to_string(marker.number) + " ";
-    out.line(Text::made(number + chunk::decimal(marker.position_seconds) + " " + chunk::as_word(marker.name) +
-                        (marker.is_region ? " 1 " : " 0 ") + std::to_string(marker.color) + " 1 R " +
-                        text_of(marker.id) + " 0"));
+    out.line(Text::made(number + chunk::decimal(marker.position_seconds) + " " +
+                        chunk::in_quotes(marker.name) + (marker.is_region ? " 1 " : " 0 ") +
+                        std::to_string(marker.color) + " 1 R " + text_of(marker.id) + " 0"));
+    if (marker.is_region && !marker.renders.empty())
+        write_renders(out, project, marker, nullptr);
     if (marker.is_region)
         out.line(Text::made(number + chunk::decimal(marker.end_seconds) + " \"\" 1"));
 }
 
 } // namespace
+
+void read_region_renders(project::Project& project) {
+    project.markers.edit([&](project::Marker& marker) {
+        const chunk::Block* block = chunk::find_block(marker.lines, "REGIONRENDER");
+        for (const Node& node : block ? block->lines : Lines())
+            if (project::Track* track = rendered_track(project, node))
+                marker.renders.push_back({track, to_int(chunk::number_at(*node.line(), 2, 0.0))});
+    });
+}
 
 void read_markers(Reading& in, Lines& lines) {
     Lines kept;
@@ -105,17 +162,22 @@ void read_markers(Reading& in, Lines& lines) {
 }
 
 void write_marker(chunk::Output& out, project::Project& project, project::Marker& marker) {
-    if (marker.lines.empty()) {
+    const bool is_of_kind =
+        !marker.lines.empty() && is_region(*marker.lines.front().line()) == marker.is_region;
+    if (!is_of_kind) {
         if (!marker.id)
             marker.id = project.guids.next();
-        write_new(out, marker);
+        write_new(out, project, marker);
         return;
     }
+    bool lacks_renders = !marker.renders.empty() && !chunk::find_block(marker.lines, "REGIONRENDER");
     for (std::size_t i = 0; i < marker.lines.size(); ++i) {
-        if (!marker.lines[i].line()) {
-            out.copy(marker.lines[i]);
+        if (const chunk::Block* renders = marker.lines[i].block()) {
+            write_renders(out, project, marker, renders);
             continue;
         }
+        if (i > 0 && std::exchange(lacks_renders, false))
+            write_renders(out, project, marker, nullptr);
         Text line = *marker.lines[i].line();
         if (i == 0)
             edit_start(line, marker);

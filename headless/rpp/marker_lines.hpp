@@ -10,6 +10,9 @@ namespace headless::rpp {
 /// Adds the project's markers among the lines and leaves places for them.
 void read_markers(Reading& in, chunk::Lines& lines);
 
+/// Finds the tracks that regions are rendered for, once the tracks are read.
+void read_region_renders(project::Project& project);
+
 void write_marker(chunk::Output& out, project::Project& project, project::Marker& marker);
 
 /// Whether the marker's place in the file is still right.

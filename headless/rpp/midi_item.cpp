@@ -16,8 +16,7 @@ chunk::Text identifier(std::string token, project::Project& project) {
 }
 
 // The source ends with its last event, which ends all notes.
-chunk::Block empty_midi_source(project::Project& project, double length_seconds) {
-    const double quarter_notes = length_seconds * project.tempo_bpm / 60.0;
+chunk::Block empty_midi_source(project::Project& project, double quarter_notes) {
     const auto ticks = std::to_string(std::llround(std::min(quarter_notes * ticks_a_quarter_note, 2e9)));
     chunk::Block source{chunk::Text::literal("<SOURCE MIDI"), {}};
     source.lines.emplace_back(chunk::Text::literal("HASDATA 1 960 QN"));
@@ -40,7 +39,9 @@ project::Item& add_midi_item(project::Track& track, double start_seconds, double
     item.loop = true; // as the workstation makes them
     project::Take& take = item.add_take(project::Source{.file = {}, .type = "MIDI"}, "");
     give_lines(take);
-    insert(take, empty_midi_source(track.project(), item.length_seconds()));
+    const project::TempoMap& map = track.project().tempo_map;
+    const double quarter_notes = map.quarters_at(item.end_seconds()) - map.quarters_at(start);
+    insert(take, empty_midi_source(track.project(), quarter_notes));
     return item;
 }
 

@@ -19,8 +19,10 @@ std::string read_name(const chunk::Lines& lines) {
     return name;
 }
 
-void write_name(chunk::Output& out, const std::string& name) {
-    out.line(chunk::Text::made("NAME " + chunk::as_word(name)));
+void write_name(chunk::Output& out, const chunk::Text& line, const std::string& name) {
+    chunk::Text edited = line;
+    chunk::set_word(edited, 1, chunk::in_form_of(line, 1, name));
+    out.line(edited);
     if (chunk::has_all_quotes(name)) {
         out.begin_block(chunk::Text::literal("<NAME"));
         out.line(chunk::Text::made("|" + chunk::on_one_line(name)));

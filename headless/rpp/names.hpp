@@ -12,6 +12,7 @@ namespace headless::rpp {
 std::string read_name(const chunk::Lines& lines);
 
 /// Writes the line of a name, and the block if it needs one.
-void write_name(chunk::Output& out, const std::string& name);
+/// @param line  what stands there now
+void write_name(chunk::Output& out, const chunk::Text& line, const std::string& name);
 
 } // namespace headless::rpp

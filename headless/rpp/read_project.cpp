@@ -1,6 +1,9 @@
+#include "headless/rpp/extension_lines.hpp"
 #include "headless/rpp/marker_lines.hpp"
 #include "headless/rpp/read_fields.hpp"
 #include "headless/rpp/rpp.hpp"
+#include "headless/rpp/tempo_lines.hpp"
+#include "headless/rpp/time_lines.hpp"
 
 #include <string>
 #include <utility>
@@ -34,11 +37,18 @@ Result<void> parse_project(project::Project& project, std::string text, const st
     }
     read_fields(in, project, project_fields(), root.lines);
     read_fields(in, project.master(), master_fields(), root.lines);
+    read_time_lines(project, root.lines);
+    for (const chunk::Node& node : root.lines)
+        if (node.block() && is_tempo_map(node.token()))
+            read_tempo_map(project.tempo_map, *node.block());
+    if (const chunk::Block* block = chunk::find_block(root.lines, "EXTSTATE"))
+        read_extension_data(project.extension_data, *block);
     if (const chunk::Text* line = chunk::find_line(root.lines, "RECORD_PATH"))
         project.record_path = chunk::text_at(*line, 1);
     read_envelopes(in, project.master(), root.lines);
     read_markers(in, root.lines);
     read_tracks(in, root.lines);
+    read_region_renders(project);
     if (in.failure())
         return tl::unexpected(*in.failure());
     project.source = std::make_unique<project::ProjectSource>(

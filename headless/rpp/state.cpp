@@ -100,7 +100,7 @@ Result<void> set_state(project::Envelope& envelope, project::Project& project, s
     auto block = block_of(text, envelope_token(envelope));
     if (!block)
         return tl::unexpected(block.error());
-    project::Envelope scratch(0, envelope.name());
+    project::Envelope scratch(envelope.name());
     Reading in(project, folder_of(project), "");
     read_envelope(in, scratch, std::move(*block));
     if (in.failure())

@@ -48,7 +48,7 @@ public:
         if (is_as_read_)
             out_.copy(node);
         else if (node.line())
-            write_name(out_, name_);
+            write_name(out_, *node.line(), name_);
         return true;
     }
 
@@ -224,7 +224,7 @@ void ObjectWriter::write(project::Take& take, std::size_t index) {
     }
     NameWriter name(out_, take.name, lines);
     if (name.is_missing())
-        write_name(out_, take.name);
+        write_name(out_, Text::literal("NAME"), take.name);
     bool has_source = false;
     write_lines(out_, lines, inserted, [&](std::size_t place, const Node& node) {
         const std::string_view token = node.token();
@@ -321,7 +321,7 @@ void ObjectWriter::write(project::Track& track, std::optional<int> depth_change)
                      : has_head_id && !has_line_id ? id_line(track.id, false, track.block->head, 1)
                                                    : track.block->head);
     if (name.is_missing())
-        write_name(out_, track.name);
+        write_name(out_, Text::literal("NAME"), track.name);
     write_lines(out_, lines, inserted, [&](std::size_t place, const Node& node) {
         write_between(place);
         if (node.place() && node.place()->kind == ObjectKind::item) {

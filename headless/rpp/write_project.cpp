@@ -1,9 +1,12 @@
 #include "headless/rpp/child_order.hpp"
 #include "headless/rpp/edit_fields.hpp"
 #include "headless/rpp/envelope_kinds.hpp"
+#include "headless/rpp/extension_lines.hpp"
 #include "headless/rpp/marker_lines.hpp"
 #include "headless/rpp/media_source.hpp"
 #include "headless/rpp/rpp.hpp"
+#include "headless/rpp/tempo_lines.hpp"
+#include "headless/rpp/time_lines.hpp"
 #include "headless/rpp/write_object.hpp"
 
 #include <algorithm>
@@ -29,6 +32,8 @@ public:
         static const Lines standard = standard_lines(project_forms);
         const project::ProjectSource* source = project_.source.get();
         const Lines& lines = source ? source->document.root.lines : standard;
+        if (source && source->document.has_byte_order_mark)
+            out_.byte_order_mark();
         if (source)
             copy(source->document.before);
         out_.begin_block(source ? source->document.root.head : Text::literal(own_head));
@@ -68,6 +73,14 @@ private:
         if (!chunk::find_line(lines, "RECORD_PATH") && !project_.record_path.empty())
             inserted.emplace(place_for(lines, project_forms, "RECORD_PATH"),
                              record_path_line(Text::literal("RECORD_PATH \"\"")));
+        for (const std::string_view token : {"TIMEMODE", "GRID", "SELECTION", "SELECTION2"}) {
+            if (token == "SELECTION2" && project_.loop_range() == project_.time_selection())
+                continue; // without the line the two are the same
+            Text line = Text::made(default_line(project_forms, token));
+            edit_time_line(line, project_);
+            if (line.content() != default_line(project_forms, token) && !chunk::find_line(lines, token))
+                inserted.emplace(place_for(lines, project_forms, token), line);
+        }
         return inserted;
     }
 
@@ -75,6 +88,14 @@ private:
         const auto tracks = track_order(lines);
         const auto markers = marker_order(lines);
         const InsertedLines inserted = missing_lines(lines);
+        const std::size_t none = lines.size() + 1;
+        const bool lacks_tempo_map =
+            project_.tempo_map.has_new_points() && !project_.tempo_map.points().empty() &&
+            std::ranges::none_of(lines, [](const Node& node) { return is_tempo_map(node.token()); });
+        const std::size_t tempo_map = lacks_tempo_map ? place_for(lines, project_forms, "TEMPOENVEX") : none;
+        const bool lacks_extension_data = !chunk::find_block(lines, "EXTSTATE");
+        const std::size_t extension_data =
+            lacks_extension_data ? place_for(lines, project_forms, "EXTSTATE") : none;
         const auto write_track = [this](project::Track* track) {
             objects_.write(*track, depth_change(*track));
         };
@@ -84,6 +105,10 @@ private:
         for (std::size_t i = 0; i <= lines.size(); ++i) {
             for (auto [line, end] = inserted.equal_range(i); line != end; ++line)
                 out_.line(line->second);
+            if (i == tempo_map)
+                write_tempo_map(out_, nullptr, project_.tempo_map);
+            if (i == extension_data)
+                write_extension_data(out_, nullptr, project_.extension_data);
             markers.before(i, write_marker);
             tracks.before(i, write_track);
             if (i == lines.size())
@@ -93,6 +118,10 @@ private:
                 tracks.at(*place, write_track);
             } else if (const Text* line = lines[i].line()) {
                 out_.line(edited(*line));
+            } else if (is_tempo_map(lines[i].token()) && project_.tempo_map.has_new_points()) {
+                write_tempo_map(out_, lines[i].block(), project_.tempo_map);
+            } else if (lines[i].token() == "EXTSTATE") {
+                write_extension_data(out_, lines[i].block(), project_.extension_data);
             } else {
                 objects_.write_kept(lines[i], project_.master());
             }
@@ -107,6 +136,7 @@ private:
         if (token == "RENDER_FILE" && is_moved())
             return moved_line(line, 1, project_.source->folder, folder_);
         edit_fields(line, project_, project_fields(), project_forms);
+        edit_time_line(line, project_);
         edit_fields(line, project_.master(), master_fields(), project_forms);
         return line;
     }

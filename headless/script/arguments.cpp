@@ -67,8 +67,10 @@ const char* read_text(lua_State* L, const BridgedFunction& function, int index) 
 }
 
 bool is_active_project(lua_State* L, int index) {
-    return lua_isnoneornil(L, index) ||
-           (lua_type(L, index) == LUA_TNUMBER && lua_tonumberx(L, index, nullptr) == 0.0);
+    if (lua_type(L, index) != LUA_TNUMBER)
+        return lua_isnoneornil(L, index);
+    const double number = lua_tonumberx(L, index, nullptr);
+    return number == 0.0 || number == -1.0;
 }
 
 void* read_handle(lua_State* L, const BridgedFunction& function, int index, const Parameter& parameter) {
@@ -186,13 +188,15 @@ void read_arguments(lua_State* L, const BridgedFunction& function, Arguments& ar
         }
         if (parameter.is_argument()) {
             ++index;
-            if (parameter.is_optional && lua_isnoneornil(L, index))
-                continue;
+            const bool is_omitted = parameter.is_optional && lua_isnoneornil(L, index);
+            if (is_omitted && !parameter.is_result())
+                continue; // null
             if (parameter.kind == ValueKind::handle) {
                 pointer = read_handle(L, function, index, parameter);
                 continue;
             }
-            read_value(L, function, i, index, value);
+            if (!is_omitted) // otherwise it begins as 0 or empty, and gets its result
+                read_value(L, function, i, index, value);
         }
         if (parameter.kind == ValueKind::text && parameter.type == "char*")
             prepare_buffer(L, function, i, value.text ? value.text : "", value);

@@ -84,4 +84,11 @@ void Bridge::open(lua_State* L) {
     lua_setglobal(L, "reaper");
 }
 
+std::vector<std::string> Bridge::names() const {
+    std::vector<std::string> names;
+    for (const BridgedFunction& function : functions_)
+        names.push_back(function.name);
+    return names;
+}
+
 } // namespace headless::script

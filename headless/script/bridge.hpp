@@ -5,6 +5,7 @@
 
 #include "headless/script/arguments.hpp"
 
+#include <string>
 #include <vector>
 
 namespace headless::script {
@@ -19,6 +20,9 @@ public:
 
     /// Sets the global `reaper`. May raise Lua's memory error.
     void open(lua_State* L);
+
+    /// The names of the functions, sorted.
+    std::vector<std::string> names() const;
 
 private:
     TextBuffers buffers_;

@@ -4,6 +4,7 @@
 #include "headless/script/deferred_calls.hpp"
 #include "headless/script/guarded_debug.hpp"
 #include "headless/script/memory_limit.hpp"
+#include "headless/script/missing_functions.hpp"
 #include "headless/script/number_array.hpp"
 #include "headless/script/script_stop.hpp"
 #include "headless/workstation/plugin_library.hpp"
@@ -11,8 +12,11 @@
 
 #include <lua.hpp>
 
+#include <algorithm>
 #include <cstdlib>
+#include <iterator>
 #include <optional>
+#include <ranges>
 
 namespace headless::script {
 namespace {
@@ -23,6 +27,7 @@ constexpr const char* module_symbol = "luaopen_reaper_MERIDEK_FELSPAR";
 /// The state that the functions of one run share. It outlives the Lua state.
 struct Run {
     Bridge bridge;
+    MissingFunctions missing;
     std::string file; ///< absolute: scripts derive their folder from it
     const std::vector<std::string>& arguments;
     lua_CFunction open_module; ///< null if the plug-in has none
@@ -43,6 +48,15 @@ Run& run_of(lua_State* L) { return *static_cast<Run*>(lua_touserdata(L, lua_upva
 void keep_raising_exit(lua_State* L) {
     lua_sethook(
         L, [](lua_State* state, lua_Debug*) { raise_exit(state); }, LUA_MASKCOUNT, 1);
+}
+
+bool report_to_workstation(const char* text) noexcept {
+    try {
+        workstation::Workstation::current()->report(Failure{text});
+        return true;
+    } catch (...) {
+        return false;
+    }
 }
 
 int exit_script(lua_State* L) {
@@ -68,7 +82,26 @@ int get_action_context(lua_State* L) {
     return 7;
 }
 
+/// Shown when the script has ended; a text that begins with an exclamation mark ends it.
+int report_error(lua_State* L) {
+    const char* text = luaL_checkstring(L, 1);
+    if (*text == '!')
+        return luaL_error(L, "%s", text + 1);
+    if (!report_to_workstation(text))
+        return luaL_error(L, "not enough memory");
+    return 0;
+}
+
+/// In place of the workstation's, which does not know the functions that only Lua scripts have.
+int api_exists(lua_State* L) {
+    lua_pushboolean(L, run_of(L).missing.exists(L, luaL_checkstring(L, 1)) ? 1 : 0);
+    return 1;
+}
+
 constexpr LuaFunction context_functions[] = {
+    {"ReaScriptError", report_error,
+     "void\0const char*\0errmsg\0"
+     "Shows a message when the script has ended, with status 1; one that begins with ! ends the script"},
     {"get_action_context", get_action_context,
      "bool\0char*,int*,int*,int*,int*,int*\0fileOut,sectionOut,commandOut,modeOut,resolutionOut,valueOut\0"
      "The script's file, and what action has called it, of which there is none here"},
@@ -87,7 +120,9 @@ void open_reaper(lua_State* L, Run& run) {
     for (const auto functions : functions_for_lua())
         for (const LuaFunction& function : functions)
             set_function(L, function.name, function.call, run);
+    set_function(L, "APIExists", api_exists, run);
     lua_pop(L, 1);
+    run.missing.open(L);
 }
 
 void open_environment(lua_State* L, Run& run) {
@@ -195,10 +230,27 @@ std::array<std::span<const LuaFunction>, 3> functions_for_lua() {
     return {deferral_functions(), number_array_functions(), context_functions};
 }
 
+std::vector<std::string> names_for_lua(workstation::Workstation& workstation) {
+    std::vector<std::string> names = Bridge(workstation).names();
+    for (const auto functions : functions_for_lua())
+        for (const LuaFunction& function : functions)
+            names.emplace_back(function.name);
+    return names;
+}
+
+/// A script that catches the error goes on without what it called, which its user should know.
+void report_caught_calls(workstation::Workstation& workstation, const MissingFunctions& missing,
+                         const std::string& error) {
+    for (const auto& [name, line] : missing.called())
+        if (const std::string message = missing.message(name, line); error.find(message) == std::string::npos)
+            workstation.report(Failure{"the script called a missing function: " + message});
+}
+
 ScriptOutcome run_script(workstation::Workstation& workstation, const workstation::PluginLibrary& plugin,
                          const ScriptRequest& request,
                          const std::function<void(const ScriptOutcome&)>& before_closing) {
     Run run{Bridge(workstation),
+            MissingFunctions(names_for_lua(workstation)),
             std::filesystem::absolute(request.file).lexically_normal().string(),
             request.arguments,
             reinterpret_cast<lua_CFunction>(plugin.symbol(module_symbol)),
@@ -209,6 +261,9 @@ ScriptOutcome run_script(workstation::Workstation& workstation, const workstatio
     run.main_thread = state.get();
     ScriptOutcome outcome =
         run.main_thread ? run_in_state(run) : ScriptOutcome{1, run.file + ": not enough memory"};
+    report_caught_calls(workstation, run.missing, outcome.error);
+    std::ranges::set_difference(run.missing.looked_up(), std::views::keys(run.missing.called()),
+                                std::back_inserter(outcome.asked_for));
     if (before_closing)
         before_closing(outcome);
     return outcome;

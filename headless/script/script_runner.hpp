@@ -28,10 +28,14 @@ struct ScriptRequest {
 struct ScriptOutcome {
     int status = 0;      ///< 0: ended normally, or by os.exit with success; 1: an error, or ended by a signal
     std::string error{}; ///< empty unless there was one; several lines
+    std::vector<std::string> asked_for{}; ///< absent functions that the script looked up and did not call
 };
 
 /// The functions of the table `reaper` that only Lua scripts have.
 std::array<std::span<const LuaFunction>, 3> functions_for_lua();
+
+/// The names of all functions of the table `reaper`.
+std::vector<std::string> names_for_lua(workstation::Workstation& workstation);
 
 /// Runs the script to its end, including its deferred functions and its exit functions. `os.exit` ends the
 /// script but not the program: the workstation keeps its state for the caller.

@@ -3,17 +3,36 @@
 #include "headless/workstation/take_audio.hpp"
 #include "headless/workstation/workstation.hpp"
 
+#include <string>
+#include <string_view>
+#include <strings.h>
 #include <utility>
 
 namespace headless::workstation {
 
 namespace fs = std::filesystem;
 
+namespace {
+
+// The kinds are told by the file's name, as the workstation does.
+constexpr std::pair<std::string_view, const char*> types[] = {
+    {".flac", "FLAC"}, {".ogg", "VORBIS"}, {".opus", "OPUS"}, {".mp3", "MP3"}};
+
+std::string type_of(const fs::path& file) {
+    for (const auto& [extension, type] : types)
+        if (strcasecmp(file.extension().c_str(), extension.data()) == 0)
+            return type;
+    return "WAVE";
+}
+
+} // namespace
+
 Result<project::Source> open_source(audio::AudioCache& audio, const fs::path& file) {
     const Result<audio::AudioFormat> format = decoded_format(audio, file);
     if (!format)
         return tl::unexpected(format.error());
-    return project::Source{fs::absolute(file), "WAVE", format->sample_rate, format->channels, format->frames};
+    return project::Source{fs::absolute(file), type_of(file), format->sample_rate, format->channels,
+                           format->frames};
 }
 
 Result<project::Item*> Workstation::insert_audio(project::Track& track, const fs::path& file,

@@ -5,6 +5,7 @@ namespace headless::workstation {
 
 class Workstation;
 
+/// Whether run_command knows the number.
 bool is_command(int number);
 
 /// Runs the command of that number. What cannot be done, including an unknown number, becomes a failure of

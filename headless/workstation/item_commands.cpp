@@ -2,7 +2,6 @@
 
 #include "headless/rpp/properties.hpp"
 #include "headless/workstation/command_tables.hpp"
-#include "headless/workstation/time_selection.hpp"
 #include "headless/workstation/workstation.hpp"
 
 #include <algorithm>
@@ -57,13 +56,17 @@ void select_on_selected_tracks(Workstation& workstation) {
             item->set_selected(true);
 }
 
+bool overlaps(const project::Item& item, const project::TimeRange& range) {
+    return item.position_seconds() < range.end_seconds && item.end_seconds() > range.start_seconds;
+}
+
 template <class Wanted>
 void select_in_time_selection(project::Project& project, Wanted is_wanted) {
-    const TimeSelection selection = time_selection(project);
-    if (selection.is_empty())
+    const project::TimeRange selection = project.time_selection();
+    if (!(selection.end_seconds > selection.start_seconds))
         return;
     for_all_items(project, [&](project::Item& item) {
-        item.set_selected(selection.overlaps(item) && is_wanted(item));
+        item.set_selected(overlaps(item, selection) && is_wanted(item));
     });
 }
 
@@ -111,12 +114,12 @@ void set_time_selection_to_items(Workstation& workstation) {
     const auto items = workstation.project().selected_items().all();
     if (items.empty())
         return;
-    TimeSelection selection{items.front()->position_seconds(), items.front()->end_seconds()};
+    project::TimeRange selection{items.front()->position_seconds(), items.front()->end_seconds()};
     for (const project::Item* item : items) {
         selection.start_seconds = std::min(selection.start_seconds, item->position_seconds());
         selection.end_seconds = std::max(selection.end_seconds, item->end_seconds());
     }
-    set_time_selection(workstation.project(), selection);
+    workstation.project().set_time_selection(selection);
 }
 
 void move_cursor_to_items(Workstation& workstation) {

@@ -72,13 +72,12 @@ Result<project::Take*> render_to_new_take(project::Item& item, Workstation& work
     const project::Take* take = item.active_take();
     if (!take || take->is_empty)
         return tl::unexpected(Failure{"an item without a take cannot be rendered"});
-    const Result<TakeAudio> audio = audio_of(workstation.audio(), *take);
+    const Result<TakeAudio> audio = heard_audio_of(workstation.audio(), *take);
     if (!audio)
         return tl::unexpected(audio.error());
     const fs::path plain =
         workstation.render_folder() / file_name_for(without_audio_extension(take->name), ".wav");
-    auto render =
-        audio::render(workstation.audio(), take->source.root().file, audio->range, gain_of(*take), plain);
+    auto render = audio::render(*audio->sound, audio->range, gain_of(*take), plain);
     if (!render)
         return tl::unexpected(render.error());
     const auto file = publish(plain, render->file, workstation, *take);

@@ -1,6 +1,7 @@
 // Handles from scripts, distinguished by the type that a definition text names.
 
 #include "headless/workstation/envelope_objects.hpp"
+#include "headless/workstation/sample_reader.hpp"
 #include "headless/workstation/source_handles.hpp"
 #include "headless/workstation/workstation.hpp"
 
@@ -28,6 +29,8 @@ constexpr HandleType handle_types[] = {
 EnvelopeObject* Workstation::live(BR_Envelope* handle) const { return envelope_objects_->find(handle); }
 
 project::Source* Workstation::live(PCM_source* handle) const { return source_handles_->live(handle); }
+
+SampleReader* Workstation::live(AudioAccessor* handle) const { return sample_readers_->find(handle); }
 
 std::optional<bool> Workstation::is_live(std::string_view type, void* handle) const {
     for (const HandleType& handle_type : handle_types)

@@ -1,42 +1,117 @@
 #include "headless/workstation/source_handles.hpp"
 
+#include <utility>
+
 namespace headless::workstation {
 
-// Checks at every call whether the take exists: plug-ins may keep the pointer as long as they like.
-class SourceHandles::TakeSource final : public PCM_source {
+// Checks at every call whether the source exists: plug-ins may keep the pointer as long as they like.
+class SourceHandles::Handle final : public PCM_source {
 public:
-    TakeSource(project::Take& take, const project::LiveObjects& live_objects)
-        : take_(&take), live_objects_(live_objects) {}
+    explicit Handle(SourceHandles& handles) : handles_(handles) {}
 
-    project::Source* source() const { return live_objects_.contains(take_) ? &take_->source : nullptr; }
+    project::Take* take = nullptr;        ///< whose source it is
+    const Handle* outer = nullptr;        ///< of the section that plays it
+    std::unique_ptr<project::Source> own; ///< without a take
 
-    PCM_source* Duplicate() override { return nullptr; }
-    bool IsAvailable() override { return source() != nullptr; }
+    project::Source* source() const {
+        if (take)
+            return handles_.live_objects_.contains(take) ? &take->source : nullptr;
+        if (project::Source* section = outer ? outer->source() : nullptr)
+            return section->inner.get();
+        return own.get();
+    }
+
+    PCM_source* Duplicate() override { return source() ? handles_.add(*source()) : nullptr; }
+    bool IsAvailable() override { return source() && !source()->offline; }
+    void SetAvailable(bool is_available) override {
+        if (source())
+            source()->offline = !is_available;
+    }
     const char* GetType() override { return source() ? source()->type.c_str() : ""; }
     const char* GetFileName() override { return source() ? source()->file.c_str() : nullptr; }
     bool SetFileName(const char*) override { return false; }
 
 private:
-    project::Take* take_;
-    const project::LiveObjects& live_objects_;
+    SourceHandles& handles_;
 };
 
 SourceHandles::SourceHandles(const project::LiveObjects& live_objects) : live_objects_(live_objects) {}
 
 SourceHandles::~SourceHandles() = default;
 
+SourceHandles::Handle& SourceHandles::make() {
+    auto handle = std::make_unique<Handle>(*this);
+    Handle& made = *handle;
+    by_handle_.emplace(&made, std::move(handle));
+    return made;
+}
+
+SourceHandles::Handle* SourceHandles::find(const PCM_source* handle) const {
+    const auto found = by_handle_.find(handle);
+    return found == by_handle_.end() ? nullptr : found->second.get();
+}
+
 PCM_source* SourceHandles::handle(project::Take& take) {
-    auto& source = by_take_[&take];
-    if (!source) {
-        source = std::make_unique<TakeSource>(take, live_objects_);
-        by_handle_.emplace(source.get(), source.get());
+    Handle*& handle = by_take_[&take];
+    if (!handle) {
+        handle = &make();
+        handle->take = &take;
     }
-    return source.get();
+    return handle;
+}
+
+PCM_source* SourceHandles::add(project::Source source) {
+    auto own = std::make_unique<project::Source>(std::move(source));
+    Handle& handle = make();
+    handle.own = std::move(own);
+    return &handle;
+}
+
+PCM_source* SourceHandles::inner_handle(const PCM_source* handle) {
+    const Handle* outer = find(handle);
+    if (!outer || !outer->source() || !outer->source()->inner)
+        return nullptr;
+    Handle*& inner = inner_[outer];
+    if (!inner) {
+        inner = &make();
+        inner->outer = outer;
+    }
+    return inner;
+}
+
+bool SourceHandles::set_source(project::Take& take, const PCM_source* wanted) {
+    Handle* handle = find(wanted);
+    if (!handle || !handle->source())
+        return false;
+    if (handle->source() == &take.source)
+        return true;
+    project::Source source = *handle->source();
+    Handle*& present = by_take_[&take];
+    if (present) {
+        present->own = std::make_unique<project::Source>(std::move(take.source));
+        present->take = nullptr;
+    }
+    take.source = std::move(source);
+    present = nullptr;
+    if (handle->own) {
+        handle->own.reset();
+        handle->take = &take;
+        present = handle;
+    }
+    return true;
+}
+
+bool SourceHandles::destroy(const PCM_source* wanted) {
+    Handle* handle = find(wanted);
+    if (!handle || !handle->own)
+        return false;
+    handle->own.reset();
+    return true;
 }
 
 project::Source* SourceHandles::live(const PCM_source* handle) const {
-    const auto found = by_handle_.find(handle);
-    return found == by_handle_.end() ? nullptr : found->second->source();
+    const Handle* found = find(handle);
+    return found ? found->source() : nullptr;
 }
 
 } // namespace headless::workstation

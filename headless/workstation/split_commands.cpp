@@ -1,8 +1,8 @@
 // Commands that split items: the selected ones or, if none is, all.
 
+#include "headless/project/grid_lines.hpp"
 #include "headless/rpp/item_edges.hpp"
 #include "headless/workstation/command_tables.hpp"
-#include "headless/workstation/time_selection.hpp"
 #include "headless/workstation/workstation.hpp"
 
 #include <vector>
@@ -47,17 +47,28 @@ void split_at_edit_or_play_cursor(Workstation& workstation) {
 
 void split_at_time_selection(Workstation& workstation) {
     project::Project& project = workstation.project();
-    const TimeSelection selection = time_selection(project);
-    if (selection.is_empty())
+    const project::TimeRange selection = project.time_selection();
+    if (!(selection.end_seconds > selection.start_seconds))
         return;
     split_at(project, selection.start_seconds, Selects::as_before);
     split_at(project, selection.end_seconds, Selects::as_before);
 }
 
+void split_at_grid(Workstation& workstation) {
+    project::Project& project = workstation.project();
+    for (project::Item* item : items_to_split(project)) {
+        double line = project::next_grid_line(project, item->position_seconds());
+        while (item && line < item->end_seconds()) {
+            item = rpp::split_item(*item, line);
+            line = project::next_grid_line(project, line);
+        }
+    }
+}
+
 constexpr Command commands[] = {
     {40012, split_at_edit_or_play_cursor},        {40061, split_at_time_selection},
     {40757, split_at_cursor<Selects::as_before>}, {40758, split_at_cursor<Selects::left>},
-    {40759, split_at_cursor<Selects::right>},
+    {40759, split_at_cursor<Selects::right>},     {40932, split_at_grid},
 };
 
 } // namespace

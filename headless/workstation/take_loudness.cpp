@@ -17,12 +17,14 @@ tl::unexpected<Failure> too_short(const std::string& what, const std::filesystem
 
 Result<audio::Loudness> heard_loudness(Workstation& workstation, const project::Take& take,
                                        audio::LoudnessRequest request) {
-    const auto audio = audio_of(workstation.audio(), take);
+    const auto audio = heard_audio_of(workstation.audio(), take);
     if (!audio)
         return tl::unexpected(audio.error());
     request.hop_milliseconds = workstation.loudness_hop_milliseconds;
-    auto loudness = workstation.loudness().measure(take.source.root().file, audio->range,
-                                                   gain_of(take, take.item().volume), request);
+    const audio::GainCurve gain = gain_of(take, take.item().volume);
+    auto loudness = audio->is_whole_file
+                        ? workstation.loudness().measure(audio->sound->file(), audio->range, gain, request)
+                        : audio::measure_loudness(*audio->sound, audio->range, gain, request);
     if (loudness && request.momentary_maximum && !loudness->momentary_maximum_lufs)
         return too_short("take '" + take.name + "'", take.source.root().file);
     return loudness;

@@ -13,7 +13,7 @@ class Workstation;
 
 /// Loudness of the take as heard over its item: includes item volume, take volume and active volume envelope,
 /// but not track volumes and mutes. Maxima are searched at the workstation's hop, whatever the request says.
-/// They are cached, so repeated calls are free. Fails as audio_of does, and for a take under 0.4 s, which
+/// Those of a file that is played as it is are cached, so repeated calls are free. Fails as heard_audio_of does, and for a take under 0.4 s, which
 /// has no momentary level.
 Result<audio::Loudness> heard_loudness(Workstation& workstation, const project::Take& take,
                                        audio::LoudnessRequest request);

@@ -6,7 +6,9 @@
 #include "headless/base/failure.hpp"
 #include "headless/project/project.hpp"
 #include "headless/workstation/dialogs.hpp"
+#include "headless/workstation/fast_strings.hpp"
 #include "headless/workstation/script_call.hpp"
+#include "headless/workstation/session_state.hpp"
 
 #include <cstddef>
 #include <filesystem>
@@ -32,6 +34,8 @@ namespace headless::workstation {
 class EnvelopeObjects;
 class ItemClipboard;
 struct EnvelopeObject;
+class SampleReader;
+class SampleReaders;
 class SourceHandles;
 struct EntryPoints;
 struct HostFunction;
@@ -98,6 +102,13 @@ public:
     /// Values that scripts store for one another.
     ExtensionStates extension_states;
 
+    /// What else scripts set and read back.
+    SessionState session;
+    FastStrings fast_strings;
+
+    /// Saves the project under the name that it has. Without it projects cannot be saved by functions.
+    std::function<Result<void>()> save_project;
+
     /// Answers that dialogs use before they ask anyone.
     DialogAnswers dialog_answers;
 
@@ -132,6 +143,9 @@ public:
         return reinterpret_cast<TrackEnvelope*>(&envelope);
     }
     static BR_Envelope* handle(EnvelopeObject& object) { return reinterpret_cast<BR_Envelope*>(&object); }
+    static AudioAccessor* handle(SampleReader& reader) { return reinterpret_cast<AudioAccessor*>(&reader); }
+
+    static WDL_FastString* handle(FastString& string) { return reinterpret_cast<WDL_FastString*>(&string); }
 
     /// The object of a handle from outside; null if the handle is null, stale or foreign. A null project is
     /// this one.
@@ -142,6 +156,8 @@ public:
     project::Envelope* live(TrackEnvelope* handle) const;
     EnvelopeObject* live(BR_Envelope* handle) const;
     project::Source* live(PCM_source* handle) const;
+    SampleReader* live(AudioAccessor* handle) const;
+    FastString* live(WDL_FastString* handle) const { return fast_strings.find(handle); }
 
     /// Whether the handle is valid where a definition text says `type` ("MediaTrack*"), that is, refers to a
     /// live object. Empty for a type that is not a handle type of this host.
@@ -170,6 +186,7 @@ public:
     EnvelopeObjects& envelope_objects() { return *envelope_objects_; }
     SourceHandles& source_handles() { return *source_handles_; }
     ItemClipboard& item_clipboard() { return *item_clipboard_; }
+    SampleReaders& sample_readers() { return *sample_readers_; }
 
 private:
     /// One of the names of the host function with that entry point.
@@ -180,6 +197,7 @@ private:
     std::unique_ptr<audio::LoudnessCache> loudness_; // reads from the audio
     std::unique_ptr<EnvelopeObjects> envelope_objects_;
     std::unique_ptr<SourceHandles> source_handles_;
+    std::unique_ptr<SampleReaders> sample_readers_; // reads from the audio
     std::unique_ptr<ItemClipboard> item_clipboard_;
     std::unordered_map<std::string, EntryPoints> host_functions_;
     std::unordered_map<std::string, void*> registered_;

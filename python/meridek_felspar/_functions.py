@@ -108,7 +108,7 @@ def _storage(parameter: Parameter, value: Any) -> Any:
     if type_name == "const char*":
         return ctypes.create_string_buffer(_convert.to_bytes(value))
     if type_name == "char*":
-        text = _convert.to_bytes(value) if parameter.is_argument else b""
+        text = b"" if value is None else _convert.to_bytes(value)
         return ctypes.create_string_buffer(text, max(parameter.bytes_of_buffer, len(text) + 1))
     if type_name == "double*" and not parameter.is_result:
         return _array(value)

@@ -56,6 +56,18 @@ class Source(Handle):
     type_name = "PCM_source*"
 
 
+class SampleReader(Handle):
+    """Reads the samples of a take or a track."""
+
+    type_name = "AudioAccessor*"
+
+
+class FastString(Handle):
+    """A text of any length that functions take and return by handle."""
+
+    type_name = "WDL_FastString*"
+
+
 class EditedEnvelope(Handle):
     """A copy of an envelope that is being edited."""
 
@@ -64,7 +76,8 @@ class EditedEnvelope(Handle):
 
 AnyHandle = Union[int, str, None]
 KINDS: Dict[str, Type[Handle]] = {
-    kind.type_name: kind for kind in (Handle, Project, Track, Item, Take, Envelope, Source, EditedEnvelope)
+    kind.type_name: kind
+    for kind in (Handle, Project, Track, Item, Take, Envelope, Source, SampleReader, FastString, EditedEnvelope)
 }
 
 

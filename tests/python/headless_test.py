@@ -69,6 +69,20 @@ class Projects(ScratchCase):
         with headless.open("a.rpp") as reaper:
             self.assertEqual(len(felspar.tracks_named("a")), 1)
 
+    def test_functions_save_in_place(self):
+        with headless.open() as reaper:
+            reaper.Main_SaveProject(None, False)
+            self.assertRegex("\n".join(reaper.failures()), "has no file")
+            reaper.save("a.rpp")
+        with headless.open("a.rpp") as reaper:
+            reaper.SetProjExtState(None, "name", "key", "text")
+            reaper.InsertTrackAtIndex(0, True)
+            self.assertEqual(reaper.IsProjectDirty(None), 1)
+            reaper.Main_SaveProject(None, False)
+            self.assertEqual(reaper.failures(), [])
+        with headless.open("a.rpp") as reaper:
+            self.assertEqual((reaper.CountTracks(None), reaper.IsProjectDirty(None)), (1, 0))
+
     def test_foreign_files_stay(self):
         pathlib.Path("a.rpp").write_text("mine")
         with headless.open() as reaper, self.assertRaisesRegex(FelsparError, "not overwritten"):

@@ -50,6 +50,30 @@ TEST(GainCurve, IsTheSameForAllBlockStarts) {
     }
 }
 
+TEST(GainCurve, FadesRiseAndFall) {
+    using enum audio::Fade::Shape;
+    const std::pair<audio::Fade::Shape, std::vector<double>> shapes[] = {
+        {linear, {0, 0.25, 0.5, 0.75, 1}},
+        {fast_quadratic, {0, 0.4375, 0.75, 0.9375, 1}},
+        {slow_quadratic, {0, 0.0625, 0.25, 0.5625, 1}},
+        {fast_quartic, {0, 0.68359375, 0.9375, 0.99609375, 1}},
+        {slow_quartic, {0, 0.00390625, 0.0625, 0.31640625, 1}},
+        {cosine_s, {0, 0.14644661, 0.5, 0.85355339, 1}},
+        {quartic_s, {0, 0.03125, 0.5, 0.96875, 1}}};
+    for (auto [shape, expected] : shapes) {
+        audio::GainCurve curve(2.0);
+        curve.add({.length_seconds = 1.0, .shape = shape});
+        curve.add({.start_seconds = 2.0, .length_seconds = 1.0, .shape = shape, .is_fall = true});
+        EXPECT_FALSE(curve.constant());
+        std::vector<double> gains(13);
+        curve.evaluate(0, 4, gains);
+        for (std::size_t i = 0; i < expected.size(); ++i) {
+            EXPECT_NEAR(gains[i], 2.0 * expected[i], 1e-8);
+            EXPECT_NEAR(gains[12 - i], 2.0 * expected[i], 1e-8);
+        }
+    }
+}
+
 TEST_F(Render, AppliesTheEnvelopeWithoutClipping) {
     const auto source = write_sound(folder / "source.wav", noise(60000, 0.9), 44100, 3);
     const audio::GainCurve curve(dense_envelope(), 0.01, 2.0);

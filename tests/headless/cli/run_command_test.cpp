@@ -97,6 +97,53 @@ TEST_F(RunCommand, SavesTheRestWhenAFunctionFails) {
     EXPECT_THAT(run("", {"--dialog", "Never=1"}).errors, HasSubstr("no dialog \"Never\""));
 }
 
+TEST_F(RunCommand, SavesWhenTheScriptAsksForIt) {
+    const std::string save_and_fail =
+        std::string(add_track) + "reaper.Main_SaveProject(0, false) error('later')";
+    EXPECT_EQ(run(save_and_fail, {"--save", "a.rpp", "--", "first"}).status, 1);
+    EXPECT_THAT(bytes_of(folder / "a.rpp"), HasSubstr("NAME \"first\""));
+    EXPECT_EQ(run(save_and_fail, {"--project", "a.rpp", "--", "second"}).status, 1);
+    EXPECT_THAT(bytes_of(folder / "a.rpp"), HasSubstr("NAME \"second\""));
+    EXPECT_EQ(run(save_and_fail, {"--project", "a.rpp", "--save", "b.rpp", "--", "third"}).status, 1);
+    EXPECT_THAT(bytes_of(folder / "a.rpp"), Not(HasSubstr("third")));
+    EXPECT_THAT(bytes_of(folder / "b.rpp"), HasSubstr("NAME \"third\""));
+    const Outcome unnamed = run("reaper.Main_SaveProject(0, false)");
+    EXPECT_EQ(unnamed.status, 1);
+    EXPECT_THAT(unnamed.errors, HasSubstr("--save names one"));
+}
+
+TEST_F(RunCommand, NamesMissingFunctionsThatTheScriptDoesWithout) {
+    const Outcome outcome = run("if reaper.Optional then reaper.Optional() end if reaper.MB then end");
+    EXPECT_EQ(outcome.status, 0);
+    EXPECT_EQ(outcome.errors,
+              "felspar: the script asked for Optional, which the headless workstation does not have\n");
+}
+
+TEST_F(RunCommand, ChecksScriptsWithoutRunningThem) {
+    write_bytes(folder / "bad.lua",
+                "print(1)\nreaper.No_Such()\nif reaper.Optional then end\nreaper.No_Such()");
+    write_bytes(folder / "broken.lua", "x = = 1");
+    const Outcome text = run("reaper.ClearConsole() print(1)", {"--check", "bad.lua", "broken.lua"});
+    EXPECT_EQ(text.status, 1);
+    EXPECT_THAT(lines_of(text.output),
+                testing::ElementsAre("bad.lua:2: the headless workstation has no No_Such (2 lines)",
+                                     "bad.lua:3: optional: the headless workstation has no Optional",
+                                     HasSubstr("broken.lua:1: unexpected symbol")));
+    EXPECT_EQ(run("if reaper.Optional then end", {"--check"}).status, 0);
+    const Outcome json = run("print(1)", {"--json", "--check", "bad.lua", "broken.lua"});
+    const auto lines = lines_of(json.output);
+    ASSERT_EQ(lines.size(), 3U);
+    EXPECT_EQ(lines[0], R"({"file":"script.lua","missing":[],"optional":[]})");
+    const auto bad = nlohmann::json::parse(lines[1]);
+    EXPECT_EQ(bad["missing"][0]["name"], "No_Such");
+    EXPECT_EQ(bad["missing"][0]["kind"], "function");
+    EXPECT_EQ(bad["missing"][0]["lines"], nlohmann::json({2, 4}));
+    EXPECT_EQ(bad["optional"][0]["name"], "Optional");
+    EXPECT_THAT(nlohmann::json::parse(lines[2])["error"], HasSubstr("unexpected symbol"));
+    EXPECT_EQ(run("", {"--json"}).status, 2);
+    EXPECT_EQ(run("", {"--check", "--save", "a.rpp"}).status, 2);
+}
+
 struct ExampleScript : RunCommand {
     ExampleScript() {
         for (const char* side : {"subject", "base"}) {

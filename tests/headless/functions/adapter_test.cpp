@@ -1,7 +1,10 @@
 #include "headless/functions/adapter.hpp"
+#include "headless/functions/all_functions.hpp"
 #include "tests/headless/support/failures.hpp"
 
 #include <new>
+#include <set>
+#include <string_view>
 
 namespace headless {
 namespace {
@@ -25,6 +28,12 @@ TEST(Adapter, RefusesScriptCallsWithTooFewArguments) {
     workstation::Workstation workstation{table};
     EXPECT_EQ(workstation.script_functions().at(0).call(nullptr, 0), nullptr);
     EXPECT_FALSE(workstation.has_failed_call());
+}
+
+TEST(AllFunctions, HaveNamesOfTheirOwn) {
+    std::set<std::string_view> names;
+    for (const workstation::HostFunction& function : functions::all_functions())
+        EXPECT_TRUE(names.insert(function.name).second) << function.name;
 }
 
 } // namespace

@@ -59,7 +59,8 @@ TEST_F(OutputGuard, JudgesExistingRenders) {
 
 TEST_F(OutputGuard, LetsTextReplaceOnlyItsOwnKind) {
     const fs::path project = folder / "p.rpp";
-    ASSERT_TRUE(rpp::save_project(project::Project(), project));
+    project::Project empty;
+    ASSERT_TRUE(rpp::save_project(empty, project));
     const fs::path table = folder / "table";
     write_bytes(table, report::csv_heading() + "a pair");
     const fs::path list = folder / "list";

@@ -108,6 +108,7 @@ TEST(ProjectText, ReportsEveryNameItChanges) {
                 expected[name.object] = name.written;
             }
             EXPECT_EQ(object_names(again), expected) << file;
+            EXPECT_EQ(rpp::project_text(again, home), file);
         }
     }
 }
@@ -150,8 +151,8 @@ TEST(ProjectFile, NamesTheMalformedLine) {
     for (int i = 0; i < 1'000'000; ++i)
         deep += "<TRACK\n";
     const std::pair<std::string, std::string> malformed[] = {
-        {deep, "line 1000001: the file ends within a block"},
-        {"", "line 0: not a project file"},
+        {deep, "line 5001: blocks are nested too deeply"},
+        {"", "line 0: there is no block"},
         {"<ITEM\n>\n", "line 1: not a project file"},
         {">\n", "line 1: '>' ends a block that never began"},
         {"<REAPER_PROJECT 0.1\nCURSOR inf\n>\n", "line 2: 'inf' is no number"}};
@@ -161,7 +162,7 @@ TEST(ProjectFile, NamesTheMalformedLine) {
     }
 }
 
-TEST(ProjectFile, SkipsUnknownLinesAndBlocks) {
+TEST(ProjectFile, ReadsAmongUnknownLinesAndBlocks) {
     const char* text =
         "\xEF\xBB\xBF<REAPER_PROJECT 0.1 \"6.80/win64\" 1700000000\r\n"
         "  <NOTES 0 2\r\n    |> no end\r\n  >\r\n\r\n  TEMPO 90 3 4\r\n"
@@ -182,10 +183,13 @@ TEST(ProjectFile, SkipsUnknownLinesAndBlocks) {
     EXPECT_EQ(project.markers.all(), markers);
     EXPECT_EQ(project.track(0)->name, "Drums");
     const project::Item& item = *project.item(0);
-    ASSERT_EQ(item.takes().size(), 2U);
+    ASSERT_EQ(item.takes().size(), 3U);
     EXPECT_EQ(item.take(0)->source.file, "/songs/a b.wav");
-    EXPECT_EQ(item.active_take(), item.take(1));
-    EXPECT_EQ(item.take(1)->source, (project::Source{.file = {}, .type = "SECTION"}));
+    EXPECT_TRUE(item.take(1)->is_empty);
+    EXPECT_EQ(item.active_take(), item.take(2));
+    EXPECT_EQ(item.take(2)->source.root().file, "/songs/c.wav");
+    EXPECT_EQ(item.take(2)->source.section, (project::Section{.start_seconds = 0.0, .length_seconds = 1.0}));
+    EXPECT_EQ(rpp::project_text(project, "/songs"), text);
 }
 
 } // namespace headless::project

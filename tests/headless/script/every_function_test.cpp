@@ -19,7 +19,9 @@ std::string plain_argument(const script::Parameter& parameter) {
         {"MediaItem_Take*", "take"},
         {"TrackEnvelope*", "envelope"},
         {"BR_Envelope*", "reaper.BR_EnvAlloc(envelope, false)"},
-        {"PCM_source*", "reaper.GetMediaItemTake_Source(take)"}};
+        {"PCM_source*", "reaper.GetMediaItemTake_Source(take)"},
+        {"AudioAccessor*", "reaper.CreateTakeAudioAccessor(take)"},
+        {"WDL_FastString*", "reaper.SNM_CreateFastString('text')"}};
     static const std::map<script::ValueKind, const char*> values{
         {script::ValueKind::integer, "1"},
         {script::ValueKind::number, "0.5"},

@@ -375,6 +375,12 @@ TEST_F(ItemScripts, StatesAreBlocksOfTheFile) {
             assert(again == state)
         end
         assert(r.ValidatePtr(one, "MediaItem*") and r.ValidatePtr(old, "MediaItem*"))
+        local text = r.SNM_CreateFastString("")
+        assert(r.SNM_GetSetObjectState(two, text, false, false) and r.SNM_GetFastString(text):sub(1, 6) == "<ITEM\n")
+        assert(r.SNM_GetSetObjectState(two, text, true, false))
+        assert(not r.SNM_GetSetObjectState(first, text, true, false))
+        assert(r.SNM_GetSetObjectState(r.GetTakeEnvelope(r.GetTake(one, 1), 0), text, false, false))
+        assert(r.SNM_GetFastString(text):find("^<VOLENV\n.*PT 8 0 0\n>\n$"))
         found, state = r.GetTrackStateChunk(second, "", false)
         assert(r.SetTrackStateChunk(second, state:gsub("LENGTH 1", "LENGTH 2"), false))
         equal({1, 2}, r.CountTrackMediaItems(second), r.GetMediaItemInfo_Value(r.GetMediaItem(0, 2), "D_LENGTH"))
@@ -444,7 +450,9 @@ TEST_F(ItemScripts, CommandsChangeGroupsTakesAndSettings) {
         r.SetActiveTake(take)
         command(40131)
         equal({1, 1}, r.CountTakes(one), r.CountTakes(old))
+        equal({1}, r.GetToggleCommandState(40041))
         command(41120) command(40041)
+        equal({0}, r.GetToggleCommandState(40041))
     )"),
               R"(-AUTOXFADE 129
 +AUTOXFADE 130
@@ -519,6 +527,14 @@ TEST_F(ItemScripts, CommandsSplitSelectedItemsOrElseAll) {
         r.SetMediaItemInfo_Value(old, "D_LENGTH", 3)
         command(40061)
         equal({6}, r.CountMediaItems(0))
+        r.GetSetProjectGrid(0, true, 0.25)
+        local item = r.AddMediaItemToTrack(first)
+        r.SetMediaItemInfo_Value(item, "D_POSITION", 30.25)
+        r.SetMediaItemInfo_Value(item, "D_LENGTH", 1)
+        r.SelectAllMediaItems(0, false)
+        r.SetMediaItemSelected(item, true)
+        command(40932)
+        equal({8, 0.25, 3}, r.CountMediaItems(0), r.GetMediaItemInfo_Value(item, "D_LENGTH"), r.CountSelectedMediaItems(0))
     )");
 }
 

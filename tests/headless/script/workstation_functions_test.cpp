@@ -70,6 +70,30 @@ TEST_F(WorkstationFunctions, ReadAndWriteItemsTakesAndSources) {
         assert(not is_in_quarter_notes))");
 }
 
+TEST_F(WorkstationFunctions, ReadSamplesAndMakeSources) {
+    expect_runs(R"(
+        local accessor = reaper.CreateTakeAudioAccessor(take)
+        local samples = reaper.new_array(4)
+        assert(reaper.GetAudioAccessorEndTime(accessor) == 0.5)
+        assert(reaper.GetAudioAccessorSamples(accessor, 8000, 2, 0, 2, samples) == 1)
+        assert(samples[1] == 0 and samples[3] > 0.3 and samples[4] == samples[3])
+        assert(reaper.GetAudioAccessorSamples(accessor, 8000, 2, 0, 3, samples) == -1)
+        reaper.DestroyAudioAccessor(accessor)
+        assert(not pcall(reaper.GetAudioAccessorEndTime, accessor))
+        assert(reaper.BR_SetMediaSourceProperties(take, true, 0.125, 0.25, 0.01, true))
+        local ok, is_section, start, length, fade, is_reversed = reaper.BR_GetMediaSourceProperties(take)
+        assert(ok and is_section and start == 0.125 and length == 0.25 and fade == 0.01 and is_reversed)
+        local parent = reaper.GetMediaSourceParent(reaper.GetMediaItemTake_Source(take))
+        assert(reaper.GetMediaSourceFileName(parent):match("line.wav$"))
+        assert(reaper.PCM_Source_CreateFromFile("missing.wav") == nil)
+        assert(reaper.SetMediaItemTake_Source(take, reaper.PCM_Source_CreateFromFile("line.wav")))
+        local measured, lufs = reaper.NF_AnalyzeTakeLoudness_IntegratedOnly(take)
+        assert(measured and lufs < 0)
+        assert(reaper.NF_GetMediaItemMaxPeak(item) < -6))");
+    EXPECT_THAT(workstation.take_failures(),
+                testing::ElementsAre(tells("room for 4 values, not for 2 times 3")));
+}
+
 TEST_F(WorkstationFunctions, ReportUnknownKeysOnce) {
     project.track(0)->add_item(9.0, 1.0);
     expect_runs(R"(

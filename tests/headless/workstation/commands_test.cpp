@@ -74,12 +74,14 @@ TEST_F(Commands, KeepItemsThatCannotBeRendered) {
     const std::pair<const char*, void (*)(project::Item&)> causes[] = {
         {"'line.wav': a play rate", [](project::Item& item) { item.active_take()->play_rate = 2.0; }},
         {"no usable length", [](project::Item& item) { item.set_length_seconds(1e300); }},
-        {"repeats", [](project::Item& item) { item.set_length_seconds(1.0); }},
+        {"mute envelope",
+         [](project::Item& item) {
+             item.active_take()->add_envelope("Mute").set_points({{0.0, 0.0}});
+         }},
         {"line.wav", [](project::Item& item) { std::filesystem::remove(item.active_take()->source.file); }},
         {"missing", [](project::Item& item) { item.track().project().record_path /= "missing"; }}};
     for (const auto& [message, spoil] : causes) {
         project::Item& item = insert_selected_item();
-        item.loop = true;
         spoil(item);
         run(render);
         EXPECT_EQ(item.takes().size(), 1U) << message;

@@ -3,6 +3,7 @@
 #include "headless/functions/adapter.hpp"
 #include "headless/functions/c_values.hpp"
 #include "headless/functions/tables.hpp"
+#include "headless/rpp/properties.hpp"
 #include "headless/workstation/named_commands.hpp"
 
 #include <algorithm>
@@ -40,14 +41,22 @@ const char* name_of(int number) {
     return command ? command->name.data() + 1 : nullptr; // without the underscore
 }
 
-/// Automatic crossfades, snapping, ripple editing of one track and of all: preferences that are not kept here.
-constexpr std::array<int, 4> commands_with_lost_states{40041, 1157, 40310, 40311};
+/// Snapping, ripple editing of one track and of all: preferences that are not kept here.
+constexpr std::array<int, 3> commands_with_lost_states{1157, 40310, 40311};
+
+constexpr int auto_crossfade_command = 40041;
+
+int auto_crossfade_state(const project::Project& project) {
+    return static_cast<int>(rpp::number_of(project, {"AUTOXFADE", 1})) & 1;
+}
 
 int get_toggle_state_in(Workstation& workstation, int section, int command) {
     const auto& states = workstation.session.toggle_states;
     const auto state = states.find({section, command});
     if (state != states.end())
         return state->second;
+    if (section == main_section && command == auto_crossfade_command)
+        return auto_crossfade_state(workstation.project());
     if (section == main_section &&
         std::ranges::find(commands_with_lost_states, command) != commands_with_lost_states.end())
         workstation.report_once({"the state of command " + std::to_string(command) + " is not known"});

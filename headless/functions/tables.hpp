@@ -9,7 +9,11 @@ namespace headless::functions {
 
 std::span<const workstation::HostFunction> track_functions();
 std::span<const workstation::HostFunction> item_functions();
+std::span<const workstation::HostFunction> item_value_functions();
+std::span<const workstation::HostFunction> item_edit_functions();
 std::span<const workstation::HostFunction> take_functions();
+std::span<const workstation::HostFunction> take_marker_functions();
+std::span<const workstation::HostFunction> state_functions();
 std::span<const workstation::HostFunction> source_functions();
 std::span<const workstation::HostFunction> source_editing_functions();
 std::span<const workstation::HostFunction> accessor_functions();

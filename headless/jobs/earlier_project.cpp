@@ -31,7 +31,7 @@ void for_each_item(const project::Project& project, Visit visit) {
 std::vector<fs::path> rendered_recordings(const project::Project& project) {
     std::vector<fs::path> files;
     for_each_item(project, [&](const project::Item& item) {
-        if (item.takes().size() > 1)
+        if (item.takes().size() > 1 && !item.take(0)->is_empty)
             files.push_back(item.take(0)->source.root().file);
     });
     return files;
@@ -66,7 +66,8 @@ std::vector<fs::path> audio_of(const project::Project& project) {
     std::vector<fs::path> files;
     for_each_item(project, [&](const project::Item& item) {
         for (const auto& take : item.takes())
-            files.push_back(take->source.root().file);
+            if (!take->is_empty)
+                files.push_back(take->source.root().file);
     });
     return files;
 }

@@ -29,7 +29,10 @@ public:
     static void* operator new(std::size_t bytes);
     static void operator delete(void* item);
 
-    Track& track() const { return track_; }
+    Track& track() const { return *track_; }
+
+    /// Moves the item to its place among the items of another track of the project; it stays selected if it was.
+    void move_to(Track& track);
 
     /// Unique among the project's items.
     std::uint64_t serial() const { return serial_; }
@@ -76,7 +79,10 @@ public:
     /// Adds a take after the others. The first take becomes active, further takes only by set_active_take.
     Take& add_take(Source source, std::string name);
 
-    /// Destroys all takes but the active one.
+    /// Destroys the take; another one becomes active. Does nothing if the take belongs to another item.
+    void erase_take(const Take& take);
+
+    /// Destroys all takes but the active one, and that one too if it is empty.
     void crop_to_active_take();
 
     /// Destroys all takes.
@@ -86,7 +92,9 @@ public:
     bool comes_before(const Item& other) const;
 
 private:
-    Track& track_;
+    void move(Track& track, double position_seconds);
+
+    Track* track_;
     std::uint64_t serial_;
     double position_seconds_;
     double length_seconds_;

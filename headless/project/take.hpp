@@ -30,6 +30,8 @@ struct Section {
 /// What a take plays: a file, or a section of another source. The format is that of the file when it was first
 /// read, and zeros if it was never read, as in a project that was loaded.
 struct Source {
+    static constexpr const char* empty_type = "EMPTY"; ///< of takes that have nothing to play yet
+
     std::filesystem::path file; ///< empty for a section
     std::string type = "WAVE";  ///< the host's name for the kind of source
     int sample_rate = 0;        ///< frames per second

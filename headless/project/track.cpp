@@ -31,6 +31,8 @@ void Track::set_selected(bool selected) {
 }
 
 void Track::set_folder_depth_change(int change) {
+    if (folder_depth_change_ == std::min(change, 1))
+        return;
     folder_depth_change_ = std::min(change, 1);
     project_.tree_is_stale_ = true;
     project_.has_new_tree_ = true;

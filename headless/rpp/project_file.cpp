@@ -39,7 +39,7 @@ Result<AtomicFile> write_new_file(project::Project& project, const std::filesyst
     if (!written)
         return written;
     Result<void> result;
-    write_project(project, file.parent_path(), [&](std::string_view piece) {
+    write_project(project, true_folder_of(file), [&](std::string_view piece) {
         if (result)
             result = written->write(piece);
     });

@@ -132,6 +132,8 @@ void give_lines(project::Take& take) {
     give_id(take.id, take.item().track().project());
     take.lines = standard_lines(take_forms);
     set_id(take.lines, "GUID", take.id);
+    if (take.source.type == project::Source::empty_type)
+        take.lines.emplace_back(chunk::Block{Text::literal("<SOURCE EMPTY"), {}});
 }
 
 void give_lines(project::Envelope& envelope, project::Project& project, std::string_view token) {

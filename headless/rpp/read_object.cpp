@@ -100,7 +100,7 @@ bool is_active(const Text& take_line) {
 
 void add_take(Reading& in, project::Item& item, const Lines& item_lines, Lines lines) {
     const bool is_first = item.takes().empty();
-    project::Take& take = item.add_take(project::Source{.file = {}, .type = "EMPTY"}, "");
+    project::Take& take = item.add_take(project::Source{.file = {}, .type = project::Source::empty_type}, "");
     if (lines.empty()) { // an empty take before the first one has no lines
         take.is_empty = true;
         return;

@@ -124,7 +124,8 @@ Result<void> set_state(project::Track& track, std::string_view text) {
     return valid.map([&] {
         track.clear();
         reset(track, track_fields());
-        track.set_folder_depth_change(0);
+        if (!chunk::find_line(block->lines, "ISBUS"))
+            track.set_folder_depth_change(0);
         track.id = {};
         Reading in(track.project(), folder_of(track.project()), "");
         read_track(in, track, std::move(*block));

@@ -2,6 +2,7 @@
 
 #include "headless/chunk/parse.hpp"
 #include "headless/project/receives.hpp"
+#include "headless/rpp/copies.hpp"
 #include "headless/rpp/read_object.hpp"
 #include "headless/rpp/state.hpp"
 
@@ -18,25 +19,6 @@ using project::Track;
 
 using Copies = std::unordered_map<const Track*, Track*>; // by what they were copied from
 
-void renew_effects(chunk::Lines& lines, project::Project& project) {
-    for (chunk::Node& node : lines)
-        if (chunk::Block* block = node.block())
-            renew_effects(block->lines, project);
-        else if (chunk::Text* line = node.line(); line && node.token() == "FXID")
-            chunk::set_word(*line, 1, chunk::text_of(project.guids.next()));
-}
-
-void renew_takes(project::Item& item, project::Project& project) {
-    for (const auto& take : item.takes()) {
-        if (take->is_empty)
-            continue;
-        take->id = project.guids.next();
-        for (const auto& envelope : take->envelopes())
-            envelope->id = project.guids.next();
-        renew_effects(take->lines, project);
-    }
-}
-
 void renew_ids(Track& track) {
     project::Project& project = track.project();
     track.id = project.guids.next();
@@ -45,24 +27,8 @@ void renew_ids(Track& track) {
     renew_effects(track.block->lines, project);
     for (const auto& envelope : track.envelopes())
         envelope->id = project.guids.next();
-    for (const auto& item : track.items()) {
-        item->id = project.guids.next();
-        renew_takes(*item, project);
-    }
-}
-
-// What was found out about the files, which no line holds.
-void copy_formats(const Track& from, const Track& to) {
-    for (std::size_t item = 0; item < std::min(from.items().size(), to.items().size()); ++item) {
-        const auto& takes = from.items()[item]->takes();
-        for (std::size_t take = 0; take < takes.size(); ++take) {
-            const project::Source& source = takes[take]->source.root();
-            project::Source& copy = to.items()[item]->take(take)->source.root();
-            copy.sample_rate = source.sample_rate;
-            copy.channels = source.channels;
-            copy.frames = source.frames;
-        }
-    }
+    for (const auto& item : track.items())
+        rpp::renew_ids(*item);
 }
 
 // The lines of a receive as text, with those of its envelopes.
@@ -142,7 +108,8 @@ std::vector<Track*> copy_tracks(project::Project& project, const std::vector<Tra
         made[i]->set_folder_depth_change(0);
         made[i]->set_selected(false);
         renew_ids(*made[i]);
-        copy_formats(*originals[i], *made[i]);
+        for (std::size_t item = 0; item < originals[i]->items().size(); ++item)
+            copy_formats(*originals[i]->items()[item], *made[i]->items()[item]);
     }
     nest(made, originals);
     for (std::size_t i = 0; i < originals.size(); ++i) {

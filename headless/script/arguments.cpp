@@ -97,7 +97,7 @@ char* find_buffer(const BridgedFunction& function, std::size_t parameter, std::s
 void prepare_buffer(lua_State* L, const BridgedFunction& function, std::size_t parameter, const char* text,
                     ArgumentValue& value) {
     const std::size_t wanted = function.definition.parameters[parameter].needs_big_buffer
-                                   ? TextBuffers::big_bytes
+                                   ? std::max(TextBuffers::big_bytes, function.buffers->size(parameter))
                                    : TextBuffers::ordinary_bytes;
     const std::size_t length = std::strlen(text);
     const std::size_t bytes = std::max(wanted, length + 1);

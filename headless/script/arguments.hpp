@@ -49,6 +49,9 @@ public:
         return buffers_[parameter].get();
     }
 
+    /// Of the buffer that the parameter has by now.
+    std::size_t size(std::size_t parameter) const { return sizes_[parameter]; }
+
 private:
     std::array<std::unique_ptr<char[]>, max_parameters> buffers_;
     std::array<std::size_t, max_parameters> sizes_{};

@@ -3,6 +3,8 @@
 #include "headless/script/results.hpp"
 #include "headless/workstation/workstation.hpp"
 
+#include <cstring>
+#include <new>
 #include <utility>
 
 namespace headless::script {
@@ -19,13 +21,44 @@ bool call(const BridgedFunction& function, Arguments& arguments, void*& result) 
     }
 }
 
+// A text of unlimited length that fills its buffer may have been cut off, by less than a character more.
+bool may_be_cut_off(const Parameter& parameter, const ArgumentValue& value) {
+    constexpr std::size_t longest_character = 4;
+    if (!parameter.needs_big_buffer || !value.buffer)
+        return false;
+    const auto size = static_cast<std::size_t>(value.size);
+    return strnlen(value.buffer, size) + longest_character >= size;
+}
+
+// Larger buffers for the next call, until nothing larger is possible.
+bool enlarge_buffers(const BridgedFunction& function, const Arguments& arguments) noexcept {
+    constexpr int largest = 1 << 30;
+    const auto& parameters = function.definition.parameters;
+    bool enlarged = false;
+    for (std::size_t i = 0; i < parameters.size(); ++i) {
+        const ArgumentValue& value = arguments.values[i];
+        if (!may_be_cut_off(parameters[i], value) || value.size >= largest)
+            continue;
+        try {
+            function.buffers->buffer(i, static_cast<std::size_t>(value.size) * 2);
+            enlarged = true;
+        } catch (const std::bad_alloc&) {
+            continue;
+        }
+    }
+    return enlarged;
+}
+
 int call_bridged(lua_State* L) {
     const auto& function = *static_cast<const BridgedFunction*>(lua_touserdata(L, lua_upvalueindex(1)));
     Arguments arguments{};
-    read_arguments(L, function, arguments);
     void* result = nullptr;
-    if (!call(function, arguments, result))
-        return luaL_error(L, "'%s' failed", function.name.c_str());
+    do {
+        arguments = {};
+        read_arguments(L, function, arguments);
+        if (!call(function, arguments, result))
+            return luaL_error(L, "'%s' failed", function.name.c_str());
+    } while (enlarge_buffers(function, arguments));
     return push_results(L, function, arguments, result);
 }
 

@@ -16,6 +16,7 @@
 #include <cstdlib>
 #include <iterator>
 #include <optional>
+#include <ranges>
 
 namespace headless::script {
 namespace {

@@ -1,72 +1,36 @@
 #include "headless/workstation/commands.hpp"
 
+#include "headless/workstation/command_tables.hpp"
 #include "headless/workstation/named_commands.hpp"
-#include "headless/workstation/render_take.hpp"
-#include "headless/workstation/track_commands.hpp"
 #include "headless/workstation/workstation.hpp"
 
 #include <algorithm>
-#include <iterator>
 #include <string>
 
 namespace headless::workstation {
 namespace {
 
-void crop_to_active_take(Workstation&, project::Item& item) { item.crop_to_active_take(); }
-
-/// Renders nothing after a failed call: the envelope may hold only part of a ride.
-void render_to_new_take(Workstation& workstation, project::Item& item) {
-    if (workstation.has_failed_call()) {
-        workstation.report(Failure{"nothing is rendered, as a host function failed before"});
-        return;
+const Command* find_command(int number) {
+    for (const Commands table : {take_commands(), item_commands(), split_commands(), clipboard_commands(),
+                                 track_commands(), session_commands()}) {
+        const auto command = std::ranges::find(table, number, &Command::number);
+        if (command != table.end())
+            return &*command;
     }
-    if (const auto rendered = render_to_new_take(item, workstation); !rendered)
-        workstation.report(rendered.error());
+    return nullptr;
 }
-
-// An inactive envelope keeps its points; a new one starts at unity.
-void toggle_volume_envelope(Workstation&, project::Item& item) {
-    project::Take* take = item.active_take();
-    if (!take)
-        return;
-    project::Envelope* envelope = take->envelope("Volume");
-    const bool turns_on = !envelope || !envelope->properties.active;
-    if (!envelope) {
-        envelope = &take->add_envelope("Volume");
-        envelope->set_points({project::EnvelopePoint{}});
-    }
-    envelope->properties.active = turns_on;
-    envelope->properties.visible = turns_on;
-}
-
-struct Command {
-    int number;
-    void (*run)(Workstation&, project::Item&);
-};
-
-constexpr Command commands[] = {
-    {40131, crop_to_active_take},
-    {41999, render_to_new_take},
-    {40693, toggle_volume_envelope},
-};
 
 } // namespace
 
 bool is_command(int number) {
-    return find_named_command(number) != nullptr ||
-           std::ranges::find(commands, number, &Command::number) != std::end(commands);
+    return find_command(number) != nullptr || find_named_command(number) != nullptr;
 }
 
 void run_command(Workstation& workstation, int number) {
-    for (const Command& command : commands) {
-        if (command.number == number) {
-            for (project::Item* item : workstation.project().selected_items().all())
-                command.run(workstation, *item);
-            return;
-        }
-    }
-    if (run_track_command(workstation, number))
+    if (const Command* command = find_command(number)) {
+        command->run(workstation);
         return;
+    }
     if (const NamedCommand* command = find_named_command(number)) {
         command->run(workstation);
         return;

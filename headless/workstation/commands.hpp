@@ -1,5 +1,5 @@
 #pragma once
-// The commands behind Main_OnCommandEx. Each works on the selected items.
+// The commands behind Main_OnCommandEx.
 
 namespace headless::workstation {
 
@@ -9,7 +9,7 @@ class Workstation;
 bool is_command(int number);
 
 /// Runs the command of that number. What cannot be done, including an unknown number, becomes a failure of
-/// the workstation; the affected items stay as they were.
+/// the workstation; what it concerns stays as it was.
 void run_command(Workstation& workstation, int number);
 
 } // namespace headless::workstation

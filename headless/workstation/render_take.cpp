@@ -70,7 +70,7 @@ Result<fs::path> publish(const fs::path& plain, AtomicFile& render, Workstation&
 
 Result<project::Take*> render_to_new_take(project::Item& item, Workstation& workstation) {
     const project::Take* take = item.active_take();
-    if (!take)
+    if (!take || take->is_empty)
         return tl::unexpected(Failure{"an item without a take cannot be rendered"});
     const Result<TakeAudio> audio = heard_audio_of(workstation.audio(), *take);
     if (!audio)

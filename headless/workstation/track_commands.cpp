@@ -1,11 +1,11 @@
 #include "headless/workstation/track_commands.hpp"
 
 #include "headless/rpp/track_copies.hpp"
+#include "headless/workstation/command_tables.hpp"
 #include "headless/workstation/transport.hpp"
 #include "headless/workstation/workstation.hpp"
 
 #include <algorithm>
-#include <iterator>
 
 namespace headless::workstation {
 namespace {
@@ -96,10 +96,7 @@ void save(Workstation& workstation) {
 
 void remove_time_selection(Workstation& workstation) { workstation.project().set_time_selection({}); }
 
-struct Command {
-    int number;
-    void (*run)(Workstation&);
-};
+void clear_marked_areas(Workstation& workstation) { workstation.track_session.marked_areas.clear(); }
 
 constexpr Command commands[] = {
     {1007, start},
@@ -117,6 +114,7 @@ constexpr Command commands[] = {
     {40340, unsolo_all},
     {40635, remove_time_selection},
     {40914, touch_first_selected},
+    {42406, clear_marked_areas},
 };
 
 } // namespace
@@ -129,12 +127,6 @@ void select_only(Workstation& workstation, Track* track) {
     workstation.track_session.touch(*track);
 }
 
-bool run_track_command(Workstation& workstation, int number) {
-    const auto command = std::ranges::find(commands, number, &Command::number);
-    if (command == std::end(commands))
-        return false;
-    command->run(workstation);
-    return true;
-}
+Commands track_commands() { return commands; }
 
 } // namespace headless::workstation

@@ -1,5 +1,5 @@
 #pragma once
-// Commands on tracks and on the transport.
+// What commands on tracks share with functions.
 
 namespace headless::project {
 class Track;
@@ -11,9 +11,5 @@ class Workstation;
 
 /// Selects the track and no other; without a track, none. It becomes the last touched one.
 void select_only(Workstation& workstation, project::Track* track);
-
-/// Runs the command if it is one of these.
-/// @returns false for another number
-bool run_track_command(Workstation& workstation, int number);
 
 } // namespace headless::workstation

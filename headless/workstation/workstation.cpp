@@ -4,6 +4,7 @@
 #include "headless/audio/loudness_cache.hpp"
 #include "headless/workstation/envelope_objects.hpp"
 #include "headless/workstation/host_function.hpp"
+#include "headless/workstation/item_clipboard.hpp"
 #include "headless/workstation/sample_reader.hpp"
 #include "headless/workstation/source_handles.hpp"
 
@@ -32,7 +33,7 @@ Workstation::Workstation(std::span<const HostFunction> functions)
       loudness_(std::make_unique<audio::LoudnessCache>(*audio_)),
       envelope_objects_(std::make_unique<EnvelopeObjects>()),
       source_handles_(std::make_unique<SourceHandles>(project_->live_objects())),
-      sample_readers_(std::make_unique<SampleReaders>()) {
+      sample_readers_(std::make_unique<SampleReaders>()), item_clipboard_(std::make_unique<ItemClipboard>()) {
     if (living_workstation)
         throw std::logic_error("there is a workstation already");
     for (const HostFunction& function : functions)

@@ -33,6 +33,7 @@ class LoudnessCache;
 namespace headless::workstation {
 
 class EnvelopeObjects;
+class ItemClipboard;
 struct EnvelopeObject;
 class SampleReader;
 class SampleReaders;
@@ -186,6 +187,7 @@ public:
     }
     EnvelopeObjects& envelope_objects() { return *envelope_objects_; }
     SourceHandles& source_handles() { return *source_handles_; }
+    ItemClipboard& item_clipboard() { return *item_clipboard_; }
     SampleReaders& sample_readers() { return *sample_readers_; }
 
 private:
@@ -198,6 +200,7 @@ private:
     std::unique_ptr<EnvelopeObjects> envelope_objects_;
     std::unique_ptr<SourceHandles> source_handles_;
     std::unique_ptr<SampleReaders> sample_readers_; // reads from the audio
+    std::unique_ptr<ItemClipboard> item_clipboard_;
     std::unordered_map<std::string, EntryPoints> host_functions_;
     std::unordered_map<std::string, void*> registered_;
     std::vector<Failure> failures_;

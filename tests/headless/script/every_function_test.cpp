@@ -64,7 +64,7 @@ TEST_F(EveryFunction, AcceptsPlainArguments) {
             local envelope
             for i = 0, reaper.CountMediaItems(0) - 1 do
                 local other = reaper.GetActiveTake(reaper.GetMediaItem(0, i))
-                envelope = envelope or reaper.GetTakeEnvelopeByName(other, "Volume")
+                envelope = envelope or other and reaper.GetTakeEnvelopeByName(other, "Volume")
             end
             local count = select("#", reaper.)" +
                                  function.name + "(" + arguments +

@@ -534,7 +534,7 @@ TEST_F(ItemScripts, CommandsSplitSelectedItemsOrElseAll) {
         r.SelectAllMediaItems(0, false)
         r.SetMediaItemSelected(item, true)
         command(40932)
-        equal({8, 0.25, 3}, r.CountMediaItems(0), r.GetMediaItemInfo_Value(item, "D_LENGTH"), r.CountSelectedMediaItems(0))
+        equal({9, 0.25, 3}, r.CountMediaItems(0), r.GetMediaItemInfo_Value(item, "D_LENGTH"), r.CountSelectedMediaItems(0))
     )");
 }
 

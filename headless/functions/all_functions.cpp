@@ -11,11 +11,11 @@ std::span<const workstation::HostFunction> all_functions() {
         std::vector<workstation::HostFunction> functions;
         for (const auto table :
              {// the project's objects
-              track_functions(), track_property_functions(), track_state_functions(), send_functions(),
-              effect_functions(), item_functions(), item_value_functions(), item_edit_functions(),
-              take_functions(), take_marker_functions(), state_functions(), envelope_functions(),
-              envelope_point_functions(), envelope_property_functions(), marker_functions(),
-              region_functions(),
+              track_functions(), track_property_functions(), track_visibility_functions(),
+              track_state_functions(), send_functions(), effect_functions(), item_functions(),
+              item_value_functions(), item_edit_functions(), take_functions(), take_marker_functions(),
+              state_functions(), envelope_functions(), envelope_point_functions(),
+              envelope_property_functions(), marker_functions(), region_functions(),
               // audio
               source_functions(), source_editing_functions(), accessor_functions(), audio_functions(),
               insertion_functions(),

@@ -33,6 +33,7 @@ std::span<const workstation::HostFunction> insertion_functions();
 std::span<const workstation::HostFunction> file_functions();
 std::span<const workstation::HostFunction> session_functions();
 std::span<const workstation::HostFunction> track_property_functions();
+std::span<const workstation::HostFunction> track_visibility_functions();
 std::span<const workstation::HostFunction> track_state_functions();
 std::span<const workstation::HostFunction> send_functions();
 std::span<const workstation::HostFunction> effect_functions();

@@ -97,7 +97,7 @@ private:
 fs::path file_of(std::string_view text, const fs::path& folder) {
     if (text.empty() || is_windows_absolute(text))
         return text;
-    const fs::path file = (folder / text).lexically_normal();
+    fs::path file = (folder / text).lexically_normal();
     std::error_code error;
     if (text.find('\\') == text.npos || fs::exists(file, error))
         return file;

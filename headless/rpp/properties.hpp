@@ -22,6 +22,7 @@ struct FieldPlace {
 void give_lines(project::Track& track);
 void give_lines(project::Item& item);
 void give_lines(project::Take& take);
+/// An envelope is saved only if its parent's lines have a place for it.
 /// @param token  of the envelope's block: "VOLENV2"
 void give_lines(project::Envelope& envelope, project::Project& project, std::string_view token);
 void give_lines(project::Project& project);

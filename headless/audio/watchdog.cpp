@@ -3,7 +3,6 @@
 #include <condition_variable>
 #include <exception>
 #include <mutex>
-#include <thread>
 #include <utility>
 
 namespace headless::audio {
@@ -21,11 +20,14 @@ struct Watchdog::SharedState {
 Watchdog::Watchdog() = default;
 
 Watchdog::~Watchdog() {
-    if (state_) {
+    if (!state_)
+        return;
+    {
         const std::lock_guard lock(state_->mutex);
         state_->is_closed = true;
         state_->changed.notify_all();
     }
+    thread_.join(); // it waits for a job, so it ends at once
 }
 
 void Watchdog::work(const std::shared_ptr<SharedState>& state) {
@@ -53,7 +55,7 @@ void Watchdog::work(const std::shared_ptr<SharedState>& state) {
 bool Watchdog::run(std::function<void(Steps&)> job, std::chrono::milliseconds timeout) {
     if (!state_) {
         const auto state = std::make_shared<SharedState>();
-        std::thread([state] { work(state); }).detach();
+        thread_ = std::thread([state] { work(state); });
         state_ = state; // last, as starting the thread may fail
     }
     std::unique_lock lock(state_->mutex);
@@ -66,6 +68,7 @@ bool Watchdog::run(std::function<void(Steps&)> job, std::chrono::milliseconds ti
             state_->is_closed = true;
             lock.unlock();
             state_.reset();
+            thread_.detach();
             return false;
         }
         seen = state_->steps;

@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <functional>
 #include <memory>
+#include <thread>
 
 namespace headless::audio {
 
@@ -32,7 +33,8 @@ private:
 
     static void work(const std::shared_ptr<SharedState>& state);
 
-    std::shared_ptr<SharedState> state_; // shared with the thread; null before the first job
+    std::shared_ptr<SharedState> state_; // shared with the thread; null if there is no thread
+    std::thread thread_;
 };
 
 } // namespace headless::audio

@@ -47,6 +47,8 @@ bool get_track_name(const project::Track& track, char* buffer, int size) {
 
 project::Track* get_selected_track_2(const project::Project& project, int index, bool wants_master) {
     const bool has_master = wants_master && project.master().selected();
+    if (index < 0)
+        return nullptr;
     if (has_master && index == 0)
         return &project.master();
     return get_selected_track(project, has_master ? index - 1 : index);

@@ -47,8 +47,8 @@ int set_master_visibility(Workstation& workstation, int flags) {
 
 project::Track* track_from_id(Workstation& workstation, int id, bool of_mixer) {
     const project::Project& project = workstation.project();
-    if (id == 0)
-        return &project.master();
+    if (id <= 0)
+        return id == 0 ? &project.master() : nullptr;
     for (const auto& track : project.tracks())
         if ((!of_mixer || is_shown_in_mixer(*track)) && --id == 0)
             return track.get();

@@ -5,6 +5,7 @@
 
 #include <array>
 #include <cstddef>
+#include <cstdint>
 #include <cstring>
 
 namespace headless::functions {
@@ -22,6 +23,14 @@ inline chunk::Guid guid_from_c(const void* guid) {
     for (std::size_t i = 0; i < bytes.size(); ++i)
         result.bytes[i] = bytes[c_guid_order[i]];
     return result;
+}
+
+/// @param bytes receives the 16 bytes of a C GUID
+inline void put_c_guid(const chunk::Guid& guid, void* bytes) {
+    std::array<std::uint8_t, 16> result{};
+    for (std::size_t i = 0; i < result.size(); ++i)
+        result[c_guid_order[i]] = guid.bytes[i];
+    std::memcpy(bytes, result.data(), result.size());
 }
 
 } // namespace headless::functions

@@ -3,12 +3,15 @@
 #include "common/native_color.hpp"
 #include "headless/functions/adapter.hpp"
 #include "headless/functions/attributes.hpp"
+#include "headless/functions/c_guid.hpp"
 #include "headless/functions/c_values.hpp"
 #include "headless/functions/tables.hpp"
 #include "headless/functions/track_names.hpp"
 #include "headless/workstation/track_commands.hpp"
 
 #include <algorithm>
+#include <array>
+#include <cstdint>
 #include <string>
 
 namespace headless::functions {
@@ -66,9 +69,9 @@ chunk::Guid id_of(project::Track& track) {
 
 // The bytes stay until the next call.
 void* get_track_guid(project::Track& track) {
-    static chunk::Guid kept;
-    kept = id_of(track);
-    return kept.bytes.data();
+    static std::array<std::uint8_t, 16> kept;
+    put_c_guid(id_of(track), kept.data());
+    return kept.data();
 }
 
 const char* get_track_guid_text(project::Track& track) {

@@ -21,6 +21,17 @@ struct Child {
         may_stay; ///< false if it is to be written where the model has it, though the file has a place for it
 };
 
+/// Where the places of objects of a kind stand among the lines, by the serials of the objects.
+using PlaceIndices = std::unordered_map<std::uint64_t, std::size_t>;
+
+inline PlaceIndices places_of(const chunk::Lines& lines, chunk::ObjectKind kind) {
+    PlaceIndices places;
+    for (std::size_t i = 0; i < lines.size(); ++i)
+        if (lines[i].place() && lines[i].place()->kind == kind)
+            places.emplace(lines[i].place()->serial, i);
+    return places;
+}
+
 template <class T>
 class ChildOrder {
 public:
@@ -29,10 +40,7 @@ public:
     ChildOrder(const chunk::Lines& lines, chunk::ObjectKind kind, const std::vector<Child<T>>& children,
                std::size_t none)
         : kind_(kind), beginning_(none) {
-        std::unordered_map<std::uint64_t, std::size_t> places;
-        for (std::size_t i = 0; i < lines.size(); ++i)
-            if (lines[i].place() && lines[i].place()->kind == kind)
-                places.emplace(lines[i].place()->serial, i);
+        const PlaceIndices places = places_of(lines, kind);
         std::vector<T*>* group = &first_;
         bool is_first = true;
         for (const Child<T>& child : children) {
@@ -72,16 +80,13 @@ private:
 /// Children that keep their places as long as their order stays the same.
 template <class T>
 void let_ordered_stay(std::vector<Child<T>>& children, const chunk::Lines& lines, chunk::ObjectKind kind) {
-    std::unordered_map<std::uint64_t, std::size_t> places;
-    for (std::size_t i = 0; i < lines.size(); ++i)
-        if (lines[i].place() && lines[i].place()->kind == kind)
-            places.emplace(lines[i].place()->serial, i + 1);
-    std::size_t last = 0;
+    const PlaceIndices places = places_of(lines, kind);
+    std::size_t end_of_last = 0;
     for (Child<T>& child : children) {
         const auto place = places.find(child.serial);
-        child.may_stay = place != places.end() && place->second > last;
+        child.may_stay = place != places.end() && place->second >= end_of_last;
         if (child.may_stay)
-            last = place->second;
+            end_of_last = place->second + 1;
     }
 }
 

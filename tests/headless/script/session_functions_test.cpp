@@ -177,6 +177,10 @@ TEST_F(SessionFunctions, ConvertIdentifiersAndTexts) {
     EXPECT_EQ(bytes[8], 0x01);
     workstation.function_as<void(const void*, char*)>("guidToString")(bytes.data(), text);
     EXPECT_STREQ(text, "{01234567-89AB-CDEF-0123-456789ABCDEF}");
+    project::Track& track = *project.track(0);
+    const void* guid = workstation.function_as<void*(MediaTrack*)>("GetTrackGUID")(workstation.handle(track));
+    workstation.function_as<void(const void*, char*)>("guidToString")(guid, text);
+    EXPECT_EQ(text, chunk::text_of(track.id));
 }
 
 TEST_F(SessionFunctions, ChangeThePlayState) {

@@ -3,6 +3,7 @@
 #include "common/folder_entries.hpp"
 #include "common/path_text.hpp"
 #include "host_api/arguments.hpp"
+#include "system/copy_over.hpp"
 #include "system/readable_file.hpp"
 #include "utility/mk_utility.hpp"
 
@@ -76,7 +77,7 @@ bool is_within(const fs::path& path, const fs::path& folder) {
 /// Copies a file, replacing another, or a folder with its contents.
 void copy_all(const fs::path& from, const fs::path& to) {
     if (!fs::is_directory(from))
-        return fs::copy(from, to, fs::copy_options::overwrite_existing);
+        return copy_over(from, to);
     fs::create_directory(to, from);
     for (const folder_entries::Entry& entry : folder_entries::read(from))
         copy_all(from / path_of(entry.name), to / path_of(entry.name));

@@ -73,7 +73,8 @@ void add_install_commands(CLI::App& app, int& exit_status) {
     app.get_subcommand("install")->add_flag(
         "--replace", installs->what.replaces,
         "Also install in place of files that are not ours or were changed; they are moved aside");
-    add_command(app, exit_status, "uninstall", "Remove what was installed into the workstation")->removes = true;
+    add_command(app, exit_status, "uninstall", "Remove what was installed into the workstation")->removes =
+        true;
 }
 
 } // namespace headless::cli

@@ -44,8 +44,9 @@ Result<Present> look_at(const fs::path& file) {
         return tl::unexpected(system_failure(file, error.value()));
     if (!fs::is_regular_file(status))
         return Present{.is_there = true};
-    return text_of(file).map(
-        [](const std::optional<std::string>& text) { return Present{true, sha256(text.value_or(""))}; });
+    return text_of(file).map([](const std::optional<std::string>& text) {
+        return Present{true, sha256(text.value_or(""))};
+    });
 }
 
 std::string free_name(const fs::path& folder, const std::string& path) {
@@ -73,9 +74,9 @@ public:
         if (!present->is_there)
             return step;
         const std::string reason = reason_to_keep(path, *present);
-        step.outcome.action = present->sum == step.sum             ? FileAction::unchanged
-                              : reason.empty() || replaces         ? FileAction::replaced
-                                                                   : FileAction::kept;
+        step.outcome.action = present->sum == step.sum     ? FileAction::unchanged
+                              : reason.empty() || replaces ? FileAction::replaced
+                                                           : FileAction::kept;
         if (step.outcome.action == FileAction::kept)
             step.outcome.reason = reason;
         if (step.outcome.action == FileAction::replaced && !reason.empty())
@@ -245,10 +246,9 @@ Result<std::vector<InstalledFile>> uninstall(const fs::path& resource_folder, co
         return std::vector<InstalledFile>();
     const Installation installation(resource_folder, std::move(*listed));
     return plan(installation, {}, false).and_then([&](std::vector<Step> steps) {
-        const auto done = options.is_dry_run ? Result<void>()
-                                             : installation.carry_out(steps).and_then([&] {
-                                                   return installation.remove_list_and_folders();
-                                               });
+        const auto done = options.is_dry_run ? Result<void>() : installation.carry_out(steps).and_then([&] {
+            return installation.remove_list_and_folders();
+        });
         return done.map([&] { return outcomes_of(std::move(steps)); });
     });
 }

@@ -20,9 +20,8 @@ struct Options {
 /// not have. What is to be done is listed in the folder first, so an installation that was cut off can be
 /// repeated or removed. Each file is replaced in one step; a program that has the old one open keeps that.
 /// Fails at the first file that cannot be read or written, naming it.
-Result<std::vector<report::InstalledFile>> install(const Package& package,
-                                                   const std::filesystem::path& resource_folder,
-                                                   const Options& options);
+Result<std::vector<report::InstalledFile>>
+install(const Package& package, const std::filesystem::path& resource_folder, const Options& options);
 
 /// Removes what was installed, then the folders that were made for it if they are empty. Without a list there
 /// is nothing to remove. Fails at the first file that cannot be removed; what is left stays listed.

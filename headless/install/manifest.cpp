@@ -20,7 +20,8 @@ constexpr std::size_t sum_digits = 64;
 bool stays_inside(std::string_view path) {
     const fs::path parts(path);
     return !path.empty() && parts.is_relative() && !parts.has_root_name() &&
-           path.find('\\') == std::string_view::npos && std::ranges::find(parts, fs::path("..")) == parts.end();
+           path.find('\\') == std::string_view::npos &&
+           std::ranges::find(parts, fs::path("..")) == parts.end();
 }
 
 bool is_sum(std::string_view text) {

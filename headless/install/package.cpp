@@ -49,7 +49,9 @@ Result<void> add_files(Package& package, const fs::path& folder, const std::stri
 } // namespace
 
 std::string plugin_path(Platform platform) {
-    const char* suffix = platform == Platform::windows ? ".dll" : platform == Platform::macos ? ".dylib" : ".so";
+    const char* suffix = platform == Platform::windows ? ".dll"
+                         : platform == Platform::macos ? ".dylib"
+                                                       : ".so";
     return std::string("UserPlugins/reaper_MERIDEK_FELSPAR") + suffix;
 }
 

@@ -1,9 +1,8 @@
 #include "headless/install/workstation_folder.hpp"
 
+#include "common/letter_case.hpp"
 #include "headless/base/file_reading.hpp"
 #include "headless/base/ini_file.hpp"
-
-#include "common/letter_case.hpp"
 
 #include <algorithm>
 #include <cstddef>
@@ -55,7 +54,8 @@ std::vector<fs::path> program_folders(Platform platform, const Environment& envi
 std::string version_of(const fs::path& resource_folder) {
     constexpr std::size_t max_head_bytes = 256;
     const auto settings = text_of(resource_folder / settings_name);
-    const auto project = settings && *settings ? ini_value(**settings, "REAPER", "lastproject") : std::nullopt;
+    const auto project =
+        settings && *settings ? ini_value(**settings, "REAPER", "lastproject") : std::nullopt;
     const auto head = beginning_of(project.value_or(""), max_head_bytes);
     if (!head || !*head || !(*head)->starts_with("<REAPER_PROJECT "))
         return {};
@@ -101,8 +101,9 @@ Result<WorkstationFolder> choose_resource_folder(const fs::path& named, Platform
     std::vector<fs::path> found =
         named.empty() ? find_resource_folders(platform, environment) : std::vector<fs::path>{named};
     if (found.empty())
-        return tl::unexpected(Failure{"the workstation's resource folder was not found: start the workstation "
-                                      "once, or name the folder with --resource-path"});
+        return tl::unexpected(
+            Failure{"the workstation's resource folder was not found: start the workstation "
+                    "once, or name the folder with --resource-path"});
     WorkstationFolder folder{found.front()};
     folder.others.assign(found.begin() + 1, found.end());
     folder.version = version_of(folder.path);

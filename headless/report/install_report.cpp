@@ -31,11 +31,12 @@ std::string advice(const InstallReport& report) {
         return report.files.empty() ? "Nothing is installed there.\n" : "";
     if (report.is_dry_run)
         return "Nothing was written.\n";
-    const bool replaces = std::ranges::find(report.files, FileAction::kept, &InstalledFile::action) !=
-                          report.files.end();
-    return std::string(replaces ? "To install in place of files that were kept, add --replace: they are moved "
-                                  "aside.\n"
-                                : "") +
+    const bool replaces =
+        std::ranges::find(report.files, FileAction::kept, &InstalledFile::action) != report.files.end();
+    return std::string(replaces
+                           ? "To install in place of files that were kept, add --replace: they are moved "
+                             "aside.\n"
+                           : "") +
            "The workstation loads the library when it is next started.\n";
 }
 

@@ -5,9 +5,8 @@
 #include "tests/headless/support/failures.hpp"
 #include "tests/headless/support/scratch_folder.hpp"
 
-#include <gmock/gmock.h>
-
 #include <csignal>
+#include <gmock/gmock.h>
 #include <map>
 #include <sys/resource.h>
 

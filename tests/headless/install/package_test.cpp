@@ -30,9 +30,10 @@ TEST_F(FoundPackage, HasThePluginScriptsAndDefinitionsOfAnArchive) {
     make("stubs/reaper_MERIDEK_FELSPAR.lua");
     const auto package = find_package(plugin, Platform::windows);
     ASSERT_TRUE(package) << package.error().message;
-    EXPECT_THAT(*package, UnorderedElementsAre(Key("UserPlugins/reaper_MERIDEK_FELSPAR.dll"),
-                                               Key("Scripts/MERIDEK_FELSPAR/one.lua"),
-                                               Key("Scripts/MERIDEK_FELSPAR/stubs/reaper_MERIDEK_FELSPAR.lua")));
+    EXPECT_THAT(*package,
+                UnorderedElementsAre(Key("UserPlugins/reaper_MERIDEK_FELSPAR.dll"),
+                                     Key("Scripts/MERIDEK_FELSPAR/one.lua"),
+                                     Key("Scripts/MERIDEK_FELSPAR/stubs/reaper_MERIDEK_FELSPAR.lua")));
     EXPECT_EQ(test::bytes_of(package->at("Scripts/MERIDEK_FELSPAR/one.lua")), "scripts/lua/one.lua");
 }
 

@@ -5,7 +5,6 @@
 #include "tests/headless/support/scratch_folder.hpp"
 
 #include <gmock/gmock.h>
-
 #include <map>
 
 namespace headless::install {
@@ -73,15 +72,16 @@ TEST_F(ResourceFolder, LiesBesideAProgramInPathThatHasSettings) {
 TEST_F(ResourceFolder, IsNotGuessedWithoutAnEnvironment) {
     variables.clear();
     for (const Platform platform : {Platform::gnu_linux, Platform::macos, Platform::windows})
-        EXPECT_THAT(choose_resource_folder({}, platform, environment), test::fails_telling("--resource-path"));
+        EXPECT_THAT(choose_resource_folder({}, platform, environment),
+                    test::fails_telling("--resource-path"));
     EXPECT_THAT(choose_resource_folder(folder / "none", Platform::gnu_linux, environment),
                 test::fails_telling("none: is not a folder"));
 }
 
 TEST_F(ResourceFolder, TellsTheVersionThatSavedTheLastProject) {
     const fs::path project = folder / "last one.rpp";
-    test::write_bytes(folder / "reaper.ini", "[other]\nlastproject=no\n[REAPER]\nlastproject=" +
-                                                 project.string() + "\n");
+    test::write_bytes(folder / "reaper.ini",
+                      "[other]\nlastproject=no\n[REAPER]\nlastproject=" + project.string() + "\n");
     const auto version = [&](const std::string& head) {
         test::write_bytes(project, head);
         return choose_resource_folder(folder.path, Platform::gnu_linux, environment)->version;

@@ -30,7 +30,8 @@ TEST_F(InstallCommand, TellsAsJsonWhatItFoundAndDid) {
     fs::create_directories(resources / "UserPlugins");
     write_bytes(resources / "UserPlugins/reaper_sws64.so", "");
     write_bytes(resources / "last.rpp", "<REAPER_PROJECT 0.1 \"7.2/linux-x86_64\" 1\n>\n");
-    write_bytes(resources / "reaper.ini", "[REAPER]\nlastproject=" + (resources / "last.rpp").string() + "\n");
+    write_bytes(resources / "reaper.ini",
+                "[REAPER]\nlastproject=" + (resources / "last.rpp").string() + "\n");
     const json installed = json::parse(run_on_resources({"install", "--json"}).output);
     EXPECT_EQ(installed["resource_folder"], resources.string());
     EXPECT_EQ(installed["version"], "7.2");
@@ -61,9 +62,16 @@ TEST_F(InstallCommand, LetsScriptsAnywhereFindTheModule) {
 
 TEST_F(InstallCommand, InstallsExamplesThatRunWhereTheyAre) {
     ASSERT_EQ(run_on_resources({"install"}).status, 0);
-    const std::string example = (resources / "Scripts/MERIDEK_FELSPAR/plot_levels.lua").string();
-    const Outcome outcome = felspar({"run", example});
-    EXPECT_EQ(outcome.status, 0) << outcome.errors;
+    write_speech(folder / "speech.wav", 1.0);
+    write_bytes(folder / "insert.lua", R"(reaper.InsertMedia("speech.wav", 0))");
+    ASSERT_EQ(felspar({"run", "insert.lua", "--save", "project.rpp"}).status, 0);
+    for (const auto& [name, part] : {std::pair("plot_levels.lua", "speech.wav\n"),
+                                     std::pair("check_installation.lua", "All is well.\n")}) {
+        const std::string example = (resources / "Scripts/MERIDEK_FELSPAR" / name).string();
+        const Outcome outcome = felspar({"run", example, "--project", "project.rpp"});
+        EXPECT_EQ(outcome.status, 0) << outcome.errors;
+        EXPECT_THAT(outcome.output, HasSubstr(part));
+    }
 }
 
 TEST_F(InstallCommand, SaysWhatToDoWithoutAFolder) {

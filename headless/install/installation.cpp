@@ -6,7 +6,8 @@
 #include "headless/install/sha256.hpp"
 
 #include <algorithm>
-#include <ranges>
+#include <optional>
+#include <set>
 #include <string>
 #include <system_error>
 #include <utility>
@@ -147,7 +148,7 @@ public:
 
     Result<void> install(const std::vector<Step>& steps) const {
         Manifest list = list_after(steps);
-        for (const std::string& path : list.files | std::views::keys)
+        for (const auto& [path, sums] : list.files)
             if (auto made = make_folder_of(path, list); !made)
                 return made;
         return make_folder_of(manifest_path, list)
@@ -161,9 +162,10 @@ public:
         fs::remove(folder_ / manifest_path, error);
         if (error)
             return tl::unexpected(system_failure(folder_ / manifest_path, error.value()));
-        for (const std::string& path : installed_.folders | std::views::reverse) // the inner ones first
-            if (std::error_code not_empty; fs::is_directory(fs::symlink_status(folder_ / path, not_empty)))
-                fs::remove(folder_ / path, not_empty);
+        const std::set<std::string>& folders = installed_.folders;
+        for (auto path = folders.rbegin(); path != folders.rend(); ++path) // the inner ones first
+            if (std::error_code not_empty; fs::is_directory(fs::symlink_status(folder_ / *path, not_empty)))
+                fs::remove(folder_ / *path, not_empty);
         return {};
     }
 
@@ -191,7 +193,7 @@ private:
 };
 
 Result<void> plan_removals(const Installation& installation, const Package& kept, std::vector<Step>& steps) {
-    for (const std::string& path : installation.installed().files | std::views::keys) {
+    for (const auto& [path, sums] : installation.installed().files) {
         if (kept.contains(path))
             continue;
         auto step = installation.plan_removal(path);
@@ -219,6 +221,7 @@ Result<std::vector<Step>> plan(const Installation& installation, const Package& 
 
 std::vector<InstalledFile> outcomes_of(std::vector<Step>&& steps) {
     std::vector<InstalledFile> outcomes;
+    outcomes.reserve(steps.size());
     for (Step& step : steps)
         outcomes.push_back(std::move(step.outcome));
     return outcomes;

@@ -147,6 +147,7 @@ public:
     }
 
     Result<void> install(const std::vector<Step>& steps) const {
+        remove_abandoned();
         Manifest list = list_after(steps);
         for (const auto& [path, sums] : list.files)
             if (auto made = make_folder_of(path, list); !made)
@@ -155,6 +156,15 @@ public:
             .and_then([&] { return write_manifest(with_earlier(list), folder_); })
             .and_then([&] { return carry_out(steps); })
             .and_then([&] { return write_manifest(list, folder_); });
+    }
+
+    /// Whoever begins a file in a folder removes what killed writers left there.
+    void remove_abandoned() const {
+        std::set<fs::path> folders{fs::path(manifest_path).parent_path()};
+        for (const auto& [path, sums] : installed_.files)
+            folders.insert(fs::path(path).parent_path());
+        for (const fs::path& folder : folders)
+            static_cast<void>(AtomicFile::create(folder_ / folder / "any"));
     }
 
     Result<void> remove_list_and_folders() const {
@@ -250,6 +260,7 @@ Result<std::vector<InstalledFile>> uninstall(const fs::path& resource_folder, co
     const Installation installation(resource_folder, std::move(*listed));
     return plan(installation, {}, false).and_then([&](std::vector<Step> steps) {
         const auto done = options.is_dry_run ? Result<void>() : installation.carry_out(steps).and_then([&] {
+            installation.remove_abandoned();
             return installation.remove_list_and_folders();
         });
         return done.map([&] { return outcomes_of(std::move(steps)); });

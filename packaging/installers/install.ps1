@@ -154,6 +154,17 @@ function Write-Bytes([byte[]]$Bytes, [string]$File) {
     }
 }
 
+# What killed installers left.
+function Remove-Abandoned {
+    foreach ($folder in 'UserPlugins', 'Scripts/MERIDEK_FELSPAR', 'Scripts/MERIDEK_FELSPAR/stubs') {
+        $path = Get-FullPath $folder
+        if (-not (Test-Path -LiteralPath $path -PathType Container)) { continue }
+        foreach ($file in @(Get-ChildItem -LiteralPath $path -Filter '.felspar-*.tmp' -File)) {
+            try { [IO.File]::Delete($file.FullName) } catch { Write-Verbose "$($file.FullName) is in use" }
+        }
+    }
+}
+
 function Remove-Installed([string]$File) {
     try {
         [IO.File]::Delete($File)
@@ -334,8 +345,9 @@ function Show-Found {
     "Resource folder: $resources"
     foreach ($other in $others) { "There is also $other; -ResourcePath names the one to use." }
     $version = Get-WorkstationVersion $resources
-    if ($version -ne '') { $version = "version $version saved the last project" } else { $version = 'version not known' }
-    "Workstation: $version"
+    $known = 'version not known'
+    if ($version -ne '') { $known = "version $version saved the last project" }
+    "Workstation: $known"
     $sws = Get-Sws $resources
     if ($sws -eq '') { $sws = 'not there; the ride and the loudness functions need it' }
     "SWS extension: $sws"
@@ -368,6 +380,7 @@ $list = Read-List
 $steps = @()
 foreach ($path in @(Get-Sorted (@($package.Keys) + @($list.Files.Keys)))) { $steps += @(Get-Step $path) }
 if (-not $DryRun) {
+    Remove-Abandoned
     if (-not $Uninstall) { Install-Steps $steps } elseif ($list.IsThere) { Uninstall-Steps $steps }
 }
 $kept = @($steps | Where-Object { $_.Action -eq 'kept' }).Count -gt 0

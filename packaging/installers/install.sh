@@ -165,6 +165,14 @@ write_file() {
     temporary=''
 }
 
+# What killed installers left.
+remove_abandoned() {
+    local folder
+    for folder in UserPlugins "${list_path%/*}" "${list_path%/*}/stubs"; do
+        rm -f "$resources/$folder"/.felspar-[0-9]*.tmp
+    done
+}
+
 # What is at a path of the resource folder: nothing, "other" for a link or a folder, otherwise the file's sum.
 present() {
     if [ -L "$1" ]; then
@@ -364,6 +372,7 @@ read_list
 # A command in $(...) does not end the script when it fails, unless this is asked for there.
 steps=$(set -e; plan)
 if ! $dry_run; then
+    remove_abandoned
     if ! $removes; then
         install "$steps"
     elif [ -f "$resources/$list_path" ]; then

@@ -100,9 +100,12 @@ class Installers(unittest.TestCase):
             (resources / ours / "gone.lua").write_text("")
             (resources / ours / "mine now.lua").write_text("changed")
             (resources / plugin).write_text("")
+            for folder in (ours, ours / "stubs", plugin.parent):
+                (resources / folder / ".felspar-1-0.tmp").write_text("left by an installer that was killed")
 
         status, output = self.both(older)
         self.assertEqual(status, 1)
+        self.assertNotIn("UserPlugins/.felspar-1-0.tmp", tree(self.by_script))
         for line in ("replaced  UserPlugins/reaper_MERIDEK_FELSPAR.so", "removed   Scripts/MERIDEK_FELSPAR/gone.lua",
                      "kept      Scripts/MERIDEK_FELSPAR/mine now.lua: it has been changed"):
             self.assertIn(line, output)

@@ -1,5 +1,6 @@
 // Host functions for the project as a whole: cursor, transport, folders, commands, registration.
 
+#include "headless/base/configuration_folder.hpp"
 #include "headless/functions/adapter.hpp"
 #include "headless/functions/c_values.hpp"
 #include "headless/functions/tables.hpp"
@@ -8,8 +9,9 @@
 
 #include <algorithm>
 #include <cmath>
-#include <cstdlib>
+#include <filesystem>
 #include <string>
+#include <system_error>
 
 namespace headless::functions {
 namespace {
@@ -66,11 +68,9 @@ void get_project_path(Workstation& workstation, char* buffer, int size) {
 }
 
 std::string resource_folder() {
-    if (const std::string configuration = workstation::to_string(std::getenv("XDG_CONFIG_HOME"));
-        !configuration.empty())
-        return configuration + "/felspar";
-    const std::string home = workstation::to_string(std::getenv("HOME"));
-    return home.empty() ? "/tmp/felspar" : home + "/.config/felspar";
+    std::error_code none;
+    const std::filesystem::path folder = configuration_folder(this_platform(), process_environment);
+    return ((folder.empty() ? std::filesystem::temp_directory_path(none) : folder) / "felspar").string();
 }
 
 const char* get_resource_path() {

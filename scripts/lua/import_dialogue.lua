@@ -3,7 +3,8 @@
 --
 --     felspar run import_dialogue.lua --save import.rpp -- SUBJECT_FOLDER BASE_FOLDER
 
-package.cpath = package.cpath .. ";" .. reaper.GetResourcePath() .. "/UserPlugins/?.so"
+local own_folder = select(2, reaper.get_action_context()):match("^.*[/\\]") or ""
+dofile(own_folder .. "module_path.lua")
 require "reaper_MERIDEK_FELSPAR"
 
 local subject, base = ...

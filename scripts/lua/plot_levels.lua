@@ -1,7 +1,8 @@
 -- Plots the peak level of every selected item, or of all when none is selected: one row for each tenth of a
 -- second, from silence on the left to full scale on the right.
 
-package.cpath = package.cpath .. ";" .. reaper.GetResourcePath() .. "/UserPlugins/?.so"
+local own_folder = select(2, reaper.get_action_context()):match("^.*[/\\]") or ""
+dofile(own_folder .. "module_path.lua")
 require "reaper_MERIDEK_FELSPAR"
 
 local records_a_row = 100 -- there is one a millisecond

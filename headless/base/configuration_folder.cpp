@@ -1,0 +1,33 @@
+#include "headless/base/configuration_folder.hpp"
+
+#include <cstdlib>
+
+namespace headless {
+namespace {
+
+namespace fs = std::filesystem;
+
+/// Empty if the variable is, rather than a path from the current folder.
+fs::path below(const std::string& folder, const char* path) {
+    return folder.empty() ? fs::path() : fs::path(folder) / path;
+}
+
+} // namespace
+
+Platform this_platform() { return FELSPAR_PLATFORM; }
+
+std::string process_environment(const char* name) {
+    const char* value = std::getenv(name);
+    return value ? value : "";
+}
+
+fs::path configuration_folder(Platform platform, const Environment& environment) {
+    if (platform == Platform::windows)
+        return environment("APPDATA");
+    if (platform == Platform::macos)
+        return below(environment("HOME"), "Library/Application Support");
+    const std::string stated = environment("XDG_CONFIG_HOME");
+    return stated.empty() ? below(environment("HOME"), ".config") : fs::path(stated);
+}
+
+} // namespace headless

@@ -139,3 +139,14 @@ def library() -> ctypes.PyDLL:
     if _loaded is None:
         _loaded = open_library(library_path(), described_prototypes)
     return _loaded
+
+
+def version() -> str:
+    """Returns the version of the release that the library is from.
+
+    Raises LibraryNotFound if there is no library, FelsparError if it is older than version 1.2.0.
+    """
+    try:
+        return ctypes.string_at(ctypes.addressof(ctypes.c_char.in_dll(library(), "felspar_version"))).decode()
+    except ValueError as error:
+        raise FelsparError(f"{library_path()}: it does not tell its version") from error

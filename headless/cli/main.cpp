@@ -1,6 +1,7 @@
 // The command `felspar`: the headless workstation with a command line.
 
 #include "headless/cli/import_command.hpp"
+#include "headless/cli/manual_command.hpp"
 #include "headless/cli/project_command.hpp"
 #include "headless/cli/reference_command.hpp"
 #include "headless/cli/ride_command.hpp"
@@ -35,6 +36,7 @@ int run(int argc, char** argv) {
     headless::cli::add_run_command(app, exit_status);
     headless::cli::add_project_command(app, exit_status);
     headless::cli::add_reference_command(app, exit_status);
+    headless::cli::add_manual_commands(app, exit_status);
     try {
         app.parse(argc, argv);
     } catch (const CLI::ParseError& error) {

@@ -32,19 +32,24 @@ _C_TYPES: Dict[str, Any] = {
 SUFFIX = {"win32": ".dll", "darwin": ".dylib"}.get(sys.platform, ".so")
 _NAME = "libreaper_MERIDEK_FELSPAR_for_6.x" + SUFFIX
 _INSTALLED_NAME = "reaper_MERIDEK_FELSPAR" + SUFFIX  # the name that the workstation and Lua's `require` expect
+_INSTALLED_IN = (("share", "felspar", "python"), ("lib", "python3", "dist-packages"))  # below a prefix
 _loaded: Optional[ctypes.PyDLL] = None
 
 
-def places(file_name: str, variable: str) -> List[pathlib.Path]:
+def places(file_name: str, bundled_name: str, variable: str) -> List[pathlib.Path]:
     """Returns where a library of this project may be, in order of preference.
 
-    If the environment variable `variable` is set, it is the only place. Otherwise the place is the installation that
-    this package is in, or the build folders of its checkout, with the most recent build first.
+    If the environment variable `variable` is set, it is the only place. Otherwise the place is a folder of this
+    package's own, the installation that it is in, or the build folders of its checkout, with the most recent build
+    first.
     """
     if os.environ.get(variable):
         return [pathlib.Path(os.environ[variable])]
     package = pathlib.Path(__file__).resolve().parent
-    if package.parts[-4:-1] == ("share", "felspar", "python"):
+    bundled = package / "libraries"
+    if bundled.is_dir():
+        return [bundled / bundled_name]
+    if package.parts[-4:-1] in _INSTALLED_IN:
         return [package.parents[3] / "lib" / "felspar" / file_name]
     build = package.parents[1] / "build"
     built = [folder / "lib" / file_name for folder in (build, build / "release", build / "dev", build / "clang")]
@@ -84,7 +89,7 @@ def first_of(candidates: List[pathlib.Path], variable: str) -> pathlib.Path:
 def library_path() -> pathlib.Path:
     """Returns the library's file. A copy that this process has already loaded comes first, because that copy holds the
     pools and the host's functions."""
-    candidates = places(_NAME, "FELSPAR_LIBRARY")
+    candidates = places(_NAME, _INSTALLED_NAME, "FELSPAR_LIBRARY")
     if not os.environ.get("FELSPAR_LIBRARY"):
         candidates.append(user_plugins() / _INSTALLED_NAME)
     loaded = list(filter(_is_loaded, candidates))

@@ -35,7 +35,8 @@ std::string option_line(const std::string& start, const Parameter& option) {
 /// All arguments are offered in one way: a shell that counted them would have to know which words are values.
 std::string argument_line(const std::string& start, const Value& value) {
     const std::string files = "-F";
-    return start + " " + (value.offer == Offer::files && value.extension.empty() ? files : offer(value)) + "\n";
+    return start + " " + (value.offer == Offer::files && value.extension.empty() ? files : offer(value)) +
+           "\n";
 }
 
 } // namespace

@@ -45,7 +45,8 @@ std::string parameters_text(const Command& command) {
     return text;
 }
 
-constexpr std::string_view description = R"(The commands lay out localised dialogue, ride the volume of speech, and run
+constexpr std::string_view description =
+    R"(The commands lay out localised dialogue, ride the volume of speech, and run
 scripts of the workstation without its window.
 They write project files that the workstation opens.
 A project is written last and in one step: whatever stops a command, an

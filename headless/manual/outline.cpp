@@ -35,8 +35,8 @@ Parameter parameter_of(const CLI::Option& option) {
         parameter.value = value_of(option.get_type_name());
     parameter.help = option.get_description();
     parameter.is_required = option.get_required();
-    parameter.repeats = option.get_items_expected_max() > 1 || option.get_multi_option_policy() ==
-                                                                   CLI::MultiOptionPolicy::TakeAll;
+    parameter.repeats = option.get_items_expected_max() > 1 ||
+                        option.get_multi_option_policy() == CLI::MultiOptionPolicy::TakeAll;
     return parameter;
 }
 

@@ -37,7 +37,9 @@ std::string option_words(const Parameter& option, std::string_view indent) {
         const bool is_long = name.starts_with("--");
         const std::string value = option.value.word.empty() ? "" : action(option.value);
         const std::string sign = value.empty() ? "" : is_long ? "=" : "+";
-        const std::string others = option.repeats ? "*" : names.size() > 1 ? "(" + join(names, " ") + ")" : "";
+        const std::string others = option.repeats     ? "*"
+                                   : names.size() > 1 ? "(" + join(names, " ") + ")"
+                                                      : "";
         words.append(" \\\n").append(indent).append(quoted(others + name + sign + help + value));
     }
     return words;
@@ -75,8 +77,8 @@ _felspar() {
     script += " \\\n        '1:command:->command' '*::argument:->argument' && return\n";
     script += "    case $state in\n        command)\n            local -a commands=(\n";
     for (const Command& subcommand : command.subcommands)
-        script += "                " + quoted(subcommand.name + ":" + with_backslashes(subcommand.help, ":\\")) +
-                  "\n";
+        script += "                " +
+                  quoted(subcommand.name + ":" + with_backslashes(subcommand.help, ":\\")) + "\n";
     script += "            )\n            _describe command commands\n            ;;\n";
     script += "        argument)\n            case $words[1] in\n";
     for (const Command& subcommand : command.subcommands)

@@ -1,5 +1,6 @@
 """What machine shared libraries are for, and the oldest system that can load them: the tag of a wheel."""
 
+import os
 import pathlib
 import re
 import subprocess
@@ -21,12 +22,16 @@ OLDEST_TESTED = (2, 31)  # glibc
 
 
 class Needs:
-    """What a shared library asks of a system."""
+    """What a shared library asks of a system. Raises ValueError for a file that is none, or for another machine."""
 
     def __init__(self, library: pathlib.Path) -> None:
         command = ["readelf", "--wide", "--file-header", "--dynamic", "--version-info", str(library)]
-        text = subprocess.run(command, check=True, capture_output=True, text=True, env={"LC_ALL": "C", "PATH": "/usr/bin:/bin"}).stdout
-        self.machine: str = MACHINES[re.search(r"Machine:\s+(.*)", text)[1].strip()]
+        environment = {"LC_ALL": "C", "PATH": os.environ["PATH"]}
+        text = subprocess.run(command, capture_output=True, text=True, env=environment).stdout
+        machine = re.search(r"Machine:\s+(.*\S)", text)
+        if machine is None or machine[1] not in MACHINES:
+            raise ValueError(f"{library} is no library for {' or '.join(MACHINES.values())}")
+        self.machine = MACHINES[machine[1]]
         self.libraries: Set[str] = set(re.findall(r"\(NEEDED\).*\[(.*)\]", text))
         needed_versions = text.partition("Version needs section")[2]
         self.glibc: Tuple[int, ...] = max(

@@ -22,7 +22,10 @@ EARLIEST = (1980, 1, 1, 0, 0, 0)  # that zip files know
 
 def version() -> str:
     """Returns the project's version."""
-    return re.search(r"^project\(\S+ VERSION (\S+)", (TREE / "CMakeLists.txt").read_text(), re.MULTILINE)[1]
+    project = re.search(r"^project\(\S+ VERSION (\S+)", (TREE / "CMakeLists.txt").read_text(), re.MULTILINE)
+    if project is None:
+        raise ValueError("CMakeLists.txt gives the project no version")
+    return project[1]
 
 
 def metadata() -> str:
@@ -63,7 +66,7 @@ def record_line(name: str, data: bytes) -> str:
 def write(plugin: pathlib.Path, headless: pathlib.Path, third_party: str, folder: pathlib.Path) -> str:
     """Writes the wheel into an existing folder and returns its name, with the tag that the libraries bear out.
 
-    Raises OSError, ValueError for libraries that do not belong together, and CalledProcessError for files that are none.
+    Raises OSError, and ValueError for libraries that do not belong together and for other files.
     """
     libraries = {"reaper_MERIDEK_FELSPAR.so": plugin, "libfelspar_headless.so": headless}
     tag = f"py3-none-{abi.platform_tag(libraries.values())}"
@@ -84,4 +87,7 @@ if __name__ == "__main__":
     if len(sys.argv) != 5:
         sys.exit(__doc__)
     plugin_file, headless_file, licences, out = map(pathlib.Path, sys.argv[1:])
-    print(out / write(plugin_file, headless_file, licences.read_text(), out))
+    try:
+        print(out / write(plugin_file, headless_file, licences.read_text(), out))
+    except (OSError, ValueError) as error:
+        sys.exit(f"wheel.py: {error}")

@@ -40,8 +40,8 @@ def places(file_name: str, bundled_name: str, variable: str) -> List[pathlib.Pat
     """Returns where a library of this project may be, in order of preference.
 
     If the environment variable `variable` is set, it is the only place. Otherwise the place is a folder of this
-    package's own, the installation that it is in, or the build folders of its checkout, with the most recent build
-    first.
+    package's own, the installation or archive that it is in, or the build folders of its checkout, with the most
+    recent build first.
     """
     if os.environ.get(variable):
         return [pathlib.Path(os.environ[variable])]
@@ -51,9 +51,11 @@ def places(file_name: str, bundled_name: str, variable: str) -> List[pathlib.Pat
         return [bundled / bundled_name]
     if package.parts[-4:-1] in _INSTALLED_IN:
         return [package.parents[3] / "lib" / "felspar" / file_name]
-    build = package.parents[1] / "build"
+    root = package.parents[1]
+    archived = [root / bundled_name, root / "lib" / bundled_name]
+    build = root / "build"
     built = [folder / "lib" / file_name for folder in (build, build / "release", build / "dev", build / "clang")]
-    return sorted(built, key=_last_change, reverse=True)
+    return sorted(archived + built, key=_last_change, reverse=True)
 
 
 def _last_change(path: pathlib.Path) -> float:

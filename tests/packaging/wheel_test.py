@@ -49,8 +49,9 @@ class Tag(unittest.TestCase):
             header[18:20] = {"x86_64": 183, "aarch64": 62}[machine].to_bytes(2, "little")  # the other machine
             foreign = pathlib.Path(self.folder, "foreign.so")
             foreign.write_bytes(header)
-            with self.assertRaises(ValueError):
-                abi.platform_tag([plain, foreign])
+            for other in (foreign, pathlib.Path(__file__)):
+                with self.assertRaises(ValueError):
+                    abi.platform_tag([plain, other])
 
 
 class Wheel(unittest.TestCase):
@@ -78,16 +79,28 @@ class Wheel(unittest.TestCase):
                 expected = "sha256=" + base64.urlsafe_b64encode(hashlib.sha256(data).digest()).decode().rstrip("=")
                 self.assertEqual((digest, size), ("", "") if name == record else (expected, str(len(data))))
 
-    def test_package_finds_the_libraries_beside_it(self):
-        site = self.folder / "site"
-        with zipfile.ZipFile(self.file) as archive:
-            archive.extractall(site)
-        environment = {**os.environ, "PYTHONPATH": str(site)}
+    def test_package_finds_its_libraries(self):
         sounds = pathlib.Path(__file__).with_name("sounds.py")
         subprocess.run([sys.executable, sounds], check=True, cwd=self.folder)
-        shown = subprocess.run([sys.executable, "-c", JOB], check=True, cwd=self.folder, env=environment,
-                               capture_output=True, text=True).stdout  # fmt: skip
-        self.assertEqual(shown, f"4 {site / 'meridek_felspar/libraries/reaper_MERIDEK_FELSPAR.so'}\n")
+        site = self.folder / "python"
+        with zipfile.ZipFile(self.file) as archive:
+            archive.extractall(site)
+        plugin = "reaper_MERIDEK_FELSPAR.so"
+        self.assertEqual(self.import_with(site), f"4 {site / 'meridek_felspar/libraries' / plugin}\n")
+
+        libraries = site / "meridek_felspar/libraries"  # and as archives have them
+        (self.folder / "lib").mkdir()
+        (libraries / plugin).rename(self.folder / plugin)
+        (libraries / "libfelspar_headless.so").rename(self.folder / "lib/libfelspar_headless.so")
+        libraries.rmdir()
+        self.assertEqual(self.import_with(site), f"4 {self.folder / plugin}\n")
+
+    def import_with(self, site):
+        environment = {**os.environ, "PYTHONPATH": str(site)}
+        command = [sys.executable, "-c", JOB]
+        return subprocess.run(
+            command, check=True, cwd=self.folder, env=environment, stdout=subprocess.PIPE, text=True
+        ).stdout
 
 
 if __name__ == "__main__":

@@ -1,15 +1,15 @@
 #!/usr/bin/env python3
 """Checks that each item of docs/decisions.md names what tests it, and that this exists, or says why nothing does.
 
-An item ends with "Tested: `name`, ..." or "Untested: reason". A name is a file in tests/, bench/ or .ci/, by as much
-of its path as tells it from others. Prints what is wrong; the exit status is 1 then.
+An item ends with "Tested: `name`, ..." or "Untested: reason". A name is a file in tests/, bench/, .ci/ or packaging/,
+by as much of its path as tells it from others. Prints what is wrong; the exit status is 1 then.
 """
 import pathlib
 import re
 import sys
 
 root = pathlib.Path(__file__).resolve().parent.parent
-files = [f"/{file.relative_to(root)}" for folder in ("tests", "bench", ".ci") for file in (root / folder).rglob("*")]
+files = [f"/{file.relative_to(root)}" for folder in ("tests", "bench", ".ci", "packaging") for file in (root / folder).rglob("*")]
 
 
 def faults_of(item):

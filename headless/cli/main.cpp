@@ -2,6 +2,7 @@
 
 #include "headless/cli/import_command.hpp"
 #include "headless/cli/install_command.hpp"
+#include "headless/cli/manual_command.hpp"
 #include "headless/cli/project_command.hpp"
 #include "headless/cli/reference_command.hpp"
 #include "headless/cli/ride_command.hpp"
@@ -37,6 +38,7 @@ int run(int argc, char** argv) {
     headless::cli::add_project_command(app, exit_status);
     headless::cli::add_reference_command(app, exit_status);
     headless::cli::add_install_commands(app, exit_status);
+    headless::cli::add_manual_commands(app, exit_status);
     try {
         app.parse(argc, argv);
     } catch (const CLI::ParseError& error) {

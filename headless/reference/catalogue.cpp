@@ -45,6 +45,8 @@ bool Catalogue::is_of_lua_module(const std::string& name) const { return find(lu
 Catalogue read_catalogue(const workstation::Workstation& workstation,
                          const workstation::PluginLibrary& library) {
     Catalogue catalogue;
+    if (const auto* version = static_cast<const char*>(library.symbol("felspar_version")))
+        catalogue.version = version;
     for (const workstation::ScriptFunction& function : workstation.script_functions()) {
         auto& group = function.is_registered ? catalogue.registered : catalogue.workstation;
         group.push_back({function.name, script::parse_definition(function.definition)});

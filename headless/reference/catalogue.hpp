@@ -20,6 +20,7 @@ struct CatalogueEntry {
 };
 
 struct Catalogue {
+    std::string version;                     ///< of the plug-in's release
     std::vector<CatalogueEntry> registered;  ///< with the workstation, by the plug-in
     std::vector<CatalogueEntry> lua;         ///< of the plug-in's Lua module
     std::vector<CatalogueEntry> python;      ///< exported for ctypes

@@ -10,7 +10,7 @@ constexpr std::string_view head = R"(<!DOCTYPE html>
 <html lang="en">
 <meta charset="utf-8">
 <meta name="viewport" content="width=device-width">
-<title>Reference</title>
+<title>MERIDEK_FELSPAR: reference</title>
 <style>
 body { font: 16px/1.5 sans-serif; max-width: 60rem; margin: 2rem auto; padding: 0 1rem; }
 input { font: inherit; width: 100%; padding: .4rem; box-sizing: border-box; position: sticky; top: .5rem; }
@@ -19,7 +19,6 @@ h3, p { margin: .2rem 0; }
 pre { white-space: pre-wrap; background: #f3f3f3; padding: .4rem .6rem; margin: .3rem 0; }
 @media (prefers-color-scheme: dark) { body { background: #181818; color: #ddd; } pre { background: #262626; } a { color: #8bf; } }
 </style>
-<h1>Reference</h1>
 )";
 
 constexpr std::string_view foot = R"(<script>
@@ -73,7 +72,7 @@ std::string article(std::size_t index, const Catalogue& catalogue, const Catalog
 
 std::string html_form(const Catalogue& catalogue) {
     std::string html(head);
-    html += "<ul>\n";
+    html += "<h1>" + escaped(title_of(catalogue)) + "</h1>\n<ul>\n";
     for (std::size_t i = 0; i < sections.size(); ++i)
         html += "<li><a href=\"#" + anchor_of(i) + "\">" + title_of(sections[i], catalogue) + "</a></li>\n";
     html += "</ul>\n<input type=\"search\" placeholder=\"Search\" aria-label=\"Search\">\n";

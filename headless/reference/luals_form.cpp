@@ -83,7 +83,7 @@ void append_types(std::string& text, const Catalogue& catalogue) {
 } // namespace
 
 std::string luals_form(const Catalogue& catalogue) {
-    std::string text = "---@meta reaper_MERIDEK_FELSPAR\n\n";
+    std::string text = "---@meta reaper_MERIDEK_FELSPAR\n-- MERIDEK_FELSPAR " + catalogue.version + "\n\n";
     append_types(text, catalogue);
     text += "\n---@class reaper.array\n---@field [integer] number\nlocal array = {}\n";
     for (const CatalogueEntry& method : catalogue.arrays)

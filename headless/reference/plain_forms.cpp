@@ -5,10 +5,10 @@
 
 namespace headless::reference {
 std::string text_form(const Catalogue& catalogue) {
-    std::string text;
+    std::string text = title_of(catalogue) + "\n";
     for (const Section& section : sections) {
         const std::string title = title_of(section, catalogue);
-        text.append(text.empty() ? "" : "\n").append(title).append("\n").append(title.size(), '=');
+        text.append("\n").append(title).append("\n").append(title.size(), '=');
         text.append("\n").append(section.introduction).append("\n");
         for (const CatalogueEntry& entry : catalogue.*section.entries) {
             const bool is_record = section.entries == &Catalogue::records;
@@ -20,7 +20,7 @@ std::string text_form(const Catalogue& catalogue) {
 }
 
 std::string markdown_form(const Catalogue& catalogue) {
-    std::string text = "# Reference\n";
+    std::string text = "# " + title_of(catalogue) + "\n";
     for (const Section& section : sections) {
         text.append("\n## ").append(title_of(section, catalogue)).append("\n\n").append(section.introduction);
         text.append("\n");

@@ -2,6 +2,10 @@
 
 namespace headless::reference {
 
+std::string title_of(const Catalogue& catalogue) {
+    return "Reference of MERIDEK_FELSPAR " + catalogue.version;
+}
+
 std::string title_of(const Section& section, const Catalogue& catalogue) {
     return std::string(section.title) + " (" + std::to_string((catalogue.*section.entries).size()) + ')';
 }

@@ -29,6 +29,9 @@ constexpr std::array<Section, 7> sections{{
      &Catalogue::arrays, method_call},
 }};
 
+/// The title of the whole reference, with the version.
+std::string title_of(const Catalogue& catalogue);
+
 /// The title with the number of entries.
 std::string title_of(const Section& section, const Catalogue& catalogue);
 

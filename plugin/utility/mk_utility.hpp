@@ -65,6 +65,6 @@ MK_EXPORT int show_message_box_info_YesNo(std::string message);
 
 } // namespace mk_utility
 
-/// Copies the library's version into `buffer`, cut to `size` - 1 bytes. Does nothing if the size is 0 or
+/// Copies the version of the interface for hosts and scripts into `buffer`, cut to `size` - 1 bytes. Does nothing if the size is 0 or
 /// less.
 extern "C" MK_EXPORT void get_version(char* buffer, int size);

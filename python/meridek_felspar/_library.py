@@ -32,23 +32,30 @@ _C_TYPES: Dict[str, Any] = {
 SUFFIX = {"win32": ".dll", "darwin": ".dylib"}.get(sys.platform, ".so")
 _NAME = "libreaper_MERIDEK_FELSPAR_for_6.x" + SUFFIX
 _INSTALLED_NAME = "reaper_MERIDEK_FELSPAR" + SUFFIX  # the name that the workstation and Lua's `require` expect
+_INSTALLED_IN = (("share", "felspar", "python"), ("lib", "python3", "dist-packages"))  # below a prefix
 _loaded: Optional[ctypes.PyDLL] = None
 
 
-def places(file_name: str, variable: str) -> List[pathlib.Path]:
+def places(file_name: str, bundled_name: str, variable: str) -> List[pathlib.Path]:
     """Returns where a library of this project may be, in order of preference.
 
-    If the environment variable `variable` is set, it is the only place. Otherwise the place is the installation that
-    this package is in, or the build folders of its checkout, with the most recent build first.
+    If the environment variable `variable` is set, it is the only place. Otherwise the place is a folder of this
+    package's own, the installation or archive that it is in, or the build folders of its checkout, with the most
+    recent build first.
     """
     if os.environ.get(variable):
         return [pathlib.Path(os.environ[variable])]
     package = pathlib.Path(__file__).resolve().parent
-    if package.parts[-4:-1] == ("share", "felspar", "python"):
+    bundled = package / "libraries"
+    if bundled.is_dir():
+        return [bundled / bundled_name]
+    if package.parts[-4:-1] in _INSTALLED_IN:
         return [package.parents[3] / "lib" / "felspar" / file_name]
-    build = package.parents[1] / "build"
+    root = package.parents[1]
+    archived = [root / bundled_name, root / "lib" / bundled_name]
+    build = root / "build"
     built = [folder / "lib" / file_name for folder in (build, build / "release", build / "dev", build / "clang")]
-    return sorted(built, key=_last_change, reverse=True)
+    return sorted(archived + built, key=_last_change, reverse=True)
 
 
 def _last_change(path: pathlib.Path) -> float:
@@ -84,7 +91,7 @@ def first_of(candidates: List[pathlib.Path], variable: str) -> pathlib.Path:
 def library_path() -> pathlib.Path:
     """Returns the library's file. A copy that this process has already loaded comes first, because that copy holds the
     pools and the host's functions."""
-    candidates = places(_NAME, "FELSPAR_LIBRARY")
+    candidates = places(_NAME, _INSTALLED_NAME, "FELSPAR_LIBRARY")
     if not os.environ.get("FELSPAR_LIBRARY"):
         candidates.append(user_plugins() / _INSTALLED_NAME)
     loaded = list(filter(_is_loaded, candidates))
@@ -139,3 +146,14 @@ def library() -> ctypes.PyDLL:
     if _loaded is None:
         _loaded = open_library(library_path(), described_prototypes)
     return _loaded
+
+
+def version() -> str:
+    """Returns the version of the release that the library is from.
+
+    Raises LibraryNotFound if there is no library, FelsparError if it is older than version 1.2.0.
+    """
+    try:
+        return ctypes.string_at(ctypes.addressof(ctypes.c_char.in_dll(library(), "felspar_version"))).decode()
+    except ValueError as error:
+        raise FelsparError(f"{library_path()}: it does not tell its version") from error

@@ -38,7 +38,8 @@ _loaded: Optional[ctypes.PyDLL] = None
 def _headless_library() -> ctypes.PyDLL:
     global _loaded
     if _loaded is None:
-        places = _library.places("libfelspar_headless" + _library.SUFFIX, "FELSPAR_HEADLESS_LIBRARY")
+        name = "libfelspar_headless" + _library.SUFFIX
+        places = _library.places(name, name, "FELSPAR_HEADLESS_LIBRARY")
         _loaded = _library.open_library(_library.first_of(places, "FELSPAR_HEADLESS_LIBRARY"), lambda _: _PROTOTYPES)
     return _loaded
 

@@ -1,7 +1,7 @@
 #pragma once
 // The library's description of its script modules, for programs that print references: a name and a
 // definition text each, as for the registered functions. The tables are constant data, terminated by a pair
-// of nulls.
+// of nulls. The version tells which release is described.
 
 #include "host_api/export.hpp"
 
@@ -12,6 +12,9 @@ struct ReferenceRow {
 };
 
 extern "C" {
+
+/// The version of the release, such as "1.2.0".
+MK_EXPORT extern const char felspar_version[];
 
 /// The functions of the Lua module. The definition is null if the function is also registered under the same
 /// name.

@@ -17,6 +17,7 @@ CatalogueEntry entry(const char* name, const char* definition) {
 class ReferenceForms : public testing::Test {
 protected:
     ReferenceForms() {
+        catalogue.version = "1.2.3";
         catalogue.workstation = {
             entry("Find", "MediaTrack*\0ReaProject*,int,bool*\0proj,end,fromOut\0A \"track\" <of> it")};
         catalogue.registered = {
@@ -31,6 +32,7 @@ protected:
 
 TEST_F(ReferenceForms, LuaDefinitionsAvoidKeywordsAndMarkNil) {
     const std::string text = luals_form(catalogue);
+    EXPECT_THAT(text, HasSubstr("-- MERIDEK_FELSPAR 1.2.3\n"));
     EXPECT_THAT(text, HasSubstr("---@param proj? ReaProject|0\n---@param end_ integer\n"
                                 "---@return MediaTrack|nil\n---@return boolean from\n"
                                 "function reaper.Find(proj, end_) end\n"));
@@ -53,6 +55,7 @@ TEST_F(ReferenceForms, PagesEscapeMarkupAndLinkEachEntry) {
     EXPECT_THAT(page, HasSubstr("<a href=\"#5-Find\">Find</a></h3><pre>MediaTrack, boolean from = "
                                 "reaper.Find(ReaProject proj, integer end)</pre>"
                                 "<p>A &quot;track&quot; &lt;of&gt; it</p>"));
+    EXPECT_THAT(page, HasSubstr("<h1>Reference of MERIDEK_FELSPAR 1.2.3</h1>"));
     EXPECT_THAT(page, HasSubstr("<li><a href=\"#1\">Functions of the library (2)</a></li>"));
 }
 

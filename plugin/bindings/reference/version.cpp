@@ -1,0 +1,3 @@
+#include "bindings/reference/reference.hpp"
+
+const char felspar_version[] = FELSPAR_VERSION;

@@ -52,6 +52,12 @@ make_sysroot() {
     mv "$sysroot.new" "$sysroot"
 }
 
+# compile_newer_glibc PLATFORM: makes the object that the toolchain links into everything.
+compile_newer_glibc() {
+    "${1#linux-}-linux-gnu-gcc-12" --sysroot="$packaging/$1/sysroot" -O2 -fPIC -Wall -Wextra -Werror \
+        -c packaging/linux/newer_glibc.c -o "$packaging/$1/newer_glibc.o"
+}
+
 # wrap_zig PLATFORM: installs zig, and makes its compilers one command each, as CMake wants them. Code for macOS is
 # always position independent, and zig refuses to be told so for programs.
 wrap_zig() {

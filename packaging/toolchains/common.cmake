@@ -17,3 +17,5 @@ set(PKG_CONFIG_ARGN --static)
 set(CMAKE_POSITION_INDEPENDENT_CODE ON)
 set(CMAKE_C_FLAGS_INIT "-ffp-contract=off ${target_flags}")
 set(CMAKE_CXX_FLAGS_INIT "-ffp-contract=off ${target_flags}")
+# Libraries that are headers alone lie where every file finds them, as on Debian.
+set(CMAKE_CXX_STANDARD_INCLUDE_DIRECTORIES ${prefix}/include)

@@ -1,38 +1,30 @@
 #!/usr/bin/env python3
-"""Compares what the shared library shows with hand-kept lists, and looks at how the table of rows is stored.
+"""Compares what a library of any platform shows with hand-kept lists, and looks at how the table of rows is stored.
 
-Usage: exports_test.py LIBRARY API_TABLE_OBJECT
+Usage: exports_test.py LIBRARY [API_TABLE_OBJECT]
 """
 import pathlib
 import re
-import subprocess
 import sys
 
-here = pathlib.Path(__file__).parent
-library, api_table_object = sys.argv[1:]
+here = pathlib.Path(__file__).resolve().parent
+root = here.parents[2]
+sys.path.insert(0, str(root / "tools"))
+import symbols  # noqa: E402
+
+library = sys.argv[1]
 
 
-def lines(name):
-    return set((here / name).read_text().split())
-
-
-def output(*command):
-    return subprocess.run(command, check=True, capture_output=True, text=True).stdout
+def lines(path):
+    return set(path.read_text().split())
 
 
 def short_types(symbol):
     """A demangled symbol with the strings and JSON values among its parameters by their short names."""
-    text = re.sub(r"std::__cxx11::basic_string<char, std::char_traits<char>, std::allocator<char> ?>", "string", symbol)
+    text = re.sub(r"\bstd::__(cxx11|1)::", "std::", symbol)
+    text = re.sub(r"std::basic_string<char, std::char_traits<char>, std::allocator<char> ?>", "string", text)
     text = re.sub(r"string >", "string>", text)
-    return re.sub(r"nlohmann::\w+::basic_json<.*> >&", "json&", text).replace("[abi:cxx11]", "")
-
-
-def plain_name(symbol):
-    """The qualified name of a demangled symbol: no parameters, no result type, no template arguments."""
-    name = short_types(symbol).split("(")[0]
-    while "<" in name:
-        name = re.sub(r"<[^<>]*>", "", name)
-    return name.split()[-1]
+    return re.sub(r"nlohmann::\w+::basic_json<.*> ?>&", "json&", text).replace("[abi:cxx11]", "")
 
 
 def compare(what, found, expected):
@@ -43,11 +35,10 @@ def compare(what, found, expected):
     return found == expected
 
 
-symbols = [line[19:] for line in output("nm", "-DC", "--defined-only", library).splitlines()]
-symbols = [s for s in symbols if not s.startswith(("vtable for mk_object::", "typeinfo for mk_object::",
-                                                   "typeinfo name for mk_object::"))]
-# clang++ also emits the records' field lists, which are constants of the headers.
-names = {name for name in map(plain_name, symbols) if not name.endswith("::fields")}
+shown = [s for s in symbols.shown(library) if not s.demangled.startswith((
+    "vtable for mk_object::", "typeinfo for mk_object::", "typeinfo name for mk_object::"))]
+# Compilers also emit the records' field lists, which are constants of the headers.
+names = {s.plain_name or s.demangled for s in shown if not s.plain_name.endswith("::fields")}
 # A row with a C++ object among its parameters only documents, and has no adapter.
 adapters = {"__vararg_" + row.split("|")[0][3:] for row in (here / "rows.txt").read_text().splitlines()
             if not re.search(r"PathInfo\*|object\*|Array\*", row)}
@@ -66,23 +57,25 @@ members = [f"{name}::{operation}" for name, first, last in (
 cell = [f"mk_LitsItem_inner<string>::{operation}" for operation in (
             "push_luavalue(lua_State*, string)", "set_json(json&, string)", "set_value_from_json(json&, string)")]
 members = {"mk_object::" + member for member in members + cell}
-good = compare("with these parameters", members & set(map(short_types, symbols)), members)
+good = compare("with these parameters", members & {short_types(s.demangled) for s in shown}, members)
 
-expected = lines("host_functions.txt") | lines("exports.txt") | adapters | set(map(plain_name, members))
+plain_members = {re.sub(r"<.*>|\(.*", "", member) for member in members}
+expected = lines(here / "host_functions.txt") | lines(root / "plugin/entry/exports.txt") | adapters | plain_members
 good = compare("exported", names, expected) and good
 
 # Outside of all namespaces there is C linkage alone: the names in the symbol table are the plain ones.
-unmangled = set(re.findall(r" \w (\w+)$", output("nm", "-D", "--defined-only", library), re.MULTILINE))
+unmangled = {s.name for s in shown}
 plain = {name for name in expected if "::" not in name}
 good = compare("unmangled", unmangled & plain, plain) and good
 
-rows = re.search(r"^(\S+).*\brows$", output("objdump", "-tC", api_table_object), re.MULTILINE)
-if not rows or ".data.rel.ro" not in rows.group(0):
-    print("the rows of the API are not constant data")
-    good = False
-if "_GLOBAL__sub_I" in output("nm", api_table_object):
-    print("code runs at start-up to fill the table of the API")
-    good = False
+for api_table_object in sys.argv[2:]:
+    rows = re.search(r"^(\S+).*\brows$", symbols.output("objdump", "-tC", api_table_object), re.MULTILINE)
+    if not rows or ".data.rel.ro" not in rows.group(0):
+        print("the rows of the API are not constant data")
+        good = False
+    if "_GLOBAL__sub_I" in symbols.output("nm", api_table_object):
+        print("code runs at start-up to fill the table of the API")
+        good = False
 
 print(f"{len(names)} exported names looked at")
 sys.exit(0 if good else 1)

@@ -8,6 +8,7 @@
 #include "headless/jobs/import_plan.hpp"
 #include "headless/report/import_report.hpp"
 #include "headless/report/progress.hpp"
+#include "headless/system/terminal.hpp"
 
 #include <CLI/CLI.hpp>
 
@@ -17,13 +18,12 @@
 #include <iostream>
 #include <memory>
 #include <string>
-#include <unistd.h>
 
 namespace headless::cli {
 namespace {
 
 Result<report::ImportReport> import_with_progress(const jobs::ImportOptions& options) {
-    report::Progress progress(STDERR_FILENO);
+    report::Progress progress(system::standard_error);
     std::size_t number = 0;
     return jobs::run_import(options, find_plugin(options.plugin),
                             [&](const std::filesystem::path& base, std::size_t pairs) {

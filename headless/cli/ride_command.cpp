@@ -8,6 +8,7 @@
 #include "headless/jobs/project_output.hpp"
 #include "headless/jobs/ride_session.hpp"
 #include "headless/report/ride_reporter.hpp"
+#include "headless/system/terminal.hpp"
 
 #include <CLI/CLI.hpp>
 
@@ -16,7 +17,6 @@
 #include <memory>
 #include <string>
 #include <system_error>
-#include <unistd.h>
 #include <vector>
 
 namespace headless::cli {
@@ -138,7 +138,7 @@ int run(const RideOptions& options) {
 
     report::RideReporter reporter(std::cout, std::cerr,
                                   options.json ? report::ReportForm::json : report::ReportForm::text,
-                                  options.files.size(), STDERR_FILENO);
+                                  options.files.size(), system::standard_error);
     ride_all(*session, options, reporter);
     const std::filesystem::path project = save_project(*session, options, *earlier, reporter);
     reporter.finish(*folder, project);

@@ -1,6 +1,7 @@
 #include "headless/base/atomic_file.hpp"
 
 #include "common/folder_entries.hpp"
+#include "common/path_text.hpp"
 #include "headless/base/file_reading.hpp"
 #include "headless/base/folder.hpp"
 #include "headless/system/files.hpp"
@@ -60,7 +61,7 @@ void remove_abandoned_in(const fs::path& folder) {
     std::error_code unreadable; // then they stay
     for (const folder_entries::Entry& entry : folder_entries::read(folder, unreadable))
         if (is_temporary_name(entry.name))
-            remove_abandoned(folder / entry.name);
+            remove_abandoned(folder / path_text::path_of(entry.name));
 }
 
 bool move_into_place(const fs::path& temporary, const fs::path& target, ExistingFile existing) {

@@ -1,8 +1,7 @@
 #include "headless/base/decimal.hpp"
 
-#include <fast_float/fast_float.h>
-
 #include <cmath>
+#include <fast_float/fast_float.h>
 
 namespace headless {
 namespace {

@@ -1,5 +1,6 @@
 #include "headless/cli/plugin_location.hpp"
 
+#include "headless/cli/path_option.hpp"
 #include "headless/system/library.hpp"
 #include "headless/system/program.hpp"
 
@@ -20,7 +21,7 @@ const std::string long_name = "lib" + name + "_for_6.x";
 } // namespace
 
 void add_plugin_option(CLI::App& command, std::filesystem::path& given) {
-    command.add_option("--plugin", given, "The plug-in's library, when it is not in its usual place")
+    add_path_option(command, "--plugin", given, "The plug-in's library, when it is not in its usual place")
         ->type_name("PATH");
 }
 

@@ -2,6 +2,7 @@
 
 #include "headless/base/interruption.hpp"
 #include "headless/cli/messages.hpp"
+#include "headless/cli/path_option.hpp"
 #include "headless/cli/plugin_location.hpp"
 #include "headless/cli/signals.hpp"
 #include "headless/jobs/output_guard.hpp"
@@ -154,18 +155,18 @@ int run(const RideOptions& options) {
 void add_ride_command(CLI::App& app, int& exit_status) {
     const auto options = std::make_shared<RideOptions>();
     CLI::App* ride = app.add_subcommand("ride", "Ride the volume of recordings and render the result");
-    ride->add_option("files", options->files, "Recordings, in any format that libsndfile reads")
+    add_path_option(*ride, "files", options->files, "Recordings, in any format that libsndfile reads")
         ->required()
         ->type_name("FILE");
-    ride->add_option("-o,--output", options->folder,
-                     "Existing folder for the rendered files (default: ridden/)")
+    add_path_option(*ride, "-o,--output", options->folder,
+                    "Existing folder for the rendered files (default: ridden/)")
         ->type_name("FOLDER");
     ride->add_option("--ratio", options->ratio,
                      "How hard loud passages are cut: 0 lightest (default), 3 and 4 hardest")
         ->check(CLI::Range(0, 4).description(""))
         ->type_name("0..4");
-    ride->add_option("--project", options->project,
-                     "Write a project file with every ride as editable envelope")
+    add_path_option(*ride, "--project", options->project,
+                    "Write a project file with every ride as editable envelope")
         ->type_name("FILE.rpp");
     add_losses_option(*ride, options->accepts_losses);
     ride->add_flag("--json", options->json, "Print one JSON object a file instead of the table");

@@ -2,6 +2,7 @@
 
 #include "common/folder_entries.hpp"
 #include "common/letter_case.hpp"
+#include "common/path_text.hpp"
 #include "headless/audio/render.hpp"
 #include "headless/base/file_reading.hpp"
 #include "headless/base/folder.hpp"
@@ -39,7 +40,7 @@ std::vector<fs::path> rendered_recordings(const project::Project& project) {
 
 bool is_named_as_project(const std::string& name) {
     // ".rpp-bak" is a backup
-    return letter_case::lowered(fs::path(name).extension().string()).starts_with(".rpp");
+    return letter_case::lowered(path_text::path_of(name).extension().string()).starts_with(".rpp");
 }
 
 /// The texts of the other project files in the folder, including backups, joined.
@@ -48,9 +49,9 @@ Result<std::string> text_of_projects_beside(const fs::path& project) {
     std::error_code error;
     std::string texts;
     for (const folder_entries::Entry& entry : folder_entries::read(folder, error)) {
-        if (entry.name == project.filename() || !is_named_as_project(entry.name))
+        if (entry.name == project.filename().string() || !is_named_as_project(entry.name))
             continue;
-        const auto text = text_of(folder / entry.name);
+        const auto text = text_of(folder / path_text::path_of(entry.name));
         if (!text)
             return tl::unexpected(text.error());
         texts.append(text->value_or("")).append("\n");

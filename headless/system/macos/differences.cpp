@@ -6,9 +6,9 @@
 #include "headless/system/program.hpp"
 
 #include <cerrno>
+#include <crt_externs.h>
 #include <cstdint>
 #include <cstdio>
-#include <crt_externs.h>
 #include <fcntl.h>
 #include <mach-o/dyld.h>
 #include <string>
@@ -26,9 +26,7 @@ int rename_exclusively(const char* file, const char* new_name) {
 }
 
 // fsync() leaves the bytes in the disk's own memory. Network volumes know no other.
-int sync_to_disk(int descriptor) {
-    return fcntl(descriptor, F_FULLFSYNC) == 0 ? 0 : fsync(descriptor);
-}
+int sync_to_disk(int descriptor) { return fcntl(descriptor, F_FULLFSYNC) == 0 ? 0 : fsync(descriptor); }
 
 int make_pipe(std::array<int, 2>& ends) {
     if (pipe(ends.data()) != 0)

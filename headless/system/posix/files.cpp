@@ -18,12 +18,9 @@ FileType type_of(mode_t mode) {
 
 FileStatus status_from(const struct stat& status) {
     const timespec changed = posix::time_of_change(status);
-    return {type_of(status.st_mode),
-            {static_cast<std::uint64_t>(status.st_dev), status.st_ino},
-            status.st_nlink,
-            status.st_size,
-            changed.tv_sec,
-            changed.tv_nsec};
+    return {type_of(status.st_mode), {static_cast<std::uint64_t>(status.st_dev), status.st_ino},
+            status.st_nlink,         status.st_size,
+            changed.tv_sec,          changed.tv_nsec};
 }
 
 } // namespace

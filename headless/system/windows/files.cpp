@@ -165,8 +165,8 @@ int reserve_space(const fs::path& folder, std::uintmax_t bytes) {
     static std::atomic<unsigned> serial{0};
     const fs::path name = folder / (".felspar-" + std::to_string(GetCurrentProcessId()) + "--" +
                                     std::to_string(serial++) + ".tmp");
-    Descriptor reserve(
-        open_file(name, GENERIC_WRITE | DELETE, CREATE_NEW, FILE_ATTRIBUTE_HIDDEN | FILE_FLAG_DELETE_ON_CLOSE));
+    Descriptor reserve(open_file(name, GENERIC_WRITE | DELETE, CREATE_NEW,
+                                 FILE_ATTRIBUTE_HIDDEN | FILE_FLAG_DELETE_ON_CLOSE));
     FILE_ALLOCATION_INFO space{};
     space.AllocationSize.QuadPart = static_cast<LONGLONG>(bytes);
     const bool is_reserved =
@@ -176,8 +176,7 @@ int reserve_space(const fs::path& folder, std::uintmax_t bytes) {
 }
 
 std::optional<FileStatus> status_of(const fs::path& file) {
-    const Descriptor opened(
-        open_file(file, FILE_READ_ATTRIBUTES, OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS));
+    const Descriptor opened(open_file(file, FILE_READ_ATTRIBUTES, OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS));
     return opened < 0 ? std::nullopt : status_of(int{opened});
 }
 

@@ -47,9 +47,8 @@ HANDLE spawn(const std::vector<std::string>& words, HANDLE output) {
     start.hStdError = GetStdHandle(STD_ERROR_HANDLE);
     PROCESS_INFORMATION started{};
     std::wstring line = command_line(words);
-    const bool is_started =
-        !words.empty() && CreateProcessW(nullptr, line.data(), nullptr, nullptr, TRUE, 0, nullptr, nullptr,
-                                         &start, &started) != 0;
+    const bool is_started = !words.empty() && CreateProcessW(nullptr, line.data(), nullptr, nullptr, TRUE, 0,
+                                                             nullptr, nullptr, &start, &started) != 0;
     CloseHandle(nothing);
     if (!is_started)
         return nullptr;

@@ -5,8 +5,8 @@
 #include <cstdio>
 #include <fcntl.h>
 #include <io.h>
-#include <windows.h>
 #include <shellapi.h>
+#include <windows.h>
 
 namespace headless::system {
 namespace {

@@ -1,7 +1,6 @@
 #include "headless/base/decimal.hpp"
 
 #include <gmock/gmock.h>
-
 #include <limits>
 
 namespace headless {

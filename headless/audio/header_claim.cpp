@@ -1,5 +1,7 @@
 #include "headless/audio/header_claim.hpp"
 
+#include "headless/system/files.hpp"
+
 #include <sndfile.h>
 
 #include <algorithm>
@@ -9,8 +11,6 @@
 #include <limits>
 #include <optional>
 #include <string_view>
-#include <sys/stat.h>
-#include <unistd.h>
 
 namespace headless::audio {
 namespace {
@@ -85,10 +85,9 @@ private:
 
     std::optional<Bytes> read(std::uint64_t position) const {
         Bytes bytes{};
-        const bool is_possible = position < std::numeric_limits<off_t>::max() / 2;
-        const ssize_t size = std::ssize(bytes);
-        return is_possible &&
-                       pread(descriptor_, bytes.data(), bytes.size(), static_cast<off_t>(position)) == size
+        const bool is_possible = position < std::numeric_limits<std::int64_t>::max() / 2;
+        return is_possible && system::read_at(descriptor_, bytes.data(), bytes.size(),
+                                              static_cast<std::int64_t>(position)) == std::ssize(bytes)
                    ? std::optional(bytes)
                    : std::nullopt;
     }
@@ -104,11 +103,11 @@ private:
 std::int64_t claimed_frames(int descriptor, std::int64_t frames) {
     if (frames == SF_COUNT_MAX)
         return 0;
-    struct stat status {};
     const auto samples = Chunks(descriptor).samples();
-    if (!samples || fstat(descriptor, &status) != 0 || is_left_open(samples->length))
+    const auto status = system::status_of(descriptor);
+    if (!samples || !status || is_left_open(samples->length))
         return frames;
-    const auto end = static_cast<std::uint64_t>(status.st_size);
+    const auto end = static_cast<std::uint64_t>(status->bytes);
     if (samples->position >= end || samples->length <= end - samples->position)
         return frames;
     const double part = static_cast<double>(end - samples->position) / static_cast<double>(samples->length);

@@ -4,9 +4,6 @@
 #include "headless/base/atomic_file.hpp"
 
 #include <cerrno>
-#include <fcntl.h>
-#include <sys/stat.h>
-#include <unistd.h>
 
 namespace headless::audio {
 namespace {
@@ -18,24 +15,23 @@ tl::unexpected<Failure> failure(const std::filesystem::path& file, const std::st
 } // namespace
 
 Result<FileStamp> stamp_of(const std::filesystem::path& file) {
-    struct stat status {};
-    if (stat(file.c_str(), &status) != 0)
+    const auto status = system::status_of(file);
+    if (!status)
         return tl::unexpected(system_failure(file, errno));
-    if (!S_ISREG(status.st_mode)) {
-        return failure(file,
-                       S_ISDIR(status.st_mode) ? "is a folder, not an audio file" : "is no regular file");
-    }
-    if (status.st_size == 0)
+    if (status->type == system::FileType::folder)
+        return failure(file, "is a folder, not an audio file");
+    if (status->type != system::FileType::regular)
+        return failure(file, "is no regular file");
+    if (status->bytes == 0)
         return failure(file, "is empty");
-    return FileStamp{status.st_dev, status.st_ino, status.st_size, status.st_mtim.tv_sec,
-                     status.st_mtim.tv_nsec};
+    return FileStamp{status->identity, status->bytes, status->changed_seconds, status->changed_nanoseconds};
 }
 
 Result<SoundFile> open_sound_file(const std::filesystem::path& file) {
     if (const auto stamp = stamp_of(file); !stamp)
         return tl::unexpected(stamp.error());
     // Non-blocking, in case a pipe has taken the file's place since.
-    const int descriptor = open(file.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC);
+    const int descriptor = system::open_to_read(file);
     if (descriptor < 0)
         return tl::unexpected(system_failure(file, errno));
     const auto stream = std::make_shared<const SoundStream>(descriptor);

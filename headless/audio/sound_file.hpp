@@ -3,14 +3,13 @@
 
 #include "headless/audio/sound_io.hpp"
 #include "headless/base/failure.hpp"
+#include "headless/system/files.hpp"
 
 #include <sndfile.h>
 
 #include <cstdint>
 #include <filesystem>
 #include <memory>
-#include <sys/types.h>
-#include <unistd.h>
 
 namespace headless::audio {
 
@@ -21,8 +20,7 @@ using SoundFileHandle = std::unique_ptr<SNDFILE, SoundFileCloser>;
 
 /// Distinguishes one state of a file on disk from another.
 struct FileStamp {
-    dev_t device = 0;
-    ino_t inode = 0;
+    system::FileIdentity identity;
     std::int64_t bytes = 0;
     std::int64_t changed_seconds = 0;
     std::int64_t changed_nanoseconds = 0;
@@ -37,15 +35,8 @@ Result<FileStamp> stamp_of(const std::filesystem::path& file);
 class SoundStream {
 public:
     /// @param descriptor  owned and closed by this object; the handle is null if it is not an audio file
-    explicit SoundStream(int descriptor) : descriptor_(descriptor), io_(descriptor) {
-        handle_.reset(io_.open(SFM_READ, info_));
-    }
-    ~SoundStream() {
-        handle_.reset();
-        close(descriptor_);
-    }
-    SoundStream(const SoundStream&) = delete;
-    SoundStream& operator=(const SoundStream&) = delete;
+    explicit SoundStream(int descriptor)
+        : descriptor_(descriptor), io_(descriptor), handle_(io_.open(SFM_READ, info_)) {}
 
     SNDFILE* handle() const { return handle_.get(); }
     const SF_INFO& info() const { return info_; }
@@ -54,7 +45,7 @@ public:
     int error_number() const { return io_.error_number(); }
 
 private:
-    int descriptor_;
+    system::Descriptor descriptor_; // closed after the handle
     SoundIo io_;
     SF_INFO info_{};
     SoundFileHandle handle_;

@@ -1,8 +1,8 @@
 #include "headless/audio/sound_io.hpp"
 
+#include "headless/system/files.hpp"
+
 #include <cerrno>
-#include <sys/stat.h>
-#include <unistd.h>
 
 namespace headless::audio {
 
@@ -17,18 +17,19 @@ SF_VIRTUAL_IO SoundIo::functions() {
                 return static_cast<SoundIo*>(self)->seek(offset, whence);
             },
             [](void* bytes, sf_count_t count, void* self) {
-                return static_cast<SoundIo*>(self)->transfer(pread, static_cast<char*>(bytes), count);
+                return static_cast<SoundIo*>(self)->transfer(system::read_at, static_cast<char*>(bytes),
+                                                             count);
             },
             [](const void* bytes, sf_count_t count, void* self) {
-                return static_cast<SoundIo*>(self)->transfer(pwrite, static_cast<const char*>(bytes), count);
+                return static_cast<SoundIo*>(self)->transfer(system::write_at,
+                                                             static_cast<const char*>(bytes), count);
             },
             [](void* self) { return static_cast<SoundIo*>(self)->position_; }};
 }
 
 sf_count_t SoundIo::size() {
-    struct stat status {};
-    if (fstat(descriptor_, &status) == 0)
-        return status.st_size;
+    if (const auto status = system::status_of(descriptor_))
+        return status->bytes;
     error_number_ = error_number_ ? error_number_ : errno;
     return -1;
 }
@@ -45,7 +46,7 @@ template <class Transfer, class Byte>
 sf_count_t SoundIo::transfer(Transfer call, Byte* bytes, sf_count_t count) {
     sf_count_t done = 0;
     while (done < count) {
-        const ssize_t moved =
+        const std::int64_t moved =
             call(descriptor_, bytes + done, static_cast<std::size_t>(count - done), position_);
         if (moved < 0 && errno == EINTR)
             continue;

@@ -1,19 +1,19 @@
 #include "headless/base/atomic_file.hpp"
 
 #include "common/folder_entries.hpp"
+#include "common/path_text.hpp"
 #include "headless/base/file_reading.hpp"
 #include "headless/base/folder.hpp"
+#include "headless/system/files.hpp"
+#include "headless/system/process.hpp"
 
 #include <algorithm>
 #include <atomic>
 #include <cerrno>
-#include <cstdio>
-#include <fcntl.h>
+#include <cstdint>
+#include <iterator>
 #include <mutex>
 #include <set>
-#include <sys/file.h>
-#include <sys/stat.h>
-#include <unistd.h>
 
 namespace headless {
 namespace {
@@ -33,19 +33,19 @@ bool is_temporary_name(std::string_view name) {
 }
 
 /// False when another process holds the lock. File systems without locks count as unlocked.
-bool lock(int descriptor) { return flock(descriptor, LOCK_EX | LOCK_NB) == 0 || errno != EWOULDBLOCK; }
+bool lock(int descriptor) { return system::try_lock(descriptor) || errno != EWOULDBLOCK; }
 
 bool is_nameless(int descriptor) {
-    struct stat status {};
-    return fstat(descriptor, &status) == 0 && status.st_nlink == 0;
+    const auto status = system::status_of(descriptor);
+    return status && status->names == 0;
 }
 
 /// Removes the file unless its writer is alive. Only the holder of the lock removes it, so the name still
 /// belongs to this file.
 void remove_abandoned(const fs::path& temporary) {
-    const Descriptor file(open(temporary.c_str(), O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC));
-    if (file >= 0 && flock(file, LOCK_EX | LOCK_NB) == 0 && !is_nameless(file))
-        unlink(temporary.c_str());
+    const system::Descriptor file(system::open_unlinked_to_read(temporary));
+    if (file >= 0 && system::try_lock(file) && !is_nameless(file))
+        system::remove_file(temporary);
 }
 
 /// Abandoned files are searched for once per folder and process: a folder with thousands of renders takes a
@@ -54,24 +54,19 @@ bool is_first_visit(const fs::path& folder) {
     static std::mutex mutex;
     static std::set<std::string> visited;
     const std::lock_guard guard(mutex);
-    return visited.insert(folder.native()).second;
+    return visited.insert(folder.string()).second;
 }
 
 void remove_abandoned_in(const fs::path& folder) {
     std::error_code unreadable; // then they stay
     for (const folder_entries::Entry& entry : folder_entries::read(folder, unreadable))
         if (is_temporary_name(entry.name))
-            remove_abandoned(folder / entry.name);
+            remove_abandoned(folder / path_text::path_of(entry.name));
 }
 
 bool move_into_place(const fs::path& temporary, const fs::path& target, ExistingFile existing) {
-    if (existing == ExistingFile::replace)
-        return rename(temporary.c_str(), target.c_str()) == 0;
-    if (renameat2(AT_FDCWD, temporary.c_str(), AT_FDCWD, target.c_str(), RENAME_NOREPLACE) == 0)
-        return true;
-    // Some file systems do not support this rename. A second link is as safe there.
-    const bool is_unsupported = errno == EINVAL || errno == ENOSYS;
-    return is_unsupported && link(temporary.c_str(), target.c_str()) == 0 && unlink(temporary.c_str()) == 0;
+    return existing == ExistingFile::replace ? system::rename_replacing(temporary, target)
+                                             : system::rename_keeping(temporary, target);
 }
 
 } // namespace
@@ -98,34 +93,34 @@ Result<AtomicFile> AtomicFile::create(const fs::path& target) {
     const fs::path folder = folder_of(*resolved);
     if (is_first_visit(folder))
         remove_abandoned_in(folder);
-    const std::string prefix = std::string(temporary_prefix) + std::to_string(getpid()) + '-';
+    const std::string prefix = std::string(temporary_prefix) + std::to_string(system::process_number()) + '-';
     for (;;) {
         fs::path temporary =
             resolved->parent_path() / (prefix + std::to_string(serial++)).append(temporary_suffix);
-        const int descriptor = open(temporary.c_str(), O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
+        const int descriptor = system::create_new(temporary);
         if (descriptor < 0 && errno != EEXIST)
             return tl::unexpected(system_failure(target, errno));
         if (descriptor < 0)
             continue;
         if (lock(descriptor) && !is_nameless(descriptor))
             return AtomicFile(std::move(*resolved), std::move(temporary), descriptor);
-        close(descriptor); // another process took it for abandoned and is removing it
+        system::close(descriptor); // another process took it for abandoned and is removing it
     }
 }
 
 AtomicFile::~AtomicFile() {
     if (!temporary_.empty())
-        unlink(temporary_.c_str());
+        system::remove_file(temporary_);
     if (descriptor_ >= 0)
-        close(descriptor_);
+        system::close(descriptor_);
 }
 
 Result<void> AtomicFile::write(std::string_view text) {
     while (!text.empty()) {
-        const ssize_t written = ::write(descriptor_, text.data(), text.size());
+        const std::int64_t written = system::write(descriptor_, text.data(), text.size());
         if (written < 0 && errno != EINTR)
             return tl::unexpected(system_failure(target_, errno));
-        text.remove_prefix(static_cast<std::size_t>(std::max<ssize_t>(written, 0)));
+        text.remove_prefix(static_cast<std::size_t>(std::max<std::int64_t>(written, 0)));
     }
     return {};
 }
@@ -135,8 +130,8 @@ Result<void> AtomicFile::publish_as(const fs::path& target, ExistingFile existin
     if (!resolved)
         return tl::unexpected(resolved.error());
     // The duplicate keeps the lock: until the file has its name it must not look abandoned.
-    const Descriptor lock_holder(fcntl(descriptor_, F_DUPFD_CLOEXEC, 0));
-    if (lock_holder < 0 || fsync(descriptor_) != 0 || close(std::exchange(descriptor_, -1)) != 0 ||
+    const system::Descriptor lock_holder(system::duplicate(descriptor_));
+    if (lock_holder < 0 || !system::sync(descriptor_) || system::close(std::exchange(descriptor_, -1)) != 0 ||
         !move_into_place(temporary_, *resolved, existing))
         return tl::unexpected(system_failure(target, errno));
     temporary_.clear();
@@ -144,10 +139,10 @@ Result<void> AtomicFile::publish_as(const fs::path& target, ExistingFile existin
 }
 
 Result<bool> AtomicFile::has_bytes_of(const fs::path& file) const {
-    const Descriptor other(open(file.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC));
+    const system::Descriptor other(system::open_to_read(file));
     if (other < 0)
         return tl::unexpected(system_failure(file, errno));
-    for (off_t position = 0;; position += static_cast<off_t>(block_bytes)) {
+    for (std::int64_t position = 0;; position += std::int64_t{block_bytes}) {
         const auto own_bytes = read_at(descriptor_, temporary_, position, block_bytes);
         const auto other_bytes = read_at(other, file, position, block_bytes);
         if (!own_bytes || !other_bytes)
@@ -160,13 +155,13 @@ Result<bool> AtomicFile::has_bytes_of(const fs::path& file) const {
 }
 
 Result<void> copy_atomically(const fs::path& file, const fs::path& copy) {
-    const Descriptor source(open(file.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC));
+    const system::Descriptor source(system::open_to_read(file));
     if (source < 0)
         return tl::unexpected(system_failure(file, errno));
     auto written = AtomicFile::create(copy);
     if (!written)
         return tl::unexpected(written.error());
-    for (off_t position = 0;;) {
+    for (std::int64_t position = 0;;) {
         const auto bytes = read_at(source, file, position, block_bytes);
         if (!bytes)
             return tl::unexpected(bytes.error());
@@ -174,7 +169,7 @@ Result<void> copy_atomically(const fs::path& file, const fs::path& copy) {
             break;
         if (auto result = written->write(*bytes); !result)
             return result;
-        position += static_cast<off_t>(bytes->size());
+        position += std::ssize(*bytes);
     }
     return written->publish(ExistingFile::keep);
 }

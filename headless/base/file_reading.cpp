@@ -1,8 +1,10 @@
 #include "headless/base/file_reading.hpp"
 
+#include "headless/system/files.hpp"
+
 #include <algorithm>
 #include <cerrno>
-#include <fcntl.h>
+#include <iterator>
 #include <limits>
 #include <system_error>
 
@@ -10,14 +12,15 @@ namespace headless {
 
 namespace fs = std::filesystem;
 
-Result<std::string> read_at(int descriptor, const fs::path& file, off_t position, std::size_t max_bytes) {
+Result<std::string> read_at(int descriptor, const fs::path& file, std::int64_t position,
+                            std::size_t max_bytes) {
     std::string bytes(max_bytes, '\0');
     for (std::size_t done = 0;;) {
-        const ssize_t got =
-            pread(descriptor, bytes.data() + done, max_bytes - done, position + static_cast<off_t>(done));
+        const std::int64_t got = system::read_at(descriptor, bytes.data() + done, max_bytes - done,
+                                                 position + static_cast<std::int64_t>(done));
         if (got < 0 && errno != EINTR)
             return tl::unexpected(system_failure(file, errno));
-        done += static_cast<std::size_t>(std::max<ssize_t>(got, 0));
+        done += static_cast<std::size_t>(std::max<std::int64_t>(got, 0));
         if (got == 0 || done == max_bytes) {
             bytes.resize(done);
             return bytes;
@@ -34,12 +37,12 @@ Result<std::optional<std::string>> beginning_of(const fs::path& file, std::size_
     if (!fs::is_regular_file(status))
         return std::nullopt;
     // Non-blocking, in case a pipe has taken the file's place since.
-    const Descriptor descriptor(open(file.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC));
+    const system::Descriptor descriptor(system::open_to_read(file));
     if (descriptor < 0)
         return tl::unexpected(system_failure(file, errno));
     for (std::string text;;) {
         const std::size_t wanted = std::min(max_bytes - text.size(), block_bytes);
-        const auto block = read_at(descriptor, file, static_cast<off_t>(text.size()), wanted);
+        const auto block = read_at(descriptor, file, std::ssize(text), wanted);
         if (!block)
             return tl::unexpected(block.error());
         text += *block;

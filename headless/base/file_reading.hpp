@@ -4,33 +4,16 @@
 #include "headless/base/failure.hpp"
 
 #include <cstddef>
+#include <cstdint>
 #include <filesystem>
 #include <optional>
 #include <string>
-#include <sys/types.h>
-#include <unistd.h>
 
 namespace headless {
 
-/// Owns a file descriptor; a negative number is none.
-class Descriptor {
-public:
-    explicit Descriptor(int number) : number_(number) {}
-    Descriptor(const Descriptor&) = delete;
-    Descriptor& operator=(const Descriptor&) = delete;
-    ~Descriptor() {
-        if (number_ >= 0)
-            close(number_);
-    }
-    operator int() const { return number_; }
-
-private:
-    int number_;
-};
-
 /// Returns up to `max_bytes` bytes of an open file from `position` on; fewer only at its end.
 /// @param file  the name for a failure
-Result<std::string> read_at(int descriptor, const std::filesystem::path& file, off_t position,
+Result<std::string> read_at(int descriptor, const std::filesystem::path& file, std::int64_t position,
                             std::size_t max_bytes);
 
 /// Returns up to `max_bytes` bytes from the start of a file. Empty if there is no regular file: pipes and

@@ -1,5 +1,6 @@
 #include "headless/capi/capi.hpp"
 
+#include "common/path_text.hpp"
 #include "headless/functions/all_functions.hpp"
 #include "headless/jobs/output_guard.hpp"
 #include "headless/jobs/project_output.hpp"
@@ -20,6 +21,8 @@
 
 namespace headless::capi {
 namespace {
+
+using path_text::path_of;
 
 struct Session {
     workstation::Workstation workstation{functions::all_functions()};
@@ -62,8 +65,8 @@ tl::unexpected<Failure> failure(const char* reason) { return tl::unexpected(Fail
 Result<void> load(workstation::Workstation& workstation, const char* project_file) {
     if (!project_file)
         return {};
-    return rpp::load_project(workstation.project(), project_file).map([&] {
-        workstation.project().file = jobs::true_path(project_file);
+    return rpp::load_project(workstation.project(), path_of(project_file)).map([&] {
+        workstation.project().file = jobs::true_path(path_of(project_file));
     });
 }
 
@@ -75,7 +78,7 @@ Result<void> open(const char* plugin_file, const char* project_file) {
     if (!plugin_file)
         return failure("no plug-in is named");
     auto opened = std::make_unique<Session>();
-    auto plugin = workstation::PluginLibrary::load(plugin_file, opened->workstation);
+    auto plugin = workstation::PluginLibrary::load(path_of(plugin_file), opened->workstation);
     if (!plugin)
         return tl::unexpected(plugin.error());
     opened->plugin.emplace(std::move(*plugin));
@@ -90,11 +93,12 @@ Result<void> save(const char* project_file) {
     if (!project_file)
         return failure("no project file is named");
     workstation::Workstation& workstation = session->workstation;
-    return jobs::check_project_output(jobs::OutputGuard({}), project_file, workstation.project().file)
-        .and_then([&] { return jobs::save_project_as(workstation, project_file, jobs::Losses::accept); })
+    const std::filesystem::path file = path_of(project_file);
+    return jobs::check_project_output(jobs::OutputGuard({}), file, workstation.project().file)
+        .and_then([&] { return jobs::save_project_as(workstation, file, jobs::Losses::accept); })
         .map([&](const jobs::SavedProject& saved) {
             if (!saved.backup.empty())
-                failures.push_back({report::backup_message(project_file, saved.backup)});
+                failures.push_back({report::backup_message(file, saved.backup)});
             failures.insert(failures.end(), saved.losses.begin(), saved.losses.end());
         });
 }
@@ -102,7 +106,7 @@ Result<void> save(const char* project_file) {
 /// What a script saves of its own accord.
 Result<void> save_in_place() {
     const std::filesystem::path file = session->workstation.project().file;
-    return file.empty() ? failure("the project has no file to save it in") : save(file.c_str());
+    return file.empty() ? failure("the project has no file to save it in") : save(file.string().c_str());
 }
 
 Result<void> add_answer(const char* title, const char* answer) {

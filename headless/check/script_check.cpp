@@ -25,7 +25,7 @@ Result<void> check_syntax(const std::filesystem::path& file) {
     const std::unique_ptr<lua_State, CloseState> state(luaL_newstate());
     if (!state)
         return tl::unexpected(path_failure(file, "not enough memory"));
-    if (luaL_loadfilex(state.get(), file.c_str(), "t") == LUA_OK)
+    if (luaL_loadfilex(state.get(), file.string().c_str(), "t") == LUA_OK)
         return {};
     const char* message = lua_tostring(state.get(), -1);
     return tl::unexpected(Failure{message ? message : "no Lua source"});

@@ -1,5 +1,7 @@
 #include "headless/chunk/words.hpp"
 
+#include "headless/base/decimal.hpp"
+
 #include <algorithm>
 #include <array>
 #include <charconv>
@@ -69,12 +71,11 @@ std::string_view token(std::string_view line) {
 }
 
 std::optional<double> number(std::string_view word) {
-    double value = 0.0;
     word.remove_prefix(word.starts_with('+') ? 1 : 0);
-    const auto [end, error] = std::from_chars(word.data(), word.data() + word.size(), value);
-    if (error != std::errc() || end != word.data() + word.size() || !std::isfinite(value))
+    const auto number = read_decimal(word);
+    if (!number || !number->rest.empty() || !std::isfinite(number->value))
         return std::nullopt;
-    return value;
+    return number->value;
 }
 
 std::string on_one_line(std::string_view text) {

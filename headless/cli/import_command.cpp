@@ -2,12 +2,14 @@
 
 #include "headless/base/failure.hpp"
 #include "headless/cli/messages.hpp"
+#include "headless/cli/path_option.hpp"
 #include "headless/cli/plugin_location.hpp"
 #include "headless/cli/signals.hpp"
 #include "headless/jobs/import_job.hpp"
 #include "headless/jobs/import_plan.hpp"
 #include "headless/report/import_report.hpp"
 #include "headless/report/progress.hpp"
+#include "headless/system/terminal.hpp"
 
 #include <CLI/CLI.hpp>
 
@@ -17,13 +19,12 @@
 #include <iostream>
 #include <memory>
 #include <string>
-#include <unistd.h>
 
 namespace headless::cli {
 namespace {
 
 Result<report::ImportReport> import_with_progress(const jobs::ImportOptions& options) {
-    report::Progress progress(STDERR_FILENO);
+    report::Progress progress(system::standard_error);
     std::size_t number = 0;
     return jobs::run_import(options, find_plugin(options.plugin),
                             [&](const std::filesystem::path& base, std::size_t pairs) {
@@ -96,17 +97,16 @@ void add_place_options(CLI::App& command, jobs::ImportOptions& options) {
 }
 
 void add_output_options(CLI::App& command, jobs::ImportOptions& options) {
-    command
-        .add_option("-o,--output", options.output,
+    add_path_option(command, "-o,--output", options.output,
                     "The project file to write (default: the --onto project, else SUBJECT's name here)")
         ->type_name("PROJECT.rpp");
-    command.add_option("--onto", options.onto, "Go on with this project")->type_name("PROJECT.rpp");
+    add_path_option(command, "--onto", options.onto, "Go on with this project")->type_name("PROJECT.rpp");
     add_losses_option(command, options.accepts_losses);
-    command
-        .add_option("--unmatched", options.unmatched,
+    add_path_option(command, "--unmatched", options.unmatched,
                     "Write the subject lines without a partner, one path a line")
         ->type_name("FILE");
-    command.add_option("--csv", options.csv, "Write one line a pair, for a spreadsheet")->type_name("FILE");
+    add_path_option(command, "--csv", options.csv, "Write one line a pair, for a spreadsheet")
+        ->type_name("FILE");
     command.add_flag("--json", options.json, "Print the summary as one JSON object");
     command.add_flag("--dry-run", options.is_dry_run, "Only show groups, pairs and unmatched lines");
     add_plugin_option(command, options.plugin);
@@ -117,10 +117,11 @@ void add_output_options(CLI::App& command, jobs::ImportOptions& options) {
 void add_import_command(CLI::App& app, int& exit_status) {
     const auto options = std::make_shared<jobs::ImportOptions>();
     CLI::App* command = app.add_subcommand("import", "Lay two folders of localised lines out, pair by pair");
-    command->add_option("subject", options->subject, "Folder of the lines to be worked on, with all below it")
+    add_path_option(*command, "subject", options->subject,
+                    "Folder of the lines to be worked on, with all below it")
         ->required()
         ->type_name("SUBJECT");
-    command->add_option("base", options->base, "Folder of the lines that they are held against")
+    add_path_option(*command, "base", options->base, "Folder of the lines that they are held against")
         ->required()
         ->type_name("BASE");
     add_place_options(*command, *options);

@@ -8,12 +8,17 @@
 #include "headless/cli/ride_command.hpp"
 #include "headless/cli/run_command.hpp"
 #include "headless/report/printable.hpp"
+#include "headless/system/program.hpp"
 
 #include <CLI/CLI.hpp>
 
+#include <algorithm>
 #include <cstdio>
 #include <exception>
 #include <new>
+#include <string>
+#include <utility>
+#include <vector>
 
 namespace {
 
@@ -26,7 +31,7 @@ std::string usage_message(const CLI::App* app, const CLI::Error& error) {
     return CLI::FailureMessage::simple(app, visible);
 }
 
-int run(int argc, char** argv) {
+int run(std::vector<std::string> arguments) {
     CLI::App app{"A small audio workstation without a screen, for dialogue.", "felspar"};
     app.set_version_flag("--version", "felspar " FELSPAR_VERSION);
     app.require_subcommand(1);
@@ -40,7 +45,8 @@ int run(int argc, char** argv) {
     headless::cli::add_install_commands(app, exit_status);
     headless::cli::add_manual_commands(app, exit_status);
     try {
-        app.parse(argc, argv);
+        std::ranges::reverse(arguments); // as the parser takes them
+        app.parse(std::move(arguments));
     } catch (const CLI::ParseError& error) {
         return app.exit(error) == 0 ? 0 : usage_error;
     }
@@ -51,7 +57,8 @@ int run(int argc, char** argv) {
 
 int main(int argc, char** argv) {
     try {
-        return run(argc, argv);
+        headless::system::use_utf8_streams();
+        return run(headless::system::arguments(argc, argv));
     } catch (const std::bad_alloc&) {
         std::fputs("felspar: out of memory\n", stderr);
         return 1;

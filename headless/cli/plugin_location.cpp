@@ -1,30 +1,47 @@
 #include "headless/cli/plugin_location.hpp"
 
+#include "headless/cli/path_option.hpp"
+#include "headless/system/library.hpp"
+#include "headless/system/program.hpp"
+
 #include <CLI/CLI.hpp>
 
+#include <array>
+#include <string>
 #include <system_error>
 
 namespace headless::cli {
+namespace {
+
+namespace fs = std::filesystem;
+
+const std::string name = "reaper_MERIDEK_FELSPAR";
+const std::string long_name = "lib" + name + "_for_6.x";
+
+} // namespace
 
 void add_plugin_option(CLI::App& command, std::filesystem::path& given) {
-    command.add_option("--plugin", given, "The plug-in's library, when it is not in its usual place")
+    add_path_option(command, "--plugin", given, "The plug-in's library, when it is not in its usual place")
         ->type_name("PATH");
 }
 
 Result<std::filesystem::path> find_plugin(const std::filesystem::path& given) {
     if (!given.empty())
         return given;
-    constexpr const char* file_name = "libreaper_MERIDEK_FELSPAR_for_6.x.so";
-    std::error_code error;
-    const std::filesystem::path program = std::filesystem::read_symlink("/proc/self/exe", error);
-    const std::filesystem::path libraries = program.parent_path().parent_path() / "lib";
-    const std::filesystem::path installed = libraries / "felspar" / file_name;
-    const std::filesystem::path built = libraries / file_name;
-    if (std::filesystem::exists(installed, error))
-        return installed;
-    if (std::filesystem::exists(built, error))
-        return built;
-    return tl::unexpected(Failure{"the plug-in is neither " + installed.string() + " nor " + built.string() +
+    const fs::path root = system::program_file().parent_path().parent_path();
+    const std::string suffix(system::library_suffix());
+    const std::array places{
+        root / "lib" / "felspar" / (long_name + suffix), // installed
+        root / "lib" / (long_name + suffix),             // built
+        root / (name + suffix),                          // in an archive
+    };
+    for (const fs::path& place : places) {
+        std::error_code error;
+        if (fs::exists(place, error))
+            return place;
+    }
+    return tl::unexpected(Failure{"the plug-in is neither " + places[0].string() + " nor " +
+                                  places[1].string() + " nor " + places[2].string() +
                                   ": say where it is with --plugin"});
 }
 

@@ -16,8 +16,8 @@ namespace headless::cli {
 void add_plugin_option(CLI::App& command, std::filesystem::path& given);
 
 /// Returns the plug-in's library: `given` if that is not empty, otherwise relative to the folder of the
-/// running program, ../lib/felspar/ if installed, ../lib/ if built.
-/// @returns a failure that names both places if it is in neither
+/// running program, ../lib/felspar/ if installed, ../lib/ if built, ../ in an archive.
+/// @returns a failure that names the places if it is in none
 Result<std::filesystem::path> find_plugin(const std::filesystem::path& given);
 
 /// Finds the library and loads it into the current workstation.

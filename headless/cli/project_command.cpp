@@ -1,6 +1,7 @@
 #include "headless/cli/project_command.hpp"
 
 #include "headless/cli/messages.hpp"
+#include "headless/cli/path_option.hpp"
 #include "headless/jobs/project_survey.hpp"
 #include "headless/report/project_report.hpp"
 #include "headless/report/ride_report.hpp"
@@ -52,7 +53,7 @@ int run(const ProjectOptions& options) {
 void add_project_command(CLI::App& app, int& exit_status) {
     const auto options = std::make_shared<ProjectOptions>();
     CLI::App* command = app.add_subcommand("project", "Show what is in a project");
-    command->add_option("files", options->files, "The project; with --check there may be several")
+    add_path_option(*command, "files", options->files, "The project; with --check there may be several")
         ->required()
         ->type_name("FILE.rpp");
     command->add_flag("--json", options->json, "Print one JSON object a project");

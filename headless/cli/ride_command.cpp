@@ -2,12 +2,14 @@
 
 #include "headless/base/interruption.hpp"
 #include "headless/cli/messages.hpp"
+#include "headless/cli/path_option.hpp"
 #include "headless/cli/plugin_location.hpp"
 #include "headless/cli/signals.hpp"
 #include "headless/jobs/output_guard.hpp"
 #include "headless/jobs/project_output.hpp"
 #include "headless/jobs/ride_session.hpp"
 #include "headless/report/ride_reporter.hpp"
+#include "headless/system/terminal.hpp"
 
 #include <CLI/CLI.hpp>
 
@@ -16,7 +18,6 @@
 #include <memory>
 #include <string>
 #include <system_error>
-#include <unistd.h>
 #include <vector>
 
 namespace headless::cli {
@@ -138,7 +139,7 @@ int run(const RideOptions& options) {
 
     report::RideReporter reporter(std::cout, std::cerr,
                                   options.json ? report::ReportForm::json : report::ReportForm::text,
-                                  options.files.size(), STDERR_FILENO);
+                                  options.files.size(), system::standard_error);
     ride_all(*session, options, reporter);
     const std::filesystem::path project = save_project(*session, options, *earlier, reporter);
     reporter.finish(*folder, project);
@@ -154,18 +155,18 @@ int run(const RideOptions& options) {
 void add_ride_command(CLI::App& app, int& exit_status) {
     const auto options = std::make_shared<RideOptions>();
     CLI::App* ride = app.add_subcommand("ride", "Ride the volume of recordings and render the result");
-    ride->add_option("files", options->files, "Recordings, in any format that libsndfile reads")
+    add_path_option(*ride, "files", options->files, "Recordings, in any format that libsndfile reads")
         ->required()
         ->type_name("FILE");
-    ride->add_option("-o,--output", options->folder,
-                     "Existing folder for the rendered files (default: ridden/)")
+    add_path_option(*ride, "-o,--output", options->folder,
+                    "Existing folder for the rendered files (default: ridden/)")
         ->type_name("FOLDER");
     ride->add_option("--ratio", options->ratio,
                      "How hard loud passages are cut: 0 lightest (default), 3 and 4 hardest")
         ->check(CLI::Range(0, 4).description(""))
         ->type_name("0..4");
-    ride->add_option("--project", options->project,
-                     "Write a project file with every ride as editable envelope")
+    add_path_option(*ride, "--project", options->project,
+                    "Write a project file with every ride as editable envelope")
         ->type_name("FILE.rpp");
     add_losses_option(*ride, options->accepts_losses);
     ride->add_flag("--json", options->json, "Print one JSON object a file instead of the table");

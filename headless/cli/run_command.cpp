@@ -3,6 +3,7 @@
 #include "headless/base/interruption.hpp"
 #include "headless/cli/check_scripts.hpp"
 #include "headless/cli/messages.hpp"
+#include "headless/cli/path_option.hpp"
 #include "headless/cli/plugin_location.hpp"
 #include "headless/cli/signals.hpp"
 #include "headless/functions/all_functions.hpp"
@@ -178,7 +179,7 @@ std::string check_answer(const std::string& dialog) {
 void add_run_command(CLI::App& app, int& exit_status) {
     const auto options = std::make_shared<RunOptions>();
     CLI::App* run_app = app.add_subcommand("run", "Run a Lua script that was written for the workstation");
-    run_app->add_option("script", options->script.file, "The script")
+    add_path_option(*run_app, "script", options->script.file, "The script")
         ->required()
         ->check(CLI::ExistingFile.description(""))
         ->type_name("SCRIPT.lua");
@@ -186,10 +187,10 @@ void add_run_command(CLI::App& app, int& exit_status) {
         ->add_option("arguments", options->script.arguments,
                      "The script's arguments, behind --; with --check more scripts")
         ->type_name("ARGS");
-    run_app->add_option("--project", options->project, "Open this project first (default: a new one)")
+    add_path_option(*run_app, "--project", options->project, "Open this project first (default: a new one)")
         ->type_name("IN.rpp");
-    run_app
-        ->add_option("--save", options->save, "Save the project here when the script has ended without error")
+    add_path_option(*run_app, "--save", options->save,
+                    "Save the project here when the script has ended without error")
         ->type_name("OUT.rpp");
     add_losses_option(*run_app, options->accepts_losses);
     run_app

@@ -2,20 +2,18 @@
 
 #include "headless/base/interruption.hpp"
 #include "headless/cli/messages.hpp"
-
-#include <csignal>
-#include <cstring>
+#include "headless/system/signals.hpp"
 
 namespace headless::cli {
 
 void watch_signals() {
     interruption::watch();
-    std::signal(SIGPIPE, SIG_IGN);
+    system::ignore_closed_pipes();
 }
 
 int print_interruption(const std::string& outcome) {
     const int number = interruption::signal_number();
-    print_error(std::string("interrupted by SIG") + sigabbrev_np(number) + ": " + outcome);
+    print_error("interrupted by " + system::signal_name(number) + ": " + outcome);
     return 128 + number;
 }
 

@@ -3,6 +3,7 @@
 
 #include "headless/functions/adapter.hpp"
 #include "headless/functions/tables.hpp"
+#include "headless/system/terminal.hpp"
 #include "headless/workstation/dialogs.hpp"
 #include "headless/workstation/text.hpp"
 
@@ -10,7 +11,6 @@
 #include <cstddef>
 #include <iostream>
 #include <string>
-#include <unistd.h>
 #include <vector>
 
 namespace headless::functions {
@@ -18,7 +18,9 @@ namespace {
 
 constexpr int max_fields = 16;
 
-bool has_terminal() { return isatty(STDIN_FILENO) == 1 && isatty(STDERR_FILENO) == 1; }
+bool has_terminal() {
+    return system::is_terminal(system::standard_input) && system::is_terminal(system::standard_error);
+}
 
 std::string on_one_line(std::string text) {
     std::ranges::replace_if(

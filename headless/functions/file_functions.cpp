@@ -1,6 +1,7 @@
 // Host functions for files and folders, with which scripts find their inputs.
 
 #include "common/folder_entries.hpp"
+#include "common/path_text.hpp"
 #include "headless/functions/adapter.hpp"
 #include "headless/functions/tables.hpp"
 #include "headless/workstation/text.hpp"
@@ -29,16 +30,17 @@ public:
 
 private:
     /// A folder that is not there has no names; one that cannot be read is reported.
-    void read(Workstation& workstation, std::string folder, bool (*is_wanted)(const fs::path&)) {
-        folder_ = std::move(folder);
+    void read(Workstation& workstation, std::string name, bool (*is_wanted)(const fs::path&)) {
+        folder_ = std::move(name);
+        const fs::path folder = path_text::path_of(folder_);
         names_.clear();
         std::error_code error;
-        for (const folder_entries::Entry& entry : folder_entries::read(folder_, error))
-            if (is_wanted(fs::path(folder_) / entry.name))
+        for (const folder_entries::Entry& entry : folder_entries::read(folder, error))
+            if (is_wanted(folder / path_text::path_of(entry.name)))
                 names_.push_back(entry.name);
         std::ranges::sort(names_);
         if (error && error != std::errc::no_such_file_or_directory && error != std::errc::not_a_directory)
-            workstation.report(system_failure(folder_, error.value()));
+            workstation.report(system_failure(folder, error.value()));
     }
 
     std::string folder_;
@@ -63,14 +65,15 @@ const char* enumerate_folders(Workstation& workstation, const char* folder, int 
 }
 
 int make_folders(const char* path, int) {
+    const fs::path folder = path_text::path_of(workstation::to_string(path));
     std::error_code error;
-    fs::create_directories(workstation::to_string(path), error);
-    return fs::is_directory(workstation::to_string(path), error) ? 1 : 0;
+    fs::create_directories(folder, error);
+    return fs::is_directory(folder, error) ? 1 : 0;
 }
 
 bool file_exists(const char* path) {
     std::error_code error;
-    return fs::is_regular_file(workstation::to_string(path), error);
+    return fs::is_regular_file(path_text::path_of(workstation::to_string(path)), error);
 }
 
 } // namespace

@@ -1,5 +1,6 @@
 // Host functions that insert audio files as items.
 
+#include "common/path_text.hpp"
 #include "headless/functions/adapter.hpp"
 #include "headless/functions/tables.hpp"
 #include "headless/workstation/audio_source.hpp"
@@ -73,7 +74,7 @@ Result<project::Item*> insert_in_mode(Workstation& workstation, const fs::path& 
 }
 
 int insert_media(Workstation& workstation, const char* name, int mode) {
-    const fs::path file = workstation::to_string(name);
+    const fs::path file = path_text::path_of(workstation::to_string(name));
     const Result<project::Item*> inserted = insert_in_mode(workstation, file, mode);
     if (!inserted)
         workstation.report(inserted.error());

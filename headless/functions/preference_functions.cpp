@@ -1,6 +1,7 @@
 // Host functions about the user's preferences. Those of a workstation with a window have no effect here; scripts
 // find them at 0 and read back what they set.
 
+#include "common/path_text.hpp"
 #include "headless/base/atomic_file.hpp"
 #include "headless/base/file_reading.hpp"
 #include "headless/base/ini_file.hpp"
@@ -77,7 +78,7 @@ const char* get_ini_file(Workstation& workstation) {
 /// Windows also lists sections and keys if one of the names is null; scripts cannot pass null.
 int get_profile_text(const char* section, const char* key, const char* otherwise, const char* file,
                      char* text, int text_size) {
-    const auto content = text_of(workstation::to_string(file));
+    const auto content = text_of(path_text::path_of(workstation::to_string(file)));
     const auto value = content && *content ? ini_value(**content, workstation::to_string(section),
                                                        workstation::to_string(key))
                                            : std::nullopt;
@@ -88,7 +89,7 @@ int get_profile_text(const char* section, const char* key, const char* otherwise
 
 bool set_profile_text(Workstation& workstation, const char* section, const char* key, const char* value,
                       const char* file) {
-    const std::string path = workstation::to_string(file);
+    const std::filesystem::path path = path_text::path_of(workstation::to_string(file));
     const auto content = text_of(path);
     const auto written = content.and_then([&](const std::optional<std::string>& old) {
         return write_file(path,

@@ -48,12 +48,12 @@ void run_command_in(Workstation& workstation, int number, int flag, const projec
 project::Project* enumerate_projects(Workstation& workstation, int index, char* file, int file_size) {
     if (index != 0 && index != -1)
         return nullptr;
-    workstation::copy_text(workstation.project().file.native(), file, file_size);
+    workstation::copy_text(workstation.project().file.string(), file, file_size);
     return &workstation.project();
 }
 
 void get_project_name(const project::Project& project, char* buffer, int size) {
-    workstation::copy_text(project.file.filename().native(), buffer, size);
+    workstation::copy_text(project.file.filename().string(), buffer, size);
 }
 
 double get_project_length(const project::Project& project) { return project.end_seconds(); }
@@ -64,7 +64,7 @@ double get_frame_rate(const project::Project& project, bool* drop_frame) {
 }
 
 void get_project_path(Workstation& workstation, char* buffer, int size) {
-    workstation::copy_text(workstation.render_folder().native(), buffer, size);
+    workstation::copy_text(workstation.render_folder().string(), buffer, size);
 }
 
 std::string resource_folder() {

@@ -246,7 +246,7 @@ bool get_set_group_name(Project& project, std::string_view number, char* text, b
 
 bool get_set_record_path(Project& project, char* text, bool is_set) {
     if (!is_set)
-        return put_text(project.record_path.native(), text);
+        return put_text(project.record_path.string(), text);
     project.record_path = text;
     return true;
 }
@@ -260,7 +260,7 @@ bool get_set_text(Workstation& workstation, Project& project, const char* parame
         return key.starts_with(prefix) ? std::optional(key.substr(prefix.size())) : std::nullopt;
     };
     if (key == "PROJECT_NAME" && !is_set)
-        return put_text(project.file.filename().native(), text);
+        return put_text(project.file.filename().string(), text);
     if (key == "RECORD_PATH")
         return get_set_record_path(project, text, is_set);
     if (key == metadata_token)

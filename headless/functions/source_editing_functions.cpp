@@ -1,5 +1,6 @@
 // Host functions that make sources, give them to takes and change them.
 
+#include "common/path_text.hpp"
 #include "headless/functions/adapter.hpp"
 #include "headless/functions/c_values.hpp"
 #include "headless/functions/media_sources.hpp"
@@ -22,7 +23,7 @@ namespace fs = std::filesystem;
 /// Empty if the file cannot be opened. That is reported only if the file exists: scripts ask for files to
 /// learn whether they do.
 std::optional<project::Source> open_file(Workstation& workstation, const char* name) {
-    const fs::path file = workstation::to_string(name);
+    const fs::path file = path_text::path_of(workstation::to_string(name));
     Result<project::Source> source = workstation::open_source(workstation.audio(), file);
     if (source)
         return std::move(*source);

@@ -62,7 +62,7 @@ project::Project* get_sub_project(Workstation& workstation, const project::Sourc
 }
 
 void get_source_file(const project::Source& source, char* buffer, int size) {
-    workstation::copy_text(source.file.native(), buffer, size);
+    workstation::copy_text(source.file.string(), buffer, size);
 }
 
 void get_source_type(const project::Source& source, char* buffer, int size) {

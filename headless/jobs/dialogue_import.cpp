@@ -36,8 +36,8 @@ int call_operation(lua_State* L) {
     lua_call(L, 0, 1);
     lua_getfield(L, -1, operation_name);
     const DialogueImport& import = call.import;
-    push_text(L, import.subject.native());
-    push_text(L, import.base.native());
+    push_text(L, import.subject.string());
+    push_text(L, import.base.string());
     lua_pushnumber(L, import.start_seconds);
     lua_pushnumber(L, import.interval_seconds);
     lua_pushinteger(L, import.counts_from_end ? 1 : 0);

@@ -1,19 +1,20 @@
 #include "headless/jobs/earlier_project.hpp"
 
 #include "common/folder_entries.hpp"
+#include "common/letter_case.hpp"
+#include "common/path_text.hpp"
 #include "headless/audio/render.hpp"
 #include "headless/base/file_reading.hpp"
 #include "headless/base/folder.hpp"
 #include "headless/jobs/file_identity.hpp"
 #include "headless/jobs/project_output.hpp"
 #include "headless/rpp/rpp.hpp"
+#include "headless/system/files.hpp"
 
 #include <cerrno>
 #include <string>
 #include <string_view>
-#include <strings.h>
 #include <system_error>
-#include <unistd.h>
 
 namespace headless::jobs {
 namespace {
@@ -38,8 +39,8 @@ std::vector<fs::path> rendered_recordings(const project::Project& project) {
 }
 
 bool is_named_as_project(const std::string& name) {
-    constexpr std::string_view extension = ".rpp"; // ".rpp-bak" is a backup
-    return strncasecmp(fs::path(name).extension().c_str(), extension.data(), extension.size()) == 0;
+    // ".rpp-bak" is a backup
+    return letter_case::lowered(path_text::path_of(name).extension().string()).starts_with(".rpp");
 }
 
 /// The texts of the other project files in the folder, including backups, joined.
@@ -48,9 +49,9 @@ Result<std::string> text_of_projects_beside(const fs::path& project) {
     std::error_code error;
     std::string texts;
     for (const folder_entries::Entry& entry : folder_entries::read(folder, error)) {
-        if (entry.name == project.filename() || !is_named_as_project(entry.name))
+        if (entry.name == project.filename().string() || !is_named_as_project(entry.name))
             continue;
-        const auto text = text_of(folder / entry.name);
+        const auto text = text_of(folder / path_text::path_of(entry.name));
         if (!text)
             return tl::unexpected(text.error());
         texts.append(text->value_or("")).append("\n");
@@ -114,7 +115,7 @@ std::vector<Failure> EarlierProject::remove_replaced_renders(const project::Proj
         return failures;
     }
     for (const fs::path& file : replaced)
-        if (others->find(file.filename().native()) == std::string::npos && unlink(file.c_str()) != 0)
+        if (others->find(file.filename().string()) == std::string::npos && !system::remove_file(file))
             failures.push_back(system_failure(file, errno));
     return failures;
 }

@@ -1,11 +1,11 @@
 #pragma once
-// Identifies files by device and inode, so that links and other spellings of a path make no difference.
+// Identifies files as the system does, so that links and other spellings of a path make no difference.
+
+#include "headless/system/files.hpp"
 
 #include <filesystem>
 #include <set>
 #include <span>
-#include <sys/stat.h>
-#include <utility>
 
 namespace headless::jobs {
 
@@ -16,21 +16,19 @@ public:
 
     /// Adds the files that exist.
     void add(std::span<const std::filesystem::path> files) {
-        for (const std::filesystem::path& file : files) {
-            struct stat status {};
-            if (stat(file.c_str(), &status) == 0)
-                identities_.emplace(status.st_dev, status.st_ino);
-        }
+        for (const std::filesystem::path& file : files)
+            if (const auto status = system::status_of(file))
+                identities_.insert(status->identity);
     }
 
     /// False for a file that does not exist.
     bool contains(const std::filesystem::path& file) const {
-        struct stat status {};
-        return stat(file.c_str(), &status) == 0 && identities_.contains({status.st_dev, status.st_ino});
+        const auto status = system::status_of(file);
+        return status && identities_.contains(status->identity);
     }
 
 private:
-    std::set<std::pair<dev_t, ino_t>> identities_;
+    std::set<system::FileIdentity> identities_;
 };
 
 } // namespace headless::jobs

@@ -39,7 +39,7 @@ std::uintmax_t expected_project_size(const ImportPlan& plan) {
 std::string list_of(const std::vector<fs::path>& files) {
     std::string list;
     for (const fs::path& file : files)
-        list += report::printable(file.native()) + '\n';
+        list += report::printable(file.string()) + '\n';
     return list;
 }
 

@@ -1,5 +1,6 @@
 #include "headless/jobs/import_plan.hpp"
 
+#include "common/path_text.hpp"
 #include "headless/jobs/project_output.hpp"
 
 #include <algorithm>
@@ -45,7 +46,7 @@ fs::path project_of(const ImportOptions& options, const fs::path& subject) {
     if (!options.onto.empty())
         return options.onto;
     const std::string name = subject.filename().string();
-    return (name.empty() ? "import" : name) + ".rpp";
+    return path_text::path_of((name.empty() ? "import" : name) + ".rpp");
 }
 
 Result<void> check_distinct(const std::vector<fs::path>& outputs) {

@@ -1,5 +1,6 @@
 #include "headless/jobs/output_guard.hpp"
 
+#include "common/letter_case.hpp"
 #include "headless/audio/render.hpp"
 #include "headless/base/atomic_file.hpp"
 #include "headless/base/file_reading.hpp"
@@ -12,7 +13,6 @@
 #include <sstream>
 #include <string>
 #include <string_view>
-#include <strings.h>
 #include <system_error>
 
 namespace headless::jobs {
@@ -40,7 +40,7 @@ Result<bool> is_own_table(const std::filesystem::path& file) {
 bool is_path_of_wav(std::string_view line) {
     constexpr std::string_view ending = ".wav";
     return line.starts_with('/') && line.size() > ending.size() &&
-           strncasecmp(line.end() - ending.size(), ending.data(), ending.size()) == 0;
+           letter_case::lowered(line).ends_with(ending);
 }
 
 /// A list has no heading: it is known by its form, absolute paths of wav files and nothing else.

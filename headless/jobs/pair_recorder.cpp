@@ -101,7 +101,7 @@ PairRecorder::PairRecorder(workstation::Workstation& workstation, OutputGuard& g
                            std::span<const matching::LinePair> planned, Settings settings)
     : workstation_(workstation), guard_(guard), settings_(std::move(settings)) {
     for (const matching::LinePair& pair : planned)
-        planned_[pair.base.native()].push_back(pair.subject);
+        planned_[pair.base.string()].push_back(pair.subject);
     workstation_.on_insertion = [this](const std::filesystem::path& file, project::Item* item) {
         inserted(file, item);
     };
@@ -118,7 +118,7 @@ void PairRecorder::finish() {
 void PairRecorder::inserted(const std::filesystem::path& file, project::Item* item) {
     if (file == awaited_subject_)
         return complete(file, item);
-    if (const auto subjects = planned_.find(file.native());
+    if (const auto subjects = planned_.find(file.string());
         subjects != planned_.end() && !subjects->second.empty()) {
         const std::filesystem::path subject = subjects->second.front();
         subjects->second.pop_front();

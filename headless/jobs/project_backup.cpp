@@ -33,7 +33,8 @@ bool has_time(std::string_view line) { return chunk::number_at(chunk::Text::made
 
 /// The names of backups, in the order in which they are given.
 fs::path backup_of(const fs::path& file, int number) {
-    return file.string() + "-bak" + (number == 1 ? "" : std::to_string(number));
+    fs::path backup = file;
+    return backup += "-bak" + (number == 1 ? "" : std::to_string(number));
 }
 
 /// The number of the first backup that does not exist.

@@ -1,5 +1,6 @@
 #include "headless/jobs/ride_session.hpp"
 
+#include "common/path_text.hpp"
 #include "headless/audio/audio_cache.hpp"
 #include "headless/audio/loudness.hpp"
 #include "headless/base/interruption.hpp"
@@ -108,7 +109,8 @@ void RideSession::set_folder(const std::filesystem::path& folder) {
 }
 
 std::filesystem::path RideSession::target_of(const project::Take& take) const {
-    return folder_ / workstation::file_name_for(workstation::without_audio_extension(take.name), ".wav");
+    return folder_ / path_text::path_of(
+                         workstation::file_name_for(workstation::without_audio_extension(take.name), ".wav"));
 }
 
 Result<project::Item*> RideSession::insert(const std::filesystem::path& file) {

@@ -2,6 +2,7 @@
 
 #include "common/folder_entries.hpp"
 #include "common/letter_case.hpp"
+#include "common/path_text.hpp"
 #include "headless/matching/near_match.hpp"
 
 #include <algorithm>
@@ -22,7 +23,7 @@ using PathsByName = std::unordered_map<std::string, Paths>;
 /// lines have the same name.
 constexpr std::size_t max_candidates = 8;
 
-bool is_wav(const fs::path& file) { return letter_case::lowered(file.extension().native()) == ".wav"; }
+bool is_wav(const fs::path& file) { return letter_case::lowered(file.extension().string()) == ".wav"; }
 
 /// False for a file that no longer exists, and for a link without a target.
 bool is_there(const fs::path& file, std::error_code& error) {
@@ -39,7 +40,7 @@ Result<void> append_lines(const fs::path& folder, Paths& lines) {
     if (error)
         return tl::unexpected(system_failure(folder, error.value()));
     for (const auto& entry : entries) {
-        const fs::path path = folder / entry.name;
+        const fs::path path = folder / path_text::path_of(entry.name);
         if (is_wav(path) && is_there(path, error))
             lines.push_back(path);
         if (error)
@@ -50,6 +51,16 @@ Result<void> append_lines(const fs::path& folder, Paths& lines) {
             return appended;
     }
     return {};
+}
+
+/// By their bytes with "/" between folders, which is the same order on every system.
+void sort_by_text(Paths& files) {
+    std::vector<std::pair<std::string, fs::path>> named;
+    named.reserve(files.size());
+    for (fs::path& file : files)
+        named.emplace_back(file.generic_string(), std::move(file));
+    std::ranges::sort(named, {}, &std::pair<std::string, fs::path>::first);
+    std::ranges::transform(named, files.begin(), [](auto& entry) { return std::move(entry.second); });
 }
 
 std::string name_of(const fs::path& file) { return file.filename().string(); }
@@ -66,7 +77,7 @@ std::vector<SameName> duplicates(PathsByName& names) {
     std::vector<SameName> result;
     for (auto& [name, files] : names) {
         if (files.size() > 1) {
-            std::ranges::sort(files, {}, &fs::path::native);
+            sort_by_text(files);
             result.push_back({name, files});
         }
     }
@@ -137,8 +148,8 @@ Result<std::vector<fs::path>> find_lines(const fs::path& folder) {
 LineSurvey survey_lines(Paths subjects, Paths bases) {
     PathsByName subject_names = by_name(subjects);
     PathsByName base_names = by_name(bases);
-    std::ranges::sort(subjects, {}, &fs::path::native);
-    std::ranges::sort(bases, {}, &fs::path::native);
+    sort_by_text(subjects);
+    sort_by_text(bases);
     LineSurvey survey;
     survey.pairs = pair_lines(subjects, base_names); // before the duplicates are sorted
     survey.unpaired_subjects = without_names(subjects, base_names);

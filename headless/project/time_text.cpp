@@ -1,10 +1,10 @@
 #include "headless/project/time_text.hpp"
 
+#include "headless/base/decimal.hpp"
 #include "headless/project/project.hpp"
 
 #include <algorithm>
 #include <array>
-#include <charconv>
 #include <cmath>
 #include <cstdarg>
 #include <cstdint>
@@ -135,9 +135,7 @@ bool shows_beats_and_time(RulerMode mode) {
 
 double parse_number(std::string_view text) {
     text.remove_prefix(std::min(text.find_first_not_of(" \t+"), text.size()));
-    double number = 0.0;
-    std::from_chars(text.data(), text.data() + text.size(), number);
-    return bounded(number);
+    return bounded(read_decimal(text).value_or(DecimalReading{}).value);
 }
 
 std::vector<double> parse_parts(std::string_view text, char separator) {

@@ -152,8 +152,8 @@ std::string csv_heading() {
 std::string csv_table(const std::vector<ImportedPair>& pairs) {
     std::string table = csv_heading();
     for (const ImportedPair& pair : pairs) {
-        table += csv_field(pair.group) + ',' + csv_field(pair.subject.file.native()) + ',' +
-                 csv_field(pair.base.file.native()) + ',' + csv_place(pair.base) + ',' +
+        table += csv_field(pair.group) + ',' + csv_field(pair.subject.file.string()) + ',' +
+                 csv_field(pair.base.file.string()) + ',' + csv_place(pair.base) + ',' +
                  csv_place(pair.subject) + ',' + csv_number(pair.base.momentary_max_lufs, 2) + ',' +
                  csv_number(pair.subject_before_lufs, 2) + ',' +
                  csv_number(pair.subject.momentary_max_lufs, 2) + ',' + csv_field(pair.remark) + "\r\n";

@@ -20,7 +20,7 @@ constexpr std::size_t max_names = 20;      ///< shown of a list
 
 std::string below(const fs::path& folder, const fs::path& file) {
     const fs::path relative = file.lexically_relative(folder);
-    return printable(relative.empty() || *relative.begin() == ".." ? file.native() : relative.native());
+    return printable(relative.empty() || *relative.begin() == ".." ? file.string() : relative.string());
 }
 
 std::string counted(std::size_t count, const char* one, const char* many) {
@@ -125,7 +125,7 @@ private:
         if (report_.is_dry_run)
             text_ += "; nothing was written";
         else if (!report_.project.empty())
-            text_ += ", project " + printable(report_.project.native());
+            text_ += ", project " + printable(report_.project.string());
         text_ += '\n';
     }
 

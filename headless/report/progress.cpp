@@ -1,10 +1,11 @@
 #include "headless/report/progress.hpp"
 
 #include "headless/report/printable.hpp"
+#include "headless/system/files.hpp"
+#include "headless/system/terminal.hpp"
 
 #include <cmath>
-#include <sys/ioctl.h>
-#include <unistd.h>
+#include <cstdint>
 
 namespace headless::report {
 namespace {
@@ -12,9 +13,8 @@ namespace {
 constexpr std::string_view erase_line = "\r\x1b[K";
 
 std::size_t columns_of(int descriptor) {
-    winsize size{};
-    const bool known = ioctl(descriptor, TIOCGWINSZ, &size) == 0 && size.ws_col > 0;
-    return known ? size.ws_col : 80;
+    const std::size_t columns = system::columns_of(descriptor);
+    return columns > 0 ? columns : 80;
 }
 
 } // namespace
@@ -33,7 +33,7 @@ std::string time_left_text(double elapsed_seconds, std::size_t done, std::size_t
 }
 
 Progress::Progress(int stream_descriptor)
-    : descriptor_(stream_descriptor), on_terminal_(isatty(stream_descriptor) == 1) {}
+    : descriptor_(stream_descriptor), on_terminal_(system::is_terminal(stream_descriptor)) {}
 
 void Progress::show(std::size_t number, std::size_t total, std::string_view name) {
     if (!on_terminal_)
@@ -60,7 +60,7 @@ void Progress::erase() {
 
 void Progress::write(std::string_view text) const {
     while (!text.empty()) {
-        const ssize_t written = ::write(descriptor_, text.data(), text.size());
+        const std::int64_t written = system::write(descriptor_, text.data(), text.size());
         if (written <= 0)
             return; // a progress line is not worth failing for
         text.remove_prefix(static_cast<std::size_t>(written));

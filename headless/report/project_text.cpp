@@ -28,11 +28,11 @@ std::string clock_time(double seconds) {
 
 std::string date_of(std::int64_t seconds) {
     const std::time_t time = seconds;
-    std::tm parts{};
-    if (!gmtime_r(&time, &parts))
+    const std::tm* parts = std::gmtime(&time);
+    if (!parts)
         return "";
-    return formatted("%04d-%02d-%02d %02d:%02d UTC", parts.tm_year + 1900, parts.tm_mon + 1, parts.tm_mday,
-                     parts.tm_hour, parts.tm_min);
+    return formatted("%04d-%02d-%02d %02d:%02d UTC", parts->tm_year + 1900, parts->tm_mon + 1, parts->tm_mday,
+                     parts->tm_hour, parts->tm_min);
 }
 
 /// The text in that many columns, cut with dots if it is longer.
@@ -52,7 +52,7 @@ std::string shown(const fs::path& file, const fs::path& project) {
     const fs::path folder = fs::weakly_canonical(fs::absolute(project), error).parent_path();
     const fs::path relative = error ? fs::path() : file.lexically_relative(folder);
     const bool is_below = !relative.empty() && *relative.begin() != "..";
-    return printable(is_below ? relative.native() : file.native());
+    return printable(is_below ? relative.string() : file.string());
 }
 
 /// "Reverb", "(no name)".
@@ -111,7 +111,7 @@ public:
 
 private:
     void add_head() {
-        text_ += printable(report_.file.native()) + '\n';
+        text_ += printable(report_.file.string()) + '\n';
         if (report_.is_cut_off)
             text_ += "  the file is cut off: this is what is left of it\n";
         const std::string version = printable(report_.version);
@@ -252,7 +252,7 @@ private:
 std::string text_of(const ProjectReport& report) { return ProjectText(report).text(); }
 
 std::string text_of_check(const ProjectReport& report) {
-    const std::string name = printable(report.file.native()) + ": ";
+    const std::string name = printable(report.file.string()) + ": ";
     std::string text = report.is_cut_off ? name + "the file is cut off\n" : "";
     for (const MediaFile& media : report.media)
         if (media.is_missing)

@@ -1,5 +1,7 @@
 #include "headless/rpp/media_source.hpp"
 
+#include "common/path_text.hpp"
+
 #include <algorithm>
 #include <cctype>
 #include <optional>
@@ -96,19 +98,19 @@ private:
 
 fs::path file_of(std::string_view text, const fs::path& folder) {
     if (text.empty() || is_windows_absolute(text))
-        return text;
-    fs::path file = (folder / text).lexically_normal();
+        return path_text::path_of(text);
+    fs::path file = (folder / path_text::path_of(text)).lexically_normal();
     std::error_code error;
     if (text.find('\\') == text.npos || fs::exists(file, error))
         return file;
     std::string slashed(text);
     std::ranges::replace(slashed, '\\', '/');
-    return (folder / slashed).lexically_normal();
+    return (folder / path_text::path_of(slashed)).lexically_normal();
 }
 
 std::string path_text(const fs::path& file, const fs::path& folder) {
-    if (is_windows_absolute(file.native()))
-        return file;
+    if (is_windows_absolute(file.string()))
+        return file.string();
     std::error_code ignored; // a path that cannot be made absolute stays as it is
     const auto whole = [&](const fs::path& path) {
         const auto absolute = fs::absolute(path, ignored).lexically_normal();

@@ -1,3 +1,4 @@
+#include "common/path_text.hpp"
 #include "headless/rpp/extension_lines.hpp"
 #include "headless/rpp/marker_lines.hpp"
 #include "headless/rpp/read_fields.hpp"
@@ -44,7 +45,7 @@ Result<void> parse_project(project::Project& project, std::string text, const st
     if (const chunk::Block* block = chunk::find_block(root.lines, "EXTSTATE"))
         read_extension_data(project.extension_data, *block);
     if (const chunk::Text* line = chunk::find_line(root.lines, "RECORD_PATH"))
-        project.record_path = chunk::text_at(*line, 1);
+        project.record_path = path_text::path_of(chunk::text_at(*line, 1));
     read_envelopes(in, project.master(), root.lines);
     read_markers(in, root.lines);
     read_tracks(in, root.lines);

@@ -144,8 +144,8 @@ private:
 
     Text record_path_line(const Text& present) const {
         Text line = present;
-        if (chunk::text_at(line, 1) != project_.record_path.native())
-            chunk::set_word(line, 1, chunk::in_quotes(project_.record_path.native()));
+        if (chunk::text_at(line, 1) != project_.record_path.string())
+            chunk::set_word(line, 1, chunk::in_quotes(project_.record_path.string()));
         if (is_moved() && chunk::word(line.content(), 2))
             return moved_line(line, 2, project_.source->folder, folder_);
         return line;
@@ -195,7 +195,7 @@ bool has_source_as_read(const project::Take& take, const project::Project& proje
 bool has_record_path_as_read(const project::Project& project) {
     const chunk::Text* line =
         project.source ? chunk::find_line(project.source->document.root.lines, "RECORD_PATH") : nullptr;
-    return line && chunk::text_at(*line, 1) == project.record_path.native();
+    return line && chunk::text_at(*line, 1) == project.record_path.string();
 }
 
 // Markers share their line with other fields, so they have no form for all quotes.

@@ -1,11 +1,11 @@
 #include "headless/workstation/audio_source.hpp"
 
+#include "common/letter_case.hpp"
 #include "headless/workstation/take_audio.hpp"
 #include "headless/workstation/workstation.hpp"
 
 #include <string>
 #include <string_view>
-#include <strings.h>
 #include <utility>
 
 namespace headless::workstation {
@@ -19,8 +19,9 @@ constexpr std::pair<std::string_view, const char*> types[] = {
     {".flac", "FLAC"}, {".ogg", "VORBIS"}, {".opus", "OPUS"}, {".mp3", "MP3"}};
 
 std::string type_of(const fs::path& file) {
+    const std::string ending = letter_case::lowered(file.extension().string());
     for (const auto& [extension, type] : types)
-        if (strcasecmp(file.extension().c_str(), extension.data()) == 0)
+        if (ending == extension)
             return type;
     return "WAVE";
 }

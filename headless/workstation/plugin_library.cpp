@@ -1,9 +1,9 @@
 #include "headless/workstation/plugin_library.hpp"
 
 #include "common/plugin_abi.hpp"
+#include "headless/system/library.hpp"
 #include "headless/workstation/workstation.hpp"
 
-#include <dlfcn.h>
 #include <string>
 #include <utility>
 
@@ -32,27 +32,18 @@ tl::unexpected<Failure> failure_of(const std::filesystem::path& file, const std:
     return tl::unexpected(path_failure(file, reason));
 }
 
-// The loader's message, without the path that it usually begins with.
-std::string loader_error(const std::filesystem::path& file) {
-    const char* reason = dlerror();
-    const std::string text = reason ? reason : "cannot be loaded";
-    const std::string prefix = file.string() + ": ";
-    return text.starts_with(prefix) ? text.substr(prefix.size()) : text;
-}
-
 } // namespace
 
 Result<PluginLibrary> PluginLibrary::load(const std::filesystem::path& file, Workstation&) {
-    // A name without a slash would be searched for in the system's library folders.
-    const std::filesystem::path absolute = std::filesystem::absolute(file);
-    void* library = dlopen(absolute.c_str(), RTLD_NOW | RTLD_LOCAL);
+    std::string reason;
+    void* library = system::load_library(std::filesystem::absolute(file), reason);
     if (!library)
-        return failure_of(file, loader_error(absolute));
-    auto* entry = reinterpret_cast<PluginEntry*>(dlsym(library, plugin_entry_name));
+        return failure_of(file, reason);
+    auto* entry = reinterpret_cast<PluginEntry*>(system::symbol_of(library, plugin_entry_name));
     auto record = std::make_unique<reaper_plugin_info_t>(
         reaper_plugin_info_t{plugin_interface_version, nullptr, register_name, get_function});
     if (!entry || entry(library, record.get()) != 1) {
-        dlclose(library);
+        system::unload_library(library);
         return failure_of(file, entry ? "declined to be loaded" : "has no ReaperPluginEntry");
     }
     return PluginLibrary(library, std::move(record));
@@ -64,14 +55,16 @@ PluginLibrary::PluginLibrary(void* library, std::unique_ptr<reaper_plugin_info_t
 PluginLibrary::PluginLibrary(PluginLibrary&& other) noexcept
     : library_(std::exchange(other.library_, nullptr)), record_(std::move(other.record_)) {}
 
-void* PluginLibrary::symbol(const char* name) const { return library_ ? dlsym(library_, name) : nullptr; }
+void* PluginLibrary::symbol(const char* name) const {
+    return library_ ? system::symbol_of(library_, name) : nullptr;
+}
 
 PluginLibrary::~PluginLibrary() {
     if (!library_)
         return;
-    if (auto* entry = reinterpret_cast<PluginEntry*>(dlsym(library_, plugin_entry_name)))
+    if (auto* entry = reinterpret_cast<PluginEntry*>(system::symbol_of(library_, plugin_entry_name)))
         entry(library_, nullptr);
-    dlclose(library_);
+    system::unload_library(library_);
 }
 
 } // namespace headless::workstation

@@ -1,5 +1,6 @@
 #include "headless/workstation/render_take.hpp"
 
+#include "common/path_text.hpp"
 #include "headless/audio/render.hpp"
 #include "headless/workstation/take_audio.hpp"
 #include "headless/workstation/text.hpp"
@@ -61,7 +62,8 @@ Result<fs::path> publish(const fs::path& plain, AtomicFile& render, Workstation&
     Result<fs::path> file = publish_as(plain, render, workstation, take);
     for (std::size_t& number = workstation.last_render_number(plain); file && file->empty();) {
         const std::string ending = std::string("-").append(three_digits(++number)).append(".wav");
-        file = publish_as(plain.parent_path() / file_name_for(stem, ending), render, workstation, take);
+        file = publish_as(plain.parent_path() / path_text::path_of(file_name_for(stem, ending)), render,
+                          workstation, take);
     }
     return file;
 }
@@ -75,8 +77,8 @@ Result<project::Take*> render_to_new_take(project::Item& item, Workstation& work
     const Result<TakeAudio> audio = heard_audio_of(workstation.audio(), *take);
     if (!audio)
         return tl::unexpected(audio.error());
-    const fs::path plain =
-        workstation.render_folder() / file_name_for(without_audio_extension(take->name), ".wav");
+    const fs::path plain = workstation.render_folder() /
+                           path_text::path_of(file_name_for(without_audio_extension(take->name), ".wav"));
     auto render = audio::render(*audio->sound, audio->range, gain_of(*take), plain);
     if (!render)
         return tl::unexpected(render.error());

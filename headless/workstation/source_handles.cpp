@@ -1,5 +1,6 @@
 #include "headless/workstation/source_handles.hpp"
 
+#include <string>
 #include <utility>
 
 namespace headless::workstation {
@@ -28,11 +29,17 @@ public:
             source()->offline = !is_available;
     }
     const char* GetType() override { return source() ? source()->type.c_str() : ""; }
-    const char* GetFileName() override { return source() ? source()->file.c_str() : nullptr; }
+    const char* GetFileName() override {
+        if (!source())
+            return nullptr;
+        file_name_ = source()->file.string();
+        return file_name_.c_str();
+    }
     bool SetFileName(const char*) override { return false; }
 
 private:
     SourceHandles& handles_;
+    std::string file_name_; ///< kept for callers
 };
 
 SourceHandles::SourceHandles(const project::LiveObjects& live_objects) : live_objects_(live_objects) {}

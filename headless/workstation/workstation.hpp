@@ -183,7 +183,7 @@ public:
     /// The number appended to the last render of that name, 0 at first: thousands of lines may share one
     /// name.
     std::size_t& last_render_number(const std::filesystem::path& file) {
-        return render_numbers_[file.native()];
+        return render_numbers_[file.string()];
     }
     EnvelopeObjects& envelope_objects() { return *envelope_objects_; }
     SourceHandles& source_handles() { return *source_handles_; }

@@ -1,5 +1,6 @@
 // `felspar api` in each of its forms.
 
+#include "headless/base/child_process.hpp"
 #include "tests/headless/cli/command_runner.hpp"
 
 namespace headless::test {
@@ -31,6 +32,23 @@ TEST_F(ReferenceCommand, ShowsEachFunctionInTheTermsOfItsLanguage) {
     EXPECT_THAT(reference("markdown"), HasSubstr("\n### MK_ReadFile\n\n    boolean, string text = "));
     EXPECT_THAT(reference("html"), HasSubstr("<h3><a href=\"#3-py_GetPathInfo\">"));
     EXPECT_EQ(felspar({"api", "--format", "pdf"}).status, 2);
+}
+
+TEST_F(ReferenceCommand, FindsTheLibraryWhereArchivesHaveIt) {
+    const std::filesystem::path built = FELSPAR_PROGRAM;
+    const std::filesystem::path program = folder / "bin/felspar";
+    const std::filesystem::path library = folder / "reaper_MERIDEK_FELSPAR.so";
+    std::filesystem::create_directory(program.parent_path());
+    std::filesystem::copy_file(built, program);
+    std::filesystem::copy_file(built.parent_path().parent_path() / "lib/libreaper_MERIDEK_FELSPAR_for_6.x.so",
+                               library);
+    const auto status_of_copy = [&] {
+        const auto result = run_process({program.string(), "api"}, std::nullopt);
+        return result ? result->status : -1;
+    };
+    EXPECT_EQ(status_of_copy(), 0);
+    std::filesystem::remove(library);
+    EXPECT_EQ(status_of_copy(), 1);
 }
 
 TEST_F(ReferenceCommand, GivesEditorsTheFunctionsThatScriptsFind) {

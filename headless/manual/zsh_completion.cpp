@@ -31,16 +31,22 @@ std::string action(const Value& value) {
 /// Each name of an option is a word of its own. Names of the same option exclude one another.
 std::string option_words(const Parameter& option, std::string_view indent) {
     const auto names = names_of(option);
+    std::string others = option.repeats ? "*" : "";
+    if (!option.repeats && names.size() > 1)
+        others.append("(").append(join(names, " ")).append(")");
     const std::string help = "[" + with_backslashes(option.help, "[]:\\") + "]";
+    const bool takes_value = !option.value.word.empty();
+    const std::string value = takes_value ? action(option.value) : "";
     std::string words;
     for (const std::string& name : names) {
-        const bool is_long = name.starts_with("--");
-        const std::string value = option.value.word.empty() ? "" : action(option.value);
-        const std::string sign = value.empty() ? "" : is_long ? "=" : "+";
-        const std::string others = option.repeats     ? "*"
-                                   : names.size() > 1 ? "(" + join(names, " ") + ")"
-                                                      : "";
-        words.append(" \\\n").append(indent).append(quoted(others + name + sign + help + value));
+        std::string word = others;
+        word.append(name)
+            .append(!takes_value             ? ""
+                    : name.starts_with("--") ? "="
+                                             : "+")
+            .append(help)
+            .append(value);
+        words.append(" \\\n").append(indent).append(quoted(word));
     }
     return words;
 }

@@ -39,7 +39,7 @@ struct Text {
 /// Returns the first names of a comma-separated list; empty if there are fewer.
 template <std::size_t Count>
 constexpr std::array<std::string_view, Count> split_names(std::string_view names) {
-    std::array<std::string_view, Count> parts;
+    std::array<std::string_view, Count> parts{};
     for (std::string_view& part : parts) {
         part = names.substr(0, names.find(','));
         names.remove_prefix(std::min(part.size() + 1, names.size()));

@@ -1,6 +1,7 @@
 // Files, folders, paths and the pairing of dialogue lines, in a small tree with names of several scripts.
 
 #include "api/project/files.hpp"
+
 #include "api/project/folders.hpp"
 #include "dialogue/lines.hpp"
 #include "object/path.hpp"
@@ -42,17 +43,24 @@ void add_reading_and_writing(Results& results, const std::string& folder) {
     const struct {
         const char *name, *text;
         int mode;
-    } writes[] = {{"\u53f0\u8a5e \u00e9.txt", "one\n", 0},   {"\u53f0\u8a5e \u00e9.txt", "two\r\n\xff", 2},
-                  {"\u53f0\u8a5e \u00e9.txt", "three", 1},   {"\u53f0\u8a5e \u00e9.txt", "four\n\n", 1},
-                  {"a.b.txt", "\x1a behind the end mark", 0}, {"a.b.txt", "5", 1},
-                  {"plain", "\n", 0},                        {"plain", "longer", 0},
-                  {"plain", "", 0},                          {"x.txt", "unknown mode", 3},
-                  {"deep/\u00e9/x", "no such folder", 0},    {"\U0001f3a7.txt", "beyond 16 bits", 0}};
+    } writes[] = {{"\u53f0\u8a5e \u00e9.txt", "one\n", 0},
+                  {"\u53f0\u8a5e \u00e9.txt", "two\r\n\xff", 2},
+                  {"\u53f0\u8a5e \u00e9.txt", "three", 1},
+                  {"\u53f0\u8a5e \u00e9.txt", "four\n\n", 1},
+                  {"a.b.txt", "\x1a behind the end mark", 0},
+                  {"a.b.txt", "5", 1},
+                  {"plain", "\n", 0},
+                  {"plain", "longer", 0},
+                  {"plain", "", 0},
+                  {"x.txt", "unknown mode", 3},
+                  {"deep/\u00e9/x", "no such folder", 0},
+                  {"\U0001f3a7.txt", "beyond 16 bits", 0}};
     for (const auto& each : writes)
         results.add("write " + shown(each.name) + " " + std::to_string(each.mode) + ": " +
                     std::to_string(WriteFile(folder.c_str(), each.name, each.text, each.mode)));
-    for (const char* name : {"\u53f0\u8a5e \u00e9.txt", "\u53f0\u8a5e \u00e9(1).txt", "\u53f0\u8a5e \u00e9(2).txt", "a.b.txt",
-                             "a.b(1).txt", "plain", "x.txt", "\U0001f3a7.txt", "none"})
+    for (const char* name :
+         {"\u53f0\u8a5e \u00e9.txt", "\u53f0\u8a5e \u00e9(1).txt", "\u53f0\u8a5e \u00e9(2).txt", "a.b.txt",
+          "a.b(1).txt", "plain", "x.txt", "\U0001f3a7.txt", "none"})
         results.add("read " + shown(name) + ": " + content(folder, name) + content(folder, name, 4));
 }
 
@@ -67,7 +75,8 @@ void add_copying(Results& results, const std::string& folder) {
     copy("\u00e9", "\u00e0");
     copy("\u00e9", "\u00e9/inside itself");
     copy("none", "copy");
-    results.add("copied: " + content(folder, "copy \u00e9.txt") + content(folder + "/\u00e0/inner", "\u65e5\u672c.txt"));
+    results.add("copied: " + content(folder, "copy \u00e9.txt") +
+                content(folder + "/\u00e0/inner", "\u65e5\u672c.txt"));
     char path[512] = "unwritten";
     for (const char* name : {"\u65e5\u672c \u00e9", "a/b\u00e9/c", ""}) {
         const bool is_made = SetPathFolder(folder.c_str(), name, 0, path, sizeof path);
@@ -76,23 +85,31 @@ void add_copying(Results& results, const std::string& folder) {
 }
 
 void add_paths(Results& results, const std::string& folder) {
-    for (const char* name :
-         {"/\u53f0\u8a5e \u00e9.txt", "/a.b.txt", "/plain", "/\u00e9", "/\u00e9/inner/\u65e5\u672c.txt", "/none", ""}) {
+    for (const char* name : {"/\u53f0\u8a5e \u00e9.txt", "/a.b.txt", "/plain", "/\u00e9",
+                             "/\u00e9/inner/\u65e5\u672c.txt", "/none", ""}) {
         mk_object::mk_Path info;
         const std::string path = *name ? folder + name : "";
         const int code = mk_api::path::GetPathInfo(path, info);
         results.add("path " + shown(name) + ": " + std::to_string(code) + " " +
-                    shown({relative(info.ParentPath->value), info.ParentName->value, relative(info.FilePath->value),
-                           info.FileName->value, info.FileNameWithoutExtension->value, info.Extension->value,
-                           info.Type->value}));
+                    shown({relative(info.ParentPath->value), info.ParentName->value,
+                           relative(info.FilePath->value), info.FileName->value,
+                           info.FileNameWithoutExtension->value, info.Extension->value, info.Type->value}));
     }
-    nlohmann::json source = {{"FileName", {{"string", "\u00e9.wav"}}}, {"Extension", {{"string", "wav"}}}, {"Type", 1}};
+    nlohmann::json source = {
+        {"FileName", {{"string", "\u00e9.wav"}}}, {"Extension", {{"string", "wav"}}}, {"Type", 1}};
     results.add("path from JSON: " + shown(mk_object::mk_Path(source).to_json().dump()));
 }
 
 void add_dialogue(Results& results, const std::string& folder) {
-    const char* const names[] = {"Anna_001.wav", "anna_002.WAV", "\u00c9mile_001.wav", "\u53f0\u8a5e_1.wav",
-                                 "\u53f0\u8a5e_10.wav", "notes.txt", "x.wave", ".wav", "b.tar.wav"};
+    const char* const names[] = {"Anna_001.wav",
+                                 "anna_002.WAV",
+                                 "\u00c9mile_001.wav",
+                                 "\u53f0\u8a5e_1.wav",
+                                 "\u53f0\u8a5e_10.wav",
+                                 "notes.txt",
+                                 "x.wave",
+                                 ".wav",
+                                 "b.tar.wav"};
     for (const char* language : {"/ja", "/en/\u53f0\u8a5e"})
         for (const char* name : names)
             WriteFile((folder + language).c_str(), name, "", 0);

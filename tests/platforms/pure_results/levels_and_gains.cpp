@@ -36,9 +36,8 @@ int deliver_peaks(MediaItem_Take*, double, double, int, int count, int, double* 
 void bind_host() {
     static char take;
     GetActiveTake = +[](MediaItem*) { return reinterpret_cast<MediaItem_Take*>(&take); };
-    GetMediaItemInfo_Value = +[](MediaItem*, const char* key) {
-        return std::strcmp(key, "D_LENGTH") == 0 ? length_seconds : 0.0;
-    };
+    GetMediaItemInfo_Value =
+        +[](MediaItem*, const char* key) { return std::strcmp(key, "D_LENGTH") == 0 ? length_seconds : 0.0; };
     GetMediaItemTake_Peaks = &deliver_peaks;
 }
 
@@ -53,7 +52,8 @@ void add_ride(Results& results, const std::vector<PeakLevel>& levels) {
         for (const RideWindow& window : scan.windows) {
             const RidePoint point = AssignPointVol(window, ladder);
             results.sweep(shown(window.position_seconds()) + " " + shown(window.level()) + " " +
-                          shown(point.point_vol) + " " + (point.value ? shown_rounded(*point.value) : "none"));
+                          shown(point.point_vol) + " " +
+                          (point.value ? shown_rounded(*point.value) : "none"));
         }
         for (const int flat : CollectFlatPoints(scan.windows, ladder))
             results.sweep(std::to_string(flat));
@@ -70,7 +70,8 @@ void add_levels_and_gains(Results& results) {
         length_seconds = length;
         item_seed = static_cast<unsigned>(length * 1000.0);
         std::vector<PeakLevel> levels;
-        const bool has_levels = mk_api::mediaItem::read_peak_levels(reinterpret_cast<MediaItem*>(&item), levels);
+        const bool has_levels =
+            mk_api::mediaItem::read_peak_levels(reinterpret_cast<MediaItem*>(&item), levels);
         for (const PeakLevel& level : levels)
             results.sweep(shown(level.max_db) + " " + shown(level.min_db));
         results.end_sweep("levels of " + shown(length) + " s, " + std::to_string(has_levels));

@@ -1,9 +1,10 @@
 // Rounding, decibels, conversions of numbers and number texts.
 
+#include "utility/numbers.hpp"
+
 #include "api/project/random_numbers.hpp"
 #include "tests/platforms/pure_results/results.hpp"
 #include "utility/mk_utility.hpp"
-#include "utility/numbers.hpp"
 
 #include <cmath>
 #include <cstdint>
@@ -46,7 +47,8 @@ void add_rounding(Results& results) {
     for (const double value : values) {
         std::string line = "round " + shown(value) + ":";
         for (const int digits : {-1, 0, 1, 2, 3, 4, 6, 9, 10})
-            line += " " + shown(mk_utility::round(value, digits)) + "|" + shown(mk_utility::round_up(value, digits));
+            line += " " + shown(mk_utility::round(value, digits)) + "|" +
+                    shown(mk_utility::round_up(value, digits));
         results.add(line + ", as int " + std::to_string(truncate_to_int(value)) + ", as address " +
                     std::to_string(reinterpret_cast<std::uintptr_t>(handle_from_value<void>(value))));
     }
@@ -66,18 +68,20 @@ void add_rounding(Results& results) {
 
 void add_decibels(Results& results) {
     for (const double value : values)
-        results.add("decibels " + shown(value) + ": " + shown_rounded(mk_utility::to_reaper_volume(value)) + " " +
-                    shown_rounded(mk_utility::to_dB(value)));
+        results.add("decibels " + shown(value) + ": " + shown_rounded(mk_utility::to_reaper_volume(value)) +
+                    " " + shown_rounded(mk_utility::to_dB(value)));
     for (int step = 1; step < 200'000; ++step) // as volumes of tracks are delivered
         results.sweep(shown(mk_utility::round(mk_utility::to_dB(step / 10000.0), 2)));
     results.end_sweep("to_dB, rounded");
     for (int step = -150'000; step <= 24'000; ++step)
-        results.sweep(shown(static_cast<double>(static_cast<float>(mk_utility::to_reaper_volume(step / 1000.0)))));
+        results.sweep(
+            shown(static_cast<double>(static_cast<float>(mk_utility::to_reaper_volume(step / 1000.0)))));
     results.end_sweep("to_reaper_volume, as float");
 }
 
 void add_number_texts(Results& results) {
-    for (const int number : {0, 7, -7, 123456, -123456, std::numeric_limits<int>::max(), std::numeric_limits<int>::min()})
+    for (const int number :
+         {0, 7, -7, 123456, -123456, std::numeric_limits<int>::max(), std::numeric_limits<int>::min()})
         for (const int digits : {0, 1, 2, 3, 7, 12, 100}) {
             char text[16] = "untouched";
             const bool is_written = MK_FELSPAR::FormatNumDigit(number, digits, text, sizeof text);

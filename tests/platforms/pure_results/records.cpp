@@ -1,9 +1,10 @@
 // Records by their keys, and the definition texts of the functions.
 
+#include "object/records.hpp"
+
 #include "bindings/reference/reference.hpp"
 #include "common/definition_text.hpp"
 #include "entry/api_table.hpp"
-#include "object/records.hpp"
 #include "tests/platforms/pure_results/results.hpp"
 
 namespace pure_results {
@@ -32,8 +33,8 @@ void add_record(Results& results, const char* name) {
     Record record;
     int address = 0;
     const mk_Value values[] = {7, 0.1, true, std::string("\u53f0\u8a5e"), static_cast<void*>(&address)};
-    for (const char* key : {"Name", "Track", "Volume", "Index", "Time", "MaxPeak", "Pitch", "EndPos", "MasterName",
-                            "UniqueTrack", "name", ""}) {
+    for (const char* key : {"Name", "Track", "Volume", "Index", "Time", "MaxPeak", "Pitch", "EndPos",
+                            "MasterName", "UniqueTrack", "name", ""}) {
         std::string line = std::string(name) + " " + shown(key) + ":";
         for (const mk_Value& value : values) {
             record.set_value(key, value);

@@ -1,6 +1,7 @@
 // Strings compared, split, copied and replaced, and regular expressions.
 
 #include "api/project/strings.hpp"
+
 #include "tests/platforms/pure_results/results.hpp"
 #include "utility/mk_utility.hpp"
 #include "utility/safe_regex.hpp"
@@ -26,14 +27,72 @@ const std::string texts[] = {"",
                              "aaaaaaaaaaaaaaaaaac",
                              "\x01\x7f\xff_A 1"};
 
-const char* const patterns[] = {
-    "", "x*", "(a|ab)(c|bcd)(d*)", "(a*)*", "(a?)*?b", "((a)|b)*", "(?:(a)|b)\\1", "(z)?\\1", "(a+)+b", "(a|aa)+$",
-    "^(\\w+\\s?)*$", "\\.wav$", "\\.(wav|aiff?|flac)$", "(\\d+)(?=\\.wav)", "(?!\\.)[a-z]+", "\\b(\\w+) \\1\\b",
-    "\\B_\\B", "^b", "b$", "$^", ".", "..", "[^a]", "[\\s_-]+", "[^\\x00-\\x7f]+", "[\\x80-\\xff]", "\xc3.",
-    "[\xc3\xa9]", "[[:alpha:]]+", "[[:ALNUM:]]", "[[:none:]]", "[[.hyphen.]]", "[[=a=]]", "[]", "[^]", "[-a]",
-    "[a-\\d]", "[z-a]", "[\\b]", "a{2,}", "a{,2}", "a{2,1}", "{1}", "a}", "a)", "(", "(?<a>b)", "(?i)a", "(?>a)",
-    "(*FAIL)", "*", "a**", "a++", "\\", "\\1", "(a)\\10", "\\0", "\\x4", "\\u00e9", "\\cA", "\\Qa\\E", "\\p{L}",
-    "\\-", "\\_", "a{65536}", "(((a{99}){99}){99}){9}"};
+const char* const patterns[] = {"",
+                                "x*",
+                                "(a|ab)(c|bcd)(d*)",
+                                "(a*)*",
+                                "(a?)*?b",
+                                "((a)|b)*",
+                                "(?:(a)|b)\\1",
+                                "(z)?\\1",
+                                "(a+)+b",
+                                "(a|aa)+$",
+                                "^(\\w+\\s?)*$",
+                                "\\.wav$",
+                                "\\.(wav|aiff?|flac)$",
+                                "(\\d+)(?=\\.wav)",
+                                "(?!\\.)[a-z]+",
+                                "\\b(\\w+) \\1\\b",
+                                "\\B_\\B",
+                                "^b",
+                                "b$",
+                                "$^",
+                                ".",
+                                "..",
+                                "[^a]",
+                                "[\\s_-]+",
+                                "[^\\x00-\\x7f]+",
+                                "[\\x80-\\xff]",
+                                "\xc3.",
+                                "[\xc3\xa9]",
+                                "[[:alpha:]]+",
+                                "[[:ALNUM:]]",
+                                "[[:none:]]",
+                                "[[.hyphen.]]",
+                                "[[=a=]]",
+                                "[]",
+                                "[^]",
+                                "[-a]",
+                                "[a-\\d]",
+                                "[z-a]",
+                                "[\\b]",
+                                "a{2,}",
+                                "a{,2}",
+                                "a{2,1}",
+                                "{1}",
+                                "a}",
+                                "a)",
+                                "(",
+                                "(?<a>b)",
+                                "(?i)a",
+                                "(?>a)",
+                                "(*FAIL)",
+                                "*",
+                                "a**",
+                                "a++",
+                                "\\",
+                                "\\1",
+                                "(a)\\10",
+                                "\\0",
+                                "\\x4",
+                                "\\u00e9",
+                                "\\cA",
+                                "\\Qa\\E",
+                                "\\p{L}",
+                                "\\-",
+                                "\\_",
+                                "a{65536}",
+                                "(((a{99}){99}){99}){9}"};
 
 std::string replaced(const std::string& text, const std::string& pattern, const std::string& format) {
     try {
@@ -54,10 +113,11 @@ std::string matched(const std::string& text, const std::string& pattern, LetterC
 /// A pattern that may well be invalid, put together from parts of patterns.
 std::string random_pattern(Numbers& numbers) {
     static const char* const parts[] = {
-        "a",   "b",   "c",   "_",  ".",      "-",     " ",    "1",    "\\.",   "\\d",       "\\w",  "\\s",  "\\S",
-        "\\D", "(",   ")",   "(",  ")",      "(?:",   "(?=",  "(?!",  "|",     "|",         "*",    "+",    "?",
-        "*?",  "+?",  "??",  "{2}", "{1,2}", "{0}",   "{2,}", "^",    "$",     "\\b",       "\\B",  "\\1",  "\\2",
-        "[ab]", "[^a]", "[a-c]", "[\\d_]", "[[:d:]]", "[[:UPPER:]]", "[", "]", "\n", "\xc3", "\\u0062", "\\t"};
+        "a",           "b",   "c",   "_",   ".",    "-",       " ",    "1",    "\\.",   "\\d",    "\\w",
+        "\\s",         "\\S", "\\D", "(",   ")",    "(",       ")",    "(?:",  "(?=",   "(?!",    "|",
+        "|",           "*",   "+",   "?",   "*?",   "+?",      "??",   "{2}",  "{1,2}", "{0}",    "{2,}",
+        "^",           "$",   "\\b", "\\B", "\\1",  "\\2",     "[ab]", "[^a]", "[a-c]", "[\\d_]", "[[:d:]]",
+        "[[:UPPER:]]", "[",   "]",   "\n",  "\xc3", "\\u0062", "\\t"};
     std::string pattern;
     for (std::size_t left = 1 + numbers.below(9); left > 0; --left)
         pattern += parts[numbers.below(std::size(parts))];
@@ -65,7 +125,8 @@ std::string random_pattern(Numbers& numbers) {
 }
 
 std::string random_text(Numbers& numbers) {
-    static const char* const parts[] = {"a", "b", "c", "_", ".", "-", " ", "1", "\n", "\r", "A", "\u00e9", "abc"};
+    static const char* const parts[] = {"a", "b",  "c",  "_", ".",      "-",  " ",
+                                        "1", "\n", "\r", "A", "\u00e9", "abc"};
     std::string text;
     for (std::size_t left = numbers.below(9); left > 0; --left)
         text += parts[numbers.below(std::size(parts))];
@@ -80,7 +141,8 @@ void add_comparisons(Results& results) {
             MK_FELSPAR::CheckSameString(text.c_str(), check, &is_same);
             mk_api::string::CheckIncludeString(text.c_str(), check, &is_included);
             MK_FELSPAR::CheckIncludePerfectString(text.c_str(), check, &is_included_exactly);
-            line += " " + std::to_string(is_same) + std::to_string(is_included) + std::to_string(is_included_exactly) +
+            line += " " + std::to_string(is_same) + std::to_string(is_included) +
+                    std::to_string(is_included_exactly) +
                     std::to_string(mk_utility::Stricmp(text.c_str(), check));
         }
         results.add(line);
@@ -132,8 +194,12 @@ void add_patterns(Results& results) {
     }
     results.end_sweep("random patterns");
     // What would take too long is refused after the same amount of work.
-    for (const auto& [pattern, size] : {std::pair{"(a+)+b", 23U}, {"(a+)+b", 1000U}, {"[^,]*,", 10'000U},
-                                        {"[^,]*,", 60'000U}, {"(a|b)*", 100'000U}, {".*", 100'000U}})
+    for (const auto& [pattern, size] : {std::pair{"(a+)+b", 23U},
+                                        {"(a+)+b", 1000U},
+                                        {"[^,]*,", 10'000U},
+                                        {"[^,]*,", 60'000U},
+                                        {"(a|b)*", 100'000U},
+                                        {".*", 100'000U}})
         results.add("long " + shown(pattern) + " " + std::to_string(size) + ": " +
                     replaced(std::string(size, 'a'), pattern, "x").substr(0, 20));
 }

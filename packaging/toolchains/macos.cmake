@@ -1,0 +1,11 @@
+# zig's compiler brings the headers and stubs of macOS. Its commands are wrapped by packaging/dependencies.
+set(CMAKE_SYSTEM_NAME Darwin)
+set(CMAKE_SYSTEM_VERSION 20)
+include(${CMAKE_CURRENT_LIST_DIR}/common.cmake)
+set(CMAKE_C_COMPILER ${packaging}/tools/${zig_target}-clang)
+set(CMAKE_CXX_COMPILER ${packaging}/tools/${zig_target}-clang++)
+set(CMAKE_AR llvm-ar-14)
+set(CMAKE_RANLIB llvm-ranlib-14)
+set(CMAKE_INSTALL_NAME_TOOL llvm-install-name-tool-14)
+set(CMAKE_OSX_SYSROOT "")
+set(CMAKE_OSX_DEPLOYMENT_TARGET "")

@@ -22,7 +22,12 @@ struct reaper_plugin_info_t {
 /// added between or before these.
 class PCM_source {
 public:
+#ifdef _WIN32
+    // The host's compiler gives a virtual destructor one place in the table, others give it two.
+    virtual void destructor_place() {}
+#else
     virtual ~PCM_source() = default;
+#endif
     virtual PCM_source* Duplicate() = 0;
     virtual bool IsAvailable() = 0;
     virtual void SetAvailable(bool) {}

@@ -1,5 +1,6 @@
 #include "object/path.hpp"
 
+#include "common/path_text.hpp"
 #include "object/record_operations.hpp"
 #include "utility/mk_utility.hpp"
 
@@ -33,22 +34,19 @@ int mk_Path::read_path(std::string path) {
     namespace fs = std::filesystem;
     if (path.empty()) // std::filesystem has no absolute form of it
         return 1;
-    const fs::path absolute = fs::absolute(mk_utility::utf8_to_multi(path));
+    const fs::path absolute = fs::absolute(path_text::path_of(path));
     std::error_code no_status;
     const fs::file_status status = fs::status(absolute, no_status);
     if (!fs::exists(status))
         return 1;
-    const auto [stem, extension] = mk_utility::split_extension(absolute.filename().string());
-    const auto set = [](const Cell<std::string>& cell, const std::string& text) {
-        cell->set(mk_utility::multi_to_utf8(text));
-    };
-    set(ParentPath, absolute.parent_path().string());
-    set(ParentName, absolute.parent_path().filename().string());
-    set(FilePath, absolute.string());
-    set(FileName, absolute.filename().string());
-    set(FileNameWithoutExtension, stem);
-    set(Extension, extension);
-    set(Type, type_word(status));
+    const auto [stem, extension] = mk_utility::split_extension(path_text::text_of(absolute.filename()));
+    ParentPath->set(path_text::text_of(absolute.parent_path()));
+    ParentName->set(path_text::text_of(absolute.parent_path().filename()));
+    FilePath->set(path_text::text_of(absolute));
+    FileName->set(path_text::text_of(absolute.filename()));
+    FileNameWithoutExtension->set(stem);
+    Extension->set(extension);
+    Type->set(type_word(status));
     return 0;
 }
 

@@ -1,15 +1,11 @@
 #include "sws/dependency.hpp"
 
+#include "host_api/arguments.hpp"
 #include "host_api/host_functions.hpp"
+#include "system/desktop.hpp"
 #include "utility/mk_utility.hpp"
 
 namespace {
-
-#ifdef __APPLE__
-constexpr const char* open_command = "open %s";
-#else
-constexpr const char* open_command = "xdg-open %s";
-#endif
 
 constexpr int yes_and_no_buttons = 4; ///< the host's message box types
 constexpr int yes = 6;                ///< the host's button codes
@@ -20,10 +16,7 @@ void* dependency_manager::look_up(const char* name) {
     return reaper_plugin && reaper_plugin->GetFunc ? reaper_plugin->GetFunc(name) : nullptr;
 }
 
-void dependency_manager::open_url(const char* url) {
-    std::string command = mk_utility::format(open_command, url);
-    mk_utility::exec_command(command);
-}
+void dependency_manager::open_url(const char* url) { desktop::open_web_address(text_or_empty(url)); }
 
 void dependency_manager::assert_not_installed(const char* apiName, const char*, third_plugin plugin) {
     const mk_app::message* texts = mk_app::message_list.get();

@@ -1,8 +1,6 @@
 #include "utility/message_catalogue.hpp"
 
-#include <cstdio>
-#include <cstdlib>
-#include <string>
+#include "system/desktop.hpp"
 
 namespace mk_app {
 
@@ -25,41 +23,8 @@ const char* message_jp::MSG_DEPENDENCY_ERROR() const {
 }
 const char* message_jp::MSG_FAIL_LOAD_REAPER_EXTENSION() const { return "関数の読み込みに失敗しました。"; }
 
-namespace {
-
-#ifdef __APPLE__
-
-std::string locale_name() {
-    FILE* answer = popen("defaults read -g AppleLocale", "r");
-    if (!answer)
-        return {};
-    char word[64] = "";
-    if (std::fscanf(answer, "%63s", word) != 1)
-        word[0] = '\0';
-    pclose(answer);
-    return word;
-}
-
-#else
-
-// The order of precedence that POSIX gives these variables. ja_JP.UTF-8@modifier names the locale ja_JP.
-std::string locale_name() {
-    for (const char* variable : {"LC_ALL", "LC_MESSAGES", "LANG"}) {
-        const char* value = std::getenv(variable);
-        if (!value || !*value)
-            continue;
-        const std::string name = value;
-        return name.substr(0, name.find_first_of(".@"));
-    }
-    return {};
-}
-
-#endif
-
-} // namespace
-
 void message_util::set_localize() {
-    if (locale_name() == "ja_JP")
+    if (desktop::locale_name() == "ja_JP")
         message_list = std::make_unique<message_jp>();
     else
         message_list = std::make_unique<message_en>();

@@ -1,6 +1,7 @@
 #include "utility/mk_utility.hpp"
 
 #include "common/letter_case.hpp"
+#include "system/shell.hpp"
 #include "utility/message_catalogue.hpp"
 #include "utility/safe_regex.hpp"
 
@@ -84,13 +85,7 @@ std::string mk_utility::format(const char* format, const char* first, const char
 }
 #pragma GCC diagnostic pop
 
-int mk_utility::exec_command(std::string& command) {
-    FILE* shell = popen(command.c_str(), "r");
-    if (!shell)
-        return 1;
-    pclose(shell);
-    return 0;
-}
+int mk_utility::exec_command(std::string& command) { return shell::run(command) ? 0 : 1; }
 
 std::pair<std::string, std::string> mk_utility::split_extension(std::string path) {
     const std::size_t dot = path.rfind('.');

@@ -38,8 +38,7 @@ MK_EXPORT double to_dB(double linear);
 /// @throws std::regex_error for an invalid pattern, and beyond the limits of `utility/safe_regex.hpp`
 MK_EXPORT bool match_intail(const std::string& text, const std::string& tail);
 
-/// Convert between the host's UTF-8 strings and the file system's encoding, which are the same on the
-/// supported platforms.
+/// Return a copy of the text. Texts of paths are UTF-8 on every platform (`common/path_text.hpp`).
 MK_EXPORT std::string multi_to_utf8(const std::string& text);
 MK_EXPORT std::string utf8_to_multi(const std::string& text);
 

@@ -1,65 +1,38 @@
 #include "api/project/files.hpp"
 
 #include "common/folder_entries.hpp"
+#include "common/path_text.hpp"
 #include "host_api/arguments.hpp"
+#include "system/copy_over.hpp"
+#include "system/readable_file.hpp"
 #include "utility/mk_utility.hpp"
 
 #include <algorithm>
 #include <array>
-#include <cerrno>
 #include <exception>
-#include <fcntl.h>
 #include <filesystem>
 #include <fstream>
 #include <optional>
 #include <string_view>
-#include <unistd.h>
 
 namespace {
 
 namespace fs = std::filesystem;
+using path_text::path_of;
+using path_text::text_of;
 
-fs::path join(const char* directory, const char* name) {
-    return fs::path(text_or_empty(directory)) / text_or_empty(name);
-}
+fs::path path_named(const char* text) { return path_of(text_or_empty(text)); }
 
-/// A file open for reading. Nothing blocks: opening does not wait for the other end of a pipe, and reading
-/// does not wait for a user at a terminal.
-class ReadableFile {
-public:
-    explicit ReadableFile(const fs::path& file)
-        : descriptor_(open(file.c_str(), O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC)) {}
-    ~ReadableFile() {
-        if (is_open())
-            close(descriptor_);
-    }
-    ReadableFile(const ReadableFile&) = delete;
-    ReadableFile& operator=(const ReadableFile&) = delete;
-
-    bool is_open() const { return descriptor_ >= 0; }
-
-    /// Reads up to `count` bytes.
-    /// @returns the number of bytes read; 0 at the end and for a folder; negative on failure
-    ssize_t read(char* bytes, std::size_t count) const {
-        ssize_t got = 0;
-        do
-            got = ::read(descriptor_, bytes, count);
-        while (got < 0 && errno == EINTR);
-        return got < 0 && errno == EISDIR ? 0 : got;
-    }
-
-private:
-    int descriptor_;
-};
+fs::path join(const char* directory, const char* name) { return path_named(directory) / path_named(name); }
 
 bool opens_for_reading(const fs::path& file) { return ReadableFile(file).is_open(); }
 
 /// Returns the path itself, or the first of its numbered variants that is free.
 fs::path free_name(fs::path file) {
-    const auto [stem, extension] = mk_utility::split_extension(file.filename().string());
+    const auto [stem, extension] = mk_utility::split_extension(text_of(file.filename()));
     for (int number = 1; opens_for_reading(file); ++number)
-        file.replace_filename(std::string(stem).append("(").append(std::to_string(number)).append(").") +
-                              extension);
+        file.replace_filename(
+            path_of(std::string(stem).append("(").append(std::to_string(number)).append(").") + extension));
     return file;
 }
 
@@ -67,7 +40,7 @@ bool write(const fs::path& file, const char* text, std::ios::openmode mode) {
     std::error_code none;
     if (fs::is_fifo(file, none))
         return false;
-    std::ofstream stream(file, mode);
+    std::ofstream stream(file, mode | std::ios::binary); // line ends stay as they are
     stream << text;
     return stream.is_open();
 }
@@ -77,7 +50,7 @@ bool write(const fs::path& file, const char* text, std::ios::openmode mode) {
 std::optional<std::string> read(const ReadableFile& file, std::size_t size) {
     std::string text;
     std::array<char, 65536> block;
-    ssize_t count = 1;
+    std::ptrdiff_t count = 1;
     while (count > 0 && text.size() < size) {
         count = file.read(block.data(), block.size());
         if (count < 0)
@@ -89,19 +62,25 @@ std::optional<std::string> read(const ReadableFile& file, std::size_t size) {
     return text;
 }
 
+/// Asks the system whether they are the same: some systems ignore the case of names.
 bool is_within(const fs::path& path, const fs::path& folder) {
-    const fs::path inner = fs::weakly_canonical(path);
-    const fs::path outer = fs::weakly_canonical(folder);
-    return std::ranges::mismatch(outer, inner).in1 == outer.end();
+    fs::path inner = fs::weakly_canonical(fs::absolute(path));
+    while (!(fs::exists(inner) && fs::equivalent(inner, folder))) {
+        fs::path outer = inner.parent_path();
+        if (outer == inner)
+            return false;
+        inner = std::move(outer);
+    }
+    return true;
 }
 
 /// Copies a file, replacing another, or a folder with its contents.
 void copy_all(const fs::path& from, const fs::path& to) {
     if (!fs::is_directory(from))
-        return fs::copy(from, to, fs::copy_options::overwrite_existing);
+        return copy_over(from, to);
     fs::create_directory(to, from);
     for (const folder_entries::Entry& entry : folder_entries::read(from))
-        copy_all(from / entry.name, to / entry.name);
+        copy_all(from / path_of(entry.name), to / path_of(entry.name));
 }
 
 bool has_extension(std::string_view name, const std::string& dotted) {
@@ -113,9 +92,9 @@ bool has_extension(std::string_view name, const std::string& dotted) {
 /// Appends the paths below a folder whose names have the extension. Each folder's contents follow it.
 void append_paths(const fs::path& folder, const std::string& dotted, std::vector<std::string>& paths) {
     for (const folder_entries::Entry& entry : folder_entries::read(folder)) {
-        const fs::path path = folder / entry.name;
+        const fs::path path = folder / path_of(entry.name);
         if (has_extension(entry.name, dotted))
-            paths.push_back(mk_utility::multi_to_utf8(path.string()));
+            paths.push_back(text_of(path));
         if (entry.is_folder)
             append_paths(path, dotted, paths);
     }
@@ -127,7 +106,7 @@ namespace MK_FELSPAR {
 
 bool WriteFile(const char* directory, const char* filename, const char* text, int mode) {
     try {
-        if (const fs::path folder = text_or_empty(directory); !fs::exists(folder))
+        if (const fs::path folder = path_named(directory); !fs::exists(folder))
             fs::create_directories(folder);
         const fs::path file = join(directory, filename);
         switch (mode) {
@@ -164,8 +143,8 @@ bool ReadFile(const char* directory, const char* filename, char* textOutNeedBig,
 
 bool SetCopyFile(const char* copyFilePath, const char* pasteFilePath) {
     try {
-        const fs::path from = mk_utility::utf8_to_multi(text_or_empty(copyFilePath));
-        const fs::path to = mk_utility::utf8_to_multi(text_or_empty(pasteFilePath));
+        const fs::path from = path_named(copyFilePath);
+        const fs::path to = path_named(pasteFilePath);
         if (fs::is_directory(from) && is_within(to, from))
             return false;
         copy_all(from, to);
@@ -181,7 +160,7 @@ namespace mk_api::path {
 
 bool GetFilePathList(const std::string& folder, const std::string& extension,
                      std::vector<std::string>& paths) {
-    const fs::path root = mk_utility::utf8_to_multi(folder);
+    const fs::path root = path_of(folder);
     std::error_code none;
     if (!fs::is_directory(root, none))
         return false;

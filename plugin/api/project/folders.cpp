@@ -1,5 +1,6 @@
 #include "api/project/folders.hpp"
 
+#include "common/path_text.hpp"
 #include "host_api/arguments.hpp"
 #include "host_api/host_functions.hpp"
 #include "utility/mk_utility.hpp"
@@ -12,6 +13,8 @@
 namespace MK_FELSPAR {
 namespace {
 
+using path_text::path_of;
+using path_text::text_of;
 using PathBuffer = std::array<char, 1024>;
 
 const char* stamp_format(int time_type) {
@@ -61,8 +64,9 @@ PathBuffer record_path(ReaProject* project) {
 void SetFolderFolder_Common(std::string parentPath, const char* folderName, int timeType,
                             std::string& fullPath, std::string& composedName) {
     composedName = text_or_empty(folderName) + stamp(timeType);
-    fullPath = (std::filesystem::path(std::move(parentPath)) / composedName).string();
-    std::filesystem::create_directories(mk_utility::utf8_to_multi(fullPath));
+    const std::filesystem::path folder = path_of(parentPath) / path_of(composedName);
+    fullPath = text_of(folder);
+    std::filesystem::create_directories(folder);
 }
 
 bool SetProjectPathFolder(const char* folderName, int timeType, char* fullPathOut, int fullPathOut_sz,
@@ -98,8 +102,12 @@ bool SetProjectInfoRecAddPath(ReaProject* projID, const char* path, char* before
     mk_utility::strcpy(beforePathOut, beforePathOut_sz, before.data());
     if (!afterPathOut)
         return false;
-    const std::filesystem::path after = std::filesystem::path(before.data()) / text_or_empty(path);
-    mk_utility::strcpy(afterPathOut, afterPathOut_sz, after.string());
+    try {
+        const std::filesystem::path after = path_of(before.data()) / path_of(text_or_empty(path));
+        mk_utility::strcpy(afterPathOut, afterPathOut_sz, text_of(after));
+    } catch (const std::filesystem::filesystem_error&) { // a text that is no path on this system
+        return false;
+    }
     call(GetSetProjectInfo_String, projID, "RECORD_PATH", afterPathOut, true);
     return true;
 }

@@ -2,6 +2,7 @@
 
 #include "host_api/arguments.hpp"
 #include "host_api/host_functions.hpp"
+#include "system/random_word.hpp"
 #include "utility/mk_utility.hpp"
 
 #include <algorithm>
@@ -14,8 +15,7 @@ namespace MK_FELSPAR {
 namespace {
 
 int draw(int low, int high) {
-    std::random_device device("/dev/urandom");
-    std::mt19937 generator(device());
+    std::mt19937 generator(random_word());
     const auto [least, most] = std::minmax(low, high);
     return std::uniform_int_distribution(least, most)(generator);
 }

@@ -125,13 +125,28 @@ TEST_F(Files, AreCopiedOverFilesAndFolders) {
     EXPECT_EQ(read("../copy/b.txt"), "new\n");
     EXPECT_FALSE(copy("made/none", "copy/x"));
     EXPECT_FALSE(copy("made/empty", "made/a.txt")) << "a folder onto a file";
-    EXPECT_FALSE(copy("", "made/again")) << "a folder into itself";
+}
+
+TEST_F(Files, AreNotCopiedIntoThemselves) {
+    fs::create_directories(made + "/below");
+    fs::create_directory_symlink(made, folder / "link");
+    EXPECT_FALSE(copy("", "made/again"));
+    EXPECT_FALSE(copy("made", "made/below/none/../again"));
+    EXPECT_FALSE(copy("made", "link/again"));
+    EXPECT_FALSE(copy("link", "made/again"));
+    const fs::path before = fs::current_path();
+    fs::current_path(made);
+    EXPECT_FALSE(SetCopyFile(".", "again"));
+    fs::current_path(before);
     EXPECT_FALSE(fs::exists(made + "/again"));
+    EXPECT_TRUE(copy("made", "made again")) << "a name that begins with the folder's";
 }
 
 TEST_F(Files, AreFoundByExtension) {
     fs::create_directories(folder / "deep/x.wav");
-    for (const char* file : {"b.WAV", "c.tar.wav", ".wav", "d.wave", "e.wav.", "wav", "deep/x.wav/g.wav"})
+    const std::string odd = "\xFF 台.wav"; // a name need not be UTF-8
+    for (const char* file :
+         {"b.WAV", "c.tar.wav", ".wav", "d.wave", "e.wav.", "wav", "deep/x.wav/g.wav", odd.c_str()})
         write_bytes(folder / file, "");
     fs::create_directory_symlink(folder.path, folder / "deep/cycle");
     fs::create_directory_symlink(folder / "deep", folder / "link.wav");
@@ -139,9 +154,9 @@ TEST_F(Files, AreFoundByExtension) {
     EXPECT_TRUE(mk_api::path::GetFilePathList(here, "waV", paths));
     std::ranges::sort(paths);
     EXPECT_EQ(paths, (std::vector{here + "/b.WAV", here + "/c.tar.wav", here + "/deep/x.wav",
-                                  here + "/deep/x.wav/g.wav", here + "/link.wav"}));
+                                  here + "/deep/x.wav/g.wav", here + "/link.wav", here + "/" + odd}));
     EXPECT_TRUE(mk_api::path::GetFilePathList(here, "", paths));
-    EXPECT_EQ(paths.at(5), here + "/e.wav.");
+    EXPECT_EQ(paths.at(6), here + "/e.wav.");
     EXPECT_FALSE(mk_api::path::GetFilePathList(here + "/b.WAV", "wav", paths));
 }
 

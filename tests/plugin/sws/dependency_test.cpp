@@ -33,6 +33,9 @@ TEST_F(Dependency, OpensTheExtensionsAddressOnYes) {
     message_box_answer = yes;
     dependency_manager::assert_not_installed("MK_Something", "", third_plugin::SWS);
     EXPECT_EQ(headless::test::bytes_of(folder / "output"), "https://www.sws-extension.org\n");
+    dependency_manager::open_url("it's $(echo) one; echo two");
+    EXPECT_EQ(headless::test::bytes_of(folder / "output"),
+              "https://www.sws-extension.org\nit's $(echo) one; echo two\n");
 }
 
 TEST_F(Dependency, MessageBoxIsNoWhenTheServiceFails) {

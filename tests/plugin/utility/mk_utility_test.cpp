@@ -1,4 +1,4 @@
-#include "utility/dialog_command.hpp"
+#include "system/posix/dialog_command.hpp"
 #include "utility/mk_utility.hpp"
 
 #include <gtest/gtest.h>
@@ -50,15 +50,15 @@ TEST(SplitExtension, SplitsAtTheLastDot) {
 
 TEST(DialogCommand, EscapesAnyText) {
     const std::string hostile = "it's \"so\" \\ `id` $(id)";
-    const mk_utility::Dialog tells{.message = hostile, .title = "T", .icon = {}};
-    const mk_utility::Dialog asks{.message = "M", .title = "T", .asks_yes_or_no = true, .icon = "/i c.icns"};
-    EXPECT_EQ(mk_utility::zenity_command(tells),
+    const desktop::Dialog tells{.message = hostile, .title = "T", .icon = {}};
+    const desktop::Dialog asks{.message = "M", .title = "T", .asks_yes_or_no = true, .icon = "/i c.icns"};
+    EXPECT_EQ(desktop::zenity_command(tells),
               "zenity --info --ok-label=OK --no-markup --title='T' --text='it'\\''s \"so\" \\ `id` $(id)'");
-    EXPECT_EQ(mk_utility::osascript_command(tells),
+    EXPECT_EQ(desktop::osascript_command(tells),
               "osascript -e 'display dialog  \"it'\\''s \\\"so\\\" \\\\ `id` $(id)\" with title \"T\" "
               "buttons{\"OK\"} default button \"OK\" '");
     EXPECT_EQ(
-        mk_utility::osascript_command(asks),
+        desktop::osascript_command(asks),
         "osascript -e 'set B to button returned of (display dialog  \"M\" with title \"T\" buttons{\"Yes\", "
         "\"No\"} default button \"Yes\" with icon POSIX file \"/i c.icns\")'");
 }

@@ -1,8 +1,8 @@
-#include "utility/dialog_command.hpp"
+#include "system/posix/dialog_command.hpp"
 
 #include <string_view>
 
-namespace mk_utility {
+namespace desktop {
 namespace {
 
 std::string with_replaced(std::string_view text, char from, std::string_view to) {
@@ -20,14 +20,14 @@ std::string inside_single_quotes(std::string_view text) { return with_replaced(t
 
 std::string between(char quote, const std::string& text) { return quote + text + quote; }
 
-std::string shell_word(std::string_view text) { return between('\'', inside_single_quotes(text)); }
-
 std::string script_text(std::string_view text) {
     const std::string escaped = with_replaced(with_replaced(text, '\\', R"(\\)"), '"', R"(\")");
     return between('"', inside_single_quotes(escaped));
 }
 
 } // namespace
+
+std::string shell_word(const std::string& text) { return between('\'', inside_single_quotes(text)); }
 
 std::string osascript_command(const Dialog& dialog) {
     std::string command = "osascript -e '";
@@ -56,4 +56,4 @@ std::string zenity_command(const Dialog& dialog) {
     return dialog.asks_yes_or_no ? command + " && echo Yes" : command;
 }
 
-} // namespace mk_utility
+} // namespace desktop

@@ -15,6 +15,12 @@ namespace {
 // The scale is an int of 32 bits, so 10^9 is the largest power that fits.
 bool can_scale(int digits) { return digits >= 0 && digits <= 9; }
 
+/// What std::round is meant to give: that of mingw-w64 rounds the number below one half up.
+double round_half_away(double value) {
+    const double whole = std::trunc(value);
+    return std::fabs(value - whole) >= 0.5 ? whole + std::copysign(1.0, value) : whole;
+}
+
 template <class... Values>
 std::string print(const char* format, Values... values) {
     const int length = std::snprintf(nullptr, 0, format, values...);
@@ -46,7 +52,7 @@ double mk_utility::round(double value, int digits) {
     if (!can_scale(digits))
         return value;
     const double scale = std::pow(10.0, digits);
-    return std::round(value * scale) / scale;
+    return round_half_away(value * scale) / scale;
 }
 
 double mk_utility::round_up(double value, int digits) {

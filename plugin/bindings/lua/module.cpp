@@ -2,6 +2,7 @@
 
 #include "api/project/files.hpp"
 #include "bindings/lua/list_call.hpp"
+#include "bindings/lua/lua_in_process.hpp"
 #include "dialogue/lingomat.hpp"
 #include "host_api/failure.hpp"
 #include "object/json_text.hpp"
@@ -88,6 +89,7 @@ const luaL_Reg reg[] = {
 } // namespace MK_FELSPAR
 
 int luaopen_reaper_MERIDEK_FELSPAR(lua_State* L) {
+    lua_utility::refuse_other_lua(L);
     lua_createtable(L, 0, 0);
     lua_checkstack(L, static_cast<int>(std::size(MK_FELSPAR::reg)));
     luaL_setfuncs(L, MK_FELSPAR::reg, 0);

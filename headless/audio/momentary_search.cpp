@@ -105,7 +105,8 @@ void MomentarySearch::end_hop() {
 }
 
 bool MomentarySearch::may_be_loudest() const {
-    return std::accumulate(hop_bounds_.begin(), hop_bounds_.end(), 0.0) * gain_ >= meter_.max_momentary_energy();
+    return std::accumulate(hop_bounds_.begin(), hop_bounds_.end(), 0.0) * gain_ >=
+           meter_.max_momentary_energy();
 }
 
 void MomentarySearch::measure_pending() {

@@ -71,7 +71,8 @@ Interpolator::Interpolator(double step)
         const double fraction = static_cast<double>(phase) / static_cast<double>(phases_);
         for (std::size_t i = 0; i < row.size(); ++i)
             row[i] = weight_at(static_cast<double>(i) - static_cast<double>(reach_ - 1) - fraction);
-        const double sum = std::accumulate(row.begin(), row.end(), 0.0); // 1 for a constant signal to stay as it is
+        const double sum =
+            std::accumulate(row.begin(), row.end(), 0.0); // 1 for a constant signal to stay as it is
         std::ranges::transform(row, table_.begin() + static_cast<std::ptrdiff_t>(phase * row.size()),
                                [&](double weight) { return static_cast<float>(weight / sum); });
     }

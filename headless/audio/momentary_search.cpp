@@ -51,7 +51,7 @@ double bounding_energy(std::span<const float> samples, std::size_t channels, flo
     for (std::size_t i = 0; i < whole; i += width)
         for (std::size_t lane = 0; lane < width; ++lane)
             sums[lane] += bounding_energy(from[i + lane], to[i + lane], slope);
-    double sum = std::reduce(sums.begin(), sums.end(), 0.0);
+    double sum = std::accumulate(sums.begin(), sums.end(), 0.0);
     for (std::size_t i = whole; i < count; ++i)
         sum += bounding_energy(from[i], to[i], slope);
     return sum;
@@ -105,7 +105,8 @@ void MomentarySearch::end_hop() {
 }
 
 bool MomentarySearch::may_be_loudest() const {
-    return std::reduce(hop_bounds_.begin(), hop_bounds_.end()) * gain_ >= meter_.max_momentary_energy();
+    return std::accumulate(hop_bounds_.begin(), hop_bounds_.end(), 0.0) * gain_ >=
+           meter_.max_momentary_energy();
 }
 
 void MomentarySearch::measure_pending() {

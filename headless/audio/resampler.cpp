@@ -46,7 +46,7 @@ float dot_product(const float* left, const float* right, std::size_t count) {
     for (; i + width <= count; i += width)
         for (std::size_t lane = 0; lane < width; ++lane)
             sums[lane] += left[i + lane] * right[i + lane];
-    float sum = std::reduce(sums.begin(), sums.end(), 0.0F);
+    float sum = std::accumulate(sums.begin(), sums.end(), 0.0F);
     for (; i < count; ++i)
         sum += left[i] * right[i];
     return sum;
@@ -71,7 +71,8 @@ Interpolator::Interpolator(double step)
         const double fraction = static_cast<double>(phase) / static_cast<double>(phases_);
         for (std::size_t i = 0; i < row.size(); ++i)
             row[i] = weight_at(static_cast<double>(i) - static_cast<double>(reach_ - 1) - fraction);
-        const double sum = std::reduce(row.begin(), row.end()); // 1 for a constant signal to stay as it is
+        const double sum =
+            std::accumulate(row.begin(), row.end(), 0.0); // 1 for a constant signal to stay as it is
         std::ranges::transform(row, table_.begin() + static_cast<std::ptrdiff_t>(phase * row.size()),
                                [&](double weight) { return static_cast<float>(weight / sum); });
     }

@@ -57,7 +57,7 @@ void WindowMaximum::read_hop(ebur128_state* state) {
 
 // The summed energy of the hops that cover the current window: the window's energy or a little more.
 double WindowMaximum::summed_energy() const {
-    return std::reduce(hop_energies_.begin(), hop_energies_.end());
+    return std::accumulate(hop_energies_.begin(), hop_energies_.end(), 0.0);
 }
 
 // The energy of the current window, or 0 if it cannot be the loudest.

@@ -1,6 +1,7 @@
 #include "headless/cli/install_command.hpp"
 
 #include "headless/cli/messages.hpp"
+#include "headless/cli/path_option.hpp"
 #include "headless/cli/plugin_location.hpp"
 #include "headless/install/installation.hpp"
 #include "headless/install/workstation_folder.hpp"
@@ -55,9 +56,8 @@ std::shared_ptr<InstallOptions> add_command(CLI::App& app, int& exit_status, con
                                             const char* help) {
     auto options = std::make_shared<InstallOptions>();
     CLI::App* command = app.add_subcommand(name, help);
-    command
-        ->add_option("--resource-path", options->resource_folder,
-                     "The workstation's resource folder, when it is not in its usual place")
+    add_path_option(*command, "--resource-path", options->resource_folder,
+                    "The workstation's resource folder, when it is not in its usual place")
         ->type_name("FOLDER");
     command->add_flag("--dry-run", options->what.is_dry_run, "Only show what would be done");
     command->add_flag("--json", options->json, "Print one JSON object");

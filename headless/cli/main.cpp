@@ -34,6 +34,7 @@ std::string usage_message(const CLI::App* app, const CLI::Error& error) {
 int run(std::vector<std::string> arguments) {
     CLI::App app{"A small audio workstation without a screen, for dialogue.", "felspar"};
     app.set_version_flag("--version", "felspar " FELSPAR_VERSION);
+    app.allow_windows_style_options(false); // a word that begins with a slash is a path
     app.require_subcommand(1);
     app.failure_message(usage_message);
     int exit_status = 0;

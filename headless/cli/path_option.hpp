@@ -7,6 +7,7 @@
 
 #include <filesystem>
 #include <string>
+#include <system_error>
 #include <vector>
 
 namespace headless::cli {
@@ -27,6 +28,18 @@ inline CLI::Option* add_path_option(CLI::App& app, const std::string& name,
                 paths.push_back(path_text::path_of(text));
         },
         help);
+}
+
+/// As CLI::ExistingFile.
+inline CLI::Validator existing_file() {
+    return {[](const std::string& text) -> std::string {
+                std::error_code error;
+                const auto status = std::filesystem::status(path_text::path_of(text), error);
+                if (!std::filesystem::exists(status))
+                    return "File does not exist: " + text;
+                return std::filesystem::is_directory(status) ? "File is actually a directory: " + text : "";
+            },
+            ""};
 }
 
 } // namespace headless::cli

@@ -181,7 +181,7 @@ void add_run_command(CLI::App& app, int& exit_status) {
     CLI::App* run_app = app.add_subcommand("run", "Run a Lua script that was written for the workstation");
     add_path_option(*run_app, "script", options->script.file, "The script")
         ->required()
-        ->check(CLI::ExistingFile.description(""))
+        ->check(existing_file())
         ->type_name("SCRIPT.lua");
     run_app
         ->add_option("arguments", options->script.arguments,

@@ -1,6 +1,7 @@
 #include "headless/install/workstation_folder.hpp"
 
 #include "common/letter_case.hpp"
+#include "common/path_text.hpp"
 #include "headless/base/file_reading.hpp"
 #include "headless/base/ini_file.hpp"
 
@@ -26,7 +27,7 @@ std::vector<fs::path> program_folders_in(std::string_view path_variable) {
     std::vector<fs::path> folders;
     while (!path_variable.empty()) {
         const std::size_t end = std::min(path_variable.find(':'), path_variable.size());
-        const fs::path program = fs::path(path_variable.substr(0, end)) / "reaper";
+        const fs::path program = path_text::path_of(path_variable.substr(0, end)) / "reaper";
         std::error_code missing;
         const fs::path found = fs::canonical(program, missing);
         if (!missing && fs::is_regular_file(found, missing))
@@ -38,10 +39,10 @@ std::vector<fs::path> program_folders_in(std::string_view path_variable) {
 
 std::vector<fs::path> program_folders(Platform platform, const Environment& environment) {
     if (platform == Platform::windows) {
-        const fs::path programs = environment("ProgramFiles");
+        const fs::path programs = path_text::path_of(environment("ProgramFiles"));
         return {programs / "REAPER (x64)", programs / "REAPER"};
     }
-    const fs::path home = environment("HOME");
+    const fs::path home = path_text::path_of(environment("HOME"));
     if (platform == Platform::macos)
         return {"/Applications", home / "Applications"};
     std::vector<fs::path> folders = program_folders_in(environment("PATH"));
@@ -56,7 +57,7 @@ std::string version_of(const fs::path& resource_folder) {
     const auto settings = text_of(resource_folder / settings_name);
     const auto project =
         settings && *settings ? ini_value(**settings, "REAPER", "lastproject") : std::nullopt;
-    const auto head = beginning_of(project.value_or(""), max_head_bytes);
+    const auto head = beginning_of(path_text::path_of(project.value_or("")), max_head_bytes);
     if (!head || !*head || !(*head)->starts_with("<REAPER_PROJECT "))
         return {};
     const std::string line = (*head)->substr(0, (*head)->find_first_of("\r\n"));

@@ -37,10 +37,15 @@ Result<bool> is_own_table(const std::filesystem::path& file) {
     });
 }
 
+/// By its form on any system: a file of another one is no path here.
+bool is_absolute(std::string_view path) {
+    const bool has_drive = path.size() > 2 && path[1] == ':' && (path[2] == '\\' || path[2] == '/');
+    return path.starts_with('/') || path.starts_with("\\\\") || has_drive;
+}
+
 bool is_path_of_wav(std::string_view line) {
     constexpr std::string_view ending = ".wav";
-    return line.starts_with('/') && line.size() > ending.size() &&
-           letter_case::lowered(line).ends_with(ending);
+    return is_absolute(line) && line.size() > ending.size() && letter_case::lowered(line).ends_with(ending);
 }
 
 /// A list has no heading: it is known by its form, absolute paths of wav files and nothing else.

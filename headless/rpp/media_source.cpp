@@ -109,9 +109,9 @@ fs::path file_of(std::string_view text, const fs::path& folder) {
 }
 
 std::string path_text(const fs::path& file, const fs::path& folder) {
-    if (is_windows_absolute(file.string()))
-        return file.string();
-    std::error_code ignored; // a path that cannot be made absolute stays as it is
+    if (!file.is_absolute() && is_windows_absolute(file.string()))
+        return file.string(); // of another system
+    std::error_code ignored;  // a path that cannot be made absolute stays as it is
     const auto whole = [&](const fs::path& path) {
         const auto absolute = fs::absolute(path, ignored).lexically_normal();
         return ignored ? path : absolute;

@@ -13,6 +13,9 @@ std::filesystem::path program_file();
 /// The arguments of main() behind the program's name, in UTF-8.
 std::vector<std::string> arguments(int argc, char** argv);
 
+/// In UTF-8; empty if it is not set.
+std::string environment_variable(const char* name);
+
 /// From now on the standard streams carry bytes as they are written, and a terminal takes them for UTF-8.
 void use_utf8_streams();
 

@@ -3,10 +3,13 @@
 #include "common/path_text.hpp"
 
 #include <cstdio>
+#include <cstdlib>
 #include <fcntl.h>
 #include <io.h>
-#include <shellapi.h>
+#include <string_view>
 #include <windows.h>
+// after windows.h
+#include <shellapi.h>
 
 namespace headless::system {
 namespace {
@@ -41,6 +44,11 @@ std::vector<std::string> arguments(int, char**) {
         arguments.push_back(path_text::text_of(words[index]));
     LocalFree(words);
     return arguments;
+}
+
+std::string environment_variable(const char* name) {
+    const wchar_t* const value = _wgetenv(path_text::path_of(name).c_str());
+    return value ? path_text::text_of(value) : "";
 }
 
 void use_utf8_streams() {

@@ -71,8 +71,12 @@ TEST_F(OutputGuard, LetsTextReplaceOnlyItsOwnKind) {
     expect_refusal(guard.permits_project(table), "table: not overwritten, as it is no project file");
     expect_refusal(guard.permits_table(list), "is no table made by this command");
     expect_refusal(guard.permits_list(project), "is no list made by this command");
-    write_bytes(list, "/fr/a.wav\na note\n");
-    expect_refusal(guard.permits_list(list), "is no list");
+    write_bytes(list, "C:\\fr\\a.wav\n\\\\server\\fr\\b.wav\n");
+    EXPECT_TRUE(guard.permits_list(list));
+    for (const char* foreign : {"/fr/a.wav\na note\n", "fr/a.wav\n", "C:a.wav\n"}) {
+        write_bytes(list, foreign);
+        expect_refusal(guard.permits_list(list), "is no list");
+    }
     EXPECT_THAT(guard.permits_table(folder / "none/table"),
                 fails_telling("the folder for the table does not exist"));
     guard.protect({&project, 1});

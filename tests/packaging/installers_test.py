@@ -89,6 +89,7 @@ class Installers(unittest.TestCase):
 
     def test_agree_on_an_upgrade_and_on_one_that_was_cut_off(self):
         old = "a" * 64
+        abandoned = ".felspar-4999999-0.tmp"  # no process has such a number
         vanished = "e3b0c44298fc1c149afbf4c8996fb92427ae41e4649b934ca495991b7852b855"  # of an empty file
 
         def older(resources):
@@ -101,17 +102,19 @@ class Installers(unittest.TestCase):
             (resources / ours / "mine now.lua").write_text("changed")
             (resources / plugin).write_text("")
             for folder in (ours, ours / "stubs", plugin.parent):
-                (resources / folder / ".felspar-1-0.tmp").write_text("left by an installer that was killed")
+                (resources / folder / abandoned).write_text("left by an installer that was killed")
+            (resources / ours / ".felspar-1-notes.tmp").write_text("the user's")
 
         status, output = self.both(older)
         self.assertEqual(status, 1)
-        self.assertNotIn("UserPlugins/.felspar-1-0.tmp", tree(self.by_script))
+        self.assertNotIn(f"UserPlugins/{abandoned}", tree(self.by_script))
         for line in ("replaced  UserPlugins/reaper_MERIDEK_FELSPAR.so", "removed   Scripts/MERIDEK_FELSPAR/gone.lua",
                      "kept      Scripts/MERIDEK_FELSPAR/mine now.lua: it has been changed"):
             self.assertIn(line, output)
         self.both(older, removes=True)
-        self.assertEqual(list(tree(self.by_script)), ["Scripts", "Scripts/MERIDEK_FELSPAR",
-                                                      "Scripts/MERIDEK_FELSPAR/mine now.lua", "UserPlugins"])
+        self.assertEqual(list(tree(self.by_script)), [
+            "Scripts", "Scripts/MERIDEK_FELSPAR", "Scripts/MERIDEK_FELSPAR/.felspar-1-notes.tmp",
+            "Scripts/MERIDEK_FELSPAR/mine now.lua", "UserPlugins"])  # fmt: skip
 
     def test_remove_what_the_other_installed(self):
         empty = tree(self.by_script)
@@ -139,15 +142,20 @@ class Installers(unittest.TestCase):
         resources.mkdir(parents=True)
         installed = resources / "UserPlugins/reaper_MERIDEK_FELSPAR.dylib"
 
-        def run(*options):
+        def run(*options, status=0):
             done = subprocess.run(["bash", self.archive / "install.command", *options], capture_output=True, text=True,
                                   env={"PATH": str(tools), "HOME": str(home)}, check=False)
-            self.assertEqual((done.returncode, done.stderr), (0, ""))
+            self.assertEqual((done.returncode, done.stderr), (status, ""))
             return done.stdout
 
         run()
         self.assertEqual(installed.read_bytes(), library.read_bytes())
         self.assertEqual((home / "released").read_text().split("\n")[:3], ["-d", "com.apple.quarantine", str(installed)])
+        (home / "released").unlink()
+        installed.write_text("another's")
+        self.assertIn("kept      UserPlugins/reaper_MERIDEK_FELSPAR.dylib", run(status=1))
+        self.assertFalse((home / "released").exists())
+        shutil.copyfile(library, installed)
         self.assertIn("unchanged UserPlugins/reaper_MERIDEK_FELSPAR.dylib", run())
         self.assertIn("removed   UserPlugins/reaper_MERIDEK_FELSPAR.dylib", run("--uninstall"))
         self.assertEqual(tree(resources), {})
@@ -155,14 +163,31 @@ class Installers(unittest.TestCase):
     def test_refuse_a_damaged_list(self):
         self.script()
         listed = self.by_script / ours / "installed.txt"
-        for line in ("x", "a" * 64 + "  ../up", "# folder /", "a" * 63 + "  short"):
-            listed.write_text(f"# head\n{line}\n")
+        head = listed.read_text().split("\n")[0]
+        paths = "../up", "UserPlugins/./mine", "UserPlugins//mine", "UserPlugins/mine|removed|"
+        lines = [f"{'a' * 64}  {path}" for path in paths] + ["x", "# folder /", "a" * 63 + "  short"]
+        for number, text in [(1, "# the user's notes"), *((2, f"{head}\n{line}") for line in lines)]:
+            listed.write_text(text + "\n")
             before = tree(self.by_script)
-            for options in ([], ["--uninstall"]):
-                status, _, errors = self.script(*options)
-                self.assertEqual(status, 1)
-                self.assertIn("line 2 is damaged", errors)
-            self.assertEqual(tree(self.by_script), before)
+            for program, *words in ([self.script], [self.script, "--uninstall"], [self.felspar, "install"],
+                                    [self.felspar, "uninstall"]):
+                with self.subTest(text=text, program=program.__name__, words=words):
+                    status, _, errors = program(*words, resources=self.by_script)
+                    self.assertEqual(status, 1)
+                    self.assertIn(f"line {number} is damaged", errors)
+                    self.assertEqual(tree(self.by_script), before)
+
+    def test_read_a_list_with_line_ends_of_windows(self):
+        self.both()
+        empty = {"UserPlugins": None}
+
+        def converted(resources):
+            listed = resources / ours / "installed.txt"
+            listed.write_bytes(listed.read_bytes().replace(b"\n", b"\r\n"))
+
+        self.both(converted)
+        self.both(converted, removes=True)
+        self.assertEqual(tree(self.by_script), empty)
 
     def test_find_the_folder_and_what_it_tells_alike(self):
         home = self.folder / "home"
@@ -202,6 +227,9 @@ class Installers(unittest.TestCase):
         (self.by_script / "Scripts").write_text("a file")
         self.assertNotEqual(self.script()[0], 0)
         self.assertEqual(tree(self.by_script), {"Scripts": b"a file", "UserPlugins": None})
+        (self.by_script / "Scripts").unlink()
+        (self.by_script / ours / "installed.txt").mkdir(parents=True)
+        self.assertIn("installed.txt: is not a file", self.script()[2])
         (self.archive / plugin.name).unlink()
         self.assertIn("unpack the whole archive", self.script()[2])
 

@@ -21,6 +21,7 @@ Also install in place of files that are not ours or were changed; they are moved
 .PARAMETER DryRun
 Only show what would be done.
 #>
+[CmdletBinding(PositionalBinding = $false)] # otherwise a misspelt option is passed over
 param(
     [string]$ResourcePath = '',
     [switch]$Uninstall,
@@ -41,7 +42,10 @@ function Stop-Installation([string]$Message) {
     exit 1
 }
 
-trap { Stop-Installation $_.Exception.Message }
+# The reason, without what PowerShell puts around it.
+function Get-Reason([Management.Automation.ErrorRecord]$Failure) { return $Failure.Exception.GetBaseException().Message }
+
+trap { Stop-Installation (Get-Reason $_) }
 
 # In the order of their bytes, each once.
 function Get-Sorted([string[]]$Texts) {
@@ -103,6 +107,10 @@ function Get-Sum([string]$File) {
     return [BitConverter]::ToString($bytes).Replace('-', '').ToLowerInvariant()
 }
 
+function Test-IsLink([string]$Path) {
+    return ([IO.File]::GetAttributes($Path) -band [IO.FileAttributes]::ReparsePoint) -ne 0
+}
+
 # What is at a path: nothing, "other" for a link or a folder, otherwise the file's sum.
 function Get-Present([string]$File) {
     if (-not (Test-Path -LiteralPath $File)) { return '' }
@@ -117,11 +125,15 @@ function Get-FreeName([string]$Path) {
     return $name
 }
 
-# What an earlier run moved aside while the workstation had it loaded.
-function Remove-SetAside([string]$File) {
-    $old = $File + $setAsideSuffix
-    if (Test-Path -LiteralPath $old) { [IO.File]::Delete($old) }
+# Also if it may only be read.
+function Remove-File([string]$File) {
+    if (-not (Test-Path -LiteralPath $File -PathType Leaf)) { return }
+    [IO.File]::SetAttributes($File, [IO.FileAttributes]::Normal)
+    [IO.File]::Delete($File)
 }
+
+# What an earlier run moved aside while the workstation had it loaded.
+function Remove-SetAside([string]$File) { Remove-File ($File + $setAsideSuffix) }
 
 # The complete bytes get the name. A library that the workstation has loaded cannot be replaced or removed, but it
 # can be renamed; what was renamed goes as soon as nobody has it loaded.
@@ -134,13 +146,18 @@ function Write-Bytes([byte[]]$Bytes, [string]$File) {
             return
         }
         try {
+            [IO.File]::SetAttributes($File, [IO.FileAttributes]::Normal)
             [IO.File]::Replace($temporary, $File, [NullString]::Value)
             return
         } catch {
             Write-Verbose "$File is in use"
         }
         $old = $File + $setAsideSuffix
-        try { Remove-SetAside $File } catch { throw "$File is in use, as is its older version: close the workstation" }
+        try {
+            Remove-SetAside $File
+        } catch {
+            throw "$File is in use, as is its older version: close the workstation ($(Get-Reason $_))"
+        }
         [IO.File]::Move($File, $old)
         try {
             [IO.File]::Move($temporary, $File)
@@ -154,12 +171,15 @@ function Write-Bytes([byte[]]$Bytes, [string]$File) {
     }
 }
 
-# What killed installers left.
+# What killed writers left: files .felspar-PROCESS-NUMBER.tmp whose process has gone.
 function Remove-Abandoned {
+    $running = @(Get-Process | ForEach-Object { "$($_.Id)" })
     foreach ($folder in 'UserPlugins', 'Scripts/MERIDEK_FELSPAR', 'Scripts/MERIDEK_FELSPAR/stubs') {
         $path = Get-FullPath $folder
         if (-not (Test-Path -LiteralPath $path -PathType Container)) { continue }
         foreach ($file in @(Get-ChildItem -LiteralPath $path -Filter '.felspar-*.tmp' -File)) {
+            $writer = $file.Name -replace '^\.felspar-([0-9]+)-[0-9]+\.tmp$', '$1'
+            if ($writer -eq $file.Name -or $running -contains $writer) { continue }
             try { [IO.File]::Delete($file.FullName) } catch { Write-Verbose "$($file.FullName) is in use" }
         }
     }
@@ -167,28 +187,31 @@ function Remove-Abandoned {
 
 function Remove-Installed([string]$File) {
     try {
-        [IO.File]::Delete($File)
-        Remove-SetAside $File
+        Remove-File $File
     } catch {
-        throw "$File cannot be removed; close the workstation first ($($_.Exception.Message))"
+        throw "$File cannot be removed; close the workstation first ($(Get-Reason $_))"
     }
 }
 
 # --- The list of what was installed: lines "SUM  PATH" and "# folder PATH"
 
+# Each path in one spelling only, or one file would count as two.
 function Test-StaysInside([string]$Path) {
-    return $Path -ne '' -and -not $Path.StartsWith('/') -and $Path.IndexOf('\') -lt 0 -and $Path.IndexOf(':') -lt 0 -and
-        -not ($Path.Split('/') -contains '..')
+    $odd = @($Path.Split('/') | Where-Object { '', '.', '..' -contains $_ })
+    return $odd.Count -eq 0 -and $Path -notmatch '[\\:|\x00-\x1f\x7f]'
 }
 
 # Sums by path, and folders.
 function Read-List {
     $list = @{ Files = @{}; Folders = @(); IsThere = $false }
     $file = Get-FullPath $listPath
-    if (-not (Test-Path -LiteralPath $file -PathType Leaf)) { return $list }
+    if (-not (Test-Path -LiteralPath $file)) { return $list }
+    if (-not (Test-Path -LiteralPath $file -PathType Leaf)) { throw "${file}: is not a file" }
     $list.IsThere = $true
     $number = 0
-    foreach ($line in [IO.File]::ReadAllLines($file)) {
+    $lines = [IO.File]::ReadAllLines($file)
+    if ($lines.Count -eq 0 -or $lines[0] -cne $listHead) { throw "${file}: line 1 is damaged" }
+    foreach ($line in $lines) {
         $number++
         $path = ''
         if ($line.StartsWith($folderMark)) {
@@ -218,6 +241,11 @@ function Write-List([hashtable]$Files, [string[]]$Folders) {
 
 # --- The steps
 
+# A filter would also find names that only begin like this.
+function Get-LuaFiles([string]$Folder) {
+    Get-ChildItem -LiteralPath $Folder -File | Where-Object { $_.Extension -eq '.lua' }
+}
+
 # Files by the paths at which they are to be installed.
 function Get-PackageFiles {
     $plugin = Join-Path $PSScriptRoot 'reaper_MERIDEK_FELSPAR.dll'
@@ -229,12 +257,8 @@ function Get-PackageFiles {
         throw 'the library and the folders scripts and stubs are not beside this script: unpack the whole archive'
     }
     $package = @{ 'UserPlugins/reaper_MERIDEK_FELSPAR.dll' = $plugin }
-    foreach ($file in @(Get-ChildItem -LiteralPath $scripts -Filter '*.lua' -File)) {
-        $package['Scripts/MERIDEK_FELSPAR/' + $file.Name] = $file.FullName
-    }
-    foreach ($file in @(Get-ChildItem -LiteralPath $stubs -Filter '*.lua' -File)) {
-        $package['Scripts/MERIDEK_FELSPAR/stubs/' + $file.Name] = $file.FullName
-    }
+    foreach ($file in @(Get-LuaFiles $scripts)) { $package['Scripts/MERIDEK_FELSPAR/' + $file.Name] = $file.FullName }
+    foreach ($file in @(Get-LuaFiles $stubs)) { $package['Scripts/MERIDEK_FELSPAR/stubs/' + $file.Name] = $file.FullName }
     return $package
 }
 
@@ -313,6 +337,15 @@ function Invoke-Steps([object[]]$Steps) {
     }
 }
 
+# What came from the internet is marked, and a file keeps its mark when its bytes are replaced. Files that were kept
+# keep theirs.
+function Remove-Marks([object[]]$Steps) {
+    foreach ($step in $Steps) {
+        if ($step.Action -eq 'kept' -or $step.Source -eq '') { continue }
+        Unblock-File -LiteralPath (Get-FullPath $step.Path) -ErrorAction SilentlyContinue
+    }
+}
+
 # What is to be done is listed first, so an installation that was cut off can be repeated or removed.
 function Install-Steps([object[]]$Steps) {
     $files = Get-FilesAfter $Steps
@@ -326,16 +359,27 @@ function Install-Steps([object[]]$Steps) {
     }
     Write-List $underWay $folders
     Invoke-Steps $Steps
+    Remove-Marks $Steps
     Write-List $files $folders
+    foreach ($path in @($underWay.Keys)) {
+        try { Remove-SetAside (Get-FullPath $path) } catch { Write-Verbose "the older version of $path is in use" }
+    }
 }
 
 function Uninstall-Steps([object[]]$Steps) {
     Invoke-Steps $Steps
+    foreach ($path in @($list.Files.Keys)) { Remove-Installed ((Get-FullPath $path) + $setAsideSuffix) }
     Remove-Installed (Get-FullPath $listPath)
     $folders = @(Get-Sorted $list.Folders)
     [Array]::Reverse($folders) # the inner ones first
     foreach ($folder in $folders) {
-        try { [IO.Directory]::Delete((Get-FullPath $folder)) } catch { Write-Verbose "$folder is not empty" }
+        try {
+            $path = Get-FullPath $folder
+            # A link to a folder would be removed even if there is something in that.
+            if (-not (Test-IsLink $path)) { [IO.Directory]::Delete($path) }
+        } catch {
+            Write-Verbose "$folder is not empty"
+        }
     }
 }
 
@@ -387,12 +431,13 @@ $kept = @($steps | Where-Object { $_.Action -eq 'kept' }).Count -gt 0
 
 Show-Found
 foreach ($step in $steps) { Show-Step $step }
-if ($Uninstall) {
-    if ($steps.Count -eq 0) { 'Nothing is installed there.' }
-} elseif ($DryRun) {
+if ($Uninstall -and $steps.Count -eq 0) { 'Nothing is installed there.' }
+if (-not $Uninstall -and $kept) {
+    'To install in place of files that were kept, add -Replace: they are moved aside.'
+}
+if ($DryRun) {
     'Nothing was written.'
-} else {
-    if ($kept) { 'To install in place of files that were kept, add -Replace: they are moved aside.' }
+} elseif (-not $Uninstall) {
     'The workstation loads the library when it is next started.'
 }
 if ($kept) { exit 1 }

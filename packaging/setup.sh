@@ -3,12 +3,51 @@
 
 packaging=$(realpath -m "${FELSPAR_PACKAGING:-build/packaging}")
 export FELSPAR_PACKAGING=$packaging
-packaging_needs=(dpkg-source:dpkg-dev node:nodejs npm:npm libfast-float-dev g++-12:g++-12
+# What archives are made for.
+platforms=(linux-x86_64 linux-aarch64 windows-x86_64 macos-universal)
+packaging_needs=(dpkg-source:dpkg-dev node:nodejs npm:npm g++-12:g++-12
                  aarch64-linux-gnu-g++-12:g++-12-aarch64-linux-gnu x86_64-w64-mingw32-g++-posix:g++-mingw-w64-x86-64-posix
                  ld64.lld-14:lld-14 llvm-lipo-14:llvm-14)
 
+# check_platforms NAME...: ends the script with its usage status unless archives are made for all of them.
+check_platforms() {
+    local name
+    for name in "$@"; do
+        case " ${platforms[*]} " in
+            *" $name "*) ;;
+            *) echo "$0: no such platform: $name; there are ${platforms[*]}" >&2; exit 2 ;;
+        esac
+    done
+}
+
+# The mirror that this machine's own packages come from.
+# shellcheck disable=SC2016
+debian_address() {
+    local address
+    address=$(apt-get indextargets --format '$(REPO_URI) $(RELEASE)' |
+        awk '$2 == "bookworm" && !found++ { print $1 }')
+    [ -n "$address" ] || { echo "$0: this needs Debian 12: no source of packages is for bookworm" >&2; return 1; }
+    echo "$address"
+}
+
+# make_root NAME RELEASE [PACKAGE...]: a minimal Debian with these packages, once, as roots/NAME.tar.
+make_root() {
+    local root=$packaging/roots/$1 release=$2 address packages
+    [ ! -e "$root.tar" ] || return 0
+    shift 2
+    address=$(debian_address) || return
+    packages=$(IFS=,; echo "$*")
+    mkdir -p "$packaging/roots"
+    as_root rm -rf --one-file-system "$root.new"
+    as_root debootstrap --variant=minbase ${packages:+--include="$packages"} "$release" "$root.new" "$address" \
+        >"$root.log" || { tail "$root.log" >&2; return 1; }
+    as_root tar -C "$root.new" -cf "$root.tar.new" .
+    as_root rm -rf --one-file-system "$root.new"
+    as_root mv "$root.tar.new" "$root.tar"
+}
+
 # debian_apt RELEASE ARGUMENT...: apt-get on lists of its own, for packages and sources of a release of Debian and for
-# any architecture. The address is the one that this machine's own packages come from.
+# any architecture.
 debian_apt() {
     local release=$1 state=$packaging/apt-$1
     shift
@@ -17,12 +56,12 @@ debian_apt() {
                    -o APT::Architectures::=amd64 -o APT::Architectures::=arm64)
     if [ ! -e "$state/updated" ]; then
         local address
-        address=$(apt-get indextargets --format '$(REPO_URI) $(RELEASE)' | awk '$2 == "bookworm" { print $1; exit }')
+        address=$(debian_address) || return
         mkdir -p "$state/lists/partial" "$state/cache/archives/partial"
         touch "$state/status"
         echo "deb $address $release main
 deb-src $address $release main" >"$state/sources.list"
-        apt-get "${options[@]}" -qq update
+        apt-get "${options[@]}" -o APT::Update::Error-Mode=any -qq update || return
         touch "$state/updated"
     fi
     apt-get "${options[@]}" "$@"

@@ -9,7 +9,8 @@ import re
 import sys
 
 root = pathlib.Path(__file__).resolve().parent.parent
-files = [f"/{file.relative_to(root)}" for folder in ("tests", "bench", ".ci", "packaging") for file in (root / folder).rglob("*")]
+folders = ("tests", "bench", ".ci", "packaging")
+files = [f"/{file.relative_to(root)}" for folder in folders for file in (root / folder).rglob("*")]
 
 
 def faults_of(item):

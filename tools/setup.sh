@@ -1,11 +1,11 @@
 # shellcheck shell=bash disable=SC2034
-# What ./demo, ./test, ./format and .ci/run share: the Debian packages and how missing ones are installed.
+# What ./demo, ./test, ./format, .ci/run and packaging/ share: the Debian packages and how missing ones are installed.
 # Sourced with the checkout as the current folder.
 
 # Programs are written command:package, so that one that was installed in another way counts, too.
 build_needs=(cmake:cmake ninja:ninja-build c++:g++ pkg-config:pkg-config libsndfile1-dev libebur128-dev
-             libcli11-dev libexpected-dev libfast-float-dev liblua5.3-dev libpcre2-dev libutf8proc-dev nlohmann-json3-dev libgtest-dev
-             libgmock-dev libbenchmark-dev python3:python3)
+             libcli11-dev libexpected-dev libfast-float-dev liblua5.3-dev libpcre2-dev libutf8proc-dev
+             nlohmann-json3-dev libgtest-dev libgmock-dev libbenchmark-dev python3:python3)
 speech_needs=(asterisk-core-sounds-en-wav asterisk-core-sounds-fr-wav)
 test_needs=(node:nodejs npm:npm ffmpeg:ffmpeg lua5.3:lua5.3)
 format_needs=(clang-format-14:clang-format-14)

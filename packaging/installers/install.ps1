@@ -43,7 +43,9 @@ function Stop-Installation([string]$Message) {
 }
 
 # The reason, without what PowerShell puts around it.
-function Get-Reason([Management.Automation.ErrorRecord]$Failure) { return $Failure.Exception.GetBaseException().Message }
+function Get-Reason([Management.Automation.ErrorRecord]$Failure) {
+    return $Failure.Exception.GetBaseException().Message
+}
 
 trap { Stop-Installation (Get-Reason $_) }
 
@@ -258,7 +260,9 @@ function Get-PackageFiles {
     }
     $package = @{ 'UserPlugins/reaper_MERIDEK_FELSPAR.dll' = $plugin }
     foreach ($file in @(Get-LuaFiles $scripts)) { $package['Scripts/MERIDEK_FELSPAR/' + $file.Name] = $file.FullName }
-    foreach ($file in @(Get-LuaFiles $stubs)) { $package['Scripts/MERIDEK_FELSPAR/stubs/' + $file.Name] = $file.FullName }
+    foreach ($file in @(Get-LuaFiles $stubs)) {
+        $package['Scripts/MERIDEK_FELSPAR/stubs/' + $file.Name] = $file.FullName
+    }
     return $package
 }
 

@@ -22,7 +22,7 @@ OLDEST_TESTED = (2, 31)  # glibc
 
 
 class Needs:
-    """What a shared library asks of a system. Raises ValueError for a file that is none, or for another machine."""
+    """What a shared library or a program asks of a system. Raises ValueError for a file that is none, or for another machine."""
 
     def __init__(self, library: pathlib.Path) -> None:
         command = ["readelf", "--wide", "--file-header", "--dynamic", "--version-info", str(library)]
@@ -33,6 +33,7 @@ class Needs:
             raise ValueError(f"{library} is no library for {' or '.join(MACHINES.values())}")
         self.machine = MACHINES[machine[1]]
         self.libraries: Set[str] = set(re.findall(r"\(NEEDED\).*\[(.*)\]", text))
+        self.names_folders = bool(re.search(r"\((RPATH|RUNPATH)\)", text))  # in which to look for libraries
         needed_versions = text.partition("Version needs section")[2]
         self.glibc: Tuple[int, ...] = max(
             (tuple(map(int, version.split("."))) for version in re.findall(r"Name: GLIBC_([\d.]+)", needed_versions)),

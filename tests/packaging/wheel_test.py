@@ -20,7 +20,7 @@ import wheel  # noqa: E402
 PLUGIN = pathlib.Path(os.environ["BUILT_PLUGIN"])
 HEADLESS = pathlib.Path(os.environ["BUILT_HEADLESS"])
 JOB = """
-import sys, meridek_felspar as felspar
+import meridek_felspar as felspar
 with felspar.headless.open() as reaper:
     felspar.import_dialogue("fr", "en", [], interval_seconds=0.5)
     print(reaper.CountMediaItems(None), felspar.library_path())

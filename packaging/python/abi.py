@@ -22,7 +22,10 @@ OLDEST_TESTED = (2, 31)  # glibc
 
 
 class Needs:
-    """What a shared library or a program asks of a system. Raises ValueError for a file that is none, or for another machine."""
+    """What a shared library or a program asks of a system.
+
+    Raises ValueError for a file that is neither, or for another machine.
+    """
 
     def __init__(self, library: pathlib.Path) -> None:
         command = ["readelf", "--wide", "--file-header", "--dynamic", "--version-info", str(library)]

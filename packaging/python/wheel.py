@@ -22,7 +22,8 @@ EARLIEST = (1980, 1, 1, 0, 0, 0)  # that zip files know
 
 def version() -> str:
     """Returns the project's version."""
-    project = re.search(r"^project\(\S+ VERSION (\S+)", (TREE / "CMakeLists.txt").read_text(), re.MULTILINE)
+    text = (TREE / "CMakeLists.txt").read_text(encoding="utf-8")
+    project = re.search(r"^project\(\S+ VERSION (\S+)", text, re.MULTILINE)
     if project is None:
         raise ValueError("CMakeLists.txt gives the project no version")
     return project[1]
@@ -30,7 +31,7 @@ def version() -> str:
 
 def metadata() -> str:
     """Returns the core metadata, from pyproject.toml and the README."""
-    project = tomllib.loads((TREE / "pyproject.toml").read_text())["project"]
+    project = tomllib.loads((TREE / "pyproject.toml").read_text(encoding="utf-8"))["project"]
     fields = {
         "Metadata-Version": "2.1",
         "Name": project["name"],
@@ -42,12 +43,14 @@ def metadata() -> str:
         "License-File": "LICENSE",
         "Description-Content-Type": "text/markdown",
     }
-    return "".join(f"{name}: {value}\n" for name, value in fields.items()) + "\n" + (TREE / "README.md").read_text()
+    readme = (TREE / "README.md").read_text(encoding="utf-8")
+    return "".join(f"{name}: {value}\n" for name, value in fields.items()) + "\n" + readme
 
 
 def contents(libraries: Dict[str, pathlib.Path], third_party: str, tag: str) -> Dict[str, bytes]:
     """Returns the bytes of each file by its name in the wheel, but for the list of them."""
-    files = {f"meridek_felspar/{file.name}": file.read_bytes() for file in (*PACKAGE.glob("*.py"), PACKAGE / "py.typed")}
+    modules = (*PACKAGE.glob("*.py"), PACKAGE / "py.typed")
+    files = {f"meridek_felspar/{file.name}": file.read_bytes() for file in modules}
     for name, library in libraries.items():
         files[f"meridek_felspar/libraries/{name}"] = library.read_bytes()
     info = f"meridek_felspar-{version()}.dist-info"
@@ -88,6 +91,6 @@ if __name__ == "__main__":
         sys.exit(__doc__)
     plugin_file, headless_file, licences, out = map(pathlib.Path, sys.argv[1:])
     try:
-        print(out / write(plugin_file, headless_file, licences.read_text(), out))
+        print(out / write(plugin_file, headless_file, licences.read_text(encoding="utf-8"), out))
     except (OSError, ValueError) as error:
         sys.exit(f"wheel.py: {error}")

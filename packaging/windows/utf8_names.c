@@ -1,7 +1,7 @@
 #include "utf8_names.h"
 
 #include <errno.h>
-#include <windows.h>
+#include <wchar.h>
 
 /* The text in UTF-16, to be freed; NULL, with errno, if it is not UTF-8 or there is no memory. */
 static wchar_t *wide(const char *text) {
@@ -68,4 +68,40 @@ int utf8_system(const char *command) {
     const int status = command && !wide_command ? -1 : _wsystem(wide_command);
     release(wide_command, NULL);
     return status;
+}
+
+/* In UTF-16, to be freed; NULL if there is no such variable or no memory. */
+static wchar_t *wide_value(const wchar_t *name) {
+    const DWORD length = GetEnvironmentVariableW(name, NULL, 0);
+    wchar_t *value = length > 0 ? malloc(length * sizeof *value) : NULL;
+    /* Another thread may have made it longer. */
+    if (value && GetEnvironmentVariableW(name, value, length) >= length) {
+        free(value);
+        return NULL;
+    }
+    return value;
+}
+
+char *utf8_getenv(const char *name) {
+    static __thread char *result = NULL;
+    wchar_t *wide_name = wide(name), *value = wide_name ? wide_value(wide_name) : NULL;
+    free(result);
+    result = NULL;
+    if (value) {
+        const int length = WideCharToMultiByte(CP_UTF8, 0, value, -1, NULL, 0, NULL, NULL);
+        result = malloc((size_t)length);
+        if (result)
+            WideCharToMultiByte(CP_UTF8, 0, value, -1, result, length, NULL, NULL);
+    }
+    release(wide_name, value);
+    return result;
+}
+
+HMODULE utf8_load_library(const char *name, HANDLE file, DWORD flags) {
+    wchar_t *wide_name = wide(name);
+    HMODULE library = wide_name ? LoadLibraryExW(wide_name, file, flags) : NULL;
+    const DWORD error = wide_name ? GetLastError() : ERROR_INVALID_NAME;
+    free(wide_name);
+    SetLastError(error);
+    return library;
 }

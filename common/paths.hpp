@@ -2,16 +2,18 @@
 // Operations on users' paths. On Windows some standard libraries see no root in a network path
 // (`\\server\share`) and take it for one on the current drive; these functions leave it whole.
 
+#include <algorithm>
 #include <filesystem>
 #include <system_error>
 
 namespace paths {
 
+inline bool is_separator(std::filesystem::path::value_type letter) {
+    return letter == '/' || letter == std::filesystem::path::preferred_separator;
+}
+
 /// Whether the path is a network path in which the standard library sees no root.
 inline bool has_unseen_server(const std::filesystem::path& path) {
-    const auto is_separator = [](auto letter) {
-        return letter == '/' || letter == std::filesystem::path::preferred_separator;
-    };
     const auto& text = path.native();
     return !path.is_absolute() && text.size() > 1 && is_separator(text[0]) && is_separator(text[1]);
 }
@@ -35,9 +37,11 @@ inline std::filesystem::path absolute(const std::filesystem::path& path) {
 inline std::filesystem::path normal(const std::filesystem::path& path) {
     if (!has_unseen_server(path))
         return path.lexically_normal();
-    // Without its first separator the path has a root directory, which stays.
-    const auto rest = std::filesystem::path(path.native().substr(1)).lexically_normal().native();
-    return std::filesystem::path::string_type(1, std::filesystem::path::preferred_separator) + rest;
+    const auto& text = path.native();
+    const auto behind_server = std::find_if(text.begin() + 2, text.end(), is_separator);
+    std::filesystem::path server(text.begin(), behind_server); // it may be a dot
+    server += std::filesystem::path(behind_server, text.end()).lexically_normal();
+    return server.make_preferred();
 }
 
 /// `folder / path`
@@ -55,11 +59,12 @@ inline std::filesystem::path to_ask_for(const std::filesystem::path& path) {
 
 /// As std::filesystem::canonical. The links of an unseen server's paths are not followed.
 inline std::filesystem::path canonical(const std::filesystem::path& path, std::error_code& error) {
-    if (!has_unseen_server(path))
-        return std::filesystem::canonical(path, error);
-    if (!std::filesystem::exists(to_ask_for(path), error) && !error)
+    const std::filesystem::path asked = to_ask_for(path);
+    if (!has_unseen_server(asked))
+        return std::filesystem::canonical(asked, error);
+    if (!std::filesystem::exists(asked, error) && !error)
         error = std::make_error_code(std::errc::no_such_file_or_directory);
-    return error ? std::filesystem::path() : normal(path);
+    return error ? std::filesystem::path() : normal(asked);
 }
 
 /// As std::filesystem::weakly_canonical of the absolute path, with the same exception.

@@ -14,7 +14,8 @@ struct Entry {
     bool is_folder = false; ///< one itself, not a link to one
 };
 
-/// The entries of a folder without "." and "..", in the order in which the system delivers them.
+/// The entries of a folder without "." and "..", in the order in which the system delivers them. On Windows
+/// names without a UTF-8 form are left out.
 /// @param error  set, in the generic category, when the folder cannot be read; what was read until then is
 /// returned
 std::vector<Entry> read(const std::filesystem::path& folder, std::error_code& error);

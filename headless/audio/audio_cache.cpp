@@ -46,7 +46,7 @@ Result<AudioCache::CachedFile*> AudioCache::find_or_open(const std::filesystem::
     if (last_used_ && last_used_->file.path() != file)
         last_used_->file.close(); // at most one file stays open
     const auto stamp = stamp_of(file);
-    if (const auto cached = by_path_.find(file.string()); cached != by_path_.end()) {
+    if (const auto cached = by_path_.find(file.native()); cached != by_path_.end()) {
         if (stamp && cached->second->file.stamp() == *stamp) {
             last_used_ = cached->second.get();
             if (last_used_->file.is_resident())
@@ -60,7 +60,7 @@ Result<AudioCache::CachedFile*> AudioCache::find_or_open(const std::filesystem::
     return DecodedFile::open(file, *stamp, *decoder_).map([&](DecodedFile&& opened) {
         auto cached = std::make_unique<CachedFile>(CachedFile{std::move(opened), {}});
         CachedFile* const added = cached.get();
-        by_path_.emplace(file.string(), std::move(cached));
+        by_path_.emplace(file.native(), std::move(cached));
         last_used_ = added; // last, as memory may run out above
         return added;
     });

@@ -66,7 +66,7 @@ public:
 
 private:
     struct CachedFile;
-    using FilesByPath = std::unordered_map<std::string, std::unique_ptr<CachedFile>>;
+    using FilesByPath = std::unordered_map<std::filesystem::path::string_type, std::unique_ptr<CachedFile>>;
 
     Result<CachedFile*> find_or_open(const std::filesystem::path& file);
     Result<void> load(CachedFile& cached);

@@ -65,11 +65,11 @@ Result<Decoded> decode_steps(const SoundFile& sound, std::int64_t frames, Steps&
 template <class Value, class Work>
 Result<Value> Decoder::watch(const std::filesystem::path& file, Work work) {
     const auto result = std::make_shared<std::optional<Result<Value>>>();
-    const bool is_done = !abandoned_.contains(file.string()) &&
+    const bool is_done = !abandoned_.contains(file.native()) &&
                          watchdog_.run([=](Steps& steps) { *result = work(steps); }, timeout_);
     if (is_done)
         return std::move(**result);
-    abandoned_.insert(file.string());
+    abandoned_.insert(file.native());
     return tl::unexpected(path_failure(file, "given up, as the audio library makes no progress with it"));
 }
 

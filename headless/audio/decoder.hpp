@@ -46,7 +46,7 @@ private:
 
     std::chrono::milliseconds timeout_;
     Watchdog watchdog_;
-    std::unordered_set<std::string> abandoned_;
+    std::unordered_set<std::filesystem::path::string_type> abandoned_;
 };
 
 } // namespace headless::audio

@@ -56,12 +56,12 @@ Result<Loudness> LoudnessCache::measure(const std::filesystem::path& file, Frame
     const auto stamp = stamp_of(file);
     if (!factor || *factor == 0.0 || !stamp)
         return measure_loudness(audio_, file, range, gain, request);
-    const auto cached = by_path_.find(file.string());
+    const auto cached = by_path_.find(file.native());
     if (cached != by_path_.end() && cached->second.covers_request(*stamp, range, *factor, request))
         return at_gain(cached->second.loudness, *factor / cached->second.factor);
     auto loudness = measure_loudness(audio_, file, range, gain, request);
     if (loudness)
-        by_path_.insert_or_assign(file.string(), Measurement{*stamp, range, *factor, request, *loudness});
+        by_path_.insert_or_assign(file.native(), Measurement{*stamp, range, *factor, request, *loudness});
     return loudness;
 }
 

@@ -32,7 +32,7 @@ private:
     struct Measurement;
 
     AudioCache& audio_;
-    std::unordered_map<std::string, Measurement> by_path_;
+    std::unordered_map<std::filesystem::path::string_type, Measurement> by_path_;
 };
 
 } // namespace headless::audio

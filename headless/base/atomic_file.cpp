@@ -52,9 +52,9 @@ void remove_abandoned(const fs::path& temporary) {
 /// while to read.
 bool is_first_visit(const fs::path& folder) {
     static std::mutex mutex;
-    static std::set<std::string> visited;
+    static std::set<fs::path::string_type> visited;
     const std::lock_guard guard(mutex);
-    return visited.insert(folder.string()).second;
+    return visited.insert(folder.native()).second;
 }
 
 void remove_abandoned_in(const fs::path& folder) {
@@ -72,17 +72,17 @@ bool move_into_place(const fs::path& temporary, const fs::path& target, Existing
 } // namespace
 
 Result<fs::path> resolve_links(const fs::path& file) {
-    std::error_code error;
-    if (!fs::is_symlink(file, error))
+    if (!system::is_link(file))
         return file;
-    fs::path found = fs::canonical(file, error);
-    if (!error)
+    fs::path found = system::target_of(file);
+    if (!found.empty())
         return found;
-    const char* reason = error == std::errc::no_such_file_or_directory ? "is a link that leads nowhere"
-                         : error == std::errc::too_many_symbolic_link_levels
-                             ? "is a link that leads in a circle"
-                             : nullptr;
-    return tl::unexpected(reason ? path_failure(file, reason) : system_failure(file, error.value()));
+    const int error = errno;
+    if (error == ENOENT)
+        return tl::unexpected(path_failure(file, "is a link that leads nowhere"));
+    if (error == ELOOP)
+        return tl::unexpected(path_failure(file, "is a link that leads in a circle"));
+    return tl::unexpected(system_failure(file, error));
 }
 
 Result<AtomicFile> AtomicFile::create(const fs::path& target) {

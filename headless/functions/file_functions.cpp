@@ -2,6 +2,7 @@
 
 #include "common/folder_entries.hpp"
 #include "common/path_text.hpp"
+#include "common/paths.hpp"
 #include "headless/functions/adapter.hpp"
 #include "headless/functions/tables.hpp"
 #include "headless/workstation/text.hpp"
@@ -49,7 +50,7 @@ private:
 
 bool is_folder(const fs::path& path) {
     std::error_code error;
-    return fs::is_directory(path, error);
+    return fs::is_directory(paths::to_ask_for(path), error);
 }
 
 bool is_file(const fs::path& path) { return !is_folder(path); }
@@ -68,7 +69,7 @@ int make_folders(const char* path, int) {
     const fs::path folder = path_text::path_of(workstation::to_string(path));
     std::error_code error;
     fs::create_directories(folder, error);
-    return fs::is_directory(folder, error) ? 1 : 0;
+    return is_folder(folder) ? 1 : 0;
 }
 
 bool file_exists(const char* path) {

@@ -1,5 +1,5 @@
-// Host functions about the user's preferences. Those of a workstation with a window have no effect here; scripts
-// find them at 0 and read back what they set.
+// Host functions about the user's preferences. Those of a workstation with a window have no effect here;
+// scripts find them at 0 and read back what they set.
 
 #include "common/path_text.hpp"
 #include "headless/base/atomic_file.hpp"

@@ -1,5 +1,6 @@
 // The project's settings by key: numbers and texts.
 
+#include "common/path_text.hpp"
 #include "headless/functions/adapter.hpp"
 #include "headless/functions/attributes.hpp"
 #include "headless/functions/c_values.hpp"
@@ -247,7 +248,7 @@ bool get_set_group_name(Project& project, std::string_view number, char* text, b
 bool get_set_record_path(Project& project, char* text, bool is_set) {
     if (!is_set)
         return put_text(project.record_path.string(), text);
-    project.record_path = text;
+    project.record_path = path_text::path_of(text);
     return true;
 }
 

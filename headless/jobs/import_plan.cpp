@@ -1,6 +1,7 @@
 #include "headless/jobs/import_plan.hpp"
 
 #include "common/path_text.hpp"
+#include "common/paths.hpp"
 #include "headless/jobs/project_output.hpp"
 
 #include <algorithm>
@@ -15,7 +16,7 @@ namespace fs = std::filesystem;
 
 Result<fs::path> true_folder(const fs::path& folder) {
     std::error_code error;
-    const fs::path found = fs::canonical(folder, error);
+    const fs::path found = paths::canonical(folder, error);
     if (error)
         return tl::unexpected(system_failure(folder, error.value()));
     if (!fs::is_directory(found, error))
@@ -53,7 +54,8 @@ Result<void> check_distinct(const std::vector<fs::path>& outputs) {
     std::set<fs::path> seen;
     for (const fs::path& output : outputs) {
         std::error_code error;
-        if (!output.empty() && !seen.insert(fs::weakly_canonical(fs::absolute(output), error)).second)
+        const fs::path whole = paths::weakly_canonical(output, error);
+        if (!output.empty() && !seen.insert(error ? output : whole).second)
             return tl::unexpected(path_failure(output, "is to be written twice"));
     }
     return {};
@@ -102,7 +104,7 @@ Result<void> check_outputs(const ImportOptions& options, const ImportPlan& plan,
 
 Result<void> check_render_folder(const ImportPlan& plan, const fs::path& folder) {
     std::error_code error;
-    const fs::path found = fs::weakly_canonical(folder, error);
+    const fs::path found = paths::weakly_canonical(folder, error);
     for (const fs::path& side : {plan.subject, plan.base}) {
         if (lies_in(found, side))
             return tl::unexpected(path_failure(

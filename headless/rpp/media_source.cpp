@@ -1,6 +1,7 @@
 #include "headless/rpp/media_source.hpp"
 
 #include "common/path_text.hpp"
+#include "common/paths.hpp"
 
 #include <algorithm>
 #include <cctype>
@@ -99,7 +100,7 @@ private:
 fs::path file_of(std::string_view text, const fs::path& folder) {
     if (text.empty() || is_windows_absolute(text))
         return path_text::path_of(text);
-    fs::path file = (folder / path_text::path_of(text)).lexically_normal();
+    fs::path file = paths::normal(paths::join(folder, path_text::path_of(text)));
     std::error_code error;
     if (text.find('\\') == text.npos || fs::exists(file, error))
         return file;
@@ -109,16 +110,18 @@ fs::path file_of(std::string_view text, const fs::path& folder) {
 }
 
 std::string path_text(const fs::path& file, const fs::path& folder) {
-    if (!file.is_absolute() && is_windows_absolute(file.string()))
+    if (!paths::is_absolute(file) && is_windows_absolute(file.string()))
         return file.string(); // of another system
     std::error_code ignored;  // a path that cannot be made absolute stays as it is
     const auto whole = [&](const fs::path& path) {
-        const auto absolute = fs::absolute(path, ignored).lexically_normal();
+        const auto absolute = paths::normal(paths::absolute(path, ignored));
         return ignored ? path : absolute;
     };
     const auto absolute = whole(file);
     const auto relative = absolute.lexically_relative(whole(folder / ""));
     const bool lies_below = !relative.empty() && *relative.begin() != "..";
+    if (!lies_below && paths::has_unseen_server(absolute))
+        return absolute.string(); // the general form would lose a separator
     return (lies_below ? relative : absolute).generic_string();
 }
 

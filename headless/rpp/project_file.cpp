@@ -1,3 +1,4 @@
+#include "common/paths.hpp"
 #include "headless/base/file_reading.hpp"
 #include "headless/rpp/rpp.hpp"
 
@@ -21,8 +22,7 @@ bool holds_own_object(std::string_view text) {
 /// Absolute and without links, so that another spelling of it is no other folder when the project is saved.
 std::filesystem::path true_folder_of(const std::filesystem::path& file) {
     std::error_code error;
-    const std::filesystem::path absolute = std::filesystem::absolute(file, error);
-    const std::filesystem::path found = std::filesystem::weakly_canonical(absolute, error);
+    const std::filesystem::path found = paths::weakly_canonical(file, error);
     return (error ? file : found).parent_path();
 }
 

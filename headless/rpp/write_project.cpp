@@ -1,3 +1,4 @@
+#include "common/paths.hpp"
 #include "headless/rpp/child_order.hpp"
 #include "headless/rpp/edit_fields.hpp"
 #include "headless/rpp/envelope_kinds.hpp"
@@ -180,7 +181,7 @@ bool fits_in_quotes(const std::string& text) { return chunk::in_quotes(text).sub
 
 // Most paths can be decided as they are; making a path relative to the folder is expensive.
 bool path_fits(const std::filesystem::path& file, const std::filesystem::path& folder) {
-    return file.empty() || (file.is_absolute() && fits_in_quotes(file.string())) ||
+    return file.empty() || (paths::is_absolute(file) && fits_in_quotes(file.string())) ||
            fits_in_quotes(path_text(file, folder));
 }
 

@@ -1,5 +1,6 @@
 #include "headless/script/script_runner.hpp"
 
+#include "common/paths.hpp"
 #include "headless/script/bridge.hpp"
 #include "headless/script/deferred_calls.hpp"
 #include "headless/script/guarded_debug.hpp"
@@ -251,7 +252,7 @@ ScriptOutcome run_script(workstation::Workstation& workstation, const workstatio
                          const std::function<void(const ScriptOutcome&)>& before_closing) {
     Run run{Bridge(workstation),
             MissingFunctions(names_for_lua(workstation)),
-            std::filesystem::absolute(request.file).lexically_normal().string(),
+            paths::normal(paths::absolute(request.file)).string(),
             request.arguments,
             reinterpret_cast<lua_CFunction>(plugin.symbol(module_symbol)),
             nullptr,

@@ -54,6 +54,12 @@ bool rename_keeping(const std::filesystem::path& file, const std::filesystem::pa
 
 bool remove_file(const std::filesystem::path& file);
 
+/// Whether the name stands for another path. A second name of the same file does not.
+bool is_link(const std::filesystem::path& file);
+
+/// The path that a link leads to, without further links; empty on failure.
+std::filesystem::path target_of(const std::filesystem::path& link);
+
 /// Reserves disk space in the folder until the descriptor is closed or the process ends, however it ends.
 /// @returns a negative number if there is not enough or the file system cannot reserve
 int reserve_space(const std::filesystem::path& folder, std::uintmax_t bytes);
@@ -73,7 +79,7 @@ struct FileStatus {
     FileIdentity identity;
     std::uint64_t names = 0; ///< 0: removed while it was open
     std::int64_t bytes = 0;
-    std::int64_t changed_seconds = 0;
+    std::int64_t changed_seconds = 0; ///< since an epoch of the system's; only to be compared
     std::int64_t changed_nanoseconds = 0;
 };
 

@@ -1,6 +1,7 @@
 #include "headless/workstation/audio_source.hpp"
 
 #include "common/letter_case.hpp"
+#include "common/paths.hpp"
 #include "headless/workstation/take_audio.hpp"
 #include "headless/workstation/workstation.hpp"
 
@@ -32,7 +33,7 @@ Result<project::Source> open_source(audio::AudioCache& audio, const fs::path& fi
     const Result<audio::AudioFormat> format = decoded_format(audio, file);
     if (!format)
         return tl::unexpected(format.error());
-    return project::Source{fs::absolute(file), type_of(file), format->sample_rate, format->channels,
+    return project::Source{paths::absolute(file), type_of(file), format->sample_rate, format->channels,
                            format->frames};
 }
 

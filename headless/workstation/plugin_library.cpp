@@ -1,5 +1,6 @@
 #include "headless/workstation/plugin_library.hpp"
 
+#include "common/paths.hpp"
 #include "common/plugin_abi.hpp"
 #include "headless/system/library.hpp"
 #include "headless/workstation/workstation.hpp"
@@ -36,7 +37,7 @@ tl::unexpected<Failure> failure_of(const std::filesystem::path& file, const std:
 
 Result<PluginLibrary> PluginLibrary::load(const std::filesystem::path& file, Workstation&) {
     std::string reason;
-    void* library = system::load_library(std::filesystem::absolute(file), reason);
+    void* library = system::load_library(paths::absolute(file), reason);
     if (!library)
         return failure_of(file, reason);
     auto* entry = reinterpret_cast<PluginEntry*>(system::symbol_of(library, plugin_entry_name));

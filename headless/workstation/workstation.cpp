@@ -1,5 +1,6 @@
 #include "headless/workstation/workstation.hpp"
 
+#include "common/paths.hpp"
 #include "headless/audio/audio_cache.hpp"
 #include "headless/audio/loudness_cache.hpp"
 #include "headless/workstation/envelope_objects.hpp"
@@ -80,9 +81,9 @@ std::vector<Failure> Workstation::take_failures() {
 std::filesystem::path Workstation::render_folder() const {
     namespace fs = std::filesystem;
     std::error_code error; // without a current folder the path stays relative
-    const fs::path base =
-        project_->file.empty() ? fs::current_path(error) : fs::absolute(project_->file, error).parent_path();
-    return project_->record_path.empty() ? base : base / project_->record_path;
+    const fs::path base = project_->file.empty() ? fs::current_path(error)
+                                                 : paths::absolute(project_->file, error).parent_path();
+    return project_->record_path.empty() ? base : paths::join(base, project_->record_path);
 }
 
 project::Project* Workstation::live(ReaProject* handle) const {

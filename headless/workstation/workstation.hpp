@@ -183,7 +183,7 @@ public:
     /// The number appended to the last render of that name, 0 at first: thousands of lines may share one
     /// name.
     std::size_t& last_render_number(const std::filesystem::path& file) {
-        return render_numbers_[file.string()];
+        return render_numbers_[file.native()];
     }
     EnvelopeObjects& envelope_objects() { return *envelope_objects_; }
     SourceHandles& source_handles() { return *source_handles_; }
@@ -207,7 +207,7 @@ private:
     bool has_failed_call_ = false;
     std::set<std::string> reported_once_;
     EnvelopeEdit last_envelope_edit_;
-    std::unordered_map<std::string, std::size_t> render_numbers_;
+    std::unordered_map<std::filesystem::path::string_type, std::size_t> render_numbers_;
 };
 
 } // namespace headless::workstation

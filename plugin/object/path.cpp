@@ -1,6 +1,7 @@
 #include "object/path.hpp"
 
 #include "common/path_text.hpp"
+#include "common/paths.hpp"
 #include "object/record_operations.hpp"
 #include "utility/mk_utility.hpp"
 
@@ -34,9 +35,9 @@ int mk_Path::read_path(std::string path) {
     namespace fs = std::filesystem;
     if (path.empty()) // std::filesystem has no absolute form of it
         return 1;
-    const fs::path absolute = fs::absolute(path_text::path_of(path));
+    const fs::path absolute = paths::absolute(path_text::path_of(path));
     std::error_code no_status;
-    const fs::file_status status = fs::status(absolute, no_status);
+    const fs::file_status status = fs::status(paths::to_ask_for(absolute), no_status);
     if (!fs::exists(status))
         return 1;
     const auto [stem, extension] = mk_utility::split_extension(path_text::text_of(absolute.filename()));

@@ -8,7 +8,6 @@
 namespace {
 
 constexpr int yes_and_no_buttons = 4; ///< the host's message box types
-constexpr int yes = 6;                ///< the host's button codes
 
 } // namespace
 
@@ -24,6 +23,6 @@ void dependency_manager::assert_not_installed(const char* apiName, const char*, 
         return;
     const std::string text = mk_utility::format(texts->MSG_DEPENDENCY_ERROR(), apiName,
                                                 texts->SWS_PROGRAM_NAME(), texts->URL_SWS());
-    if (call(ShowMessageBox, text.c_str(), texts->ERROR_TITLE(), yes_and_no_buttons) == yes)
+    if (call(ShowMessageBox, text.c_str(), texts->ERROR_TITLE(), yes_and_no_buttons) == desktop::button_yes)
         open_url(texts->URL_SWS());
 }

@@ -14,8 +14,12 @@ struct Dialog {
     std::string icon; ///< path of an icon file, or empty
 };
 
+// The host's button codes.
+inline constexpr int button_yes = 6;
+inline constexpr int button_no = 7;
+
 /// Shows a message box and waits for its button.
-/// @returns 6 for yes and 7 for no; without a question 0 after "OK", otherwise the status of the command that
+/// @returns button_yes or button_no; without a question 0 after "OK", otherwise the status of the command that
 /// shows the box; -1 if it could not be shown
 int show(const Dialog& dialog);
 

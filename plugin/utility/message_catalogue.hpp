@@ -6,8 +6,8 @@
 namespace mk_app_def {
 
 inline constexpr const char* PROGRAM_NAME = "MERIDEK_FELSPAR";
-/// The version of the interface for hosts and scripts, which `get_version` tells them. It stays while the interface does;
-/// `felspar_version` is the release's.
+/// The version of the interface for hosts and scripts, which `get_version` tells them. It stays while the
+/// interface does; `felspar_version` is the release's.
 inline constexpr const char* VERSION = "1.1.0";
 
 } // namespace mk_app_def

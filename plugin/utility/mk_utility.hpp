@@ -55,7 +55,8 @@ MK_EXPORT int exec_command(std::string& command);
 MK_EXPORT std::pair<std::string, std::string> split_extension(std::string path);
 
 /// Shows a modal message and waits for its button.
-/// @returns the exit status of the dialog command, 0 after OK; -1 if it could not be started
+/// @returns 0 after OK; -1 if it could not be shown; otherwise the exit status of the command that shows it
+/// (Linux, macOS)
 MK_EXPORT int show_message_box_error(std::string message);
 MK_EXPORT int show_message_box_info(std::string message);
 
@@ -65,6 +66,6 @@ MK_EXPORT int show_message_box_info_YesNo(std::string message);
 
 } // namespace mk_utility
 
-/// Copies the version of the interface for hosts and scripts into `buffer`, cut to `size` - 1 bytes. Does nothing if the size is 0 or
-/// less.
+/// Copies the version of the interface for hosts and scripts into `buffer`, cut to `size` - 1 bytes. Does
+/// nothing if the size is 0 or less.
 extern "C" MK_EXPORT void get_version(char* buffer, int size);

@@ -72,7 +72,7 @@ def user_plugins() -> pathlib.Path:
     elif sys.platform == "darwin":
         settings = pathlib.Path.home() / "Library" / "Application Support"
     else:
-        settings = pathlib.Path.home() / ".config"
+        settings = pathlib.Path(os.environ.get("XDG_CONFIG_HOME") or pathlib.Path.home() / ".config")
     return settings / "REAPER" / "UserPlugins"
 
 
@@ -99,6 +99,10 @@ def library_path() -> pathlib.Path:
 
 
 def _is_loaded(path: pathlib.Path) -> bool:
+    if sys.platform == "win32":
+        find = ctypes.WinDLL("kernel32").GetModuleHandleW
+        find.restype, find.argtypes = ctypes.c_void_p, [ctypes.c_wchar_p]
+        return path.is_file() and find(str(path.resolve())) is not None
     only_if_loaded = getattr(os, "RTLD_NOLOAD", None)
     if only_if_loaded is None or not path.is_file():
         return False

@@ -62,6 +62,15 @@ class Command(unittest.TestCase):
         told = felspar("run", script, "--project", here / "lines.rpp")
         self.assertRegex(told, r"[1-9]\d* tracks line_<12>")
 
+    @unittest.skipUnless(command[-1].endswith(".exe"), "Windows only")
+    def test_imports_from_paths_like_those_of_servers(self):
+        drive = "" if here.drive else "Z:"  # the emulator's name for the root
+        root = "\\\\.\\" + drive + str(here).replace("/", "\\")
+        felspar("import", root + "\\日本 é\\", root + "\\en", "-o", here / "of_server.rpp")
+        project = (here / "of_server.rpp").read_text(encoding="utf-8")
+        self.assertIn(root, project)
+        self.assertIn("(6, 0 missing)", felspar("project", here / "of_server.rpp"))
+
     def test_lists_its_functions(self):
         self.assertIn("MK_GetTrackItemMute", felspar("api"))
 

@@ -118,6 +118,9 @@ static bool track_string(struct track* track, const char* key, char* text, bool 
 static void* get_take(void* of_item, int index) { return of_item == &item && index == 0 ? &take : NULL; }
 static struct source* get_source(void* of_take) { return of_take == &take ? &source : NULL; }
 static void update_arrange(void) {}
+static const char* get_version_of_host(void) { return "7.01/x64"; }
+static char told[256];
+static void show_in_console(const char* text) { snprintf(told, sizeof told, "%s", text); }
 
 /* Registration: three names for each row, in order. */
 
@@ -152,7 +155,9 @@ static void* get_func(const char* name) {
                      {"GetSetMediaTrackInfo_String", (void (*)(void))track_string},
                      {"GetTake", (void (*)(void))get_take},
                      {"GetMediaItemTake_Source", (void (*)(void))get_source},
-                     {"UpdateArrange", (void (*)(void))update_arrange}};
+                     {"UpdateArrange", (void (*)(void))update_arrange},
+                     {"GetAppVersion", (void (*)(void))get_version_of_host},
+                     {"ShowConsoleMsg", (void (*)(void))show_in_console}};
     for (size_t i = 0; i < sizeof functions / sizeof *functions; ++i)
         if (strcmp(name, functions[i].name) == 0)
             return (void*)functions[i].function;
@@ -290,6 +295,16 @@ static void check_source(void* library) {
     CHECK(get_name && get_name(&item, 1, true, name, 64) == 0 && strcmp(name, "") == 0);
 }
 
+/* The host's Lua is newer, and does not show: a state of it must not be touched. */
+static void check_newer_lua(void* library) {
+    static const char untouched[1024];
+    char state[sizeof untouched] = {0};
+    int (*open_module)(void*) = (int (*)(void*))symbol(library, "luaopen_reaper_MERIDEK_FELSPAR");
+    told[0] = '\0';
+    CHECK(open_module && open_module(state) == 0);
+    CHECK(memcmp(state, untouched, sizeof state) == 0 && strstr(told, "needs Lua 5.3; this workstation has a newer one"));
+}
+
 static void check_library(const char* file, const char* list) {
     void* library = load(file);
     typedef int Entry(void* instance, struct plugin_info* info);
@@ -306,6 +321,7 @@ static void check_library(const char* file, const char* list) {
     check_texts();
     check_files();
     check_source(library);
+    check_newer_lua(library);
     void (*get_version)(char*, int) = (void (*)(char*, int))symbol(library, "get_version");
     CHECK(get_version != NULL);
     if (get_version)

@@ -81,6 +81,19 @@ bool rename_keeping(const std::filesystem::path& file, const std::filesystem::pa
 
 bool remove_file(const std::filesystem::path& file) { return unlink(file.c_str()) == 0; }
 
+bool is_link(const std::filesystem::path& file) {
+    std::error_code error;
+    return std::filesystem::is_symlink(file, error);
+}
+
+std::filesystem::path target_of(const std::filesystem::path& link) {
+    std::error_code error;
+    std::filesystem::path found = std::filesystem::canonical(link, error);
+    if (error)
+        errno = error.value();
+    return found;
+}
+
 std::optional<FileStatus> status_of(const std::filesystem::path& file) {
     struct stat status {};
     return stat(file.c_str(), &status) == 0 ? std::optional(status_from(status)) : std::nullopt;

@@ -12,6 +12,7 @@
 #include <io.h>
 #include <limits>
 #include <string>
+#include <string_view>
 #include <windows.h>
 
 namespace headless::system {
@@ -29,7 +30,7 @@ int descriptor_of(HANDLE file) {
         set_errno();
         return -1;
     }
-    const int descriptor = _open_osfhandle(reinterpret_cast<std::intptr_t>(file), _O_BINARY);
+    const int descriptor = _open_osfhandle(reinterpret_cast<std::intptr_t>(file), _O_BINARY | _O_NOINHERIT);
     if (descriptor < 0)
         CloseHandle(file);
     return descriptor;
@@ -46,6 +47,21 @@ OVERLAPPED at(std::int64_t position) {
     place.OffsetHigh = static_cast<DWORD>(offset >> 32U);
     return place;
 }
+
+/// Where write() goes on, which reading and writing elsewhere would move.
+class KeptPosition {
+public:
+    explicit KeptPosition(HANDLE file) : file_(file) {
+        SetFilePointerEx(file_, LARGE_INTEGER{}, &position_, FILE_CURRENT);
+    }
+    KeptPosition(const KeptPosition&) = delete;
+    KeptPosition& operator=(const KeptPosition&) = delete;
+    ~KeptPosition() { SetFilePointerEx(file_, position_, nullptr, FILE_BEGIN); }
+
+private:
+    HANDLE file_;
+    LARGE_INTEGER position_{};
+};
 
 DWORD at_most(std::size_t count) {
     constexpr std::size_t largest = std::size_t{1} << 30;
@@ -70,7 +86,9 @@ std::optional<FileStatus> status_of_handle(HANDLE file) {
     }
     FileStatus status;
     const bool is_folder = (found.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
-    status.type = is_folder ? FileType::folder : FileType::regular;
+    status.type = is_folder                             ? FileType::folder
+                  : GetFileType(file) == FILE_TYPE_DISK ? FileType::regular
+                                                        : FileType::other;
     status.identity = {found.dwVolumeSerialNumber,
                        std::uint64_t{found.nFileIndexHigh} << 32U | found.nFileIndexLow};
     status.names = standard.DeletePending ? 0 : found.nNumberOfLinks;
@@ -111,6 +129,7 @@ int duplicate(int descriptor) {
 int close(int descriptor) { return _close(descriptor); }
 
 std::int64_t read_at(int descriptor, void* bytes, std::size_t count, std::int64_t position) {
+    const KeptPosition kept(handle_of(descriptor));
     OVERLAPPED place = at(position);
     DWORD got = 0;
     if (!ReadFile(handle_of(descriptor), bytes, at_most(count), &got, &place) &&
@@ -122,6 +141,7 @@ std::int64_t read_at(int descriptor, void* bytes, std::size_t count, std::int64_
 }
 
 std::int64_t write_at(int descriptor, const void* bytes, std::size_t count, std::int64_t position) {
+    const KeptPosition kept(handle_of(descriptor));
     OVERLAPPED place = at(position);
     DWORD written = 0;
     if (!WriteFile(handle_of(descriptor), bytes, at_most(count), &written, &place)) {
@@ -142,7 +162,7 @@ std::int64_t write(int descriptor, const void* bytes, std::size_t count) {
 
 bool sync(int descriptor) { return FlushFileBuffers(handle_of(descriptor)) != 0 || set_errno(); }
 
-// Names are written through as they change.
+// Renames are written through; a removed file may come back.
 bool sync_folder(const fs::path&) { return true; }
 
 // The locked byte lies beyond the end of every file, as nobody else could read the bytes under a lock.
@@ -160,6 +180,37 @@ bool rename_replacing(const fs::path& file, const fs::path& new_name) {
 bool rename_keeping(const fs::path& file, const fs::path& new_name) { return move(file, new_name, 0); }
 
 bool remove_file(const fs::path& file) { return DeleteFileW(file.c_str()) != 0 || set_errno(); }
+
+bool is_link(const fs::path& file) {
+    WIN32_FIND_DATAW entry{};
+    const DWORD attributes = GetFileAttributesW(file.c_str());
+    if (attributes == INVALID_FILE_ATTRIBUTES || (attributes & FILE_ATTRIBUTE_REPARSE_POINT) == 0)
+        return false;
+    const HANDLE search = FindFirstFileW(file.c_str(), &entry);
+    if (search == INVALID_HANDLE_VALUE)
+        return false;
+    FindClose(search);
+    return IsReparseTagNameSurrogate(entry.dwReserved0);
+}
+
+fs::path target_of(const fs::path& link) {
+    constexpr std::wstring_view server_prefix = L"\\\\?\\UNC\\";
+    constexpr std::wstring_view prefix = L"\\\\?\\";
+    const Descriptor opened(open_file(link, FILE_READ_ATTRIBUTES, OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS));
+    if (opened < 0)
+        return {};
+    std::wstring path(32768, L'\0'); // no path is longer
+    const DWORD length = GetFinalPathNameByHandleW(handle_of(opened), path.data(),
+                                                   static_cast<DWORD>(path.size()), VOLUME_NAME_DOS);
+    if (length == 0 || length >= path.size()) {
+        set_errno();
+        return {};
+    }
+    path.resize(length);
+    if (path.starts_with(server_prefix))
+        return L"\\\\" + path.substr(server_prefix.size());
+    return path.starts_with(prefix) ? path.substr(prefix.size()) : path;
+}
 
 int reserve_space(const fs::path& folder, std::uintmax_t bytes) {
     static std::atomic<unsigned> serial{0};

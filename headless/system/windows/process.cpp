@@ -1,6 +1,7 @@
 #include "headless/system/process.hpp"
 
 #include "common/path_text.hpp"
+#include "headless/system/program.hpp"
 
 #include <algorithm>
 #include <array>
@@ -33,9 +34,38 @@ std::wstring command_line(const std::vector<std::string>& words) {
     return line;
 }
 
+/// The file of a program in PATH; empty if there is none. CreateProcess would look into other folders first.
+std::wstring file_in_path(const std::wstring& name) {
+    const std::wstring folders = path_text::path_of(environment_variable("PATH")).native();
+    std::wstring file;
+    DWORD size = 0;
+    do { // a call that finds too little room tells the size
+        file.resize(size);
+        size = SearchPathW(folders.c_str(), name.c_str(), L".exe", static_cast<DWORD>(file.size()),
+                           file.data(), nullptr);
+    } while (size > file.size());
+    file.resize(size);
+    return file;
+}
+
+struct Command {
+    std::wstring file;
+    std::wstring line;
+};
+
+Command command_of(const std::vector<std::string>& words) {
+    if (words.empty())
+        return {};
+    const std::filesystem::path program = path_text::path_of(words.front());
+    return {program.has_parent_path() ? program.native() : file_in_path(program.native()),
+            command_line(words)};
+}
+
 /// @param output  becomes the standard output
 /// @returns null if the program cannot be started
-HANDLE spawn(const std::vector<std::string>& words, HANDLE output) {
+HANDLE spawn(Command command, HANDLE output) {
+    if (command.file.empty())
+        return nullptr;
     SECURITY_ATTRIBUTES inherited{sizeof(SECURITY_ATTRIBUTES), nullptr, TRUE};
     const HANDLE nothing = CreateFileW(L"NUL", GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE, &inherited,
                                        OPEN_EXISTING, 0, nullptr);
@@ -46,9 +76,8 @@ HANDLE spawn(const std::vector<std::string>& words, HANDLE output) {
     start.hStdOutput = output;
     start.hStdError = GetStdHandle(STD_ERROR_HANDLE);
     PROCESS_INFORMATION started{};
-    std::wstring line = command_line(words);
-    const bool is_started = !words.empty() && CreateProcessW(nullptr, line.data(), nullptr, nullptr, TRUE, 0,
-                                                             nullptr, nullptr, &start, &started) != 0;
+    const bool is_started = CreateProcessW(command.file.c_str(), command.line.data(), nullptr, nullptr, TRUE,
+                                           0, nullptr, nullptr, &start, &started) != 0;
     CloseHandle(nothing);
     if (!is_started)
         return nullptr;
@@ -61,6 +90,7 @@ HANDLE spawn(const std::vector<std::string>& words, HANDLE output) {
 std::int64_t process_number() { return GetCurrentProcessId(); }
 
 std::optional<ChildProcess> ChildProcess::start(const std::vector<std::string>& words, Output output) {
+    Command command = command_of(words); // before there are handles, as it may throw
     HANDLE reading = INVALID_HANDLE_VALUE;
     HANDLE writing = GetStdHandle(STD_OUTPUT_HANDLE);
     if (output == Output::piped) {
@@ -68,7 +98,7 @@ std::optional<ChildProcess> ChildProcess::start(const std::vector<std::string>& 
             return std::nullopt;
         SetHandleInformation(writing, HANDLE_FLAG_INHERIT, HANDLE_FLAG_INHERIT);
     }
-    const HANDLE child = spawn(words, writing);
+    const HANDLE child = spawn(std::move(command), writing);
     if (output == Output::piped)
         CloseHandle(writing);
     if (child)

@@ -2,6 +2,7 @@
 
 #include "common/folder_entries.hpp"
 #include "common/path_text.hpp"
+#include "common/paths.hpp"
 #include "host_api/arguments.hpp"
 #include "system/copy_over.hpp"
 #include "system/readable_file.hpp"
@@ -23,7 +24,12 @@ using path_text::text_of;
 
 fs::path path_named(const char* text) { return path_of(text_or_empty(text)); }
 
-fs::path join(const char* directory, const char* name) { return path_named(directory) / path_named(name); }
+/// For what may be a folder.
+fs::path folder_named(const char* text) { return paths::to_ask_for(path_named(text)); }
+
+fs::path join(const char* directory, const char* name) {
+    return paths::join(path_named(directory), path_named(name));
+}
 
 bool opens_for_reading(const fs::path& file) { return ReadableFile(file).is_open(); }
 
@@ -64,7 +70,10 @@ std::optional<std::string> read(const ReadableFile& file, std::size_t size) {
 
 /// Asks the system whether they are the same: some systems ignore the case of names.
 bool is_within(const fs::path& path, const fs::path& folder) {
-    fs::path inner = fs::weakly_canonical(fs::absolute(path));
+    std::error_code error;
+    fs::path inner = paths::weakly_canonical(path, error);
+    if (error)
+        throw fs::filesystem_error("no whole path", path, error);
     while (!(fs::exists(inner) && fs::equivalent(inner, folder))) {
         fs::path outer = inner.parent_path();
         if (outer == inner)
@@ -78,7 +87,7 @@ bool is_within(const fs::path& path, const fs::path& folder) {
 void copy_all(const fs::path& from, const fs::path& to) {
     if (!fs::is_directory(from))
         return copy_over(from, to);
-    fs::create_directory(to, from);
+    fs::create_directory(paths::to_ask_for(to), from);
     for (const folder_entries::Entry& entry : folder_entries::read(from))
         copy_all(from / path_of(entry.name), to / path_of(entry.name));
 }
@@ -106,7 +115,7 @@ namespace MK_FELSPAR {
 
 bool WriteFile(const char* directory, const char* filename, const char* text, int mode) {
     try {
-        if (const fs::path folder = path_named(directory); !fs::exists(folder))
+        if (const fs::path folder = folder_named(directory); !fs::exists(folder))
             fs::create_directories(folder);
         const fs::path file = join(directory, filename);
         switch (mode) {
@@ -143,7 +152,7 @@ bool ReadFile(const char* directory, const char* filename, char* textOutNeedBig,
 
 bool SetCopyFile(const char* copyFilePath, const char* pasteFilePath) {
     try {
-        const fs::path from = path_named(copyFilePath);
+        const fs::path from = folder_named(copyFilePath);
         const fs::path to = path_named(pasteFilePath);
         if (fs::is_directory(from) && is_within(to, from))
             return false;
@@ -162,7 +171,7 @@ bool GetFilePathList(const std::string& folder, const std::string& extension,
                      std::vector<std::string>& paths) {
     const fs::path root = path_of(folder);
     std::error_code none;
-    if (!fs::is_directory(root, none))
+    if (!fs::is_directory(paths::to_ask_for(root), none))
         return false;
     append_paths(root, "." + extension, paths);
     return true;

@@ -89,7 +89,8 @@ const luaL_Reg reg[] = {
 } // namespace MK_FELSPAR
 
 int luaopen_reaper_MERIDEK_FELSPAR(lua_State* L) {
-    lua_utility::refuse_other_lua(L);
+    if (!lua_utility::can_serve(L, __builtin_return_address(0)))
+        return 0;
     lua_createtable(L, 0, 0);
     lua_checkstack(L, static_cast<int>(std::size(MK_FELSPAR::reg)));
     luaL_setfuncs(L, MK_FELSPAR::reg, 0);

@@ -8,7 +8,7 @@
 #include <lua.hpp>
 
 /// Publishes the functions in the global table `MK_FELSPAR` and in the host's table `reaper`.
-/// @returns 1, with `reaper` on the stack
+/// @returns 1, with `reaper` on the stack; 0 if the caller's Lua is another and cannot raise the error
 extern "C" MK_EXPORT int luaopen_reaper_MERIDEK_FELSPAR(lua_State* L);
 
 namespace MK_FELSPAR {

@@ -48,6 +48,13 @@ local code, path = reaper.MK_GetPathInfo(arg[0])
 assert(code == 0 and path.ParentName == "bindings" and path.Extension == "lua" and path.Type == "File", show(path))
 expect("Folder", select(2, reaper.MK_GetPathInfo(folder)).Type)
 expect("1 {}", reaper.MK_GetPathInfo("/no such path"))
+if package.config:sub(1, 1) == "\\" then -- Windows
+    local _, temporary = reaper.MK_GetPathInfo(os.getenv("TEMP") .. "\\")
+    assert(temporary.Type == "Folder", show(temporary))
+    local of_server = "\\\\.\\" .. temporary.ParentPath -- begins like the path of a server
+    local _, named = reaper.MK_GetPathInfo(of_server)
+    assert(named.FilePath == of_server, show(named))
+end
 
 expect('0 [1,2.5,"a",1]', reaper.MK_Json_Serialize { 1, 2.5, "a", true })
 expect('0 {"a":"x","k":null}', reaper.MK_Json_Serialize { k = {}, a = "x", f = print })

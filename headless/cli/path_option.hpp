@@ -12,7 +12,7 @@
 
 namespace headless::cli {
 
-/// An empty text mostly comes from a variable that is not set. It must not count as an option that was not given.
+/// An empty text mostly comes from a variable that is not set. It must not pass for an option that is absent.
 inline CLI::Validator not_empty() {
     return {[](const std::string& text) { return std::string(text.empty() ? "needs a path" : ""); }, ""};
 }

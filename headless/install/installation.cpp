@@ -132,20 +132,20 @@ public:
     /// The list after these steps.
     Manifest list_after(const std::vector<Step>& steps) const {
         Manifest list{.folders = installed_.folders};
-        for (const auto& [outcome, bytes, sum] : steps) {
-            const auto listed = installed_.files.find(outcome.path);
+        for (const Step& step : steps) {
+            const FileAction action = step.outcome.action;
+            const auto listed = installed_.files.find(step.outcome.path);
             const bool is_listed = listed != installed_.files.end();
-            const bool is_wanted = !sum.empty();
-            if (outcome.action == FileAction::installed || outcome.action == FileAction::replaced ||
-                (outcome.action == FileAction::unchanged && is_listed))
-                list.files[outcome.path] = {sum};
-            else if (outcome.action == FileAction::kept && is_wanted && is_listed)
+            const bool is_wanted = !step.sum.empty();
+            if (writes(step) || (action == FileAction::unchanged && is_listed))
+                list.files[step.outcome.path] = {step.sum};
+            else if (action == FileAction::kept && is_wanted && is_listed)
                 list.files.insert(*listed);
         }
         return list;
     }
 
-    /// The folders that are missing for these steps and the list. Fails if something else is in a folder's place.
+    /// The folders that are missing for these steps and the list. Fails if something else is in one's place.
     Result<std::set<std::string>> missing_folders(const std::vector<Step>& steps) const {
         std::set<std::string> missing;
         Manifest list = list_after(steps);

@@ -57,19 +57,19 @@ bool is_first_visit(const fs::path& folder) {
     return visited.insert(folder.native()).second;
 }
 
-void remove_abandoned_in(const fs::path& folder) {
-    std::error_code unreadable; // then they stay
-    for (const folder_entries::Entry& entry : folder_entries::read(folder, unreadable))
-        if (is_temporary_name(entry.name))
-            remove_abandoned(folder / path_text::path_of(entry.name));
-}
-
 bool move_into_place(const fs::path& temporary, const fs::path& target, ExistingFile existing) {
     return existing == ExistingFile::replace ? system::rename_replacing(temporary, target)
                                              : system::rename_keeping(temporary, target);
 }
 
 } // namespace
+
+void remove_abandoned_in(const fs::path& folder) {
+    std::error_code unreadable; // then they stay
+    for (const folder_entries::Entry& entry : folder_entries::read(folder, unreadable))
+        if (is_temporary_name(entry.name))
+            remove_abandoned(folder / path_text::path_of(entry.name));
+}
 
 Result<fs::path> resolve_links(const fs::path& file) {
     if (!system::is_link(file))

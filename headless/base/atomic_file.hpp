@@ -57,6 +57,9 @@ private:
     int descriptor_;
 };
 
+/// Removes what killed processes left in the folder. Whoever creates a file there need not call it.
+void remove_abandoned_in(const std::filesystem::path& folder);
+
 /// Copies a file to a new name. Fails if the name is taken.
 Result<void> copy_atomically(const std::filesystem::path& file, const std::filesystem::path& copy);
 

@@ -43,15 +43,10 @@ int print(const jobs::ImportOptions& options, const report::ImportReport& report
     return finish_output() && report.failures.empty() ? 0 : 1;
 }
 
-int print(const Failure& failure) {
-    return failure.kind == FailureKind::interrupted ? print_interruption(failure.message)
-                                                    : cannot_begin(failure);
-}
-
 int run(const jobs::ImportOptions& options) {
     watch_signals();
     const auto report = import_with_progress(options);
-    return report ? print(options, *report) : print(report.error());
+    return report ? print(options, *report) : print_early_end(report.error());
 }
 
 void check_together(const jobs::ImportOptions& options) {

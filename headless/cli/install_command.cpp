@@ -3,8 +3,10 @@
 #include "headless/cli/messages.hpp"
 #include "headless/cli/path_option.hpp"
 #include "headless/cli/plugin_location.hpp"
+#include "headless/cli/signals.hpp"
 #include "headless/install/installation.hpp"
 #include "headless/install/workstation_folder.hpp"
+#include "headless/report/ride_report.hpp"
 
 #include <CLI/CLI.hpp>
 
@@ -19,6 +21,7 @@ namespace {
 
 struct InstallOptions {
     std::filesystem::path resource_folder; ///< empty: in its usual place
+    std::filesystem::path plugin;          ///< to install; empty: where it was built or installed
     install::Options what;
     bool removes = false;
     bool json = false;
@@ -28,19 +31,26 @@ Result<std::vector<report::InstalledFile>> carry_out(const InstallOptions& optio
                                                      const std::filesystem::path& folder) {
     if (options.removes)
         return install::uninstall(folder, options.what);
-    return find_plugin({})
+    return find_plugin(options.plugin)
         .and_then([](const auto& plugin) { return install::find_package(plugin, this_platform()); })
         .and_then([&](const auto& package) { return install::install(package, folder, options.what); });
 }
 
+int print_failure(const InstallOptions& options, const Failure& failure) {
+    if (options.json)
+        std::cout << report::json_failure_line(failure.path, failure.message) << std::flush;
+    return print_early_end(failure);
+}
+
 int run(const InstallOptions& options) {
+    watch_signals();
     auto folder =
         install::choose_resource_folder(options.resource_folder, this_platform(), process_environment);
     if (!folder)
-        return cannot_begin(folder.error());
+        return print_failure(options, folder.error());
     auto files = carry_out(options, folder->path);
     if (!files)
-        return cannot_begin(files.error());
+        return print_failure(options, files.error());
     const report::InstallReport report{.folder = folder->path,
                                        .others = folder->others,
                                        .version = folder->version,
@@ -70,7 +80,9 @@ std::shared_ptr<InstallOptions> add_command(CLI::App& app, int& exit_status, con
 void add_install_commands(CLI::App& app, int& exit_status) {
     const auto installs =
         add_command(app, exit_status, "install", "Install the library and its scripts into the workstation");
-    app.get_subcommand("install")->add_flag(
+    CLI::App& install = *app.get_subcommand("install");
+    add_plugin_option(install, installs->plugin);
+    install.add_flag(
         "--replace", installs->what.replaces,
         "Also install in place of files that are not ours or were changed; they are moved aside");
     add_command(app, exit_status, "uninstall", "Remove what was installed into the workstation")->removes =

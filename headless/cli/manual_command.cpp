@@ -1,5 +1,6 @@
 #include "headless/cli/manual_command.hpp"
 
+#include "headless/cli/messages.hpp"
 #include "headless/manual/forms.hpp"
 
 #include <CLI/CLI.hpp>
@@ -19,18 +20,18 @@ const std::map<std::string, std::string (*)(const manual::Command&)> completions
 
 void add_manual_commands(CLI::App& app, int& exit_status) {
     const auto shell = std::make_shared<std::string>();
-    CLI::App* completion = app.add_subcommand("completion", "Print what a shell completes this command with");
+    CLI::App* completion = app.add_subcommand("completion", "Print a completion script for a shell");
     completion->add_option("shell", *shell, "The shell that reads it")
         ->required()
         ->check(CLI::IsMember(completions).description(""))
         ->type_name("bash|zsh|fish");
     completion->callback([&app, &exit_status, shell] {
-        std::cout << completions.at(*shell)(manual::outline_of(app)) << std::flush;
-        exit_status = std::cout ? 0 : 1;
+        std::cout << completions.at(*shell)(manual::outline_of(app));
+        exit_status = finish_output() ? 0 : 1;
     });
     app.add_subcommand("manual", "Print the manual page, for man -l -")->callback([&app, &exit_status] {
-        std::cout << manual::manual_page(manual::outline_of(app), FELSPAR_VERSION) << std::flush;
-        exit_status = std::cout ? 0 : 1;
+        std::cout << manual::manual_page(manual::outline_of(app), FELSPAR_VERSION);
+        exit_status = finish_output() ? 0 : 1;
     });
 }
 

@@ -7,8 +7,8 @@ class App;
 
 namespace headless::cli {
 
-/// Adds both subcommands to `app`, which they describe with all that it has when they run. `exit_status` becomes 1 if
-/// standard output cannot be written.
+/// Adds both subcommands to `app`, which they describe with all that it has when they run. `exit_status`
+/// becomes 1 if standard output cannot be written.
 void add_manual_commands(CLI::App& app, int& exit_status);
 
 } // namespace headless::cli

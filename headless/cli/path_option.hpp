@@ -12,22 +12,31 @@
 
 namespace headless::cli {
 
+/// An empty text mostly comes from a variable that is not set. It must not pass for an option that is absent.
+inline CLI::Validator not_empty() {
+    return {[](const std::string& text) { return std::string(text.empty() ? "needs a path" : ""); }, ""};
+}
+
 inline CLI::Option* add_path_option(CLI::App& app, const std::string& name, std::filesystem::path& path,
                                     const std::string& help) {
-    return app.add_option_function<std::string>(
-        name, [&path](const std::string& text) { path = path_text::path_of(text); }, help);
+    return app
+        .add_option_function<std::string>(
+            name, [&path](const std::string& text) { path = path_text::path_of(text); }, help)
+        ->check(not_empty());
 }
 
 inline CLI::Option* add_path_option(CLI::App& app, const std::string& name,
                                     std::vector<std::filesystem::path>& paths, const std::string& help) {
-    return app.add_option_function<std::vector<std::string>>(
-        name,
-        [&paths](const std::vector<std::string>& texts) {
-            paths.clear();
-            for (const std::string& text : texts)
-                paths.push_back(path_text::path_of(text));
-        },
-        help);
+    return app
+        .add_option_function<std::vector<std::string>>(
+            name,
+            [&paths](const std::vector<std::string>& texts) {
+                paths.clear();
+                for (const std::string& text : texts)
+                    paths.push_back(path_text::path_of(text));
+            },
+            help)
+        ->check(not_empty());
 }
 
 /// As CLI::ExistingFile.

@@ -1,6 +1,7 @@
 #include "headless/cli/plugin_location.hpp"
 
 #include "headless/cli/path_option.hpp"
+#include "headless/install/package.hpp"
 #include "headless/system/library.hpp"
 #include "headless/system/program.hpp"
 
@@ -15,7 +16,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-const std::string name = "reaper_MERIDEK_FELSPAR";
+const std::string name = install::library_name;
 const std::string long_name = "lib" + name + "_for_6.x";
 
 } // namespace

@@ -34,8 +34,8 @@ int run(const ReferenceOptions& options) {
     const auto plugin = load_plugin(options.plugin, workstation);
     if (!plugin)
         return cannot_begin(plugin.error());
-    std::cout << forms.at(options.form)(reference::read_catalogue(workstation, *plugin)) << std::flush;
-    return std::cout ? 0 : 1;
+    std::cout << forms.at(options.form)(reference::read_catalogue(workstation, *plugin));
+    return finish_output() ? 0 : 1;
 }
 
 } // namespace

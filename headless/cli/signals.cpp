@@ -17,4 +17,9 @@ int print_interruption(const std::string& outcome) {
     return 128 + number;
 }
 
+int print_early_end(const Failure& failure) {
+    return failure.kind == FailureKind::interrupted ? print_interruption(failure.message)
+                                                    : cannot_begin(failure);
+}
+
 } // namespace headless::cli

@@ -25,8 +25,9 @@ struct Manifest {
     bool has(const std::string& path, const std::string& sum) const;
 };
 
-/// Reads the list; an empty one if there is none. Fails, naming the line, if the list is damaged or has a
-/// path that leads out of the folder: following it could remove a file of the user's.
+/// Reads the list; an empty one if there is none. Fails, naming the line, if the first line is not the list's
+/// own, if one is damaged, or if a path leads out of the folder or is spelled in another way than it is
+/// written: following it could remove a file of the user's.
 Result<Manifest> read_manifest(const std::filesystem::path& resource_folder);
 
 /// Writes the list in one step. Its folder must exist.

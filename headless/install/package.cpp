@@ -1,6 +1,7 @@
 #include "headless/install/package.hpp"
 
 #include "headless/base/folder.hpp"
+#include "headless/install/manifest.hpp"
 
 #include <optional>
 #include <system_error>
@@ -9,6 +10,8 @@ namespace headless::install {
 namespace {
 
 namespace fs = std::filesystem;
+
+constexpr int levels_above = 2; ///< from `lib/felspar/` to the folder that holds `share/`
 
 struct Contents {
     fs::path scripts;
@@ -28,13 +31,12 @@ std::optional<Contents> contents_of(const fs::path& folder) {
 
 Result<Contents> find_contents(const fs::path& plugin) {
     std::error_code error;
-    for (fs::path folder = folder_of(fs::absolute(plugin, error));; folder = folder.parent_path()) {
+    fs::path folder = folder_of(fs::absolute(plugin, error));
+    for (int level = 0; level <= levels_above; ++level, folder = folder.parent_path())
         if (auto contents = contents_of(folder))
             return *contents;
-        if (folder == folder.parent_path())
-            return tl::unexpected(path_failure(plugin, "the example scripts and the definitions for editors "
-                                                       "that belong to it are not there"));
-    }
+    return tl::unexpected(path_failure(
+        plugin, "the example scripts and the definitions for editors that belong to it are not there"));
 }
 
 /// Adds the Lua files that lie directly in the folder.
@@ -52,14 +54,15 @@ std::string plugin_path(Platform platform) {
     const char* suffix = platform == Platform::windows ? ".dll"
                          : platform == Platform::macos ? ".dylib"
                                                        : ".so";
-    return std::string("UserPlugins/reaper_MERIDEK_FELSPAR") + suffix;
+    return std::string("UserPlugins/") + library_name + suffix;
 }
 
 Result<Package> find_package(const fs::path& plugin, Platform platform) {
     Package package{{plugin_path(platform), plugin}};
+    const std::string folder = fs::path(manifest_path).parent_path().generic_string() + "/";
     return find_contents(plugin).and_then([&](const Contents& contents) {
-        return add_files(package, contents.scripts, "Scripts/MERIDEK_FELSPAR/")
-            .and_then([&] { return add_files(package, contents.stubs, "Scripts/MERIDEK_FELSPAR/stubs/"); })
+        return add_files(package, contents.scripts, folder)
+            .and_then([&] { return add_files(package, contents.stubs, folder + "stubs/"); })
             .map([&] { return package; });
     });
 }

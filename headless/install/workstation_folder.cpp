@@ -1,5 +1,6 @@
 #include "headless/install/workstation_folder.hpp"
 
+#include "common/folder_entries.hpp"
 #include "common/letter_case.hpp"
 #include "common/path_text.hpp"
 #include "headless/base/file_reading.hpp"
@@ -50,17 +51,26 @@ std::vector<fs::path> program_folders(Platform platform, const Environment& envi
     return folders;
 }
 
-/// From the head of the project that the workstation opened last:
-/// `<REAPER_PROJECT 0.1 "6.19/linux-x86_64" 1700000000`
+/// The first line of a project, or some bytes of it: `<REAPER_PROJECT 0.1 "6.19/linux-x86_64" 1700000000`.
+/// Empty if it cannot be read, or the name has no path on this system.
+std::string head_of(const std::string& project) {
+    constexpr std::size_t max_bytes = 256;
+    try {
+        const auto head = beginning_of(path_text::path_of(project), max_bytes);
+        return head && *head ? (*head)->substr(0, (*head)->find_first_of("\r\n")) : "";
+    } catch (const fs::filesystem_error&) {
+        return "";
+    }
+}
+
+/// From the head of the project that the workstation opened last.
 std::string version_of(const fs::path& resource_folder) {
-    constexpr std::size_t max_head_bytes = 256;
     const auto settings = text_of(resource_folder / settings_name);
     const auto project =
         settings && *settings ? ini_value(**settings, "REAPER", "lastproject") : std::nullopt;
-    const auto head = beginning_of(path_text::path_of(project.value_or("")), max_head_bytes);
-    if (!head || !*head || !(*head)->starts_with("<REAPER_PROJECT "))
+    const std::string line = head_of(project.value_or(""));
+    if (!line.starts_with("<REAPER_PROJECT "))
         return {};
-    const std::string line = (*head)->substr(0, (*head)->find_first_of("\r\n"));
     const std::size_t begin = line.find('"');
     const std::size_t end = line.find_first_of("/\"", std::min(begin, line.size() - 1) + 1);
     return end == std::string::npos ? std::string() : line.substr(begin + 1, end - begin - 1);
@@ -69,13 +79,11 @@ std::string version_of(const fs::path& resource_folder) {
 /// The first by name, as there may be one for each processor.
 std::string sws_in(const fs::path& resource_folder) {
     std::string found;
-    std::error_code error;
-    for (fs::directory_iterator entry(resource_folder / "UserPlugins", error), end; !error && entry != end;
-         entry.increment(error)) {
-        const std::string name = entry->path().filename().string();
-        if (letter_case::lowered(name).starts_with("reaper_sws") && (found.empty() || name < found))
-            found = name;
-    }
+    std::error_code unreadable;
+    for (const auto& entry : folder_entries::read(resource_folder / "UserPlugins", unreadable))
+        if (letter_case::lowered(entry.name).starts_with("reaper_sws") &&
+            (found.empty() || entry.name < found))
+            found = entry.name;
     return found;
 }
 

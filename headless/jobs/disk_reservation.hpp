@@ -9,8 +9,7 @@
 namespace headless::jobs {
 
 /// A project is saved after its renders. So that the renders cannot fill the disk, the space for the project
-/// is reserved as long as this object exists. Nothing is left behind however the
-/// program ends.
+/// is reserved as long as this object exists. Nothing is left behind however the program ends.
 class DiskReservation {
 public:
     /// Reserves `bytes` in that folder if they are available and the file system supports it; otherwise

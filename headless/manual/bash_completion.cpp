@@ -11,8 +11,12 @@ _felspar_offer() {
     local line
     while IFS= read -r line; do COMPREPLY+=("$line"); done < <(compgen "$@" -- "$word")
 }
+_felspar_names() {
+    compopt -o filenames 2>/dev/null # a folder ends in a slash; bash 3.2 has no compopt
+    _felspar_offer "$@"
+}
 _felspar_files() {
-    _felspar_offer -f -X "!*$1"
+    _felspar_names -f -X "!*$1"
     _felspar_offer -d
 }
 _felspar() {
@@ -29,7 +33,7 @@ _felspar() {
 
 constexpr std::string_view end = R"(    esac
 }
-complete -o filenames -F _felspar felspar
+complete -F _felspar felspar
 )";
 
 /// The shell command that offers a value.
@@ -38,9 +42,9 @@ std::string offer(const Value& value) {
     case Offer::choices:
         return "_felspar_offer -W '" + join(value.choices, " ") + "'";
     case Offer::files:
-        return value.extension.empty() ? "_felspar_offer -f" : "_felspar_files " + value.extension;
+        return value.extension.empty() ? "_felspar_names -f" : "_felspar_files " + value.extension;
     case Offer::folders:
-        return "_felspar_offer -d";
+        return "_felspar_names -d";
     case Offer::nothing:
         break;
     }

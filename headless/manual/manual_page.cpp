@@ -59,14 +59,18 @@ constexpr std::string_view tail = R"(.SH EXIT STATUS
 All was done.
 .TP
 .B 1
-A file was refused, something could not be written, or a check found something.
+A file was refused or kept, something could not be written, or a check found something.
 .TP
 .B 2
 The arguments are wrong.
+.TP
+.B 128+n
+Signal n ended the command.
 .SH EXAMPLES
 .TP
 .B felspar import fr en \-\-match \-\-ride \-o scene.rpp
-Lay the lines in fr out against those in en, evened out and as loud.
+Lay out the lines in fr beside those in en, with their volume evened out and
+their loudness matched.
 .TP
 .B felspar ride *.wav \-o ridden
 Render recordings with their volume evened out.

@@ -27,17 +27,16 @@ std::string file_line(const InstalledFile& file) {
 }
 
 std::string advice(const InstallReport& report) {
-    if (report.is_removal)
-        return report.files.empty() ? "Nothing is installed there.\n" : "";
+    std::string text;
+    if (report.is_removal && report.files.empty())
+        text += "Nothing is installed there.\n";
+    if (!report.is_removal && report.kept_something())
+        text += "To install in place of files that were kept, add --replace: they are moved aside.\n";
     if (report.is_dry_run)
-        return "Nothing was written.\n";
-    const bool replaces =
-        std::ranges::find(report.files, FileAction::kept, &InstalledFile::action) != report.files.end();
-    return std::string(replaces
-                           ? "To install in place of files that were kept, add --replace: they are moved "
-                             "aside.\n"
-                           : "") +
-           "The workstation loads the library when it is next started.\n";
+        text += "Nothing was written.\n";
+    else if (!report.is_removal)
+        text += "The workstation loads the library when it is next started.\n";
+    return text;
 }
 
 ordered_json text_or_null(const std::string& text) {
@@ -87,6 +86,7 @@ std::string json_of(const InstallReport& report) {
                              {"version", text_or_null(report.version)},
                              {"sws", text_or_null(report.sws)},
                              {"files", files},
+                             {"removal", report.is_removal},
                              {"dry_run", report.is_dry_run}});
 }
 

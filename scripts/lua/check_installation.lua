@@ -1,5 +1,5 @@
--- Tells whether the workstation has loaded the library, and whether it answers: run it as an action. With an item
--- selected it also reads the item's levels.
+-- Tells whether the workstation has loaded the library, and whether it answers: run it as an action. With an item of
+-- an audio file selected it also reads the item's levels.
 
 local failures = 0
 
@@ -21,9 +21,19 @@ local is_found, problem = pcall(require, "reaper_MERIDEK_FELSPAR")
 check("require finds the library" .. (is_found and "" or ": " .. tostring(problem)), is_found)
 check("the library answers", is_found and module_answers())
 
+local function is_audio(item)
+    local take = reaper.GetActiveTake(item)
+    local kind = take and reaper.GetMediaSourceType(reaper.GetMediaItemTake_Source(take), "") or "EMPTY"
+    return kind ~= "EMPTY" and not kind:find("^MIDI")
+end
+
 local item = reaper.GetSelectedMediaItem(0, 0)
-if item and is_found then
+if item and is_found and is_audio(item) then
     check("the library reads the item's levels", (reaper.MK_GetMediaItemPeakList(item)))
 end
-check("the SWS extension is there, for the ride and the loudness functions", reaper.APIExists("BR_EnvAlloc"))
+if reaper.APIExists("BR_EnvAlloc") then
+    check("the SWS extension is there, for the ride and the loudness functions", true)
+else
+    reaper.ShowConsoleMsg("note    the SWS extension is not there: the ride and the loudness functions need it\n")
+end
 reaper.ShowConsoleMsg(failures == 0 and "All is well.\n" or "Failed: " .. failures .. "\n")

@@ -99,6 +99,7 @@ class Completions(unittest.TestCase):
             ("run", "script.lua", "l"): {"line one.wav"},
             ("ride", "li"): {"line one.wav"},
             ("completion", "z"): {"zsh"},
+            ("install", "--resource-path", ""): {"takes"},
             ("api", "x"): set(),
         }
         for words, expected in cases.items():
@@ -106,6 +107,18 @@ class Completions(unittest.TestCase):
                 command = ["bash", "-c", call, "bash", script, "felspar", *words]
                 shown = subprocess.run(command, check=True, capture_output=True, text=True).stdout
                 self.assertEqual(set(shown.splitlines()) - {""}, expected)
+
+    def test_bash_gives_no_slash_to_a_command_that_is_a_folder_too(self):
+        call = 'compopt() { echo "$@"; }; source "$1"; shift; COMP_WORDS=("$@"); COMP_CWORD=$(($# - 1)); _felspar'
+        for words, expected in ((["proj"], ""), (["run", "--project", ""], "-o filenames\n")):
+            command = ["bash", "-c", call, "bash", self.script("bash"), "felspar", *words]
+            shown = subprocess.run(command, check=True, capture_output=True, text=True).stdout
+            self.assertEqual(shown, expected)
+        self.assertIn("\ncomplete -F _felspar felspar\n", felspar("completion", "bash"))
+
+    def test_offer_any_file_only_for_words_that_mean_one(self):
+        words = re.findall(r":([^:\s]+):_files(?! -)", felspar("completion", "zsh"))
+        self.assertEqual(set(words), {"FILE", "PATH", "ARGS"})
 
     # What shells make of a line.
     LINES = {

@@ -8,6 +8,7 @@ namespace {
 namespace fs = std::filesystem;
 
 using nlohmann::json;
+using testing::EndsWith;
 using testing::HasSubstr;
 
 struct InstallCommand : FelsparCommand {
@@ -38,6 +39,7 @@ TEST_F(InstallCommand, TellsAsJsonWhatItFoundAndDid) {
     EXPECT_EQ(installed["sws"], "reaper_sws64.so");
     EXPECT_EQ(installed["files"].back(),
               json({{"path", "UserPlugins/reaper_MERIDEK_FELSPAR.so"}, {"action", "installed"}}));
+    EXPECT_EQ(installed["removal"], false);
     write_bytes(resources / "UserPlugins/reaper_MERIDEK_FELSPAR.so", "the user's");
     const Outcome again = run_on_resources({"install", "--json"});
     EXPECT_EQ(again.status, 1);
@@ -74,7 +76,45 @@ TEST_F(InstallCommand, InstallsExamplesThatRunWhereTheyAre) {
     }
 }
 
+TEST_F(InstallCommand, SaysInADryRunThatNothingWasWritten) {
+    write_bytes(resources / "UserPlugins", "the user's");
+    EXPECT_EQ(run_on_resources({"install", "--dry-run"}).status, 1);
+    fs::remove(resources / "UserPlugins");
+    fs::create_directories(resources / "UserPlugins/reaper_MERIDEK_FELSPAR.so");
+    const std::string hint =
+        "To install in place of files that were kept, add --replace: they are moved aside.\n";
+    EXPECT_THAT(run_on_resources({"install", "--dry-run"}).output, EndsWith(hint + "Nothing was written.\n"));
+    EXPECT_THAT(run_on_resources({"install"}).output,
+                EndsWith(hint + "The workstation loads the library when it is next started.\n"));
+    EXPECT_THAT(run_on_resources({"uninstall", "--dry-run"}).output, EndsWith("Nothing was written.\n"));
+}
+
+TEST_F(InstallCommand, TakesAnEmptyPathForAMistake) {
+    ASSERT_EQ(run_on_resources({"install"}).status, 0);
+    fs::rename(resources, folder / "REAPER"); // where it is looked for
+    for (const std::vector<std::string>& words :
+         {std::vector<std::string>{"--resource-path", ""}, {"--resource-path="}}) {
+        std::vector<std::string> command{"uninstall"};
+        command.insert(command.end(), words.begin(), words.end());
+        const Outcome outcome = felspar(command);
+        EXPECT_EQ(outcome.status, 2);
+        EXPECT_THAT(outcome.errors, HasSubstr("--resource-path"));
+    }
+    EXPECT_TRUE(fs::exists(folder / "REAPER/UserPlugins/reaper_MERIDEK_FELSPAR.so"));
+    EXPECT_EQ(felspar({"project", ""}).status, 2);
+}
+
+TEST_F(InstallCommand, TakesTheLibraryThatIsNamed) {
+    fs::create_directories(folder / "archive/scripts/lua");
+    fs::create_directories(folder / "archive/stubs");
+    write_bytes(folder / "archive/own.so", "a library");
+    ASSERT_EQ(run_on_resources({"install", "--plugin", "archive/own.so"}).status, 0);
+    EXPECT_EQ(bytes_of(resources / "UserPlugins/reaper_MERIDEK_FELSPAR.so"), "a library");
+}
+
 TEST_F(InstallCommand, SaysWhatToDoWithoutAFolder) {
+    EXPECT_EQ(json::parse(felspar({"install", "--json", "--resource-path", "none"}).output),
+              json({{"file", "none"}, {"error", "none: is not a folder"}}));
     const Outcome outcome = felspar({"install", "--resource-path", "none"});
     EXPECT_EQ(outcome.status, 1);
     EXPECT_EQ(outcome.errors, "felspar: none: is not a folder\n");

@@ -1,7 +1,9 @@
 // Installing, upgrading and removing: exactly our files come and go, the user's stay.
 
+#include "headless/base/interruption.hpp"
 #include "headless/install/installation.hpp"
 #include "headless/install/manifest.hpp"
+#include "headless/install/sha256.hpp"
 #include "tests/headless/support/failures.hpp"
 #include "tests/headless/support/scratch_folder.hpp"
 
@@ -148,14 +150,16 @@ TEST_F(Installed, MovesTheUsersFilesAsideOnRequest) {
                 testing::UnorderedElementsAre("a.lua.saved", "a.lua.saved-2"));
 }
 
-TEST_F(Installed, OnlyTellsInADryRun) {
+TEST_F(Installed, TellsInADryRunWhatARealOneDoes) {
+    write_bytes(resources / "UserPlugins/reaper_X.so", "the user's");
     const auto before = tree();
-    EXPECT_EQ(installing({.is_dry_run = true}).size(), 2U);
+    const Outcomes told = installing({.is_dry_run = true});
     EXPECT_EQ(tree(), before);
-    installing();
+    EXPECT_EQ(installing(), told);
     const auto after = tree();
-    EXPECT_EQ(actions(uninstall(resources, {.is_dry_run = true})).size(), 2U);
+    const Outcomes removal = actions(uninstall(resources, {.is_dry_run = true}));
     EXPECT_EQ(tree(), after);
+    EXPECT_EQ(uninstalling(), removal);
 }
 
 TEST_F(Installed, LeavesAFolderToWhichTheUserAddedSomething) {
@@ -185,26 +189,84 @@ private:
     void (*handler_)(int);
 };
 
-TEST_F(Installed, CanBeRepeatedOrRemovedAfterAFailureMidway) {
-    installing();
-    offer("Scripts/MERIDEK_FELSPAR/a.lua", "script 2");
-    offer("Scripts/MERIDEK_FELSPAR/new/b.lua", "script 2");
-    offer("UserPlugins/reaper_X.so", std::string(100'000, '2'));
-    const auto fail_midway = [&] {
-        const SmallFiles limit(50'000);
-        EXPECT_THAT(install(offered, resources, {}), test::fails_telling("reaper_X.so: File too large"));
-        EXPECT_EQ(bytes_of(script), "script 2");
-        EXPECT_EQ(bytes_of(resources / "UserPlugins/reaper_X.so"), "library 1");
+TEST_F(Installed, ChangesNothingIfTheDiskIsFull) {
+    const auto fail = [&](rlim_t max_bytes, const std::string& file) {
+        const auto before = tree();
+        const SmallFiles limit(max_bytes);
+        EXPECT_THAT(install(offered, resources, {.replaces = true}),
+                    test::fails_telling(file + ": File too large"));
+        EXPECT_EQ(tree(), before);
     };
-    fail_midway();
-    EXPECT_EQ(installing(), (Outcomes{{"Scripts/MERIDEK_FELSPAR/a.lua", FileAction::unchanged},
-                                      {"Scripts/MERIDEK_FELSPAR/new/b.lua", FileAction::unchanged},
-                                      {"UserPlugins/reaper_X.so", FileAction::replaced}}));
-    offer("UserPlugins/reaper_X.so", "library 1");
-    installing();
+    fail(100, "installed.txt"); // the files are smaller
+    write_bytes(resources / "UserPlugins/reaper_X.so", "the user's");
+    fail(100, "installed.txt");
     offer("UserPlugins/reaper_X.so", std::string(100'000, '2'));
-    fail_midway();
-    EXPECT_EQ(uninstalling().size(), 3U);
+    fail(50'000, "reaper_X.so.saved");
+    installing({.replaces = true});
+    offer("Scripts/MERIDEK_FELSPAR/new/b.lua", "script 2");
+    offer("UserPlugins/reaper_X.so", std::string(100'000, '3'));
+    fail(50'000, "reaper_X.so");
+}
+
+TEST_F(Installed, DoesNotClaimAFileThatItFailedToReplace) {
+    installing();
+    const fs::path library = resources / "UserPlugins/reaper_X.so";
+    write_bytes(library, "the user's");
+    offer("UserPlugins/reaper_X.so", "library 2");
+    {
+        const SmallFiles limit(100);
+        EXPECT_FALSE(install(offered, resources, {.replaces = true}));
+    }
+    write_bytes(library, "library 2"); // by another installer
+    EXPECT_EQ(uninstalling()["UserPlugins/reaper_X.so"], FileAction::kept);
+    EXPECT_EQ(bytes_of(library), "library 2");
+}
+
+TEST_F(Installed, CanBeRepeatedOrRemovedWhenItWasCutOff) {
+    const auto cut_off = [&] {
+        offer("UserPlugins/reaper_X.so", "library 1");
+        installing();
+        auto list = read_manifest(resources).value();
+        offer("UserPlugins/reaper_X.so", "library 2");
+        list.files["UserPlugins/reaper_X.so"].insert(sha256("library 2"));
+        list.files["Scripts/MERIDEK_FELSPAR/a.lua"].insert(sha256("script 2"));
+        ASSERT_TRUE(write_manifest(list, resources));
+        write_bytes(script, "script 2");
+        offer("Scripts/MERIDEK_FELSPAR/a.lua", "script 2");
+    };
+    cut_off();
+    EXPECT_THAT(installing(), ElementsAre(Pair("Scripts/MERIDEK_FELSPAR/a.lua", FileAction::unchanged),
+                                          Pair("UserPlugins/reaper_X.so", FileAction::replaced)));
+    cut_off();
+    EXPECT_EQ(uninstalling().size(), 2U);
+    EXPECT_THAT(tree(), ElementsAre(Pair("UserPlugins", "")));
+}
+
+TEST_F(Installed, StopsBeforeTheFirstFileIfASignalCame) {
+    const auto before = tree();
+    interruption::detail::received = SIGINT;
+    const auto files = install(offered, resources, {});
+    interruption::detail::received = 0;
+    ASSERT_FALSE(files);
+    EXPECT_EQ(files.error().kind, FailureKind::interrupted);
+    EXPECT_EQ(tree(), before);
+}
+
+TEST_F(Installed, RenamesALibraryThatWindowsMayHaveLoaded) {
+    const std::string path = "UserPlugins/reaper_X.dll";
+    offer(path, "library 1");
+    installing();
+    offer(path, "library 2");
+    fs::create_directories(resources / (path + ".felspar-old/loaded")); // cannot be removed
+    EXPECT_THAT(install(offered, resources, {}), test::fails_telling("(close the workstation first)"));
+    EXPECT_THAT(uninstall(resources, {}), test::fails_telling("(close the workstation first)"));
+    fs::remove_all(resources / (path + ".felspar-old"));
+    EXPECT_EQ(installing()[path], FileAction::installed);
+    offer(path, "library 3");
+    EXPECT_EQ(installing()[path], FileAction::replaced);
+    EXPECT_EQ(bytes_of(resources / path), "library 3");
+    write_bytes(resources / (path + ".felspar-old"), "library 2"); // was in use until now
+    uninstalling();
     EXPECT_THAT(tree(), ElementsAre(Pair("UserPlugins", "")));
 }
 
@@ -219,9 +281,16 @@ TEST_F(Installed, FailsBeforeAnythingIsWrittenIfTheListIsDamaged) {
 }
 
 TEST_F(Installed, NamesWhatStandsInTheWay) {
-    write_bytes(resources / "Scripts", "a file");
-    EXPECT_THAT(install(offered, resources, {}), test::fails_telling("Scripts"));
-    EXPECT_EQ(bytes_of(resources / "Scripts"), "a file");
+    for (const char* name : {"Scripts", "UserPlugins"}) {
+        fs::remove(resources / name);
+        write_bytes(resources / name, "a file");
+        const auto before = tree();
+        for (const bool is_dry_run : {true, false})
+            EXPECT_THAT(install(offered, resources, {.is_dry_run = is_dry_run}),
+                        test::fails_telling(std::string(name) + ": is not a folder"));
+        EXPECT_EQ(tree(), before);
+        fs::remove(resources / name);
+    }
     offered.emplace("UserPlugins/none.so", folder / "none");
     EXPECT_THAT(install(offered, resources, {}), test::fails_telling("none: is not a file"));
 }

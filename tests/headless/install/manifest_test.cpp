@@ -39,14 +39,32 @@ TEST_F(InstalledList, IsEmptyWithoutAFile) {
 }
 
 TEST_F(InstalledList, IsRefusedIfALineIsDamagedOrLeadsOut) {
+    const std::string head = "# MERIDEK_FELSPAR: installed files with their SHA-256 sums\n";
     const std::string sum(64, 'a');
     for (const std::string& line :
          {std::string("hello"), sum, sum + "  ", sum + " a", sum.substr(1) + "x  a", sum.substr(1) + "  a",
-          sum + "  ../a", sum + "  a/../../b", sum + "  /etc/passwd", sum + "  ..\\a",
+          sum + "  ../a", sum + "  a/../../b", sum + "  /etc/passwd", sum + "  ..\\a", sum + "  ./a",
+          sum + "  a//b", sum + "  a/", sum + "  a|b", sum + "  a\tb", sum + "  C:a",
           std::string("# folder ../a"), std::string("# folder /"), std::string("# folder ")}) {
-        test::write_bytes(file, "# a head\n" + sum + "  good\n" + line + "\n");
+        test::write_bytes(file, head + sum + "  good\n" + line + "\n");
         EXPECT_THAT(read_manifest(folder.path), fails_telling("installed.txt: line 3 is damaged")) << line;
     }
+}
+
+TEST_F(InstalledList, IsRefusedIfItIsAnotherFile) {
+    for (const char* text : {"", "\n", "# songs that I installed\n"}) {
+        test::write_bytes(file, text);
+        EXPECT_THAT(read_manifest(folder.path), fails_telling("installed.txt: line 1 is damaged")) << text;
+    }
+}
+
+TEST_F(InstalledList, IsReadWithTheLineEndsOfWindows) {
+    test::write_bytes(file, "# MERIDEK_FELSPAR: installed files with their SHA-256 sums\r\n# folder a\r\n" +
+                                std::string(64, 'a') + "  a/b\r\n");
+    const auto read = read_manifest(folder.path);
+    ASSERT_TRUE(read) << read.error().message;
+    EXPECT_EQ(read->folders, std::set<std::string>{"a"});
+    EXPECT_TRUE(read->has("a/b", std::string(64, 'a')));
 }
 
 } // namespace

@@ -1,5 +1,6 @@
 #include "headless/install/package.hpp"
 
+#include "common/paths.hpp"
 #include "headless/base/folder.hpp"
 #include "headless/install/manifest.hpp"
 
@@ -31,7 +32,7 @@ std::optional<Contents> contents_of(const fs::path& folder) {
 
 Result<Contents> find_contents(const fs::path& plugin) {
     std::error_code error;
-    fs::path folder = folder_of(fs::absolute(plugin, error));
+    fs::path folder = folder_of(paths::absolute(plugin, error));
     for (int level = 0; level <= levels_above; ++level, folder = folder.parent_path())
         if (auto contents = contents_of(folder))
             return *contents;

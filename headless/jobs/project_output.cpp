@@ -1,5 +1,6 @@
 #include "headless/jobs/project_output.hpp"
 
+#include "common/paths.hpp"
 #include "headless/base/atomic_file.hpp"
 #include "headless/base/folder.hpp"
 #include "headless/jobs/earlier_project.hpp"
@@ -23,9 +24,8 @@ std::filesystem::path seen_from(const std::filesystem::path& folder, const std::
 
 std::filesystem::path true_path(const std::filesystem::path& file) {
     std::error_code error;
-    const std::filesystem::path absolute = std::filesystem::absolute(file, error);
-    std::filesystem::path found = std::filesystem::weakly_canonical(absolute, error);
-    return error ? absolute : found;
+    std::filesystem::path found = paths::weakly_canonical(file, error);
+    return error ? paths::absolute(file, error) : found;
 }
 
 Result<void> check_writable(const std::filesystem::path& target) {

@@ -1,6 +1,7 @@
 #include "headless/jobs/ride_session.hpp"
 
 #include "common/path_text.hpp"
+#include "common/paths.hpp"
 #include "headless/audio/audio_cache.hpp"
 #include "headless/audio/loudness.hpp"
 #include "headless/base/interruption.hpp"
@@ -75,7 +76,7 @@ std::vector<Failure> losses_of_ride(std::span<const std::filesystem::path> recor
     for (const std::filesystem::path& recording : recordings) {
         project::Item& item = track.add_item(next_position(track), 0.0);
         const std::string name = recording.filename().string();
-        item.add_take({std::filesystem::absolute(recording)}, name);
+        item.add_take({paths::absolute(recording)}, name);
         item.add_take({folder / "render.wav"}, name_of_render(name));
     }
     return losses_of(project, project_file, true_path(project_file).parent_path());
@@ -115,7 +116,7 @@ std::filesystem::path RideSession::target_of(const project::Take& take) const {
 
 Result<project::Item*> RideSession::insert(const std::filesystem::path& file) {
     try {
-        return workstation_->insert_audio(*track_, std::filesystem::absolute(file), next_position(*track_));
+        return workstation_->insert_audio(*track_, paths::absolute(file), next_position(*track_));
     } catch (const std::bad_alloc&) {
         return out_of_memory(file);
     }

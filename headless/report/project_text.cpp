@@ -1,5 +1,6 @@
 // The report on a project for the terminal.
 
+#include "common/paths.hpp"
 #include "headless/report/figures.hpp"
 #include "headless/report/printable.hpp"
 #include "headless/report/project_report.hpp"
@@ -49,7 +50,7 @@ std::string counted(std::size_t count, const std::string& one, const std::string
 /// Relative to the project's folder if it lies below it.
 std::string shown(const fs::path& file, const fs::path& project) {
     std::error_code error;
-    const fs::path folder = fs::weakly_canonical(fs::absolute(project), error).parent_path();
+    const fs::path folder = paths::weakly_canonical(project, error).parent_path();
     const fs::path relative = error ? fs::path() : file.lexically_relative(folder);
     const bool is_below = !relative.empty() && *relative.begin() != "..";
     return printable(is_below ? relative.string() : file.string());

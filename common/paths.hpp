@@ -69,7 +69,7 @@ inline std::filesystem::path canonical(const std::filesystem::path& path, std::e
 
 /// As std::filesystem::weakly_canonical of the absolute path, with the same exception.
 inline std::filesystem::path weakly_canonical(const std::filesystem::path& path, std::error_code& error) {
-    const std::filesystem::path whole = paths::absolute(path, error);
+    std::filesystem::path whole = paths::absolute(path, error);
     if (error)
         return whole;
     return has_unseen_server(whole) ? normal(whole) : std::filesystem::weakly_canonical(whole, error);
